@@ -1,0 +1,29 @@
+#pragma once
+
+#include "kv/export.h"
+
+/// Three doubles, without a unit of their own.
+class KV_API KvVector3D {
+ public:
+  KvVector3D() = default;
+  KvVector3D(double xValue, double yValue, double zValue) : x(xValue), y(yValue), z(zValue) {}
+
+  /// Euclidean length, free of overflow and underflow on the way. NaN when a component is NaN,
+  /// else infinite when one is infinite.
+  double length() const;
+
+  /// True when the length is below the tolerance.
+  bool isNull() const { return getTolerance() > length(); }
+
+  /// True when any component differs, compared exactly. A NaN differs from everything.
+  bool operator!=(const KvVector3D& other) const {
+    return x != other.x || y != other.y || z != other.z;
+  }
+
+  /// The length below which a vector counts as null: 1e-10.
+  static double getTolerance() { return 1e-10; }
+
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+#include "kv/export.h"
+
+/// A text that is no well-formed XML document, or a stream that cannot be read.
+///
+/// what() tells everything in one line: "line 3, column 7: ...".
+class KV_API KvXmlError : public std::runtime_error {
+ public:
+  KvXmlError(const std::string& reason, std::size_t line, std::size_t column);
+  KvXmlError(const KvXmlError& other);
+  KvXmlError& operator=(const KvXmlError& other) = delete;
+  ~KvXmlError() override;
+
+  /// What is wrong, without the position.
+  const std::string& getReason() const { return reasonText; }
+  /// Where, counted from 1 in the whole file (columns in bytes), also when the parser was given
+  /// the stream further on.
+  std::size_t getLine() const { return lineNumber; }
+  std::size_t getColumn() const { return columnNumber; }
+
+ private:
+  std::string reasonText;
+  std::size_t lineNumber;
+  std::size_t columnNumber;
+};

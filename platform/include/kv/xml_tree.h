@@ -1,0 +1,124 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kv/export.h"
+#include "kv/xml_error.h"
+#include "kv/xml_view.h"
+
+/// @file
+/// The legacy XML library: a document with a cursor, its elements and their attributes.
+///
+/// Text is 8-bit and passes through unchanged, whatever its code page. Numbers are converted alike
+/// under every process locale. Where memory runs out std::bad_alloc is thrown. The `bool`
+/// arguments named `flag` have no effect unless said otherwise.
+
+/// An attribute of an element, which owns it.
+class KV_API KvXmlAttributeData : public KvXmlView::AttributeView {
+ public:
+  /// The text as a whole number: white space around it and one leading '+' are accepted. 0 when
+  /// the text is anything else or does not fit an int.
+  int getInteger() const;
+  /// The text as a number, likewise, "inf" and "nan" included; 0.0 when it is anything else. Beyond
+  /// the range of double it is an infinity or a zero of its sign.
+  double getDouble() const;
+  /// True when the text is a whole number, as for getInteger(), that equals `value`.
+  bool checkValue(int value) const;
+};
+
+/// An element. Pointers to it and to its attributes stay valid as long as its tree.
+class KV_API KvXmlData {
+ public:
+  /// A new element, meant to be added to `parent` with addChild(); until then it is the caller's
+  /// and must not outlive the tree of `parent`. Without a parent it stands for itself and may be
+  /// added anywhere. Throws std::invalid_argument when `name` is no XML name.
+  KvXmlData(const std::string& name, KvXmlData* parent);
+  /// Ends an element that was not added. One that was belongs to its parent.
+  ~KvXmlData();
+  KvXmlData(const KvXmlData&) = delete;
+  KvXmlData& operator=(const KvXmlData&) = delete;
+
+  /// The first element of this name in document order, or null: among all elements below this one
+  /// with `flag`, among its direct children without. The element itself does not count.
+  KvXmlData* findTree(const std::string& name, bool flag);
+
+  /// The child elements in document order. To be read only; addChild() and removeChild() change it.
+  std::vector<KvXmlData*>& getChildren();
+
+  const std::string& getName() const;
+
+  /// The attribute of this name, or null.
+  KvXmlAttributeData* findAttribute(const std::string& name) const;
+
+  /// Appends `child` and owns it from here on, with all below it. Throws std::invalid_argument, and
+  /// the caller keeps it, when `child` is null, already added, above this element, or made for a
+  /// parent of another tree.
+  void addChild(KvXmlData* child);
+
+  /// Sets an attribute; one that exists keeps its place. A character that XML cannot hold (a
+  /// control character other than tab and line break) is stored as '?'. Throws
+  /// std::invalid_argument when `name` is no XML name.
+  void setAttribute(const std::string& name, int value, bool flag);
+  void setAttribute(const std::string& name, const std::string& value, bool flag);
+
+ private:
+  friend class KvXmlTree;
+  friend struct KvXmlView::Store<KvXmlData>;
+  KvXmlData();
+
+  KvXmlView::ElementView<KvXmlData, KvXmlAttributeData> view;
+};
+
+/// A document, and a cursor that stands on one of its elements or on none.
+class KV_API KvXmlTree {
+ public:
+  /// An empty document.
+  KvXmlTree();
+
+  /// Parses from the stream's position to its end. A text of nothing but white space, comments and
+  /// processing instructions gives an empty document. Throws KvXmlError when the text is not
+  /// well-formed, has several roots or text outside the root, gives an attribute twice, nests
+  /// deeper than 1,000 levels or holds a NUL character, or when the stream cannot be read.
+  explicit KvXmlTree(std::istream& in);
+
+  /// Frees all elements.
+  virtual ~KvXmlTree();
+  KvXmlTree(const KvXmlTree&) = delete;
+  KvXmlTree& operator=(const KvXmlTree&) = delete;
+
+  /// The root element when it has this name, else null.
+  KvXmlData* findRoot(const std::string& name, bool flag) const;
+
+  /// Makes the first child of this name below the cursor current, appending it when there is none,
+  /// and returns it. With no current element it opens the root, creating it when the document has
+  /// none; when the root has another name the result is null and the cursor stays empty. Throws
+  /// std::invalid_argument when an element must be created and `name` is no XML name.
+  KvXmlData* open(const std::string& name, bool flag);
+
+  /// Moves the cursor to the parent element, or to none.
+  void close();
+
+  /// No effect.
+  void flush();
+
+  /// Sets an attribute of the current element, in the shortest form that reads back as the same
+  /// double; see KvXmlData::setAttribute(). No effect when there is no current element.
+  void setAttribute(const std::string& name, double value);
+
+  KvXmlData* getCurrent() const;
+  /// `element` must belong to this tree, or be null.
+  void setCurrent(KvXmlData* element);
+
+  /// Prints the document, indented, after a declaration on a line of its own. Everything that was
+  /// parsed is kept, only white space between elements may change. The declared encoding is UTF-8
+  /// when the whole text is, else windows-1252, or ISO-8859-1 when there are bytes that
+  /// windows-1252 does not define.
+  void putToStream(std::ostream& out) const;
+
+ private:
+  std::unique_ptr<KvXmlView::Store<KvXmlData>> store;
+  KvXmlData* current = nullptr;
+};

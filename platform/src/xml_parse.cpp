@@ -1,0 +1,266 @@
+#include "xml_parse.h"
+
+#include <algorithm>
+#include <cstring>
+#include <istream>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "kv/xml_error.h"
+
+namespace XmlParse {
+namespace {
+
+constexpr int greatestDepth = 1000;  // levels of elements, the root being the first
+
+struct Position {
+  std::size_t line = 1;
+  std::size_t column = 1;
+};
+
+[[noreturn]] void fail(const std::string& reason, Position position) {
+  throw KvXmlError(reason, position.line, position.column);
+}
+
+/// Where in its file the stream stands. A stream that cannot be rewound counts from where it is.
+Position locate(std::streambuf& buffer) {
+  const auto tell = [&buffer] { return buffer.pubseekoff(0, std::ios::cur, std::ios::in); };
+  const std::streamoff here = tell();
+  Position position;
+  if (here <= 0 || buffer.pubseekpos(0, std::ios::in) != std::streampos(0)) return position;
+
+  // Asks for the place at line ends only: where line ends are translated, characters cannot be
+  // counted instead.
+  std::streamoff lineStart = 0;
+  for (int c = buffer.sbumpc(); c != std::char_traits<char>::eof(); c = buffer.sbumpc()) {
+    if (c != '\n') continue;
+    const std::streamoff next = tell();
+    if (next > here) break;
+    ++position.line;
+    lineStart = next;
+    if (next == here) break;
+  }
+  position.column += static_cast<std::size_t>(here - lineStart);
+  buffer.pubseekpos(here, std::ios::in);
+  return position;
+}
+
+struct FreeText {
+  void operator()(char* text) const { pugi::get_memory_deallocation_function()(text); }
+};
+
+/// A text in memory that the parser can take over.
+struct Text {
+  std::unique_ptr<char, FreeText> data;
+  std::size_t size = 0;
+  std::size_t capacity = 0;
+  Position start;
+
+  void grow(std::size_t newCapacity) {
+    std::unique_ptr<char, FreeText> grown(
+        static_cast<char*>(pugi::get_memory_allocation_function()(newCapacity)));
+    if (grown == nullptr) throw std::bad_alloc();
+    if (size > 0) std::memcpy(grown.get(), data.get(), size);
+    data = std::move(grown);
+    capacity = newCapacity;
+  }
+};
+
+/// One byte more than the stream seems to hold, so that its end is seen without growing.
+std::size_t guessCapacity(std::streambuf& buffer) {
+  constexpr std::size_t whenUnknown = 1 << 16;
+  const std::streamoff here = buffer.pubseekoff(0, std::ios::cur, std::ios::in);
+  if (here < 0) return whenUnknown;
+  const std::streamoff end = buffer.pubseekoff(0, std::ios::end, std::ios::in);
+  buffer.pubseekpos(here, std::ios::in);
+  return end < here ? whenUnknown : static_cast<std::size_t>(end - here) + 1;
+}
+
+Text readAll(std::streambuf& buffer) {
+  Text text;
+  text.grow(guessCapacity(buffer));
+  while (true) {
+    const std::size_t room = text.capacity - text.size;
+    const std::streamsize got =
+        buffer.sgetn(text.data.get() + text.size, static_cast<std::streamsize>(room));
+    if (got <= 0) return text;
+    text.size += static_cast<std::size_t>(got);
+    if (text.size == text.capacity) text.grow(text.capacity * 2);
+  }
+}
+
+/// Reads what is left of the stream. Its buffer throws where a folder was opened as a file.
+Text readRest(std::istream& in) {
+  if (in.rdbuf() == nullptr) fail("there is nothing to read from", Position());
+  const Position start = locate(*in.rdbuf());
+  if (in.fail()) fail("the text cannot be read from here on", start);
+  try {
+    Text text = readAll(*in.rdbuf());
+    text.start = start;
+    return text;
+  } catch (const std::ios_base::failure&) {
+    fail("the text cannot be read from here on", start);
+  }
+}
+
+/// Finds the line of an offset in a text. Made before the text is parsed, since the parser works
+/// in place and overwrites line ends.
+class LineTable {
+ public:
+  explicit LineTable(const Text& text) : begin(text.start) {
+    const char* const first = text.data.get();
+    const char* const last = first + text.size;
+    for (const char* c = first; (c = findLineEnd(c, last)) != nullptr; ++c)
+      lineEnds.push_back(static_cast<std::size_t>(c - first));
+  }
+
+  Position find(std::size_t offset) const {
+    const auto line = std::lower_bound(lineEnds.begin(), lineEnds.end(), offset);
+    const auto lines = static_cast<std::size_t>(line - lineEnds.begin());
+    if (lines == 0) return {begin.line, begin.column + offset};
+    return {begin.line + lines, offset - lineEnds[lines - 1]};
+  }
+
+ private:
+  static const char* findLineEnd(const char* from, const char* last) {
+    return static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(last - from)));
+  }
+
+  Position begin;
+  std::vector<std::size_t> lineEnds;
+};
+
+std::string describe(const pugi::xml_parse_result& result, bool atEnd) {
+  switch (result.status) {
+    case pugi::status_end_element_mismatch:
+      return atEnd ? "the text ends before its last element is closed"
+                   : "this end tag does not close the element that is open";
+    case pugi::status_bad_attribute:
+      return "this attribute is malformed or not closed";
+    case pugi::status_bad_start_element:
+      return "this start tag is malformed or not closed";
+    case pugi::status_bad_end_element:
+      return "this end tag is malformed or not closed";
+    case pugi::status_bad_comment:
+      return "this comment is malformed or not closed";
+    case pugi::status_bad_cdata:
+      return "this CDATA section is malformed or not closed";
+    case pugi::status_bad_doctype:
+      return "this document type declaration is malformed or not closed";
+    case pugi::status_bad_pi:
+      return "this processing instruction is malformed or not closed";
+    case pugi::status_unrecognized_tag:
+      return "a tag cannot start like this";
+    default:
+      return result.description();
+  }
+}
+
+bool isWhiteSpace(const char* text) { return text[std::strspn(text, " \t\r\n")] == '\0'; }
+
+/// The name of the first attribute that repeats an earlier one, or null. Compares each with each
+/// while they are few; the table serves the element that has thousands.
+const char* findRepeatedName(const pugi::xml_node& element) {
+  constexpr int few = 40;
+  int count = 0;
+  std::unordered_set<std::string_view> names;
+  for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute(), ++count) {
+    if (count == few)
+      for (pugi::xml_attribute b = element.first_attribute(); b != a; b = b.next_attribute())
+        names.insert(b.name());
+    if (count >= few) {
+      if (!names.insert(a.name()).second) return a.name();
+      continue;
+    }
+    for (pugi::xml_attribute b = element.first_attribute(); b != a; b = b.next_attribute())
+      if (std::strcmp(a.name(), b.name()) == 0) return a.name();
+  }
+  return nullptr;
+}
+
+/// Checks what the parser lets pass.
+class Inspection {
+ public:
+  Inspection(const pugi::xml_document& checked, const char* text, const LineTable& table)
+      : document(checked), begin(text), lines(table) {}
+
+  void run() const {
+    checkTopLevel();
+    int depth = 0;
+    for (pugi::xml_node node = document.first_child(); node;) {
+      if (node.type() == pugi::node_element) checkElement(node, depth + 1);
+      if (node.first_child()) {
+        node = node.first_child();
+        ++depth;
+        continue;
+      }
+      while (node && !node.next_sibling()) {
+        node = node.parent();
+        --depth;
+      }
+      node = node.next_sibling();
+    }
+  }
+
+ private:
+  [[noreturn]] void failAt(const std::string& reason, const char* place) const {
+    fail(reason, lines.find(static_cast<std::size_t>(place - begin)));
+  }
+
+  void checkTopLevel() const {
+    const pugi::xml_node root = findRoot(document);
+    for (pugi::xml_node node : document.children()) {
+      const bool isText = node.type() == pugi::node_cdata ||
+                          (node.type() == pugi::node_pcdata && !isWhiteSpace(node.value()));
+      if (isText) failAt("text outside the root element", node.value());
+      if (node.type() == pugi::node_element && node != root)
+        failAt("a second root element, <" + std::string(node.name()) + ">", node.name());
+    }
+  }
+
+  void checkElement(const pugi::xml_node& element, int depth) const {
+    if (depth > greatestDepth)
+      failAt("elements are nested more than " + std::to_string(greatestDepth) + " levels deep",
+             element.name());
+    if (const char* name = findRepeatedName(element))
+      failAt("the attribute \"" + std::string(name) + "\" is given twice", name);
+  }
+
+  const pugi::xml_document& document;
+  const char* begin;
+  const LineTable& lines;
+};
+
+}  // namespace
+
+void parse(std::istream& in, pugi::xml_document& document) {
+  Text text = readRest(in);
+  const LineTable lines(text);
+  const char* const begin = text.data.get();
+  if (const void* nul = std::memchr(begin, '\0', text.size))
+    fail("a NUL character; only 8-bit text such as UTF-8 can be read",
+         lines.find(static_cast<std::size_t>(static_cast<const char*>(nul) - begin)));
+
+  // The encoding is named so that no byte is converted. Text at the top level is kept as in a
+  // fragment so that it can be refused; white space is kept where it is all that an element holds.
+  constexpr unsigned options =
+      pugi::parse_full | pugi::parse_fragment | pugi::parse_ws_pcdata_single;
+  const std::size_t size = text.size;
+  const pugi::xml_parse_result result =
+      document.load_buffer_inplace_own(text.data.release(), size, options, pugi::encoding_utf8);
+  if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
+  if (!result) {
+    const std::size_t offset = std::min(static_cast<std::size_t>(result.offset), size);
+    fail(describe(result, offset == size), lines.find(offset));
+  }
+  Inspection(document, begin, lines).run();
+}
+
+pugi::xml_node findRoot(const pugi::xml_document& document) { return document.document_element(); }
+
+}  // namespace XmlParse

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <iosfwd>
+
+#include <pugixml.hpp>
+
+namespace XmlPrint {
+
+/// Prints all of `document` but the top-level node `hidden`, indented, after a declaration on a
+/// line of its own that tells the encoding truthfully.
+void print(const pugi::xml_document& document, const pugi::xml_node& hidden, std::ostream& out);
+
+}  // namespace XmlPrint

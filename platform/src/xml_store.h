@@ -1,0 +1,347 @@
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include <pugixml.hpp>
+
+#include "kv/xml_view.h"
+#include "xml_text.h"
+
+namespace KvXmlView {
+
+/// The children of an element that have a view. `complete` when all have, in document order.
+template <class Element>
+struct ChildList {
+  std::vector<Element*> elements;
+  bool complete = false;
+};
+
+/// Views of an element's attributes, in document order as of the time they were made. Handed-out
+/// views must stay, so a block that no longer covers all attributes is kept behind the newer one.
+template <class Attribute>
+struct AttributeBlock {
+  explicit AttributeBlock(const pugi::xml_node& element) {
+    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute()) ++size;
+    views.reset(new Attribute[size]);
+    refer(element);
+  }
+
+  void refer(const pugi::xml_node& element) {
+    std::uint32_t i = 0;
+    for (pugi::xml_attribute a = element.first_attribute(); i < size; a = a.next_attribute())
+      views[i++].refer(a.internal_object());
+  }
+
+  bool coversAll() const { return !get(size - 1).next_attribute(); }
+
+  /// Attributes are mostly asked for in the order in which they stand, so the search goes on from
+  /// where the last one ended.
+  Attribute* find(const char* name) {
+    for (std::uint32_t step = 0; step < size; ++step) {
+      const std::uint32_t i = next;
+      next = i + 1 < size ? i + 1 : 0;
+      if (std::strcmp(get(i).name(), name) == 0) return &views[i];
+    }
+    return nullptr;
+  }
+
+  pugi::xml_attribute get(std::uint32_t i) const {
+    return pugi::xml_attribute(views[i].getAttribute());
+  }
+
+  std::unique_ptr<Attribute[]> views;
+  std::unique_ptr<AttributeBlock> older;
+  std::uint32_t size = 0;
+  std::uint32_t next = 0;
+};
+
+template <class Element, class Attribute>
+ElementView<Element, Attribute>::ElementView() = default;
+template <class Element, class Attribute>
+ElementView<Element, Attribute>::~ElementView() = default;
+
+/// A document, or an element that stands for itself, with all its views. The document is the one
+/// truth; a view is made when it is asked for and owned by the store.
+template <class Element>
+struct Store {
+  Store() = default;
+  Store(const Store&) = delete;
+  Store& operator=(const Store&) = delete;
+
+  ~Store() {
+    while (first != nullptr) {
+      Element* const ended = first;
+      first = ended->view.nextInStore;
+      ended->view.store = nullptr;
+      delete ended;
+    }
+  }
+
+  // --- The document
+
+  pugi::xml_node findRoot() const {
+    for (pugi::xml_node node : document.children())
+      if (node.type() == pugi::node_element && node != nursery) return node;
+    return pugi::xml_node();
+  }
+
+  static pugi::xml_node getNode(const Element& element) {
+    return pugi::xml_node(element.view.node);
+  }
+
+  static bool isElement(const pugi::xml_node& node, const char* name) {
+    return node.type() == pugi::node_element && std::strcmp(node.name(), name) == 0;
+  }
+
+  static pugi::xml_node findChild(const pugi::xml_node& parent, const char* name) {
+    for (pugi::xml_node node : parent.children())
+      if (isElement(node, name)) return node;
+    return pugi::xml_node();
+  }
+
+  static pugi::xml_node findDescendant(const pugi::xml_node& top, const char* name) {
+    return top.find_node([name](const pugi::xml_node& node) { return isElement(node, name); });
+  }
+
+  /// Throws std::invalid_argument when `name` is no XML name.
+  static pugi::xml_node append(pugi::xml_node parent, const std::string& name) {
+    if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
+    pugi::xml_node child = parent.append_child(pugi::node_element);
+    if (!child) throw std::bad_alloc();
+    if (child.set_name(name.c_str())) return child;
+    parent.remove_child(child);
+    throw std::bad_alloc();
+  }
+
+  /// Leaf by leaf: however deep the element, the stack stays flat.
+  static void erase(const pugi::xml_node& top) {
+    pugi::xml_node leaf = top;
+    while (leaf) {
+      while (leaf.first_child()) leaf = leaf.first_child();
+      pugi::xml_node parent = leaf.parent();
+      const bool isTop = leaf == top;
+      parent.remove_child(leaf);
+      if (isTop) return;
+      leaf = parent;
+    }
+  }
+
+  /// Sets an attribute to a text that XML can hold.
+  static void setAttribute(const Element& element, const std::string& name,
+                           const std::string& text) {
+    if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
+    pugi::xml_node node = getNode(element);
+    pugi::xml_attribute attribute = node.attribute(name.c_str());
+    if (attribute) {
+      if (!attribute.set_value(text.c_str())) throw std::bad_alloc();
+      return;
+    }
+    attribute = node.append_attribute(name.c_str());
+    if (attribute && attribute.set_value(text.c_str())) return;
+    node.remove_attribute(attribute);
+    throw std::bad_alloc();
+  }
+
+  // --- Views
+
+  /// Owns `element` from here on.
+  void own(Element* element) {
+    element->view.nextInStore = first;
+    first = element;
+  }
+
+  Element* makeView(const pugi::xml_node& node, Element* parent) {
+    Element* const element = new Element();
+    own(element);
+    element->view.store = this;
+    element->view.node = node.internal_object();
+    element->view.parent = parent;
+    return element;
+  }
+
+  /// The view of the root element, or null.
+  Element* getRoot() {
+    if (root != nullptr) return root;
+    const pugi::xml_node node = findRoot();
+    if (node) root = makeView(node, nullptr);
+    return root;
+  }
+
+  Element* createRoot(const std::string& name) {
+    root = makeView(append(document, name), nullptr);
+    return root;
+  }
+
+  static const std::string& getName(const Element& element) {
+    if (element.view.name == nullptr)
+      element.view.name = &*element.view.store->names.emplace(getNode(element).name()).first;
+    return *element.view.name;
+  }
+
+  template <class Attribute>
+  static Attribute* findAttribute(const ElementView<Element, Attribute>& view, const char* name) {
+    const pugi::xml_node node(view.node);
+    if (!node.first_attribute()) return nullptr;
+    if (view.attributes == nullptr || !view.attributes->coversAll()) {
+      auto block = std::make_unique<AttributeBlock<Attribute>>(node);
+      block->older = std::move(view.attributes);
+      view.attributes = std::move(block);
+    }
+    return view.attributes->find(name);
+  }
+
+  static ChildList<Element>& getChildList(Element& element) {
+    if (element.view.children == nullptr)
+      element.view.children = std::make_unique<ChildList<Element>>();
+    return *element.view.children;
+  }
+
+  static Element* viewChild(Element& parent, const pugi::xml_node& node) {
+    ChildList<Element>& list = getChildList(parent);
+    for (Element* child : list.elements)
+      if (child->view.node == node.internal_object()) return child;
+    Element* const child = parent.view.store->makeView(node, &parent);
+    list.elements.push_back(child);
+    return child;
+  }
+
+  /// The view of an element anywhere below `top`, by way of those between; null for no node.
+  static Element* viewDescendant(Element& top, const pugi::xml_node& node) {
+    if (!node) return nullptr;
+    std::vector<pugi::xml_node> path;
+    for (pugi::xml_node step = node; step != getNode(top); step = step.parent())
+      path.push_back(step);
+    Element* element = &top;
+    for (auto step = path.rbegin(); step != path.rend(); ++step)
+      element = viewChild(*element, *step);
+    return element;
+  }
+
+  static std::vector<Element*>& viewChildren(Element& parent) {
+    ChildList<Element>& list = getChildList(parent);
+    if (list.complete) return list.elements;
+    std::unordered_map<pugi::xml_node_struct*, Element*> known;
+    for (Element* child : list.elements) known.emplace(child->view.node, child);
+    std::vector<Element*> all;
+    for (pugi::xml_node node : getNode(parent).children()) {
+      if (node.type() != pugi::node_element) continue;
+      const auto view = known.empty() ? known.end() : known.find(node.internal_object());
+      all.push_back(view != known.end() ? view->second
+                                        : parent.view.store->makeView(node, &parent));
+    }
+    list.elements = std::move(all);
+    list.complete = true;
+    return list.elements;
+  }
+
+  /// Makes room for one more child, so that noting it cannot fail once the document has it.
+  static ChildList<Element>& reserveChild(Element& parent) {
+    ChildList<Element>& list = getChildList(parent);
+    if (list.elements.size() == list.elements.capacity())
+      list.elements.reserve(2 * list.elements.size() + 4);
+    return list;
+  }
+
+  /// Creates a child element behind all others.
+  static Element* appendChild(Element& parent, const std::string& name) {
+    ChildList<Element>& list = reserveChild(parent);
+    Element* const child = parent.view.store->makeView(pugi::xml_node(), &parent);
+    child->view.node = append(getNode(parent), name).internal_object();
+    list.elements.push_back(child);
+    return child;
+  }
+
+  // --- Elements that no other has taken yet
+
+  pugi::xml_node makeDetached(const std::string& name) {
+    if (!nursery) nursery = append(document, "nursery");
+    return append(nursery, name);
+  }
+
+  bool isDetached(const Element& element) const { return getNode(element).parent() == nursery; }
+
+  /// Makes `element` stand for itself, in a store of its own, which ends with it.
+  static void makeStandalone(Element& element, const std::string& name) {
+    auto store = std::make_unique<Store>();
+    element.view.node = store->makeDetached(name).internal_object();
+    store->standalone = &element;
+    element.view.store = store.release();
+  }
+
+  /// Ends what `element` was, unless the store itself is ending it.
+  static void release(Element& element) {
+    Store* const store = element.view.store;
+    if (store == nullptr) return;
+    if (store->standalone == &element)
+      delete store;
+    else
+      erase(getNode(element));
+  }
+
+  /// Takes over all of the store of a standalone element, which becomes the last child of `parent`.
+  static void adopt(Element& parent, Element& standalone) {
+    ChildList<Element>& list = reserveChild(parent);
+    const std::vector<Element*> elements = listViews(standalone);
+    const pugi::xml_node copy = getNode(parent).append_copy(getNode(standalone));
+    if (!copy) throw std::bad_alloc();
+
+    const std::unique_ptr<Store> emptied(standalone.view.store);
+    emptied->own(&standalone);
+    emptied->standalone = nullptr;
+    parent.view.store->takeViews(*emptied);
+    standalone.view.node = copy.internal_object();
+    standalone.view.parent = &parent;
+    for (Element* element : elements) rebind(*element);
+    list.elements.push_back(&standalone);
+  }
+
+  pugi::xml_document document;
+  pugi::xml_node nursery;  // holds detached elements; never found, never printed
+  Element* root = nullptr;
+  Element* first = nullptr;
+  Element* standalone = nullptr;
+  std::unordered_set<std::string> names;  // of elements, each text once
+
+ private:
+  /// All views below `top` and itself, parents first; each with a complete list of children.
+  static std::vector<Element*> listViews(Element& top) {
+    std::vector<Element*> elements = {&top};
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+      const std::vector<Element*>& children = viewChildren(*elements[i]);
+      elements.insert(elements.end(), children.begin(), children.end());
+    }
+    return elements;
+  }
+
+  void takeViews(Store& other) {
+    while (other.first != nullptr) {
+      Element* const element = other.first;
+      other.first = element->view.nextInStore;
+      own(element);
+      element->view.store = this;
+      element->view.name = nullptr;
+    }
+  }
+
+  /// Lets attributes and children refer to the node that `element` stands on now.
+  static void rebind(Element& element) {
+    const pugi::xml_node node = getNode(element);
+    for (auto* block = element.view.attributes.get(); block != nullptr; block = block->older.get())
+      block->refer(node);
+    auto child = element.view.children->elements.begin();
+    for (pugi::xml_node childNode : node.children())
+      if (childNode.type() == pugi::node_element)
+        (*child++)->view.node = childNode.internal_object();
+  }
+};
+
+}  // namespace KvXmlView

@@ -1,0 +1,95 @@
+#include "xml_text.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace XmlText {
+namespace {
+
+bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+bool isNameStart(char c) { return isLetter(c) || c == '_' || c == ':' || (c & 0x80) != 0; }
+
+bool isNamePart(char c) { return isNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
+
+bool isForbidden(char c) {
+  const bool isControl = static_cast<unsigned char>(c) < 0x20;
+  return isControl && c != '\t' && c != '\n' && c != '\r';
+}
+
+/// A range of characters that UTF-8 writes in the same number of bytes.
+struct Utf8Range {
+  unsigned char leadMask;
+  unsigned char lead;
+  std::size_t length;
+  std::uint32_t lowest;  // below it the sequence is longer than need be
+};
+
+constexpr Utf8Range utf8Ranges[] = {
+    {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}};
+
+bool isXmlCharacter(std::uint32_t character) {
+  const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+  return !isSurrogate && character != 0xFFFE && character != 0xFFFF && character <= 0x10FFFF;
+}
+
+/// The length of the UTF-8 sequence of more than one byte that `text` starts with; 0 when it
+/// starts with none that XML allows.
+std::size_t measureSequence(std::string_view text) {
+  const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  for (const Utf8Range& range : utf8Ranges) {
+    if ((byteAt(0) & range.leadMask) != range.lead) continue;
+    if (text.size() < range.length) return 0;
+    std::uint32_t character = byteAt(0) & static_cast<unsigned char>(~range.leadMask);
+    for (std::size_t i = 1; i < range.length; ++i) {
+      if ((byteAt(i) & 0xC0) != 0x80) return 0;
+      character = (character << 6) | (byteAt(i) & 0x3Fu);
+    }
+    return character >= range.lowest && isXmlCharacter(character) ? range.length : 0;
+  }
+  return 0;
+}
+
+/// The length of the plain ASCII that `text` starts with, eight bytes at a time while it lasts.
+std::size_t measureAscii(std::string_view text) {
+  constexpr std::uint64_t highBits = 0x8080808080808080u;
+  std::size_t i = 0;
+  for (std::uint64_t word = 0; i + sizeof word <= text.size(); i += sizeof word) {
+    std::memcpy(&word, text.data() + i, sizeof word);
+    if ((word & highBits) != 0) break;
+  }
+  while (i < text.size() && (text[i] & 0x80) == 0) ++i;
+  return i;
+}
+
+bool isUtf8(std::string_view text) {
+  while (true) {
+    text.remove_prefix(measureAscii(text));
+    if (text.empty()) return true;
+    const std::size_t length = measureSequence(text);
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+}
+
+}  // namespace
+
+bool isName(std::string_view name) {
+  return !name.empty() && isNameStart(name[0]) && std::all_of(name.begin(), name.end(), isNamePart);
+}
+
+std::string replaceForbidden(const std::string& text) {
+  std::string result = text;
+  std::replace_if(result.begin(), result.end(), isForbidden, '?');
+  return result;
+}
+
+const char* chooseEncoding(std::string_view text) {
+  if (isUtf8(text)) return "UTF-8";
+  constexpr std::string_view undefinedIn1252 = "\x81\x8D\x8F\x90\x9D";
+  return text.find_first_of(undefinedIn1252) == std::string_view::npos ? "windows-1252"
+                                                                       : "ISO-8859-1";
+}
+
+}  // namespace XmlText

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// What XML allows of names and characters.
+namespace XmlText {
+
+/// True when `name` may name an element or an attribute. Bytes from 0x80 on count as letters, in
+/// whatever code page they are.
+bool isName(std::string_view name);
+
+/// `text` with '?' for every character that no XML document can hold, not even as a reference.
+std::string replaceForbidden(const std::string& text);
+
+/// An encoding in which all of `text` is what its bytes say: "UTF-8" when it is valid UTF-8 of
+/// characters that XML allows, else "windows-1252", or "ISO-8859-1" when bytes occur that
+/// windows-1252 does not define.
+const char* chooseEncoding(std::string_view text);
+
+}  // namespace XmlText

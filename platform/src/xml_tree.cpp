@@ -1,0 +1,113 @@
+#include "kv/xml_tree.h"
+
+#include "number_text.h"
+#include "xml_parse.h"
+#include "xml_print.h"
+#include "xml_store.h"
+
+using Store = KvXmlView::Store<KvXmlData>;
+
+int KvXmlAttributeData::getInteger() const {
+  return NumberText::parseInteger(getValue()).value_or(0);
+}
+
+double KvXmlAttributeData::getDouble() const {
+  return NumberText::parseDouble(getValue()).value_or(0.0);
+}
+
+bool KvXmlAttributeData::checkValue(int value) const {
+  return NumberText::parseInteger(getValue()) == value;
+}
+
+KvXmlData::KvXmlData() = default;
+
+KvXmlData::KvXmlData(const std::string& name, KvXmlData* parent) {
+  if (parent == nullptr) {
+    Store::makeStandalone(*this, name);
+    return;
+  }
+  view.node = parent->view.store->makeDetached(name).internal_object();
+  view.store = parent->view.store;
+  view.parent = parent;
+}
+
+KvXmlData::~KvXmlData() { Store::release(*this); }
+
+KvXmlData* KvXmlData::findTree(const std::string& name, bool flag) {
+  const pugi::xml_node node = Store::getNode(*this);
+  return Store::viewDescendant(*this, flag ? Store::findDescendant(node, name.c_str())
+                                           : Store::findChild(node, name.c_str()));
+}
+
+std::vector<KvXmlData*>& KvXmlData::getChildren() { return Store::viewChildren(*this); }
+
+const std::string& KvXmlData::getName() const { return Store::getName(*this); }
+
+KvXmlAttributeData* KvXmlData::findAttribute(const std::string& name) const {
+  return Store::findAttribute(view, name.c_str());
+}
+
+void KvXmlData::addChild(KvXmlData* child) {
+  if (child == nullptr) throw std::invalid_argument("no element to add");
+  Store& from = *child->view.store;
+  if (from.standalone == child && &from != view.store) {
+    Store::adopt(*this, *child);
+    return;
+  }
+  if (&from != view.store) throw std::invalid_argument("the element was made for another document");
+  if (!from.isDetached(*child)) throw std::invalid_argument("the element was added before");
+
+  auto& list = Store::reserveChild(*this);
+  if (!Store::getNode(*this).append_move(Store::getNode(*child)))
+    throw std::invalid_argument("an element cannot be added below itself");
+  from.own(child);
+  child->view.parent = this;
+  list.elements.push_back(child);
+}
+
+void KvXmlData::setAttribute(const std::string& name, int value, bool /*flag*/) {
+  Store::setAttribute(*this, name, NumberText::print(value));
+}
+
+void KvXmlData::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
+  Store::setAttribute(*this, name, XmlText::replaceForbidden(value));
+}
+
+KvXmlTree::KvXmlTree() : store(std::make_unique<Store>()) {}
+
+KvXmlTree::KvXmlTree(std::istream& in) : KvXmlTree() { XmlParse::parse(in, store->document); }
+
+KvXmlTree::~KvXmlTree() = default;
+
+KvXmlData* KvXmlTree::findRoot(const std::string& name, bool /*flag*/) const {
+  KvXmlData* const root = store->getRoot();
+  return root != nullptr && root->getName() == name ? root : nullptr;
+}
+
+KvXmlData* KvXmlTree::open(const std::string& name, bool /*flag*/) {
+  if (current == nullptr)
+    current = store->findRoot() ? findRoot(name, true) : store->createRoot(name);
+  else if (KvXmlData* const child = current->findTree(name, false))
+    current = child;
+  else
+    current = Store::appendChild(*current, name);
+  return current;
+}
+
+void KvXmlTree::close() {
+  if (current != nullptr) current = current->view.parent;
+}
+
+void KvXmlTree::flush() {}
+
+void KvXmlTree::setAttribute(const std::string& name, double value) {
+  if (current != nullptr) Store::setAttribute(*current, name, NumberText::print(value));
+}
+
+KvXmlData* KvXmlTree::getCurrent() const { return current; }
+
+void KvXmlTree::setCurrent(KvXmlData* element) { current = element; }
+
+void KvXmlTree::putToStream(std::ostream& out) const {
+  XmlPrint::print(store->document, store->nursery, out);
+}

@@ -1,0 +1,105 @@
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <memory>
+#include <string_view>
+
+#include "found/foundation_manager.h"
+#include "kv/short_path.h"
+#include "kv/xml_tree.h"
+#include "legacy_xml/legacy_attributes.h"
+#include "legacy_xml/legacy_keys.h"
+
+namespace Found {
+namespace {
+
+using namespace LegacyAttributes;
+namespace Keys = LegacyKeys;
+
+constexpr int notNumbered = -1;
+
+KvVector3D readVector(const KvXmlData& element, const std::string& x, const std::string& y,
+                      const std::string& z) {
+  return KvVector3D{readDouble(element, x, 0.0), readDouble(element, y, 0.0),
+                    readDouble(element, z, 0.0)};
+}
+
+const KvVector3D* nullIfZero(const KvVector3D& v) { return v.length() > 0.0 ? &v : nullptr; }
+
+/// Everything that a "FOUND" element tells but its number.
+Foundation readFoundation(const KvXmlData& element) {
+  const KvVector3D area = readVector(element, Keys::areaX, Keys::areaY, Keys::areaZ);
+  const KvVector3D line = readVector(element, Keys::lineX, Keys::lineY, Keys::lineZ);
+  const KvVector3D rotation(readDouble(element, Keys::rotationX, 0.0), 0.0, 0.0);
+
+  // The area translation is present after reading, even as (0, 0, 0); the others only with a value.
+  Foundation foundation(&area, nullIfZero(rotation));
+  foundation.setDispLine(nullIfZero(line));
+
+  readFailure(element, Keys::failAreaZ, foundation, &Foundation::setFailAreaZ);
+  readFailure(element, Keys::failLineX, foundation, &Foundation::setFailLineX);
+  readFailure(element, Keys::failLineY, foundation, &Foundation::setFailLineY);
+  readFailure(element, Keys::failLineZ, foundation, &Foundation::setFailLineZ);
+  readDouble(element, Keys::factorArea, foundation, &Foundation::setFactorArea);
+  readDouble(element, Keys::factorLine, foundation, &Foundation::setFactorLine);
+  readFlag(element, Keys::isGenerated, foundation, &Foundation::setGenerated);
+  readName(element, Keys::name, foundation);
+  return foundation;
+}
+
+/// The file at `path`, or where that cannot be opened, at the short form of the path.
+std::unique_ptr<std::ifstream> openFile(const std::string& path) {
+  auto file = std::make_unique<std::ifstream>(path);
+  if (!file->fail()) return file;
+
+  std::array<char, 4096> shortPath{};
+  const auto length = GetShortPathNameA(path.c_str(), shortPath.data(), shortPath.size());
+  const bool hasShortPath = length > 0 && length < shortPath.size();
+  file = std::make_unique<std::ifstream>(hasShortPath ? shortPath.data() : path.c_str());
+  return file;
+}
+
+char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+/// Consumes the first line and looks for "xml" in it, in any letter case. What a line holds beyond
+/// the buffer leaves the stream failed, and its document cannot be read.
+bool startsAsXml(std::istream& in) {
+  std::array<char, 1024> line{};
+  in.getline(line.data(), line.size());
+  std::transform(line.begin(), line.end(), line.begin(), toLower);
+  return std::string_view(line.data(), line.size()).find("xml") != std::string_view::npos;
+}
+
+}  // namespace
+
+void FoundationManager::createFromXml(KvXmlData* data) {
+  KvXmlData* const list = data != nullptr ? data->findTree(Keys::foundations, true) : nullptr;
+
+  reset();
+  currentFoundation = nullptr;
+  if (list == nullptr) return;
+
+  for (const KvXmlData* element : list->getChildren()) {
+    if (element->getName() != Keys::foundation) continue;
+    const int number = readInteger(*element, Keys::number, notNumbered);
+    Foundation* const created = giveFoundation(readFoundation(*element), false);
+    if (number != notNumbered) created->setNumber(number);
+  }
+
+  if (const KvXmlAttributeData* const current = list->findAttribute(Keys::current))
+    currentFoundation = findFoundation(current->getData());
+}
+
+bool FoundationManager::readXml(const std::string& path) {
+  const std::unique_ptr<std::ifstream> file = openFile(path);
+  if (!file->good() || !file->is_open()) return false;
+  if (!startsAsXml(*file)) return false;
+
+  // Parsed before anything is touched: a document that is not well-formed throws here and the
+  // manager keeps what it has.
+  const KvXmlTree tree(*file);
+  createFromXml(tree.findRoot(Keys::root, true));
+  return true;
+}
+
+}  // namespace Found

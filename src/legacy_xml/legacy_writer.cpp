@@ -1,0 +1,79 @@
+#include <fstream>
+
+#include "found/foundation_manager.h"
+#include "kv/xml_tree.h"
+#include "legacy_xml/legacy_attributes.h"
+#include "legacy_xml/legacy_keys.h"
+
+namespace Found {
+namespace {
+
+namespace Keys = LegacyKeys;
+
+template <class Value>
+void writeAttribute(const KvXmlTree& tree, const std::string& key, const Value& value) {
+  if (KvXmlData* const element = tree.getCurrent()) element->setAttribute(key, value, true);
+}
+
+void writeVector(KvXmlTree& tree, const std::string& x, const std::string& y, const std::string& z,
+                 const KvVector3D& v) {
+  tree.setAttribute(x, v.x);
+  tree.setAttribute(y, v.y);
+  tree.setAttribute(z, v.z);
+}
+
+/// `None` is not written: absent, it reads as `None`.
+void writeFailure(const KvXmlTree& tree, const std::string& key, Foundation::Failure failure) {
+  if (failure != Foundation::None) writeAttribute(tree, key, static_cast<int>(failure));
+}
+
+/// Writes everything but the number on the current element.
+void writeFoundation(KvXmlTree& tree, Foundation& foundation) {
+  writeAttribute(tree, Keys::name, foundation.getName());
+
+  KvVector3D v;
+  if (foundation.getDispArea(v)) writeVector(tree, Keys::areaX, Keys::areaY, Keys::areaZ, v);
+  if (foundation.getDispLine(v)) writeVector(tree, Keys::lineX, Keys::lineY, Keys::lineZ, v);
+  if (foundation.getRotLine(v)) tree.setAttribute(Keys::rotationX, v.x);
+
+  // The stored modes, whether or not failing is possible: the format has no place for that flag.
+  writeFailure(tree, Keys::failAreaZ, foundation.getFailAreaZ());
+  writeFailure(tree, Keys::failLineX, foundation.getFailLineX());
+  writeFailure(tree, Keys::failLineY, foundation.getFailLineY());
+  writeFailure(tree, Keys::failLineZ, foundation.getFailLineZ());
+
+  tree.setAttribute(Keys::factorArea, foundation.getFactorArea());
+  tree.setAttribute(Keys::factorLine, foundation.getFactorLine());
+  writeAttribute(tree, Keys::isGenerated, foundation.isGenerated() ? 1 : 0);
+}
+
+}  // namespace
+
+void FoundationManager::updateXml(KvXmlTree* tree) const {
+  if (tree == nullptr) return;
+  tree->open(Keys::foundations, false);
+  tree->flush();
+  if (currentFoundation != nullptr)
+    writeAttribute(*tree, Keys::current, currentFoundation->getName());
+
+  for (Foundation* foundation : foundations) {
+    if (foundation == nullptr) continue;
+    if (KvXmlData* const list = tree->getCurrent())
+      tree->setCurrent(LegacyAttributes::giveChild(*list, Keys::foundation, Keys::number,
+                                                   foundation->getNumber()));
+    writeFoundation(*tree, *foundation);
+    tree->close();
+  }
+  tree->close();
+}
+
+void FoundationManager::writeXml(std::ofstream& out) const {
+  KvXmlTree tree;
+  tree.open(Keys::root, false);
+  tree.findRoot(Keys::root, true);
+  updateXml(&tree);
+  tree.close();
+  tree.putToStream(out);
+}
+
+}  // namespace Found

@@ -1,0 +1,64 @@
+#include "found/foundation_manager.h"
+
+namespace Found {
+
+/// Selects foundations. Lives on the stack of the operation that uses it, so it needs no virtual
+/// destructor.
+struct FoundationManager::Predicate {
+  virtual bool operator()(const Foundation* foundation) const = 0;
+
+ protected:
+  ~Predicate() = default;
+};
+
+std::vector<Foundation*> FoundationManager::collectFoundations(const Predicate& predicate) {
+  std::vector<Foundation*> selected;
+  for (Foundation* foundation : foundations)
+    if (foundation != nullptr && predicate(foundation)) selected.push_back(foundation);
+  return selected;
+}
+
+void FoundationManager::removeToPredicate(const Predicate& predicate) {
+  // All users are asked before anything is taken out, so each of them sees the whole list.
+  removeFoundations(collectFoundations(predicate));
+}
+
+void FoundationManager::removeFoundations(const std::vector<Foundation*>& selected) {
+  for (const Foundation* foundation : selected) takeOut(foundation);
+}
+
+void FoundationManager::removeAllGenerated() {
+  struct Generated final : Predicate {
+    bool operator()(const Foundation* foundation) const override {
+      return foundation->isGenerated();
+    }
+  };
+  removeToPredicate(Generated());
+  renumberFoundations();
+}
+
+void FoundationManager::removeAllNotUsed() {
+  struct NotUsed final : Predicate {
+    explicit NotUsed(const FoundationManager* asked) : manager(asked) {}
+    bool operator()(const Foundation* foundation) const override {
+      return !manager->checkUsed(foundation);
+    }
+    const FoundationManager* manager;
+  };
+  // The numbers stay, gaps included: whoever goes on using the rest may know them by number.
+  removeToPredicate(NotUsed(this));
+}
+
+void FoundationManager::removeAllNotUsedGenerated() {
+  struct NotUsedGenerated final : Predicate {
+    explicit NotUsedGenerated(const FoundationManager* asked) : manager(asked) {}
+    bool operator()(const Foundation* foundation) const override {
+      return foundation->isGenerated() && !manager->checkUsed(foundation);
+    }
+    const FoundationManager* manager;
+  };
+  removeToPredicate(NotUsedGenerated(this));
+  renumberFoundations();
+}
+
+}  // namespace Found
