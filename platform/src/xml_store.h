@@ -160,7 +160,7 @@ struct Store {
   }
 
   Element* makeView(const pugi::xml_node& node, Element* parent) {
-    Element* const element = new Element();
+    auto* const element = new Element();
     own(element);
     element->view.store = this;
     element->view.node = node.internal_object();

@@ -31,7 +31,7 @@ void FoundationManager::add(Foundation* f) { foundations.push_back(f); }
 
 void FoundationManager::add(std::unique_ptr<Foundation> f) {
   add(f.get());
-  f.release();
+  static_cast<void>(f.release());  // owned by the list from here on
 }
 
 Foundation* FoundationManager::findFoundation(const Foundation& f) const {

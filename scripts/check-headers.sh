@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Compiles every public header on its own, with all warnings as errors.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/packages.sh
+
+install_packages g++
+for header in include/found/*.h platform/include/kv/*.h; do
+  g++ -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fsyntax-only \
+    -Iinclude -Iplatform/include -include "$header" -x c++ /dev/null
+done

@@ -1,0 +1,18 @@
+# Sourced by the other scripts: installs the Debian packages named as arguments that are missing.
+install_packages() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  local root=()
+  [ "$(id -u)" -eq 0 ] || root=(sudo)
+  echo "Installing ${missing[*]} ..." >&2
+  export DEBIAN_FRONTEND=noninteractive
+  "${root[@]}" apt-get update -qq >&2
+  "${root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+}
+
+build_packages=(g++ cmake ninja-build libpugixml-dev libcli11-dev)
+test_packages=("${build_packages[@]}" libgtest-dev libxml2-utils)

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+/// Text as an engineer sees it on a terminal.
+namespace DisplayText {
+
+/// A name in UTF-8: one in an 8-bit code page is taken as windows-1252. Control characters show as
+/// escapes such as \n or \x1B, so that a name can neither break a table nor command a terminal.
+std::string fromName(const std::string& name);
+
+/// The shortest text that reads back as the same double, without an exponent as long as the number
+/// is of a size that people read.
+std::string fromNumber(double value);
+
+/// How many places `text`, in UTF-8, takes on a terminal.
+std::size_t measure(const std::string& text);
+
+}  // namespace DisplayText

@@ -1,0 +1,49 @@
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "show.h"
+
+namespace {
+
+constexpr int exitError = 2;
+
+int run(int argc, char** argv) {
+  CLI::App app("Looks at the beddings (foundations) of structural models.", "kvfound");
+  app.set_version_flag("--version", "kvfound " KVFOUND_VERSION);
+  app.require_subcommand(1);
+
+  std::string path = "-";
+  CLI::App* const showCommand =
+      app.add_subcommand("show", "Prints the foundations of a legacy model document as a table");
+  showCommand->add_option("FILE", path, "the document; standard input when it is - or left out");
+  showCommand->footer("Example: kvfound show model.xml");
+  showCommand->callback([&] { show(path, std::cout); });
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    const bool isAnswer = error.get_exit_code() == 0;  // --help and --version
+    if (isAnswer) return app.exit(error);
+    std::cerr << "kvfound: " << error.what() << "; see kvfound --help\n";
+    return exitError;
+  }
+  if (!std::cout.flush()) {
+    std::cerr << "kvfound: standard output cannot be written\n";
+    return exitError;
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    std::cerr << "kvfound: " << error.what() << "\n";
+    return exitError;
+  }
+}
