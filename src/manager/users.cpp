@@ -7,9 +7,9 @@ namespace Found {
 
 FoundationUser::FoundationUser() = default;
 
-FoundationUser::FoundationUser(const FoundationUser& other) = default;
+FoundationUser::FoundationUser(const FoundationUser&) = default;
 
-FoundationUser& FoundationUser::operator=(const FoundationUser& other) = default;
+FoundationUser& FoundationUser::operator=(const FoundationUser&) = default;
 
 FoundationUser::~FoundationUser() = default;
 
