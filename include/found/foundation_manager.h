@@ -185,7 +185,6 @@ class FOUND_API FoundationManager {
  private:
   struct Predicate;
 
-  void takeOut(const Foundation* f);
   bool hasUniqueName(const std::string& name) const;
   void renumberFoundations();
   std::vector<Foundation*> collectFoundations(const Predicate& predicate);

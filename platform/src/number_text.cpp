@@ -1,7 +1,13 @@
 #include "number_text.h"
 
 #include <charconv>
+#include <clocale>
+#include <cstdio>
+#include <cstring>
 #include <limits>
+#include <stdexcept>
+
+#include <locale.h>
 
 namespace NumberText {
 namespace {
@@ -52,6 +58,14 @@ double limitOfRange(std::string_view text) {
   return text[0] == '-' ? -magnitude : magnitude;
 }
 
+/// Converts `text`, all of which must be the number.
+template <class Number>
+std::errc convert(std::string_view text, Number& value) {
+  const char* const end = text.data() + text.size();
+  const std::from_chars_result result = std::from_chars(text.data(), end, value);
+  return result.ptr == end ? result.ec : std::errc::invalid_argument;
+}
+
 template <class Number>
 std::string printNumber(Number value) {
   char buffer[32];  // the longest double takes 24 characters
@@ -59,29 +73,90 @@ std::string printNumber(Number value) {
   return std::string(buffer, result.ptr);
 }
 
+/// True when `format` holds exactly one conversion and that takes a double and nothing else.
+bool isDoubleFormat(const char* format) {
+  int conversions = 0;
+  for (const char* c = format; *c != '\0'; ++c) {
+    if (*c != '%') continue;
+    ++c;
+    if (*c == '%') continue;
+    c += std::strspn(c, "-+ #0");
+    c += std::strspn(c, "0123456789");
+    if (*c == '.') c += 1 + std::strspn(c + 1, "0123456789");
+    if (*c == '\0' || std::strchr("aAeEfFgG", *c) == nullptr) return false;
+    ++conversions;
+  }
+  return conversions == 1;
+}
+
+/// Prints in the "C" locale, whatever the process locale is.
+class ClassicLocale {
+ public:
+#if defined(_WIN32)
+  ClassicLocale() : classic(_create_locale(LC_ALL, "C")) {}
+  ~ClassicLocale() { _free_locale(classic); }
+
+  int print(char* text, std::size_t size, const char* format, double value) const {
+    return size == 0 ? _scprintf_l(format, classic, value)
+                     : _snprintf_l(text, size, format, classic, value);
+  }
+#else
+  ClassicLocale() : classic(newlocale(LC_ALL_MASK, "C", nullptr)), previous(uselocale(classic)) {}
+  ~ClassicLocale() {
+    uselocale(previous);
+    freelocale(classic);
+  }
+
+  int print(char* text, std::size_t size, const char* format, double value) const {
+    return std::snprintf(text, size, format, value);
+  }
+#endif
+  ClassicLocale(const ClassicLocale&) = delete;
+  ClassicLocale& operator=(const ClassicLocale&) = delete;
+
+ private:
+#if defined(_WIN32)
+  _locale_t classic;
+#else
+  locale_t classic;
+  locale_t previous;
+#endif
+};
+
 }  // namespace
 
 std::optional<int> parseInteger(std::string_view text) {
-  text = stripNumber(text);
-  const char* const end = text.data() + text.size();
   int value = 0;
-  const std::from_chars_result result = std::from_chars(text.data(), end, value);
-  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
-  return value;
+  if (convert(text, value) == std::errc()) return value;
+  text = stripNumber(text);
+  if (convert(text, value) == std::errc()) return value;
+  return std::nullopt;
 }
 
 std::optional<double> parseDouble(std::string_view text) {
-  text = stripNumber(text);
-  const char* const end = text.data() + text.size();
   double value = 0.0;
-  const std::from_chars_result result = std::from_chars(text.data(), end, value);
-  if (result.ec == std::errc::invalid_argument || result.ptr != end) return std::nullopt;
-  if (result.ec == std::errc::result_out_of_range) return limitOfRange(text);
-  return value;
+  if (convert(text, value) == std::errc()) return value;
+  text = stripNumber(text);
+  const std::errc failure = convert(text, value);
+  if (failure == std::errc()) return value;
+  if (failure == std::errc::result_out_of_range) return limitOfRange(text);
+  return std::nullopt;
 }
 
 std::string print(int value) { return printNumber(value); }
 
 std::string print(double value) { return printNumber(value); }
+
+std::string print(double value, const char* format) {
+  if (format == nullptr || !isDoubleFormat(format))
+    throw std::invalid_argument("this is no format for one double");
+  const ClassicLocale classic;
+  const int size = classic.print(nullptr, 0, format, value);
+  if (size < 0) throw std::invalid_argument("this format asks for too many characters");
+  std::string text(static_cast<std::size_t>(size) + 1, '\0');
+  classic.print(text.data(), text.size(), format, value);
+  text.pop_back();
+  return text;
+}
 
 }  // namespace NumberText

@@ -20,4 +20,8 @@ std::string print(int value);
 /// The shortest text that reads back as the same double.
 std::string print(double value);
 
+/// As std::printf() prints it in the "C" locale. Throws std::invalid_argument when `format` does
+/// not hold exactly one conversion, of a double, or leaves width or precision to an argument.
+std::string print(double value, const char* format);
+
 }  // namespace NumberText

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "kv/xml_error.h"
+#include "xml_walk.h"
 
 namespace XmlParse {
 namespace {
@@ -163,25 +164,33 @@ std::string describe(const pugi::xml_parse_result& result, bool atEnd) {
 
 bool isWhiteSpace(const char* text) { return text[std::strspn(text, " \t\r\n")] == '\0'; }
 
-/// The name of the first attribute that repeats an earlier one, or null. Compares each with each
-/// while they are few; the table serves the element that has thousands.
-const char* findRepeatedName(const pugi::xml_node& element) {
-  constexpr int few = 40;
-  int count = 0;
-  std::unordered_set<std::string_view> names;
-  for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute(), ++count) {
-    if (count == few)
-      for (pugi::xml_attribute b = element.first_attribute(); b != a; b = b.next_attribute())
-        names.insert(b.name());
-    if (count >= few) {
-      if (!names.insert(a.name()).second) return a.name();
-      continue;
+/// Finds attributes that are given twice. Most elements have the same attributes as the one before,
+/// and then nothing is left to compare.
+class NameCheck {
+ public:
+  /// The name of the first attribute that repeats an earlier one, or null.
+  const char* findRepeated(const pugi::xml_node& element) {
+    if (isLikeLast(element)) return nullptr;
+    last.clear();
+    known.clear();
+    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute()) {
+      if (!known.insert(a.name()).second) return a.name();
+      last.push_back(a.name());
     }
-    for (pugi::xml_attribute b = element.first_attribute(); b != a; b = b.next_attribute())
-      if (std::strcmp(a.name(), b.name()) == 0) return a.name();
+    return nullptr;
   }
-  return nullptr;
-}
+
+ private:
+  bool isLikeLast(const pugi::xml_node& element) const {
+    auto name = last.begin();
+    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute(), ++name)
+      if (name == last.end() || std::strcmp(a.name(), *name) != 0) return false;
+    return name == last.end();
+  }
+
+  std::vector<const char*> last;
+  std::unordered_set<std::string_view> known;
+};
 
 /// Checks what the parser lets pass.
 class Inspection {
@@ -189,22 +198,12 @@ class Inspection {
   Inspection(const pugi::xml_document& checked, const char* text, const LineTable& table)
       : document(checked), begin(text), lines(table) {}
 
-  void run() const {
+  void run() {
     checkTopLevel();
-    int depth = 0;
-    for (pugi::xml_node node = document.first_child(); node;) {
-      if (node.type() == pugi::node_element) checkElement(node, depth + 1);
-      if (node.first_child()) {
-        node = node.first_child();
-        ++depth;
-        continue;
-      }
-      while (node && !node.next_sibling()) {
-        node = node.parent();
-        --depth;
-      }
-      node = node.next_sibling();
-    }
+    for (const pugi::xml_node top : document.children())
+      walkXml(top, [this](const pugi::xml_node& node, int level) {
+        if (node.type() == pugi::node_element) checkElement(node, level);
+      });
   }
 
  private:
@@ -213,7 +212,7 @@ class Inspection {
   }
 
   void checkTopLevel() const {
-    const pugi::xml_node root = findRoot(document);
+    const pugi::xml_node root = document.document_element();
     for (pugi::xml_node node : document.children()) {
       const bool isText = node.type() == pugi::node_cdata ||
                           (node.type() == pugi::node_pcdata && !isWhiteSpace(node.value()));
@@ -223,22 +222,23 @@ class Inspection {
     }
   }
 
-  void checkElement(const pugi::xml_node& element, int depth) const {
-    if (depth > greatestDepth)
+  void checkElement(const pugi::xml_node& element, int level) {
+    if (level > greatestDepth)
       failAt("elements are nested more than " + std::to_string(greatestDepth) + " levels deep",
              element.name());
-    if (const char* name = findRepeatedName(element))
+    if (const char* name = names.findRepeated(element))
       failAt("the attribute \"" + std::string(name) + "\" is given twice", name);
   }
 
   const pugi::xml_document& document;
   const char* begin;
   const LineTable& lines;
+  NameCheck names;
 };
 
 }  // namespace
 
-void parse(std::istream& in, pugi::xml_document& document) {
+void parse(std::istream& in, pugi::xml_document& document, Root root) {
   Text text = readRest(in);
   const LineTable lines(text);
   const char* const begin = text.data.get();
@@ -259,8 +259,8 @@ void parse(std::istream& in, pugi::xml_document& document) {
     fail(describe(result, offset == size), lines.find(offset));
   }
   Inspection(document, begin, lines).run();
+  if (root == Root::required && !document.document_element())
+    fail("the document has no root element", lines.find(size));
 }
-
-pugi::xml_node findRoot(const pugi::xml_document& document) { return document.document_element(); }
 
 }  // namespace XmlParse

@@ -6,11 +6,10 @@
 
 namespace XmlParse {
 
+enum class Root { optional, required };
+
 /// Parses `in` from its position to its end into `document`, which keeps every node but white
 /// space between elements. Throws KvXmlError; `document` is then of no use.
-void parse(std::istream& in, pugi::xml_document& document);
-
-/// The root element, null when there is none.
-pugi::xml_node findRoot(const pugi::xml_document& document);
+void parse(std::istream& in, pugi::xml_document& document, Root root);
 
 }  // namespace XmlParse

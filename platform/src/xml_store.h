@@ -14,6 +14,7 @@
 #include <pugixml.hpp>
 
 #include "kv/xml_view.h"
+#include "xml_attribute_text.h"
 #include "xml_text.h"
 
 namespace KvXmlView {
@@ -123,7 +124,8 @@ struct Store {
   }
 
   /// Leaf by leaf: however deep the element, the stack stays flat.
-  static void erase(const pugi::xml_node& top) {
+  void erase(const pugi::xml_node& top) {
+    lastSetOn = nullptr;
     pugi::xml_node leaf = top;
     while (leaf) {
       while (leaf.first_child()) leaf = leaf.first_child();
@@ -135,18 +137,22 @@ struct Store {
     }
   }
 
-  /// Sets an attribute to a text that XML can hold.
-  static void setAttribute(const Element& element, const std::string& name,
-                           const std::string& text) {
-    if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
+  /// Sets an attribute to a text that XML can hold. Attributes are mostly set in the order in which
+  /// they stand, so each is looked for behind the one set before.
+  static void setAttribute(const Element& element, const std::string& name, const char* text) {
+    Store& store = *element.view.store;
     pugi::xml_node node = getNode(element);
-    pugi::xml_attribute attribute = node.attribute(name.c_str());
+    if (store.lastSetOn != element.view.node) store.lastSet = pugi::xml_attribute();
+    store.lastSetOn = element.view.node;
+
+    pugi::xml_attribute attribute = node.attribute(name.c_str(), store.lastSet);
     if (attribute) {
-      if (!attribute.set_value(text.c_str())) throw std::bad_alloc();
+      if (!attribute.set_value(text)) throw std::bad_alloc();
       return;
     }
+    if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
     attribute = node.append_attribute(name.c_str());
-    if (attribute && attribute.set_value(text.c_str())) return;
+    if (attribute && attribute.set_value(text)) return;
     node.remove_attribute(attribute);
     throw std::bad_alloc();
   }
@@ -183,19 +189,27 @@ struct Store {
 
   static const std::string& getName(const Element& element) {
     if (element.view.name == nullptr)
-      element.view.name = &*element.view.store->names.emplace(getNode(element).name()).first;
+      element.view.name = element.view.store->internName(getNode(element).name());
     return *element.view.name;
+  }
+
+  /// Neighbours mostly have the same name, so that is tried first.
+  const std::string* internName(const char* name) {
+    if (lastName == nullptr || *lastName != name) lastName = &*names.emplace(name).first;
+    return lastName;
   }
 
   template <class Attribute>
   static Attribute* findAttribute(const ElementView<Element, Attribute>& view, const char* name) {
+    if (view.attributes != nullptr) {
+      if (Attribute* const known = view.attributes->find(name)) return known;
+      if (view.attributes->coversAll()) return nullptr;
+    }
     const pugi::xml_node node(view.node);
     if (!node.first_attribute()) return nullptr;
-    if (view.attributes == nullptr || !view.attributes->coversAll()) {
-      auto block = std::make_unique<AttributeBlock<Attribute>>(node);
-      block->older = std::move(view.attributes);
-      view.attributes = std::move(block);
-    }
+    auto block = std::make_unique<AttributeBlock<Attribute>>(node);
+    block->older = std::move(view.attributes);
+    view.attributes = std::move(block);
     return view.attributes->find(name);
   }
 
@@ -284,7 +298,7 @@ struct Store {
     if (store->standalone == &element)
       delete store;
     else
-      erase(getNode(element));
+      store->erase(getNode(element));
   }
 
   /// Takes over all of the store of a standalone element, which becomes the last child of `parent`.
@@ -310,6 +324,9 @@ struct Store {
   Element* first = nullptr;
   Element* standalone = nullptr;
   std::unordered_set<std::string> names;  // of elements, each text once
+  const std::string* lastName = nullptr;
+  pugi::xml_node_struct* lastSetOn = nullptr;
+  pugi::xml_attribute lastSet;  // of that node
 
  private:
   /// All views below `top` and itself, parents first; each with a complete list of children.

@@ -63,14 +63,15 @@ std::size_t measureAscii(std::string_view text) {
   return i;
 }
 
+/// `text` starts with a byte that is not ASCII.
 bool isUtf8(std::string_view text) {
-  while (true) {
-    text.remove_prefix(measureAscii(text));
-    if (text.empty()) return true;
+  while (!text.empty()) {
     const std::size_t length = measureSequence(text);
     if (length == 0) return false;
     text.remove_prefix(length);
+    text.remove_prefix(measureAscii(text));
   }
+  return true;
 }
 
 }  // namespace
@@ -85,11 +86,17 @@ std::string replaceForbidden(const std::string& text) {
   return result;
 }
 
-const char* chooseEncoding(std::string_view text) {
-  if (isUtf8(text)) return "UTF-8";
+void EncodingChoice::add(std::string_view text) {
+  text.remove_prefix(measureAscii(text));
+  if (text.empty()) return;
   constexpr std::string_view undefinedIn1252 = "\x81\x8D\x8F\x90\x9D";
-  return text.find_first_of(undefinedIn1252) == std::string_view::npos ? "windows-1252"
-                                                                       : "ISO-8859-1";
+  fitsUtf8 = fitsUtf8 && isUtf8(text);
+  fits1252 = fits1252 && text.find_first_of(undefinedIn1252) == std::string_view::npos;
+}
+
+const char* EncodingChoice::get() const {
+  if (fitsUtf8) return "UTF-8";
+  return fits1252 ? "windows-1252" : "ISO-8859-1";
 }
 
 }  // namespace XmlText

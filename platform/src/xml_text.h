@@ -13,9 +13,17 @@ bool isName(std::string_view name);
 /// `text` with '?' for every character that no XML document can hold, not even as a reference.
 std::string replaceForbidden(const std::string& text);
 
-/// An encoding in which all of `text` is what its bytes say: "UTF-8" when it is valid UTF-8 of
-/// characters that XML allows, else "windows-1252", or "ISO-8859-1" when bytes occur that
+/// Finds an encoding in which all texts added are what their bytes say: "UTF-8" when they are valid
+/// UTF-8 of characters that XML allows, else "windows-1252", or "ISO-8859-1" when bytes occur that
 /// windows-1252 does not define.
-const char* chooseEncoding(std::string_view text);
+class EncodingChoice {
+ public:
+  void add(std::string_view text);
+  const char* get() const;
+
+ private:
+  bool fitsUtf8 = true;
+  bool fits1252 = true;
+};
 
 }  // namespace XmlText

@@ -66,16 +66,18 @@ void KvXmlData::addChild(KvXmlData* child) {
 }
 
 void KvXmlData::setAttribute(const std::string& name, int value, bool /*flag*/) {
-  Store::setAttribute(*this, name, NumberText::print(value));
+  Store::setAttribute(*this, name, NumberText::print(value).c_str());
 }
 
 void KvXmlData::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
-  Store::setAttribute(*this, name, XmlText::replaceForbidden(value));
+  Store::setAttribute(*this, name, XmlText::replaceForbidden(value).c_str());
 }
 
 KvXmlTree::KvXmlTree() : store(std::make_unique<Store>()) {}
 
-KvXmlTree::KvXmlTree(std::istream& in) : KvXmlTree() { XmlParse::parse(in, store->document); }
+KvXmlTree::KvXmlTree(std::istream& in) : KvXmlTree() {
+  XmlParse::parse(in, store->document, XmlParse::Root::optional);
+}
 
 KvXmlTree::~KvXmlTree() = default;
 
@@ -101,7 +103,7 @@ void KvXmlTree::close() {
 void KvXmlTree::flush() {}
 
 void KvXmlTree::setAttribute(const std::string& name, double value) {
-  if (current != nullptr) Store::setAttribute(*current, name, NumberText::print(value));
+  if (current != nullptr) Store::setAttribute(*current, name, NumberText::print(value).c_str());
 }
 
 KvXmlData* KvXmlTree::getCurrent() const { return current; }

@@ -1,6 +1,7 @@
 #include "legacy_xml/legacy_attributes.h"
 
 #include <memory>
+#include <utility>
 
 namespace Found::LegacyAttributes {
 namespace {
@@ -58,24 +59,41 @@ bool readName(const KvXmlData& element, const std::string& key, Foundation& foun
   });
 }
 
-KvXmlData* findChild(KvXmlData& parent, const std::string& name, const std::string& key,
-                     int value) {
-  for (KvXmlData* child : parent.getChildren()) {
-    if (child->getName() != name) continue;
+NumberedChildren::NumberedChildren(KvXmlData& parentElement, std::string elementName,
+                                   std::string numberKey)
+    : parent(parentElement), name(std::move(elementName)), key(std::move(numberKey)) {}
+
+std::optional<int> NumberedChildren::passNext() {
+  KvXmlData* const child = parent.getChildren()[passed];
+  std::optional<int> number;
+  if (child->getName() == name) {
     const KvXmlAttributeData* const attribute = child->findAttribute(key);
-    if (attribute != nullptr && attribute->checkValue(value)) return child;
+    // A text that is no number reads as 0 too, but is not the number 0.
+    if (attribute != nullptr && attribute->checkValue(attribute->getInteger()))
+      number = attribute->getInteger();
   }
+  if (number) firsts.emplace(*number, child);
+  ++passed;
+  return number;
+}
+
+KvXmlData* NumberedChildren::find(int number) {
+  const auto first = firsts.find(number);
+  if (first != firsts.end()) return first->second;
+  while (passed < parent.getChildren().size())
+    if (passNext() == number) return firsts.at(number);
   return nullptr;
 }
 
-KvXmlData* giveChild(KvXmlData& parent, const std::string& name, const std::string& key,
-                     int value) {
-  if (KvXmlData* const child = findChild(parent, name, key, value)) return child;
+KvXmlData* NumberedChildren::give(int number) {
+  if (KvXmlData* const child = find(number)) return child;
 
   auto created = std::make_unique<KvXmlData>(name, &parent);
   parent.addChild(created.get());
   KvXmlData* const child = created.release();  // the parent owns it from here on
-  child->setAttribute(key, value, true);
+  child->setAttribute(key, number, true);
+  firsts.emplace(number, child);
+  ++passed;
   return child;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <unordered_map>
 
 #include "found/foundation.h"
 #include "kv/xml_tree.h"
@@ -22,10 +24,29 @@ bool readFailure(const KvXmlData& element, const std::string& key, Foundation& f
                  void (Foundation::*setter)(Foundation::Failure));
 bool readName(const KvXmlData& element, const std::string& key, Foundation& foundation);
 
-/// The first child of this element name whose attribute `key` is the number `value`, or null.
-KvXmlData* findChild(KvXmlData& parent, const std::string& name, const std::string& key, int value);
+/// The child elements of one name, told apart by an attribute that is a whole number.
+///
+/// Children that were passed in one search are known in the next, so that updating a document takes
+/// a time in proportion to its size. Only give() may add children in the meantime.
+class NumberedChildren {
+ public:
+  NumberedChildren(KvXmlData& parentElement, std::string elementName, std::string numberKey);
 
-/// The same; when there is none, a new last child with that attribute.
-KvXmlData* giveChild(KvXmlData& parent, const std::string& name, const std::string& key, int value);
+  /// The first child, in their order, that has this number, or null.
+  KvXmlData* find(int number);
+
+  /// The same; when there is none, a new last child with this number.
+  KvXmlData* give(int number);
+
+ private:
+  /// Takes note of the next child and returns its number, if it has one.
+  std::optional<int> passNext();
+
+  KvXmlData& parent;
+  std::string name;
+  std::string key;
+  std::size_t passed = 0;
+  std::unordered_map<int, KvXmlData*> firsts;
+};
 
 }  // namespace Found::LegacyAttributes

@@ -3,12 +3,14 @@
 #include <fstream>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "found/foundation_manager.h"
 #include "kv/short_path.h"
 #include "kv/xml_tree.h"
 #include "legacy_xml/legacy_attributes.h"
 #include "legacy_xml/legacy_keys.h"
+#include "manager/default_names.h"
 
 namespace Found {
 namespace {
@@ -27,13 +29,14 @@ KvVector3D readVector(const KvXmlData& element, const std::string& x, const std:
 const KvVector3D* nullIfZero(const KvVector3D& v) { return v.length() > 0.0 ? &v : nullptr; }
 
 /// Everything that a "FOUND" element tells but its number.
-Foundation readFoundation(const KvXmlData& element) {
+std::unique_ptr<Foundation> readFoundation(const KvXmlData& element) {
   const KvVector3D area = readVector(element, Keys::areaX, Keys::areaY, Keys::areaZ);
   const KvVector3D line = readVector(element, Keys::lineX, Keys::lineY, Keys::lineZ);
   const KvVector3D rotation(readDouble(element, Keys::rotationX, 0.0), 0.0, 0.0);
 
   // The area translation is present after reading, even as (0, 0, 0); the others only with a value.
-  Foundation foundation(&area, nullIfZero(rotation));
+  auto created = std::make_unique<Foundation>(&area, nullIfZero(rotation));
+  Foundation& foundation = *created;
   foundation.setDispLine(nullIfZero(line));
 
   readFailure(element, Keys::failAreaZ, foundation, &Foundation::setFailAreaZ);
@@ -44,7 +47,7 @@ Foundation readFoundation(const KvXmlData& element) {
   readDouble(element, Keys::factorLine, foundation, &Foundation::setFactorLine);
   readFlag(element, Keys::isGenerated, foundation, &Foundation::setGenerated);
   readName(element, Keys::name, foundation);
-  return foundation;
+  return created;
 }
 
 /// The file at `path`, or where that cannot be opened, at the short form of the path.
@@ -79,11 +82,16 @@ void FoundationManager::createFromXml(KvXmlData* data) {
   currentFoundation = nullptr;
   if (list == nullptr) return;
 
+  // Each is numbered and named as giveFoundation() would, and then given the number it brings.
+  Succession succession(foundations);
   for (const KvXmlData* element : list->getChildren()) {
     if (element->getName() != Keys::foundation) continue;
     const int number = readInteger(*element, Keys::number, notNumbered);
-    Foundation* const created = giveFoundation(readFoundation(*element), false);
-    if (number != notNumbered) created->setNumber(number);
+    std::unique_ptr<Foundation> created = readFoundation(*element);
+    created->setNumber(number != notNumbered ? number : succession.giveNumber());
+    if (created->getName().empty()) created->setName(succession.giveName());
+    add(std::move(created));
+    succession.noteLast();
   }
 
   if (const KvXmlAttributeData* const current = list->findAttribute(Keys::current))

@@ -1,4 +1,5 @@
 #include <fstream>
+#include <optional>
 
 #include "found/foundation_manager.h"
 #include "kv/xml_tree.h"
@@ -56,11 +57,12 @@ void FoundationManager::updateXml(KvXmlTree* tree) const {
   if (currentFoundation != nullptr)
     writeAttribute(*tree, Keys::current, currentFoundation->getName());
 
+  std::optional<LegacyAttributes::NumberedChildren> elements;
+  if (KvXmlData* const list = tree->getCurrent())
+    elements.emplace(*list, Keys::foundation, Keys::number);
   for (Foundation* foundation : foundations) {
     if (foundation == nullptr) continue;
-    if (KvXmlData* const list = tree->getCurrent())
-      tree->setCurrent(LegacyAttributes::giveChild(*list, Keys::foundation, Keys::number,
-                                                   foundation->getNumber()));
+    if (elements) tree->setCurrent(elements->give(foundation->getNumber()));
     writeFoundation(*tree, *foundation);
     tree->close();
   }

@@ -18,7 +18,18 @@ FoundationManager::FoundationManager() = default;
 
 FoundationManager::FoundationManager(const FoundationManager& other) = default;
 
-FoundationManager& FoundationManager::operator=(const FoundationManager& other) = default;
+FoundationManager& FoundationManager::operator=(const FoundationManager& other) {
+  // First what may fail: half an assignment would share foundations that nobody knows of.
+  std::vector<Foundation*> otherFoundations = other.foundations;
+  std::vector<Foundation*> otherRemoved = other.removedFoundations;
+  std::vector<FoundationUser*> otherUsers = other.users;
+  maxFoundationValue = other.maxFoundationValue;
+  foundations.swap(otherFoundations);
+  removedFoundations.swap(otherRemoved);
+  users.swap(otherUsers);
+  currentFoundation = other.currentFoundation;
+  return *this;
+}
 
 FoundationManager::~FoundationManager() { reset(); }
 
@@ -60,14 +71,10 @@ const std::vector<Foundation*>& FoundationManager::getRemovedFoundations() const
 void FoundationManager::remove(Foundation* f, bool deleteFoundation, bool keepRemoved) {
   // First what may fail: out of memory, the foundation stays where it is.
   if (keepRemoved) removedFoundations.push_back(f);
-  takeOut(f);
-  if (deleteFoundation && !keepRemoved) delete f;
-}
-
-void FoundationManager::takeOut(const Foundation* f) {
   const auto place = std::find(foundations.begin(), foundations.end(), f);
   if (place != foundations.end()) foundations.erase(place);
   if (f == currentFoundation) currentFoundation = nullptr;
+  if (deleteFoundation && !keepRemoved) delete f;
 }
 
 void FoundationManager::redo(Foundation* f) {

@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <limits>
 
 #include "found/foundation_manager.h"
+#include "manager/default_names.h"
 
 namespace Found {
 namespace {
@@ -14,20 +14,6 @@ int findHighestNumber(const std::vector<Foundation*>& list, int floor) {
   return highest;
 }
 
-/// Behind the largest int there is no other; the number is then given again.
-int giveNextNumber(const std::vector<Foundation*>& list) {
-  const int highest = findHighestNumber(list, 0);
-  return highest < std::numeric_limits<int>::max() ? highest + 1 : highest;
-}
-
-/// "Found" and the number in at least four places, filled up on the left, before a sign too.
-std::string makeDefaultName(long long number) {
-  constexpr std::size_t places = 4;
-  const std::string digits = std::to_string(number);
-  const std::size_t missing = digits.size() < places ? places - digits.size() : 0;
-  return "Found" + std::string(missing, '0') + digits;
-}
-
 }  // namespace
 
 Foundation* FoundationManager::giveFoundation(const Foundation& foundation, bool findEqual) {
@@ -35,7 +21,7 @@ Foundation* FoundationManager::giveFoundation(const Foundation& foundation, bool
     if (Foundation* const equal = findFoundation(foundation)) return equal;
 
   auto created = std::make_unique<Foundation>(foundation);
-  created->setNumber(giveNextNumber(foundations));
+  created->setNumber(followNumber(findHighestNumber(foundations, 0)));
   if (created->getName().empty()) created->setName(giveNextFoundationName(created->getNumber()));
   add(std::move(created));
   return foundations.back();
@@ -45,7 +31,7 @@ Foundation* FoundationManager::giveFoundation(const std::string& name) {
   if (Foundation* const named = findFoundation(name)) return named;
 
   auto created = std::make_unique<Foundation>();
-  created->setNumber(giveNextNumber(foundations));
+  created->setNumber(followNumber(findHighestNumber(foundations, 0)));
   created->setName(name);
   add(std::move(created));
   return foundations.back();

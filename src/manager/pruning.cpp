@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <unordered_map>
+
 #include "found/foundation_manager.h"
 
 namespace Found {
@@ -24,7 +27,16 @@ void FoundationManager::removeToPredicate(const Predicate& predicate) {
 }
 
 void FoundationManager::removeFoundations(const std::vector<Foundation*>& selected) {
-  for (const Foundation* foundation : selected) takeOut(foundation);
+  // In one pass: of each foundation as many entries go, from the front, as it was selected times.
+  std::unordered_map<const Foundation*, int> leaving;
+  for (const Foundation* foundation : selected) ++leaving[foundation];
+  const auto leaves = [&leaving](const Foundation* foundation) {
+    const auto entry = leaving.find(foundation);
+    return entry != leaving.end() && entry->second-- > 0;
+  };
+  foundations.erase(std::remove_if(foundations.begin(), foundations.end(), leaves),
+                    foundations.end());
+  if (leaving.count(currentFoundation) > 0) currentFoundation = nullptr;
 }
 
 void FoundationManager::removeAllGenerated() {

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kv/export.h"
+#include "kv/nullable.h"
+#include "kv/xml_error.h"
+#include "kv/xml_view.h"
+
+/// @file
+/// The newer XML library: a document with a root, its elements and their attributes.
+///
+/// Text is 8-bit and passes through unchanged, whatever its code page. Numbers are converted alike
+/// under every process locale. Where memory runs out std::bad_alloc is thrown. The `bool`
+/// arguments named `flag` have no effect.
+
+namespace KvXmlN {
+
+/// An attribute of an element, which owns it.
+class KV_API AttributeData : public KvXmlView::AttributeView {
+ private:
+  friend class Data;
+};
+
+/// An element. Pointers to it and to its attributes stay valid as long as its document.
+class KV_API Data {
+ public:
+  /// An element that stands for itself. Throws std::invalid_argument when `name` is no XML name.
+  explicit Data(const std::string& name);
+  ~Data();
+  Data(const Data&) = delete;
+  Data& operator=(const Data&) = delete;
+
+  /// The child elements in document order.
+  const std::vector<Data*>& getChildren() const;
+
+  const std::string& getName() const;
+
+  /// The attribute of this name, or null.
+  const AttributeData* findAttribute(const std::string& name) const;
+
+  /// The attribute as a number: white space around it and one leading '+' are accepted, and "inf"
+  /// and "nan" are. 0.0 when the attribute is absent or anything else; an infinity or a zero of
+  /// its sign when it is beyond the range of double.
+  double getAttributeDouble(const std::string& name) const;
+
+  /// Appends a new element and returns it, owned by this one; null when `name` is no XML name.
+  Data* createChild(const std::string& name);
+
+  /// Sets an attribute; one that exists keeps its place. A character that XML cannot hold (a
+  /// control character other than tab and line break) is stored as '?'. Throws
+  /// std::invalid_argument when `name` is no XML name.
+  void setAttribute(const std::string& name, const std::string& value, bool flag);
+  void setAttribute(const std::string& name, int value, bool flag);
+  /// In the shortest form that reads back as the same double.
+  void setAttribute(const std::string& name, double value);
+  /// As std::printf() prints it in the "C" locale. Throws std::invalid_argument when `format` does
+  /// not hold exactly one conversion, of a double, or leaves width or precision to an argument.
+  void setAttribute(const std::string& name, double value, const char* format);
+
+ private:
+  friend class Document;
+  friend struct KvXmlView::Store<Data>;
+  Data();
+
+  KvXmlView::ElementView<Data, AttributeData> view;
+};
+
+/// Reads attributes as values.
+struct KV_API AttributeIn {
+  /// The attribute's text, or none when it is absent.
+  static kvt::Nullable<std::string> readString(const Data& data, const std::string& name);
+};
+
+/// A document, which owns its elements.
+class KV_API Document {
+ public:
+  /// A document of nothing but a root. Throws std::invalid_argument when `rootName` is no XML name.
+  explicit Document(const std::string& rootName);
+
+  /// Parses from the stream's position to its end. Throws KvXmlError when the text has no root
+  /// element, is not well-formed, has several roots or text outside the root, gives an attribute
+  /// twice, nests deeper than 1,000 levels or holds a NUL character, or when the stream cannot be
+  /// read.
+  explicit Document(std::istream& in);
+
+  ~Document();
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+
+  Data& getRoot();
+  const Data& getRoot() const;
+
+  /// Prints the document as KvXmlTree::putToStream() does.
+  void putToStream(std::ostream& out) const;
+
+ private:
+  std::unique_ptr<KvXmlView::Store<Data>> store;
+};
+
+}  // namespace KvXmlN

@@ -1,0 +1,79 @@
+#include "kv/xml_n.h"
+
+#include "number_text.h"
+#include "xml_parse.h"
+#include "xml_print.h"
+#include "xml_store.h"
+
+namespace KvXmlN {
+
+using Store = KvXmlView::Store<Data>;
+
+Data::Data() = default;
+
+Data::Data(const std::string& name) { Store::makeStandalone(*this, name); }
+
+Data::~Data() { Store::release(*this); }
+
+const std::vector<Data*>& Data::getChildren() const {
+  // What is made here are views of children that the document has anyway.
+  return Store::viewChildren(const_cast<Data&>(*this));
+}
+
+const std::string& Data::getName() const { return Store::getName(*this); }
+
+const AttributeData* Data::findAttribute(const std::string& name) const {
+  return Store::findAttribute(view, name.c_str());
+}
+
+double Data::getAttributeDouble(const std::string& name) const {
+  const AttributeData* const attribute = findAttribute(name);
+  return attribute != nullptr ? NumberText::parseDouble(attribute->getValue()).value_or(0.0) : 0.0;
+}
+
+Data* Data::createChild(const std::string& name) {
+  return XmlText::isName(name) ? Store::appendChild(*this, name) : nullptr;
+}
+
+void Data::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
+  Store::setAttribute(*this, name, XmlText::replaceForbidden(value).c_str());
+}
+
+void Data::setAttribute(const std::string& name, int value, bool /*flag*/) {
+  Store::setAttribute(*this, name, NumberText::print(value).c_str());
+}
+
+void Data::setAttribute(const std::string& name, double value) {
+  Store::setAttribute(*this, name, NumberText::print(value).c_str());
+}
+
+void Data::setAttribute(const std::string& name, double value, const char* format) {
+  Store::setAttribute(*this, name,
+                      XmlText::replaceForbidden(NumberText::print(value, format)).c_str());
+}
+
+kvt::Nullable<std::string> AttributeIn::readString(const Data& data, const std::string& name) {
+  const AttributeData* const attribute = data.findAttribute(name);
+  if (attribute == nullptr) return {};
+  return attribute->getData();
+}
+
+Document::Document(const std::string& rootName) : store(std::make_unique<Store>()) {
+  store->createRoot(rootName);
+}
+
+Document::Document(std::istream& in) : store(std::make_unique<Store>()) {
+  XmlParse::parse(in, store->document, XmlParse::Root::required);
+}
+
+Document::~Document() = default;
+
+Data& Document::getRoot() { return *store->getRoot(); }
+
+const Data& Document::getRoot() const { return *store->getRoot(); }
+
+void Document::putToStream(std::ostream& out) const {
+  XmlPrint::print(store->document, store->nursery, out);
+}
+
+}  // namespace KvXmlN

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "found/foundation.h"
+
+namespace Found {
+
+/// The number behind `highest`. Behind the largest int there is none; it is then given again.
+int followNumber(int highest);
+
+/// "Found" and the number in at least four places, filled up with 0 on the left, before a sign too.
+std::string makeDefaultName(long long number);
+
+/// Numbers and default names for many foundations that are appended to a list one after another,
+/// while nothing else changes the list: what giveFoundation() finds by walking the list each time,
+/// this remembers, so that reading a document takes a time in proportion to its size.
+class Succession {
+ public:
+  explicit Succession(const std::vector<Foundation*>& growing);
+
+  /// One above the highest positive number in the list.
+  int giveNumber() const;
+
+  /// The first default name from giveNumber() on that is free. It is to be used at once.
+  std::string giveName();
+
+  /// Takes note of the foundation just appended, whose name and number are final.
+  void noteLast();
+
+ private:
+  void noteName(const Foundation* foundation);
+
+  const std::vector<Foundation*>& list;
+  int highest = 0;
+  bool namesKnown = false;  // only a list with an unnamed foundation needs them
+  std::unordered_set<std::string_view> names;
+  // No name is ever freed and numbers only rise, so candidates tried before need no second try.
+  long long nextCandidate = 0;
+};
+
+}  // namespace Found
