@@ -1,53 +1,112 @@
-// Loads the foundations of a model, finds or creates one, prunes what nobody uses and saves the
-// rest: minimal_host IN OUT
+// Loads the foundations of a model, adds those of an exchange document, finds or creates one,
+// prunes what nobody uses and saves the rest in all three forms:
+//   minimal_host MODEL EXCHANGE OUT      writes OUT.xml, OUT.exchange.xml and OUT.kvml
 #include <algorithm>
 #include <exception>
 #include <fstream>
 #include <iostream>
 
+#include "found/bedding_reader.h"
+#include "found/bedding_writer.h"
 #include "found/foundation_manager.h"
 #include "found/foundation_user.h"
+#include "found/kvml_writer.h"
+#include "found/read_messenger.h"
+
+using Found::Foundation;
+using Found::FoundationManager;
 
 /// A slab of the host's model, which stands on one foundation.
 class Slab : public Found::FoundationUser {
  public:
-  bool usesFoundation(const Found::Foundation* candidate) override { return candidate == bedding; }
-  Found::Foundation* bedding = nullptr;
+  bool usesFoundation(const Foundation* candidate) override { return candidate == bedding; }
+  Foundation* bedding = nullptr;
 };
 
-static void run(const std::string& in, const std::string& out) {
-  Found::FoundationManager manager;
-  Slab slab;
-  manager.addUser(&slab);
-  if (!manager.readXml(in))
-    throw std::runtime_error(in + " cannot be opened or is no XML document");
+/// Tells the user what an exchange document holds but cannot be read.
+class Messenger : public Found::Umo::ReadMessenger {
+ public:
+  void onReadFinished(std::size_t count) override { std::cout << count << " beddings added\n"; }
+  void onUnknownElement(const std::string& element) override { skip("<" + element + ">"); }
+  void onMissingName(int number) override { skip("number " + std::to_string(number)); }
+  void onMissingBeddingName() override { skip("a bedding without a name"); }
+  void onEmptyName(int number, const std::string&) override { onMissingName(number); }
+  void onEmptyBeddingName(const std::string&) override { onMissingBeddingName(); }
+  void onMissingNumber(const std::string& element) override { skip("<" + element + ">"); }
+  void onInvalidNumber(const std::string&, int number) override { onMissingName(number); }
+  void onNameChanged(const std::string& oldName, const std::string& newName) override {
+    std::cout << oldName << " is now " << newName << "\n";
+  }
 
-  // Gravel bed of 30,000 kN/m^3: the one that the model has already, or a new one.
-  const KvVector3D gravel(0.0, 0.0, 30000.0);
-  Found::Foundation wanted;
-  wanted.setDispArea(&gravel);
-  slab.bedding = manager.giveFoundation(wanted, true);
-  std::cout << "the slab stands on " << slab.bedding->getName() << "\n";
+ private:
+  static void skip(const std::string& what) { std::cout << "skipped: " << what << "\n"; }
+};
 
-  // What pruning takes out of the manager belongs to the host from then on.
-  const std::vector<Found::Foundation*> before = manager.getFoundations();
+static void check(std::ostream& file, const std::string& path) {
+  if (!file.flush()) throw std::runtime_error(path + " cannot be written");
+}
+
+static void load(FoundationManager& manager, const std::string& model,
+                 const std::string& exchange) {
+  if (!manager.readXml(model)) throw std::runtime_error(model + " is no XML file");
+
+  std::ifstream file(exchange);
+  const KvXmlN::Document document(file);  // a file that cannot be read throws KvXmlError
+  const Tools::VersionText version("2.0");
+  Messenger messenger;
+  Found::Umo::BeddingReader reader(manager, version);
+  reader.setMessenger(&messenger);
+  reader.read(*document.getRoot().getChildren().at(0));
+}
+
+/// What pruning takes out of the manager belongs to the host from then on.
+static void prune(FoundationManager& manager) {
+  const std::vector<Foundation*> before = manager.getFoundations();
   manager.removeAllNotUsedGenerated();
-  const std::vector<Found::Foundation*>& kept = manager.getFoundations();
-  for (const Found::Foundation* f : before)
+  const std::vector<Foundation*>& kept = manager.getFoundations();
+  for (const Foundation* f : before)
     if (std::find(kept.begin(), kept.end(), f) == kept.end()) delete f;
   std::cout << before.size() << " foundations, " << kept.size() << " kept\n";
+}
 
-  std::ofstream file(out);
-  manager.writeXml(file);
-  if (!file.flush()) throw std::runtime_error(out + " cannot be written");
+static void save(const FoundationManager& manager, const std::string& out) {
+  std::ofstream legacy(out + ".xml");
+  manager.writeXml(legacy);
+  check(legacy, out + ".xml");
+
+  KvXmlN::Document beddings("Beddings");
+  const Tools::VersionText version("2.0");
+  Found::Umo::BeddingWriter(manager, version).write(beddings.getRoot());
+  std::ofstream exchange(out + ".exchange.xml");
+  beddings.putToStream(exchange);
+  check(exchange, out + ".exchange.xml");
+
+  KvXmlN::Document listing("Kvml");
+  const std::set<Foundation*> all(manager.getFoundations().begin(), manager.getFoundations().end());
+  Found::KvmlWriter().write(listing.getRoot(), all, all);
+  std::ofstream kvml(out + ".kvml");
+  listing.putToStream(kvml);
+  check(kvml, out + ".kvml");
 }
 
 int main(int argc, char** argv) {
   try {
-    if (argc != 3) throw std::runtime_error("usage: minimal_host IN OUT");
-    run(argv[1], argv[2]);
+    if (argc != 4) throw std::runtime_error("usage: minimal_host MODEL EXCHANGE OUT");
+    FoundationManager manager;
+    load(manager, argv[1], argv[2]);
+
+    Slab slab;
+    manager.addUser(&slab);
+    const KvVector3D gravel(0.0, 0.0, 30000.0);  // kN/m^3
+    Foundation wanted;
+    wanted.setDispArea(&gravel);
+    slab.bedding = manager.giveFoundation(wanted, true);  // one that is there already, or a new one
+    std::cout << "the slab stands on " << slab.bedding->getName() << "\n";
+
+    prune(manager);
+    save(manager, argv[3]);
     return 0;
-  } catch (const std::exception& error) {  // KvXmlError tells line and column
+  } catch (const std::exception& error) {
     std::cerr << "minimal_host: " << error.what() << "\n";
     return 2;
   }

@@ -1,5 +1,6 @@
 #include <exception>
 #include <iostream>
+#include <optional>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -16,11 +17,15 @@ int run(int argc, char** argv) {
   app.require_subcommand(1);
 
   std::string path = "-";
-  CLI::App* const showCommand =
-      app.add_subcommand("show", "Prints the foundations of a legacy model document as a table");
+  std::optional<std::string> version;
+  CLI::App* const showCommand = app.add_subcommand(
+      "show", "Prints the foundations of a legacy model or an exchange document as a table");
   showCommand->add_option("FILE", path, "the document; standard input when it is - or left out");
+  showCommand->add_option("--version", version,
+                          "version of an exchange document; when left out, 1.0 if it holds a "
+                          "Bedding element, else the current one");
   showCommand->footer("Example: kvfound show model.xml");
-  showCommand->callback([&] { show(path, std::cout); });
+  showCommand->callback([&] { show(path, version, std::cout, std::cerr); });
 
   try {
     app.parse(argc, argv);

@@ -77,9 +77,10 @@ void addRow(Table& table, Foundation& foundation, bool isCurrent) {
 
 }  // namespace
 
-void show(const std::string& path, std::ostream& out) {
+void show(const std::string& path, const std::optional<std::string>& version, std::ostream& out,
+          std::ostream& notes) {
   FoundationManager manager;
-  Documents::read(path, manager);
+  Documents::read(path, version, manager, notes);
   manager.updateFoundationMaximum();
   const std::vector<Foundation*>& foundations = manager.getFoundations();
   if (!foundations.empty()) {
