@@ -1,10 +1,14 @@
 #include "xml_parse.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <istream>
+#include <iterator>
+#include <limits>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -162,7 +166,72 @@ std::string describe(const pugi::xml_parse_result& result, bool atEnd) {
   }
 }
 
-bool isWhiteSpace(const char* text) { return text[std::strspn(text, " \t\r\n")] == '\0'; }
+constexpr const char* whiteSpace = " \t\r\n";
+
+bool isWhiteSpace(const char* text) { return text[std::strspn(text, whiteSpace)] == '\0'; }
+
+/// The character that the reference "&#...;" at the start of `text` stands for, cut off behind the
+/// last one there is; none when it is no such reference.
+std::optional<unsigned long> resolveReference(std::string_view text) {
+  const bool isHexadecimal = text.size() > 2 && text[2] == 'x';
+  text.remove_prefix(isHexadecimal ? 3 : 2);
+  const std::string_view digits = text.substr(
+      0, text.find_first_not_of(isHexadecimal ? "0123456789abcdefABCDEF" : "0123456789"));
+  if (digits.empty() || digits.size() == text.size() || text[digits.size()] != ';') return {};
+  unsigned long character = 0;
+  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), character,
+                                      isHexadecimal ? 16 : 10);
+  return result.ec == std::errc() ? character : std::numeric_limits<unsigned long>::max();
+}
+
+/// The sections of a text in which nothing is resolved, passed from first to last.
+class LiteralSections {
+ public:
+  explicit LiteralSections(std::string_view passed) : text(passed) {}
+
+  /// `place` must not be before the one asked for last.
+  bool contain(std::size_t place) {
+    while (end <= place) {
+      const Kind& next = findNext();
+      if (next.place > place) return false;
+      end = std::min(text.size(), text.find(next.last, next.place));
+    }
+    return true;
+  }
+
+ private:
+  struct Kind {
+    const char* first;
+    const char* last;
+    std::size_t place;  // of the next one, once known
+  };
+
+  const Kind& findNext() {
+    for (Kind& kind : kinds)
+      if (kind.place < end || end == 0) kind.place = text.find(kind.first, end);
+    return *std::min_element(std::begin(kinds), std::end(kinds),
+                             [](const Kind& a, const Kind& b) { return a.place < b.place; });
+  }
+
+  std::string_view text;
+  std::size_t end = 0;  // of the section passed last
+  Kind kinds[3] = {{"<!--", "-->", 0}, {"<![CDATA[", "]]>", 0}, {"<?", "?>", 0}};
+};
+
+/// Refuses what the parser would take for the end of a text: the NUL character, as a byte or as a
+/// reference, and references beyond the last character, which it may reduce to NUL.
+void checkCharacters(std::string_view text, const LineTable& lines) {
+  const std::size_t nul = text.find('\0');
+  if (nul != text.npos)
+    fail("a NUL character; only 8-bit text such as UTF-8 can be read", lines.find(nul));
+  LiteralSections literals(text);
+  for (std::size_t at = text.find("&#"); at != text.npos; at = text.find("&#", at + 1)) {
+    const std::optional<unsigned long> character = resolveReference(text.substr(at));
+    constexpr unsigned long lastCharacter = 0x10FFFF;
+    if (character && (*character == 0 || *character > lastCharacter) && !literals.contain(at))
+      fail("a reference to a character that there is not", lines.find(at));
+  }
+}
 
 /// Finds attributes that are given twice. Most elements have the same attributes as the one before,
 /// and then nothing is left to compare.
@@ -211,12 +280,22 @@ class Inspection {
     fail(reason, lines.find(static_cast<std::size_t>(place - begin)));
   }
 
+  /// Where a text starts behind its white space. Its line ends were shortened, so they are counted.
+  Position findText(const char* text) const {
+    Position position = lines.find(static_cast<std::size_t>(text - begin));
+    for (const char* c = text; std::strchr(whiteSpace, *c) != nullptr; ++c) {
+      ++position.column;
+      if (*c == '\n') position = {position.line + 1, 1};
+    }
+    return position;
+  }
+
   void checkTopLevel() const {
     const pugi::xml_node root = document.document_element();
     for (pugi::xml_node node : document.children()) {
       const bool isText = node.type() == pugi::node_cdata ||
                           (node.type() == pugi::node_pcdata && !isWhiteSpace(node.value()));
-      if (isText) failAt("text outside the root element", node.value());
+      if (isText) fail("text outside the root element", findText(node.value()));
       if (node.type() == pugi::node_element && node != root)
         failAt("a second root element, <" + std::string(node.name()) + ">", node.name());
     }
@@ -242,9 +321,7 @@ void parse(std::istream& in, pugi::xml_document& document, Root root) {
   Text text = readRest(in);
   const LineTable lines(text);
   const char* const begin = text.data.get();
-  if (const void* nul = std::memchr(begin, '\0', text.size))
-    fail("a NUL character; only 8-bit text such as UTF-8 can be read",
-         lines.find(static_cast<std::size_t>(static_cast<const char*>(nul) - begin)));
+  checkCharacters(std::string_view(begin, text.size), lines);
 
   // The encoding is named so that no byte is converted. Text at the top level is kept as in a
   // fragment so that it can be refused; white space is kept where it is all that an element holds.
@@ -256,7 +333,8 @@ void parse(std::istream& in, pugi::xml_document& document, Root root) {
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
   if (!result) {
     const std::size_t offset = std::min(static_cast<std::size_t>(result.offset), size);
-    fail(describe(result, offset == size), lines.find(offset));
+    const bool atEnd = offset + 1 >= size;  // the parser stops one short of the end
+    fail(describe(result, atEnd), lines.find(offset));
   }
   Inspection(document, begin, lines).run();
   if (root == Root::required && !document.document_element())
