@@ -97,6 +97,86 @@ TEST(Show, EscapesControlCharactersInNames) {
   EXPECT_NE(run("show '" + path + "'").out.find("a\\nb\\tc\\x7F"), std::string::npos);
 }
 
+TEST(ShowExchange, ReadsBothVersionsAndTellsThemByTheirContent) {
+  for (const char* name : {"beddings.xml", "beddings-1.0.xml"}) {
+    const Result result = run("show '" KVFOUND_EXAMPLES_DIR "/" + std::string(name) + "'");
+
+    EXPECT_NE(result.out.find("12 foundations, largest stiffness 350730.6658962116\n"),
+              std::string::npos)
+        << name;
+    EXPECT_EQ(result.status, 0) << name;
+  }
+}
+
+TEST(ShowExchange, TakesTheVersionThatIsGiven) {
+  const std::string path =
+      makeFile("in.xml", "<X><Bedding Name='A'/><CurveBedding Number='7' Name='B'/></X>");
+
+  EXPECT_EQ(run("show --version 2.0 '" + path + "'").err,
+            "kvfound: " + path + ": <Bedding> is no bedding of this version; it was skipped\n" +
+                "kvfound: " + path + ": 1 bedding was read\n");
+  EXPECT_EQ(run("show --version 1.0 '" + path + "'").err,
+            "kvfound: " + path + ": 2 beddings were read\n");
+}
+
+TEST(ShowExchange, TellsEveryMessageAsASentence) {
+  const std::string path = makeFile("in.xml",
+                                    "<X><B><CurveBedding Number='1' Name='A'/><Load/>"
+                                    "<CurveBedding Number='2'/><SurfaceBedding Number='3' Name=''/>"
+                                    "<CurveBedding Name='A'/><SurfaceBedding Number='0' Name='A'/>"
+                                    "<SurfaceBedding Number='1' Name='A'/>"
+                                    "<SurfaceBedding Number='4' Name='A'/></B></X>");
+  const std::string prefix = "kvfound: " + path + ": ";
+
+  EXPECT_EQ(run("show '" + path + "'").err,
+            prefix + "<Load> is no bedding of this version; it was skipped\n" +  //
+                prefix + "the bedding with the number 2 has no name; it was skipped\n" + prefix +
+                "the name of the bedding with the number 3 is empty; it was skipped\n" + prefix +
+                "a <CurveBedding> has no number, or one that cannot be read; it was skipped\n" +
+                prefix + "the number 0 of a <SurfaceBedding> is below 1; it was skipped\n" +
+                prefix + "the number 1 of a <SurfaceBedding> is already taken; it was skipped\n" +
+                prefix + "the name \"A\" is already taken; the bedding was read as \"A_1\"\n" +
+                prefix + "2 beddings were read\n");
+}
+
+TEST(ShowExchange, TellsMessagesOfTheFirstVersion) {
+  const std::string path = makeFile("in.xml", "<X><Bedding/><Bedding Name=''/></X>");
+  const std::string prefix = "kvfound: " + path + ": ";
+
+  EXPECT_EQ(run("show '" + path + "'").err,
+            prefix + "a <Bedding> has no name; it was skipped\n" +               //
+                prefix + "the name of a <Bedding> is empty; it was skipped\n" +  //
+                prefix + "0 beddings were read\n");
+}
+
+TEST(ShowErrors, NamesADocumentOfAnotherForm) {
+  const Result result = run("show '" KVFOUND_EXAMPLES_DIR "/beddings.kvml'");
+
+  EXPECT_EQ(result.err, "kvfound: " KVFOUND_EXAMPLES_DIR
+                        "/beddings.kvml: there are no beddings in <Kvml>; a legacy model or an "
+                        "exchange document can be read\n");
+  EXPECT_EQ(result.status, 2);
+}
+
+TEST(ShowErrors, TellsThatTheModelStartsOnTheFirstLine) {
+  const std::string path = makeFile("in.xml", "<SMOD><FOUNDATIONS/></SMOD>\n");
+
+  const Result result = run("show '" + path + "'");
+
+  EXPECT_EQ(result.err, "kvfound: " + path +
+                            ": <SMOD> must not start on the first line, which is for the XML "
+                            "declaration\n");
+  EXPECT_EQ(result.status, 2);
+}
+
+TEST(ShowErrors, TellsThatTheFirstLineIsNoDeclaration) {
+  const std::string path = makeFile("in.xml", "<!-- model -->\n<SMOD/>\n");
+
+  EXPECT_EQ(run("show '" + path + "'").err,
+            "kvfound: " + path +
+                ": the first line must be an XML declaration, <?xml version=\"1.0\"?>\n");
+}
+
 TEST(Show, PrintsOnlyTheCountWhenThereAreNoFoundations) {
   const std::string path = makeFile("in.xml", makeDocument(""));
 
@@ -127,8 +207,7 @@ TEST(ShowErrors, NamesAFileThatIsNoXml) {
 
   const Result result = run("show '" + path + "'");
 
-  EXPECT_EQ(result.err,
-            "kvfound: " + path + ": no XML document: its first line does not contain \"xml\"\n");
+  EXPECT_EQ(result.err, "kvfound: " + path + ": this is no XML document\n");
   EXPECT_EQ(result.status, 2);
 }
 
