@@ -83,6 +83,7 @@ bool isDoubleFormat(const char* format) {
     c += std::strspn(c, "-+ #0");
     c += std::strspn(c, "0123456789");
     if (*c == '.') c += 1 + std::strspn(c + 1, "0123456789");
+    if (*c == 'l') ++c;  // makes no difference
     if (*c == '\0' || std::strchr("aAeEfFgG", *c) == nullptr) return false;
     ++conversions;
   }

@@ -23,7 +23,7 @@ const std::vector<Data*>& Data::getChildren() const {
 const std::string& Data::getName() const { return Store::getName(*this); }
 
 const AttributeData* Data::findAttribute(const std::string& name) const {
-  return Store::findAttribute(view, name.c_str());
+  return Store::findAttribute(view, name);
 }
 
 double Data::getAttributeDouble(const std::string& name) const {
@@ -63,7 +63,7 @@ Document::Document(const std::string& rootName) : store(std::make_unique<Store>(
 }
 
 Document::Document(std::istream& in) : store(std::make_unique<Store>()) {
-  XmlParse::parse(in, store->document, XmlParse::Root::required);
+  store->layout = XmlParse::parse(in, store->document, XmlParse::Root::required);
 }
 
 Document::~Document() = default;
@@ -73,7 +73,7 @@ Data& Document::getRoot() { return *store->getRoot(); }
 const Data& Document::getRoot() const { return *store->getRoot(); }
 
 void Document::putToStream(std::ostream& out) const {
-  XmlPrint::print(store->document, store->nursery, out);
+  XmlPrint::print(store->document, store->nursery, store->layout, out);
 }
 
 }  // namespace KvXmlN

@@ -1,144 +1,25 @@
 #include "xml_parse.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
-#include <istream>
-#include <iterator>
-#include <limits>
-#include <memory>
 #include <new>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
-#include "kv/xml_error.h"
+#include "xml_raw_check.h"
+#include "xml_source.h"
 #include "xml_walk.h"
 
 namespace XmlParse {
 namespace {
 
+using XmlSource::fail;
+using XmlSource::LineTable;
+using XmlSource::Position;
+
 constexpr int greatestDepth = 1000;  // levels of elements, the root being the first
-
-struct Position {
-  std::size_t line = 1;
-  std::size_t column = 1;
-};
-
-[[noreturn]] void fail(const std::string& reason, Position position) {
-  throw KvXmlError(reason, position.line, position.column);
-}
-
-/// Where in its file the stream stands. A stream that cannot be rewound counts from where it is.
-Position locate(std::streambuf& buffer) {
-  const auto tell = [&buffer] { return buffer.pubseekoff(0, std::ios::cur, std::ios::in); };
-  const std::streamoff here = tell();
-  Position position;
-  if (here <= 0 || buffer.pubseekpos(0, std::ios::in) != std::streampos(0)) return position;
-
-  // Asks for the place at line ends only: where line ends are translated, characters cannot be
-  // counted instead.
-  std::streamoff lineStart = 0;
-  for (int c = buffer.sbumpc(); c != std::char_traits<char>::eof(); c = buffer.sbumpc()) {
-    if (c != '\n') continue;
-    const std::streamoff next = tell();
-    if (next > here) break;
-    ++position.line;
-    lineStart = next;
-    if (next == here) break;
-  }
-  position.column += static_cast<std::size_t>(here - lineStart);
-  buffer.pubseekpos(here, std::ios::in);
-  return position;
-}
-
-struct FreeText {
-  void operator()(char* text) const { pugi::get_memory_deallocation_function()(text); }
-};
-
-/// A text in memory that the parser can take over.
-struct Text {
-  std::unique_ptr<char, FreeText> data;
-  std::size_t size = 0;
-  std::size_t capacity = 0;
-  Position start;
-
-  void grow(std::size_t newCapacity) {
-    std::unique_ptr<char, FreeText> grown(
-        static_cast<char*>(pugi::get_memory_allocation_function()(newCapacity)));
-    if (grown == nullptr) throw std::bad_alloc();
-    if (size > 0) std::memcpy(grown.get(), data.get(), size);
-    data = std::move(grown);
-    capacity = newCapacity;
-  }
-};
-
-/// One byte more than the stream seems to hold, so that its end is seen without growing.
-std::size_t guessCapacity(std::streambuf& buffer) {
-  constexpr std::size_t whenUnknown = 1 << 16;
-  const std::streamoff here = buffer.pubseekoff(0, std::ios::cur, std::ios::in);
-  if (here < 0) return whenUnknown;
-  const std::streamoff end = buffer.pubseekoff(0, std::ios::end, std::ios::in);
-  buffer.pubseekpos(here, std::ios::in);
-  return end < here ? whenUnknown : static_cast<std::size_t>(end - here) + 1;
-}
-
-Text readAll(std::streambuf& buffer) {
-  Text text;
-  text.grow(guessCapacity(buffer));
-  while (true) {
-    const std::size_t room = text.capacity - text.size;
-    const std::streamsize got =
-        buffer.sgetn(text.data.get() + text.size, static_cast<std::streamsize>(room));
-    if (got <= 0) return text;
-    text.size += static_cast<std::size_t>(got);
-    if (text.size == text.capacity) text.grow(text.capacity * 2);
-  }
-}
-
-/// Reads what is left of the stream. Its buffer throws where a folder was opened as a file.
-Text readRest(std::istream& in) {
-  if (in.rdbuf() == nullptr) fail("there is nothing to read from", Position());
-  const Position start = locate(*in.rdbuf());
-  if (in.fail()) fail("the text cannot be read from here on", start);
-  try {
-    Text text = readAll(*in.rdbuf());
-    text.start = start;
-    return text;
-  } catch (const std::ios_base::failure&) {
-    fail("the text cannot be read from here on", start);
-  }
-}
-
-/// Finds the line of an offset in a text. Made before the text is parsed, since the parser works
-/// in place and overwrites line ends.
-class LineTable {
- public:
-  explicit LineTable(const Text& text) : begin(text.start) {
-    const char* const first = text.data.get();
-    const char* const last = first + text.size;
-    for (const char* c = first; (c = findLineEnd(c, last)) != nullptr; ++c)
-      lineEnds.push_back(static_cast<std::size_t>(c - first));
-  }
-
-  Position find(std::size_t offset) const {
-    const auto line = std::lower_bound(lineEnds.begin(), lineEnds.end(), offset);
-    const auto lines = static_cast<std::size_t>(line - lineEnds.begin());
-    if (lines == 0) return {begin.line, begin.column + offset};
-    return {begin.line + lines, offset - lineEnds[lines - 1]};
-  }
-
- private:
-  static const char* findLineEnd(const char* from, const char* last) {
-    return static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(last - from)));
-  }
-
-  Position begin;
-  std::vector<std::size_t> lineEnds;
-};
 
 std::string describe(const pugi::xml_parse_result& result, bool atEnd) {
   switch (result.status) {
@@ -169,69 +50,6 @@ std::string describe(const pugi::xml_parse_result& result, bool atEnd) {
 constexpr const char* whiteSpace = " \t\r\n";
 
 bool isWhiteSpace(const char* text) { return text[std::strspn(text, whiteSpace)] == '\0'; }
-
-/// The character that the reference "&#...;" at the start of `text` stands for, cut off behind the
-/// last one there is; none when it is no such reference.
-std::optional<unsigned long> resolveReference(std::string_view text) {
-  const bool isHexadecimal = text.size() > 2 && text[2] == 'x';
-  text.remove_prefix(isHexadecimal ? 3 : 2);
-  const std::string_view digits = text.substr(
-      0, text.find_first_not_of(isHexadecimal ? "0123456789abcdefABCDEF" : "0123456789"));
-  if (digits.empty() || digits.size() == text.size() || text[digits.size()] != ';') return {};
-  unsigned long character = 0;
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), character,
-                                      isHexadecimal ? 16 : 10);
-  return result.ec == std::errc() ? character : std::numeric_limits<unsigned long>::max();
-}
-
-/// The sections of a text in which nothing is resolved, passed from first to last.
-class LiteralSections {
- public:
-  explicit LiteralSections(std::string_view passed) : text(passed) {}
-
-  /// `place` must not be before the one asked for last.
-  bool contain(std::size_t place) {
-    while (end <= place) {
-      const Kind& next = findNext();
-      if (next.place > place) return false;
-      end = std::min(text.size(), text.find(next.last, next.place));
-    }
-    return true;
-  }
-
- private:
-  struct Kind {
-    const char* first;
-    const char* last;
-    std::size_t place;  // of the next one, once known
-  };
-
-  const Kind& findNext() {
-    for (Kind& kind : kinds)
-      if (kind.place < end || end == 0) kind.place = text.find(kind.first, end);
-    return *std::min_element(std::begin(kinds), std::end(kinds),
-                             [](const Kind& a, const Kind& b) { return a.place < b.place; });
-  }
-
-  std::string_view text;
-  std::size_t end = 0;  // of the section passed last
-  Kind kinds[3] = {{"<!--", "-->", 0}, {"<![CDATA[", "]]>", 0}, {"<?", "?>", 0}};
-};
-
-/// Refuses what the parser would take for the end of a text: the NUL character, as a byte or as a
-/// reference, and references beyond the last character, which it may reduce to NUL.
-void checkCharacters(std::string_view text, const LineTable& lines) {
-  const std::size_t nul = text.find('\0');
-  if (nul != text.npos)
-    fail("a NUL character; only 8-bit text such as UTF-8 can be read", lines.find(nul));
-  LiteralSections literals(text);
-  for (std::size_t at = text.find("&#"); at != text.npos; at = text.find("&#", at + 1)) {
-    const std::optional<unsigned long> character = resolveReference(text.substr(at));
-    constexpr unsigned long lastCharacter = 0x10FFFF;
-    if (character && (*character == 0 || *character > lastCharacter) && !literals.contain(at))
-      fail("a reference to a character that there is not", lines.find(at));
-  }
-}
 
 /// Finds attributes that are given twice. Most elements have the same attributes as the one before,
 /// and then nothing is left to compare.
@@ -270,9 +88,7 @@ class Inspection {
   void run() {
     checkTopLevel();
     for (const pugi::xml_node top : document.children())
-      walkXml(top, [this](const pugi::xml_node& node, int level) {
-        if (node.type() == pugi::node_element) checkElement(node, level);
-      });
+      walkXml(top, [this](const pugi::xml_node& node, int level) { checkNode(node, level); });
   }
 
  private:
@@ -283,30 +99,70 @@ class Inspection {
   /// Where a text starts behind its white space. Its line ends were shortened, so they are counted.
   Position findText(const char* text) const {
     Position position = lines.find(static_cast<std::size_t>(text - begin));
-    for (const char* c = text; std::strchr(whiteSpace, *c) != nullptr; ++c) {
+    const std::string_view blanks(text, std::strspn(text, whiteSpace));
+    for (const char c : blanks) {
       ++position.column;
-      if (*c == '\n') position = {position.line + 1, 1};
+      if (c == '\n') position = {position.line + 1, 1};
     }
     return position;
   }
 
   void checkTopLevel() const {
     const pugi::xml_node root = document.document_element();
-    for (pugi::xml_node node : document.children()) {
-      const bool isText = node.type() == pugi::node_cdata ||
-                          (node.type() == pugi::node_pcdata && !isWhiteSpace(node.value()));
+    bool isDoctypeLate = false;
+    for (const pugi::xml_node node : document.children()) {
+      const pugi::xml_node_type type = node.type();
+      const bool isText =
+          type == pugi::node_cdata || (type == pugi::node_pcdata && !isWhiteSpace(node.value()));
       if (isText) fail("text outside the root element", findText(node.value()));
-      if (node.type() == pugi::node_element && node != root)
+      if (type == pugi::node_element && node != root)
         failAt("a second root element, <" + std::string(node.name()) + ">", node.name());
+      if (type == pugi::node_declaration && node.previous_sibling())
+        failAt("the XML declaration must come first", node.name());
+      if (type == pugi::node_doctype && isDoctypeLate)
+        failAt("one document type declaration may stand before the root element", node.value());
+      isDoctypeLate = isDoctypeLate || type == pugi::node_doctype || node == root;
     }
   }
 
-  void checkElement(const pugi::xml_node& element, int level) {
-    if (level > greatestDepth)
-      failAt("elements are nested more than " + std::to_string(greatestDepth) + " levels deep",
-             element.name());
-    if (const char* name = names.findRepeated(element))
+  void checkNode(const pugi::xml_node& node, int level) {
+    switch (node.type()) {
+      case pugi::node_element:
+        if (level > greatestDepth)
+          failAt("elements are nested more than " + std::to_string(greatestDepth) + " levels deep",
+                 node.name());
+        return checkAttributes(node);
+      case pugi::node_declaration:
+        return checkAttributes(node);
+      case pugi::node_comment:
+        return checkComment(node);
+      case pugi::node_pi:
+      case pugi::node_doctype:
+        return unifyLineEnds(node);
+      default:
+        return;
+    }
+  }
+
+  void checkAttributes(const pugi::xml_node& node) {
+    if (const char* name = names.findRepeated(node))
       failAt("the attribute \"" + std::string(name) + "\" is given twice", name);
+  }
+
+  void checkComment(const pugi::xml_node& comment) const {
+    const std::string_view text = comment.value();
+    const bool hasDashes = text.find("--") != text.npos || (!text.empty() && text.back() == '-');
+    if (hasDashes) failAt("\"--\" must not stand in a comment", comment.value());
+  }
+
+  /// The parser does so everywhere else.
+  static void unifyLineEnds(pugi::xml_node node) {
+    std::string text = node.value();
+    if (text.find('\r') == text.npos) return;
+    for (std::size_t at = text.find("\r\n"); at != text.npos; at = text.find("\r\n", at))
+      text.erase(at, 1);
+    std::replace(text.begin(), text.end(), '\r', '\n');
+    if (!node.set_value(text.c_str())) throw std::bad_alloc();
   }
 
   const pugi::xml_document& document;
@@ -317,28 +173,30 @@ class Inspection {
 
 }  // namespace
 
-void parse(std::istream& in, pugi::xml_document& document, Root root) {
-  Text text = readRest(in);
+Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
+  XmlSource::Text text = XmlSource::read(in);
   const LineTable lines(text);
-  const char* const begin = text.data.get();
-  checkCharacters(std::string_view(begin, text.size), lines);
+  XmlRawCheck::check(text, lines);
 
   // The encoding is named so that no byte is converted. Text at the top level is kept as in a
-  // fragment so that it can be refused; white space is kept where it is all that an element holds.
-  constexpr unsigned options =
-      pugi::parse_full | pugi::parse_fragment | pugi::parse_ws_pcdata_single;
+  // fragment so that it can be refused. White space is kept where it is all that an element holds,
+  // and beside CDATA, where it is part of a text, all of it is.
+  const bool hasCdata = text.get().find("<![CDATA[") != std::string_view::npos;
+  const unsigned options = pugi::parse_full | pugi::parse_fragment |
+                           (hasCdata ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+  const char* const begin = text.data.get();
   const std::size_t size = text.size;
-  const pugi::xml_parse_result result =
-      document.load_buffer_inplace_own(text.data.release(), size, options, pugi::encoding_utf8);
+  const pugi::xml_parse_result result = document.load_buffer_inplace_own(
+      text.data.release(), size + XmlSource::Text::margin, options, pugi::encoding_utf8);
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
   if (!result) {
     const std::size_t offset = std::min(static_cast<std::size_t>(result.offset), size);
-    const bool atEnd = offset + 1 >= size;  // the parser stops one short of the end
-    fail(describe(result, atEnd), lines.find(offset));
+    fail(describe(result, offset == size), lines.find(offset));
   }
   Inspection(document, begin, lines).run();
   if (root == Root::required && !document.document_element())
     fail("the document has no root element", lines.find(size));
+  return hasCdata ? Layout::kept : Layout::free;
 }
 
 }  // namespace XmlParse

@@ -2,6 +2,7 @@
 
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "xml_text.h"
@@ -10,12 +11,34 @@
 namespace XmlPrint {
 namespace {
 
-/// The top-level nodes to print.
+/// Passes the text on. A carriage return can only stand in it where it was given as a reference; as
+/// a plain character it would read back as a line end.
+class Writer : public pugi::xml_writer {
+ public:
+  explicit Writer(std::ostream& stream) : out(stream) {}
+
+  void write(const void* data, std::size_t size) override {
+    std::string_view text(static_cast<const char*>(data), size);
+    for (std::size_t at = text.find('\r'); at != text.npos; at = text.find('\r')) {
+      out << text.substr(0, at) << "&#13;";
+      text.remove_prefix(at + 1);
+    }
+    out << text;
+  }
+
+ private:
+  std::ostream& out;
+};
+
+/// The top-level nodes to print; text among them is white space.
 std::vector<pugi::xml_node> listNodes(const pugi::xml_document& document,
                                       const pugi::xml_node& hidden) {
   std::vector<pugi::xml_node> nodes;
-  for (const pugi::xml_node node : document.children())
-    if (node.type() != pugi::node_declaration && node != hidden) nodes.push_back(node);
+  for (const pugi::xml_node node : document.children()) {
+    const bool isOmitted =
+        node.type() == pugi::node_declaration || node.type() == pugi::node_pcdata;
+    if (!isOmitted && node != hidden) nodes.push_back(node);
+  }
   return nodes;
 }
 
@@ -33,30 +56,31 @@ const char* chooseEncoding(const std::vector<pugi::xml_node>& nodes) {
   return choice.get();
 }
 
-/// Version and standalone are kept of the declaration that was parsed.
-std::string makeDeclaration(const pugi::xml_node& parsed, const char* encoding) {
-  const auto attribute = [](const char* name, const std::string& value) {
-    return value.empty() ? std::string() : " " + std::string(name) + "=\"" + value + "\"";
-  };
-  return "<?xml" + attribute("version", parsed.attribute("version").as_string("1.0")) +
-         attribute("encoding", encoding) +
-         attribute("standalone", parsed.attribute("standalone").value()) + "?>\n";
-}
-
-pugi::xml_node findDeclaration(const pugi::xml_document& document) {
-  for (pugi::xml_node node : document.children())
-    if (node.type() == pugi::node_declaration) return node;
-  return {};
+/// Version and standalone are kept of the declaration that was parsed, where they are valid.
+std::string makeDeclaration(const pugi::xml_document& document, const char* encoding) {
+  pugi::xml_node parsed = document.first_child();
+  if (parsed.type() != pugi::node_declaration) parsed = pugi::xml_node();
+  const std::string version = parsed.attribute("version").value();
+  const std::string standalone = parsed.attribute("standalone").value();
+  std::string text = "<?xml version=\"";
+  text += version == "1.1" ? version : "1.0";
+  text += "\" encoding=\"" + std::string(encoding) + "\"";
+  if (standalone == "yes" || standalone == "no") text += " standalone=\"" + standalone + "\"";
+  return text + "?>\n";
 }
 
 }  // namespace
 
-void print(const pugi::xml_document& document, const pugi::xml_node& hidden, std::ostream& out) {
+void print(const pugi::xml_document& document, const pugi::xml_node& hidden,
+           XmlParse::Layout layout, std::ostream& out) {
   const std::vector<pugi::xml_node> nodes = listNodes(document, hidden);
-  out << makeDeclaration(findDeclaration(document), chooseEncoding(nodes));
-  pugi::xml_writer_stream writer(out);
-  for (const pugi::xml_node& node : nodes)
-    node.print(writer, "  ", pugi::format_indent, pugi::encoding_utf8);
+  const bool isFree = layout == XmlParse::Layout::free;
+  out << makeDeclaration(document, chooseEncoding(nodes));
+  Writer writer(out);
+  for (const pugi::xml_node& node : nodes) {
+    node.print(writer, "  ", isFree ? pugi::format_indent : pugi::format_raw, pugi::encoding_utf8);
+    if (!isFree) out << '\n';
+  }
 }
 
 }  // namespace XmlPrint

@@ -4,10 +4,13 @@
 
 #include <pugixml.hpp>
 
+#include "xml_parse.h"
+
 namespace XmlPrint {
 
-/// Prints all of `document` but the top-level node `hidden`, indented, after a declaration on a
-/// line of its own that tells the encoding truthfully.
-void print(const pugi::xml_document& document, const pugi::xml_node& hidden, std::ostream& out);
+/// Prints all of `document` but the top-level node `hidden`, after a declaration on a line of its
+/// own that tells the encoding truthfully.
+void print(const pugi::xml_document& document, const pugi::xml_node& hidden,
+           XmlParse::Layout layout, std::ostream& out);
 
 }  // namespace XmlPrint

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -15,6 +16,7 @@
 
 #include "kv/xml_view.h"
 #include "xml_attribute_text.h"
+#include "xml_parse.h"
 #include "xml_text.h"
 
 namespace KvXmlView {
@@ -46,11 +48,11 @@ struct AttributeBlock {
 
   /// Attributes are mostly asked for in the order in which they stand, so the search goes on from
   /// where the last one ended.
-  Attribute* find(const char* name) {
+  Attribute* find(const std::string& name) {
     for (std::uint32_t step = 0; step < size; ++step) {
       const std::uint32_t i = next;
       next = i + 1 < size ? i + 1 : 0;
-      if (std::strcmp(get(i).name(), name) == 0) return &views[i];
+      if (name == get(i).name()) return &views[i];
     }
     return nullptr;
   }
@@ -99,18 +101,18 @@ struct Store {
     return pugi::xml_node(element.view.node);
   }
 
-  static bool isElement(const pugi::xml_node& node, const char* name) {
-    return node.type() == pugi::node_element && std::strcmp(node.name(), name) == 0;
+  static bool isElement(const pugi::xml_node& node, const std::string& name) {
+    return node.type() == pugi::node_element && name == node.name();
   }
 
-  static pugi::xml_node findChild(const pugi::xml_node& parent, const char* name) {
+  static pugi::xml_node findChild(const pugi::xml_node& parent, const std::string& name) {
     for (pugi::xml_node node : parent.children())
       if (isElement(node, name)) return node;
     return pugi::xml_node();
   }
 
-  static pugi::xml_node findDescendant(const pugi::xml_node& top, const char* name) {
-    return top.find_node([name](const pugi::xml_node& node) { return isElement(node, name); });
+  static pugi::xml_node findDescendant(const pugi::xml_node& top, const std::string& name) {
+    return top.find_node([&name](const pugi::xml_node& node) { return isElement(node, name); });
   }
 
   /// Throws std::invalid_argument when `name` is no XML name.
@@ -140,6 +142,7 @@ struct Store {
   /// Sets an attribute to a text that XML can hold. Attributes are mostly set in the order in which
   /// they stand, so each is looked for behind the one set before.
   static void setAttribute(const Element& element, const std::string& name, const char* text) {
+    if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
     Store& store = *element.view.store;
     pugi::xml_node node = getNode(element);
     if (store.lastSetOn != element.view.node) store.lastSet = pugi::xml_attribute();
@@ -150,7 +153,6 @@ struct Store {
       if (!attribute.set_value(text)) throw std::bad_alloc();
       return;
     }
-    if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
     attribute = node.append_attribute(name.c_str());
     if (attribute && attribute.set_value(text)) return;
     node.remove_attribute(attribute);
@@ -200,7 +202,8 @@ struct Store {
   }
 
   template <class Attribute>
-  static Attribute* findAttribute(const ElementView<Element, Attribute>& view, const char* name) {
+  static Attribute* findAttribute(const ElementView<Element, Attribute>& view,
+                                  const std::string& name) {
     if (view.attributes != nullptr) {
       if (Attribute* const known = view.attributes->find(name)) return known;
       if (view.attributes->coversAll()) return nullptr;
@@ -276,67 +279,111 @@ struct Store {
 
   // --- Elements that no other has taken yet
 
-  pugi::xml_node makeDetached(const std::string& name) {
-    if (!nursery) nursery = append(document, "nursery");
-    return append(nursery, name);
+  /// Makes `element` a detached one.
+  void makeDetached(Element& element, const std::string& name) {
+    detached.push_back(&element);
+    try {
+      if (!nursery) nursery = append(document, "nursery");
+      element.view.node = append(nursery, name).internal_object();
+    } catch (...) {
+      detached.pop_back();
+      throw;
+    }
+    element.view.store = this;
   }
 
   bool isDetached(const Element& element) const { return getNode(element).parent() == nursery; }
 
+  void forgetDetached(const Element& element) {
+    detached.erase(std::find(detached.begin(), detached.end(), &element));
+  }
+
   /// Makes `element` stand for itself, in a store of its own, which ends with it.
   static void makeStandalone(Element& element, const std::string& name) {
     auto store = std::make_unique<Store>();
-    element.view.node = store->makeDetached(name).internal_object();
+    store->makeDetached(element, name);
     store->standalone = &element;
-    element.view.store = store.release();
+    static_cast<void>(store.release());
   }
 
   /// Ends what `element` was, unless the store itself is ending it.
   static void release(Element& element) {
     Store* const store = element.view.store;
     if (store == nullptr) return;
-    if (store->standalone == &element)
+    if (store->standalone == &element) {
       delete store;
-    else
-      store->erase(getNode(element));
+      return;
+    }
+    store->forgetDetached(element);
+    store->erase(getNode(element));
   }
 
-  /// Takes over all of the store of a standalone element, which becomes the last child of `parent`.
-  static void adopt(Element& parent, Element& standalone) {
+  /// Makes a detached element the last child of `parent`.
+  void attach(Element& parent, Element& child) {
     ChildList<Element>& list = reserveChild(parent);
-    const std::vector<Element*> elements = listViews(standalone);
-    const pugi::xml_node copy = getNode(parent).append_copy(getNode(standalone));
-    if (!copy) throw std::bad_alloc();
+    if (!getNode(parent).append_move(getNode(child)))
+      throw std::invalid_argument("an element cannot be added below itself");
+    forgetDetached(child);
+    own(&child);
+    child.view.parent = &parent;
+    list.elements.push_back(&child);
+  }
 
-    const std::unique_ptr<Store> emptied(standalone.view.store);
-    emptied->own(&standalone);
-    emptied->standalone = nullptr;
-    parent.view.store->takeViews(*emptied);
-    standalone.view.node = copy.internal_object();
-    standalone.view.parent = &parent;
-    for (Element* element : elements) rebind(*element);
-    list.elements.push_back(&standalone);
+  /// Takes over another store, of an element that stood for itself, with all that is detached
+  /// there.
+  void takeOver(Store& other) {
+    if (!nursery) nursery = append(document, "nursery");
+    const std::vector<Element*> moving = other.detached;
+    std::vector<Element*> views;
+    for (Element* element : moving) listViews(*element, views);
+    detached.reserve(detached.size() + moving.size());
+    const std::vector<pugi::xml_node> copies = copyToNursery(moving);
+
+    const std::unique_ptr<Store> emptied(&other);
+    takeViews(other);
+    for (std::size_t i = 0; i < moving.size(); ++i) {
+      moving[i]->view.store = this;
+      moving[i]->view.name = nullptr;
+      moving[i]->view.node = copies[i].internal_object();
+      detached.push_back(moving[i]);
+    }
+    for (Element* view : views) rebind(*view);
   }
 
   pugi::xml_document document;
+  XmlParse::Layout layout = XmlParse::Layout::free;
   pugi::xml_node nursery;  // holds detached elements; never found, never printed
   Element* root = nullptr;
   Element* first = nullptr;
   Element* standalone = nullptr;
+  std::vector<Element*> detached;         // not owned
   std::unordered_set<std::string> names;  // of elements, each text once
   const std::string* lastName = nullptr;
   pugi::xml_node_struct* lastSetOn = nullptr;
   pugi::xml_attribute lastSet;  // of that node
 
  private:
-  /// All views below `top` and itself, parents first; each with a complete list of children.
-  static std::vector<Element*> listViews(Element& top) {
-    std::vector<Element*> elements = {&top};
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-      const std::vector<Element*>& children = viewChildren(*elements[i]);
-      elements.insert(elements.end(), children.begin(), children.end());
+  /// Adds `top` and all views below it to `views`, parents first; each gets its list of children.
+  static void listViews(Element& top, std::vector<Element*>& views) {
+    std::size_t i = views.size();
+    views.push_back(&top);
+    for (; i < views.size(); ++i) {
+      const std::vector<Element*>& children = viewChildren(*views[i]);
+      views.insert(views.end(), children.begin(), children.end());
     }
-    return elements;
+  }
+
+  std::vector<pugi::xml_node> copyToNursery(const std::vector<Element*>& elements) {
+    std::vector<pugi::xml_node> copies;
+    copies.reserve(elements.size());
+    for (const Element* element : elements) {
+      copies.push_back(nursery.append_copy(getNode(*element)));
+      if (copies.back()) continue;
+      copies.pop_back();
+      for (const pugi::xml_node& copy : copies) erase(copy);
+      throw std::bad_alloc();
+    }
+    return copies;
   }
 
   void takeViews(Store& other) {

@@ -13,11 +13,6 @@ bool isNameStart(char c) { return isLetter(c) || c == '_' || c == ':' || (c & 0x
 
 bool isNamePart(char c) { return isNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
 
-bool isForbidden(char c) {
-  const bool isControl = static_cast<unsigned char>(c) < 0x20;
-  return isControl && c != '\t' && c != '\n' && c != '\r';
-}
-
 /// A range of characters that UTF-8 writes in the same number of bytes.
 struct Utf8Range {
   unsigned char leadMask;
@@ -28,11 +23,6 @@ struct Utf8Range {
 
 constexpr Utf8Range utf8Ranges[] = {
     {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}};
-
-bool isXmlCharacter(std::uint32_t character) {
-  const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
-  return !isSurrogate && character != 0xFFFE && character != 0xFFFF && character <= 0x10FFFF;
-}
 
 /// The length of the UTF-8 sequence of more than one byte that `text` starts with; 0 when it
 /// starts with none that XML allows.
@@ -75,6 +65,17 @@ bool isUtf8(std::string_view text) {
 }
 
 }  // namespace
+
+bool isForbidden(char c) {
+  const bool isControl = static_cast<unsigned char>(c) < 0x20;
+  return isControl && c != '\t' && c != '\n' && c != '\r';
+}
+
+bool isXmlCharacter(std::uint32_t character) {
+  if (character < 0x20) return !isForbidden(static_cast<char>(character));
+  const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+  return !isSurrogate && character != 0xFFFE && character != 0xFFFF && character <= 0x10FFFF;
+}
 
 bool isName(std::string_view name) {
   return !name.empty() && isNameStart(name[0]) && std::all_of(name.begin(), name.end(), isNamePart);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,7 +11,13 @@ namespace XmlText {
 /// whatever code page they are.
 bool isName(std::string_view name);
 
-/// `text` with '?' for every character that no XML document can hold, not even as a reference.
+/// True for control characters that no XML document can hold, not even as a reference.
+bool isForbidden(char c);
+
+/// True when XML allows the character of this number.
+bool isXmlCharacter(std::uint32_t character);
+
+/// `text` with '?' for every character that is forbidden.
 std::string replaceForbidden(const std::string& text);
 
 /// Finds an encoding in which all texts added are what their bytes say: "UTF-8" when they are valid

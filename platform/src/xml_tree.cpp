@@ -26,8 +26,7 @@ KvXmlData::KvXmlData(const std::string& name, KvXmlData* parent) {
     Store::makeStandalone(*this, name);
     return;
   }
-  view.node = parent->view.store->makeDetached(name).internal_object();
-  view.store = parent->view.store;
+  parent->view.store->makeDetached(*this, name);
   view.parent = parent;
 }
 
@@ -35,8 +34,8 @@ KvXmlData::~KvXmlData() { Store::release(*this); }
 
 KvXmlData* KvXmlData::findTree(const std::string& name, bool flag) {
   const pugi::xml_node node = Store::getNode(*this);
-  return Store::viewDescendant(*this, flag ? Store::findDescendant(node, name.c_str())
-                                           : Store::findChild(node, name.c_str()));
+  return Store::viewDescendant(
+      *this, flag ? Store::findDescendant(node, name) : Store::findChild(node, name));
 }
 
 std::vector<KvXmlData*>& KvXmlData::getChildren() { return Store::viewChildren(*this); }
@@ -44,25 +43,20 @@ std::vector<KvXmlData*>& KvXmlData::getChildren() { return Store::viewChildren(*
 const std::string& KvXmlData::getName() const { return Store::getName(*this); }
 
 KvXmlAttributeData* KvXmlData::findAttribute(const std::string& name) const {
-  return Store::findAttribute(view, name.c_str());
+  return Store::findAttribute(view, name);
 }
 
 void KvXmlData::addChild(KvXmlData* child) {
   if (child == nullptr) throw std::invalid_argument("no element to add");
   Store& from = *child->view.store;
-  if (from.standalone == child && &from != view.store) {
-    Store::adopt(*this, *child);
-    return;
+  Store& to = *view.store;
+  if (&from != &to) {
+    if (from.standalone != child)
+      throw std::invalid_argument("the element was made for another document");
+    to.takeOver(from);
   }
-  if (&from != view.store) throw std::invalid_argument("the element was made for another document");
-  if (!from.isDetached(*child)) throw std::invalid_argument("the element was added before");
-
-  auto& list = Store::reserveChild(*this);
-  if (!Store::getNode(*this).append_move(Store::getNode(*child)))
-    throw std::invalid_argument("an element cannot be added below itself");
-  from.own(child);
-  child->view.parent = this;
-  list.elements.push_back(child);
+  if (!to.isDetached(*child)) throw std::invalid_argument("the element was added before");
+  to.attach(*this, *child);
 }
 
 void KvXmlData::setAttribute(const std::string& name, int value, bool /*flag*/) {
@@ -76,7 +70,7 @@ void KvXmlData::setAttribute(const std::string& name, const std::string& value, 
 KvXmlTree::KvXmlTree() : store(std::make_unique<Store>()) {}
 
 KvXmlTree::KvXmlTree(std::istream& in) : KvXmlTree() {
-  XmlParse::parse(in, store->document, XmlParse::Root::optional);
+  store->layout = XmlParse::parse(in, store->document, XmlParse::Root::optional);
 }
 
 KvXmlTree::~KvXmlTree() = default;
@@ -111,5 +105,5 @@ KvXmlData* KvXmlTree::getCurrent() const { return current; }
 void KvXmlTree::setCurrent(KvXmlData* element) { current = element; }
 
 void KvXmlTree::putToStream(std::ostream& out) const {
-  XmlPrint::print(store->document, store->nursery, out);
+  XmlPrint::print(store->document, store->nursery, store->layout, out);
 }

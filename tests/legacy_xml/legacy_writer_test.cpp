@@ -423,7 +423,7 @@ TEST(LegacyUpdate, LeavesTextCommentsAndInstructions) {
              "<!-- kept --><FOUND NUMBER='1'><CHILD/></FOUND></FOUNDATIONS></SMOD><!-- end -->");
 
   for (const char* part : {"<!-- top -->", "<?host hint?>", "some text<![CDATA[ <raw> ]]>",
-                           "<!-- kept -->", "<CHILD />", "<!-- end -->"})
+                           "<!-- kept -->", "<CHILD/>", "<!-- end -->"})
     EXPECT_NE(text.find(part), std::string::npos) << part << " in\n" << text;
 }
 

@@ -13,9 +13,11 @@
 /// @file
 /// The newer XML library: a document with a root, its elements and their attributes.
 ///
-/// Text is 8-bit and passes through unchanged, whatever its code page. Numbers are converted alike
-/// under every process locale. Where memory runs out std::bad_alloc is thrown. The `bool`
-/// arguments named `flag` have no effect.
+/// Text is 8-bit and passes through unchanged, whatever its code page; a character reference beyond
+/// ASCII is resolved to UTF-8. References to entities of a document's own are refused, since they
+/// are not expanded and could not be printed again. Numbers are converted alike under every process
+/// locale. Where memory runs out std::bad_alloc is thrown. The `bool` arguments named `flag` have
+/// no effect.
 
 namespace KvXmlN {
 

@@ -12,9 +12,11 @@
 /// @file
 /// The legacy XML library: a document with a cursor, its elements and their attributes.
 ///
-/// Text is 8-bit and passes through unchanged, whatever its code page. Numbers are converted alike
-/// under every process locale. Where memory runs out std::bad_alloc is thrown. The `bool`
-/// arguments named `flag` have no effect unless said otherwise.
+/// Text is 8-bit and passes through unchanged, whatever its code page; a character reference beyond
+/// ASCII is resolved to UTF-8. References to entities of a document's own are refused, since they
+/// are not expanded and could not be printed again. Numbers are converted alike under every process
+/// locale. Where memory runs out std::bad_alloc is thrown. The `bool` arguments named `flag` have
+/// no effect unless said otherwise.
 
 /// An attribute of an element, which owns it.
 class KV_API KvXmlAttributeData : public KvXmlView::AttributeView {
@@ -45,7 +47,7 @@ class KV_API KvXmlData {
   /// with `flag`, among its direct children without. The element itself does not count.
   KvXmlData* findTree(const std::string& name, bool flag);
 
-  /// The child elements in document order. To be read only; addChild() and removeChild() change it.
+  /// The child elements in document order. To be read only; addChild() changes it.
   std::vector<KvXmlData*>& getChildren();
 
   const std::string& getName() const;

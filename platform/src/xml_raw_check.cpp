@@ -1,0 +1,122 @@
+#include "xml_raw_check.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <string_view>
+
+#include "xml_text.h"
+
+namespace XmlRawCheck {
+namespace {
+
+/// The first control character that XML does not allow. Looks at eight bytes at a time: one below
+/// 0x20 borrows from its highest bit when 0x20 is taken off each byte.
+std::size_t findForbidden(std::string_view text) {
+  constexpr std::uint64_t each20 = 0x2020202020202020u;
+  constexpr std::uint64_t highBits = 0x8080808080808080u;
+  std::uint64_t word = 0;
+  std::size_t i = 0;
+  while (i < text.size()) {
+    const std::size_t step = std::min(sizeof word, text.size() - i);
+    if (step == sizeof word) std::memcpy(&word, text.data() + i, sizeof word);
+    const bool isSuspicious = step < sizeof word || ((word - each20) & ~word & highBits) != 0;
+    const std::string_view part = text.substr(i, step);
+    if (isSuspicious) {
+      const auto found = std::find_if(part.begin(), part.end(), XmlText::isForbidden);
+      if (found != part.end()) return i + static_cast<std::size_t>(found - part.begin());
+    }
+    i += step;
+  }
+  return text.npos;
+}
+
+/// True when `digits` are the number of a character that XML allows.
+bool isCharacterNumber(std::string_view digits, int base) {
+  std::uint32_t character = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto result = std::from_chars(digits.data(), end, character, base);
+  return result.ec == std::errc() && result.ptr == end && digits[0] != '-' &&
+         XmlText::isXmlCharacter(character);
+}
+
+/// True when `text`, which starts with '&', starts with a reference that can be resolved.
+bool startsReference(std::string_view text) {
+  constexpr std::size_t longest = 40;  // leading zeros are allowed, but not without end
+  const std::size_t end = text.substr(0, longest).find(';');
+  if (end == text.npos) return false;
+  const std::string_view name = text.substr(1, end - 1);
+  constexpr std::string_view entities[] = {"amp", "lt", "gt", "quot", "apos"};
+  if (name.substr(0, 2) == "#x") return isCharacterNumber(name.substr(2), 16);
+  if (name.substr(0, 1) == "#") return isCharacterNumber(name.substr(1), 10);
+  return std::find(std::begin(entities), std::end(entities), name) != std::end(entities);
+}
+
+/// The sections of a text in which an '&' is nothing but itself, passed from first to last.
+class LiteralSections {
+ public:
+  explicit LiteralSections(std::string_view passed) : text(passed) {
+    for (Kind& kind : kinds) kind.place = text.find(kind.first);
+  }
+
+  /// `place` must not be before the one asked for last.
+  bool contain(std::size_t place) {
+    while (end <= place) {
+      const Kind& next = findNext();
+      if (next.place > place) return false;
+      end = findEnd(next);
+    }
+    return true;
+  }
+
+ private:
+  struct Kind {
+    const char* first;
+    const char* last;
+    std::size_t place;  // of the next one
+  };
+
+  const Kind& findNext() {
+    for (Kind& kind : kinds)
+      if (kind.place < end) kind.place = text.find(kind.first, end);
+    return *std::min_element(std::begin(kinds), std::end(kinds),
+                             [](const Kind& a, const Kind& b) { return a.place < b.place; });
+  }
+
+  std::size_t findEnd(const Kind& section) const {
+    const std::size_t last = text.find(section.last, section.place);
+    const std::size_t subset = text.substr(0, last).find('[', section.place);
+    const bool hasSubset = section.last == endOfDoctype && subset != text.npos;
+    return std::min(text.size(), hasSubset ? text.find("]", subset) : last);
+  }
+
+  static constexpr const char* endOfDoctype = ">";
+
+  std::string_view text;
+  std::size_t end = 0;  // of the section passed last
+  Kind kinds[4] = {
+      {"<!--", "-->", 0}, {"<![CDATA[", "]]>", 0}, {"<?", "?>", 0}, {"<!DOCTYPE", endOfDoctype, 0}};
+};
+
+}  // namespace
+
+void check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
+  const std::string_view text = source.get();
+  const std::size_t forbidden = findForbidden(text);
+  if (forbidden != text.npos) {
+    const bool isNul = text[forbidden] == '\0';
+    XmlSource::fail(isNul ? "a NUL character; only 8-bit text such as UTF-8 can be read"
+                          : "a control character that XML does not allow",
+                    lines.find(forbidden));
+  }
+
+  LiteralSections literals(text);
+  for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1))
+    if (!startsReference(text.substr(at)) && !literals.contain(at))
+      XmlSource::fail("this '&' starts no reference that XML knows; '&' itself is written &amp;",
+                      lines.find(at));
+}
+
+}  // namespace XmlRawCheck

@@ -1,0 +1,249 @@
+#include <gtest/gtest.h>
+
+#include <iomanip>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "kv/xml_tree.h"
+#include "platform/support.h"
+
+using PlatformTest::findError;
+using PlatformTest::parse;
+using PlatformTest::print;
+using PlatformTest::repeat;
+using PlatformTest::reprint;
+
+namespace {
+
+const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+/// Documents with something of everything, and what each of them is printed as.
+struct Sample {
+  const char* name;
+  std::string text;
+  std::string printed;
+};
+
+const std::vector<Sample> samples = {
+    {"empty root", "<a/>", declaration + "<a />\n"},
+    {"open and closed root", "<a></a>", declaration + "<a />\n"},
+    {"nested elements", "<a><b><c/></b><d/></a>",
+     declaration + "<a>\n  <b>\n    <c />\n  </b>\n  <d />\n</a>\n"},
+    {"text", "<a>some text</a>", declaration + "<a>some text</a>\n"},
+    {"text with white space around", "<a>  some \n text\t</a>",
+     declaration + "<a>  some \n text\t</a>\n"},
+    {"white space as the only content", "<a> </a>", declaration + "<a> </a>\n"},
+    {"line end as the only content", "<a>\n</a>", declaration + "<a>\n</a>\n"},
+    {"comment", "<a><!-- one --></a>", declaration + "<a>\n  <!-- one -->\n</a>\n"},
+    {"empty comment", "<a><!----></a>", declaration + "<a>\n  <!---->\n</a>\n"},
+    {"CDATA", "<a><![CDATA[<raw> & ]] text]]></a>",
+     declaration + "<a><![CDATA[<raw> & ]] text]]></a>\n"},
+    {"empty CDATA", "<a><![CDATA[]]></a>", declaration + "<a><![CDATA[]]></a>\n"},
+    {"instruction", "<a><?target  some data ?></a>",
+     declaration + "<a>\n  <?target some data ?>\n</a>\n"},
+    {"instruction without data", "<a><?target?></a>", declaration + "<a>\n  <?target?>\n</a>\n"},
+    {"document type", "<!DOCTYPE a SYSTEM \"a.dtd\"><a/>",
+     declaration + "<!DOCTYPE a SYSTEM \"a.dtd\">\n<a />\n"},
+    {"document type with a subset", "<!DOCTYPE a [<!ENTITY b \"<c>\">\n<!-- d -->]><a/>",
+     declaration + "<!DOCTYPE a [<!ENTITY b \"<c>\">\n<!-- d -->]>\n<a />\n"},
+    {"outside the root", "<!-- before --><?pi one?><a/><!-- behind --><?pi two?>",
+     declaration + "<!-- before -->\n<?pi one?>\n<a />\n<!-- behind -->\n<?pi two?>\n"},
+    {"mixed content", "<a>one<b>two</b>three<c/>four</a>",
+     declaration + "<a>one<b>two</b>three<c />four</a>\n"},
+    {"mixed content with spaces", "<a>one <b>two</b> three</a>",
+     declaration + "<a>one <b>two</b> three</a>\n"},
+    {"text with CDATA", "<a>one<![CDATA[two]]>three</a>",
+     declaration + "<a>one<![CDATA[two]]>three</a>\n"},
+    {"order of attributes", "<a z='1' b='2' m='3' a='4'/>",
+     declaration + "<a z=\"1\" b=\"2\" m=\"3\" a=\"4\" />\n"},
+    {"empty attribute", "<a b=''/>", declaration + "<a b=\"\" />\n"},
+    {"references in text", "<a>&lt;&gt;&amp;&quot;&apos;&#65;</a>",
+     declaration + "<a>&lt;&gt;&amp;\"'A</a>\n"},
+    {"quotes in attributes", "<a b='\"' c=\"'\"/>", declaration + "<a b=\"&quot;\" c=\"'\" />\n"},
+    {"namespaces", "<n:a xmlns:n='urn:x' n:b='1'/>",
+     declaration + "<n:a xmlns:n=\"urn:x\" n:b=\"1\" />\n"},
+    {"code page", "<a b='\xE4'>\xFC</a>",
+     "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<a b=\"\xE4\">\xFC</a>\n"},
+    {"undefined in the code page", "<a b='\xE4'>\x81</a>",
+     "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<a b=\"\xE4\">\x81</a>\n"},
+    {"UTF-8", "<a b='\xC3\xA4'>\xE2\x82\xAC</a>",
+     declaration + "<a b=\"\xC3\xA4\">\xE2\x82\xAC</a>\n"},
+    {"standalone", "<?xml version='1.0' standalone='yes'?><a/>",
+     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<a />\n"},
+};
+
+std::string printAttribute(const std::string& text) {
+  KvXmlTree tree;
+  tree.open("a", false)->setAttribute("b", text, true);
+  return print(tree);
+}
+
+}  // namespace
+
+TEST(XmlPrinting, StartsWithADeclarationOnALineOfItsOwn) {
+  for (const Sample& sample : samples) {
+    const std::string printed = reprint(sample.text);
+    EXPECT_EQ(printed.compare(0, 6, "<?xml "), 0) << sample.name;
+    EXPECT_EQ(printed.find("?>"), printed.find('\n') - 2) << sample.name;
+  }
+}
+
+TEST(XmlPrinting, OfAnEmptyDocumentIsTheDeclaration) { EXPECT_EQ(print(KvXmlTree()), declaration); }
+
+TEST(XmlPrinting, KeepsWhatWasParsed) {
+  for (const Sample& sample : samples)
+    EXPECT_EQ(reprint(sample.text), sample.printed) << sample.name;
+}
+
+TEST(XmlPrinting, ReadsBackAndPrintsTheSame) {
+  for (const Sample& sample : samples) {
+    const std::string printed = reprint(sample.text);
+    EXPECT_EQ(reprint(printed), printed) << sample.name;
+  }
+}
+
+TEST(XmlPrinting, IsAcceptedByAnotherParser) {
+  SKIP_WITHOUT_SECOND_PARSER();
+  for (const Sample& sample : samples)
+    EXPECT_TRUE(PlatformTest::SecondParser::accepts(reprint(sample.text))) << sample.name;
+}
+
+TEST(XmlPrinting, OfEveryByteIsAcceptedByAnotherParser) {
+  SKIP_WITHOUT_SECOND_PARSER();
+  std::string all;
+  for (int byte = 0; byte <= 0xFF; ++byte) all += static_cast<char>(byte);
+  std::string upper = all.substr(0xA0);
+
+  EXPECT_TRUE(PlatformTest::SecondParser::accepts(printAttribute(all)));
+  EXPECT_TRUE(PlatformTest::SecondParser::accepts(printAttribute(upper)));
+  EXPECT_TRUE(PlatformTest::SecondParser::accepts(printAttribute(all.substr(0, 0x80))));
+}
+
+TEST(XmlPrinting, OfBrokenUtf8IsAcceptedByAnotherParser) {
+  SKIP_WITHOUT_SECOND_PARSER();
+  for (const char* text :
+       {"\xC3\xA4", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xEF\xBF\xBE", "\xEF\xBF\xBF",
+        "\xF4\x90\x80\x80", "\xF4\x8F\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xC2\x80", "\x81"})
+    EXPECT_TRUE(PlatformTest::SecondParser::accepts(printAttribute(text))) << text;
+}
+
+TEST(XmlPrinting, KeepsTheVersionOfTheDeclaration) {
+  EXPECT_EQ(reprint("<?xml version='1.1'?><a/>"),
+            "<?xml version=\"1.1\" encoding=\"UTF-8\"?>\n<a />\n");
+}
+
+TEST(XmlPrinting, KeepsStandaloneOfTheDeclaration) {
+  EXPECT_EQ(reprint("<?xml version='1.0' encoding='UTF-8' standalone='no'?><a/>"),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>\n<a />\n");
+}
+
+TEST(XmlPrinting, DropsWhiteSpaceBetweenElementsOnly) {
+  EXPECT_EQ(reprint("<a>\n\n\n<b/>\t<c> </c>     </a>\n\n"),
+            declaration + "<a>\n  <b />\n  <c> </c>\n</a>\n");
+}
+
+TEST(XmlPrinting, KeepsWhiteSpaceBetweenCdataSections) {
+  const std::string printed = reprint("<a><![CDATA[one]]> <![CDATA[two]]></a>");
+
+  EXPECT_EQ(printed, declaration + "<a><![CDATA[one]]> <![CDATA[two]]></a>\n");
+}
+
+TEST(XmlPrinting, KeepsWhiteSpaceBesideCdata) {
+  EXPECT_EQ(reprint("<a> <![CDATA[one]]> </a>"), declaration + "<a> <![CDATA[one]]> </a>\n");
+}
+
+TEST(XmlPrinting, KeepsACarriageReturnInText) {
+  const std::string printed = reprint("<a>one&#13;two</a>");
+
+  EXPECT_EQ(printed, declaration + "<a>one&#13;two</a>\n");
+  EXPECT_EQ(reprint(printed), printed);
+}
+
+TEST(XmlPrinting, KeepsACarriageReturnAloneInText) {
+  const std::string printed = reprint("<a>&#13;</a>");
+
+  EXPECT_EQ(reprint(printed), printed);
+}
+
+TEST(XmlPrinting, KeepsCarriageReturnsInAttributes) {
+  const std::string printed = reprint("<a b='&#13;&#10;&#9;'/>");
+
+  EXPECT_EQ(parse(printed)->findRoot("a", true)->findAttribute("b")->getData(), "\r\n\t");
+  EXPECT_EQ(reprint(printed), printed);
+}
+
+TEST(XmlPrinting, TurnsLineEndsOfTextIntoLineFeeds) {
+  EXPECT_EQ(reprint("<a>one\r\ntwo\rthree\n</a>"), declaration + "<a>one\ntwo\nthree\n</a>\n");
+}
+
+TEST(XmlPrinting, EscapesMarkupInAttributes) {
+  EXPECT_EQ(printAttribute("<>&\"'"), declaration + "<a b=\"&lt;>&amp;&quot;'\" />\n");
+}
+
+TEST(XmlPrinting, EscapesWhiteSpaceInAttributes) {
+  EXPECT_EQ(printAttribute("a\tb\nc\rd e"), declaration + "<a b=\"a&#09;b&#10;c&#13;d e\" />\n");
+}
+
+TEST(XmlPrinting, NeverPrintsForbiddenCharacters) {
+  EXPECT_EQ(printAttribute(std::string("a\0b\x01"
+                                       "c\x1F",
+                                       6)),
+            declaration + "<a b=\"a?b?c?\" />\n");
+}
+
+TEST(XmlPrinting, LeavesOutElementsThatWereNotAdded) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("a", false);
+  KvXmlData detached("detached", root);
+  detached.setAttribute("b", 1, true);
+
+  EXPECT_EQ(print(tree), declaration + "<a />\n");
+}
+
+TEST(XmlPrinting, CanBeRepeatedWithTheSameResult) {
+  const auto tree = parse("<a b='1'>text<c/></a>");
+
+  EXPECT_EQ(print(*tree), print(*tree));
+}
+
+TEST(XmlPrinting, ContinuesAStreamWhereItStands) {
+  std::ostringstream out;
+  out << "before\n";
+
+  parse("<a/>")->putToStream(out);
+  out << "behind\n";
+
+  EXPECT_EQ(out.str(), "before\n" + declaration + "<a />\nbehind\n");
+}
+
+TEST(XmlPrinting, IsAlikeUnderACommaLocale) {
+  const PlatformTest::CommaLocale locale;
+  KvXmlTree tree;
+  tree.open("a", false)->setAttribute("count", 1234567, true);
+  tree.setAttribute("size", 1234.5);
+  std::ostringstream out;
+
+  tree.putToStream(out);
+
+  EXPECT_EQ(out.str(), declaration + "<a count=\"1234567\" size=\"1234.5\" />\n");
+}
+
+TEST(XmlPrinting, OfAThousandLevelsReadsBack) {
+  const std::string text = repeat("<a>", 1000) + repeat("</a>", 1000);
+  const std::string printed = reprint(text);
+
+  EXPECT_EQ(reprint(printed), printed);
+}
+
+TEST(XmlPrinting, ShowsWhatWasChangedAmongWhatWasKept) {
+  const auto tree = parse("<a x='1'><!-- kept --><b y='2'>text</b><c/></a>");
+  KvXmlData* const root = tree->findRoot("a", true);
+  root->setAttribute("x", 7, true);
+  root->findTree("b", false)->setAttribute("z", std::string("new"), true);
+  root->addChild(new KvXmlData("d", root));
+
+  EXPECT_EQ(print(*tree), declaration +
+                              "<a x=\"7\">\n  <!-- kept -->\n  <b y=\"2\" z=\"new\">text</b>\n"
+                              "  <c />\n  <d />\n</a>\n");
+}
