@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <stdexcept>
 
 #include <locale.h>
@@ -73,6 +74,13 @@ std::string printNumber(Number value) {
   return std::string(buffer, result.ptr);
 }
 
+/// Moves `c` behind the digits of a width or a precision; false when there are more than three.
+bool skipDigits(const char*& c) {
+  const std::size_t digits = std::strspn(c, "0123456789");
+  c += digits;
+  return digits <= 3;
+}
+
 /// True when `format` holds exactly one conversion and that takes a double and nothing else.
 bool isDoubleFormat(const char* format) {
   int conversions = 0;
@@ -81,8 +89,8 @@ bool isDoubleFormat(const char* format) {
     ++c;
     if (*c == '%') continue;
     c += std::strspn(c, "-+ #0");
-    c += std::strspn(c, "0123456789");
-    if (*c == '.') c += 1 + std::strspn(c + 1, "0123456789");
+    if (!skipDigits(c)) return false;
+    if (*c == '.' && !skipDigits(++c)) return false;
     if (*c == 'l') ++c;  // makes no difference
     if (*c == '\0' || std::strchr("aAeEfFgG", *c) == nullptr) return false;
     ++conversions;
@@ -94,7 +102,9 @@ bool isDoubleFormat(const char* format) {
 class ClassicLocale {
  public:
 #if defined(_WIN32)
-  ClassicLocale() : classic(_create_locale(LC_ALL, "C")) {}
+  ClassicLocale() : classic(_create_locale(LC_ALL, "C")) {
+    if (classic == nullptr) throw std::bad_alloc();
+  }
   ~ClassicLocale() { _free_locale(classic); }
 
   int print(char* text, std::size_t size, const char* format, double value) const {
@@ -102,7 +112,10 @@ class ClassicLocale {
                      : _snprintf_l(text, size, format, classic, value);
   }
 #else
-  ClassicLocale() : classic(newlocale(LC_ALL_MASK, "C", nullptr)), previous(uselocale(classic)) {}
+  ClassicLocale() : classic(newlocale(LC_ALL_MASK, "C", nullptr)) {
+    if (classic == nullptr) throw std::bad_alloc();
+    previous = uselocale(classic);
+  }
   ~ClassicLocale() {
     uselocale(previous);
     freelocale(classic);
@@ -120,7 +133,7 @@ class ClassicLocale {
   _locale_t classic;
 #else
   locale_t classic;
-  locale_t previous;
+  locale_t previous = nullptr;
 #endif
 };
 
@@ -153,7 +166,7 @@ std::string print(double value, const char* format) {
     throw std::invalid_argument("this is no format for one double");
   const ClassicLocale classic;
   const int size = classic.print(nullptr, 0, format, value);
-  if (size < 0) throw std::invalid_argument("this format asks for too many characters");
+  if (size < 0) throw std::invalid_argument("this format cannot be printed");
   std::string text(static_cast<std::size_t>(size) + 1, '\0');
   classic.print(text.data(), text.size(), format, value);
   text.pop_back();

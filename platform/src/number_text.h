@@ -21,7 +21,8 @@ std::string print(int value);
 std::string print(double value);
 
 /// As std::printf() prints it in the "C" locale. Throws std::invalid_argument when `format` does
-/// not hold exactly one conversion, of a double, or leaves width or precision to an argument.
+/// not hold exactly one conversion, of a double, or when it leaves width or precision to an
+/// argument or gives one of more than three digits.
 std::string print(double value, const char* format);
 
 }  // namespace NumberText

@@ -20,10 +20,16 @@ class Writer : public pugi::xml_writer {
   void write(const void* data, std::size_t size) override {
     std::string_view text(static_cast<const char*>(data), size);
     for (std::size_t at = text.find('\r'); at != text.npos; at = text.find('\r')) {
-      out << text.substr(0, at) << "&#13;";
+      put(text.substr(0, at));
+      put("&#13;");
       text.remove_prefix(at + 1);
     }
-    out << text;
+    put(text);
+  }
+
+  /// Unformatted: neither the width nor the fill character of the stream must show.
+  void put(std::string_view text) {
+    out.write(text.data(), static_cast<std::streamsize>(text.size()));
   }
 
  private:
@@ -75,11 +81,11 @@ void print(const pugi::xml_document& document, const pugi::xml_node& hidden,
            XmlParse::Layout layout, std::ostream& out) {
   const std::vector<pugi::xml_node> nodes = listNodes(document, hidden);
   const bool isFree = layout == XmlParse::Layout::free;
-  out << makeDeclaration(document, chooseEncoding(nodes));
   Writer writer(out);
+  writer.put(makeDeclaration(document, chooseEncoding(nodes)));
   for (const pugi::xml_node& node : nodes) {
     node.print(writer, "  ", isFree ? pugi::format_indent : pugi::format_raw, pugi::encoding_utf8);
-    if (!isFree) out << '\n';
+    if (!isFree) writer.put("\n");
   }
 }
 

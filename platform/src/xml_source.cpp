@@ -103,15 +103,18 @@ void FreeText::operator()(char* text) const { pugi::get_memory_deallocation_func
 
 Text read(std::istream& in) {
   if (in.rdbuf() == nullptr) fail("there is nothing to read from", Position());
-  const Position start = locate(*in.rdbuf());
-  if (in.fail()) fail("the text cannot be read from here on", start);
+  Position start;
   try {
-    Text text = readAll(*in.rdbuf());
-    text.start = start;
-    return text;
+    start = locate(*in.rdbuf());
+    if (!in.fail()) {
+      Text text = readAll(*in.rdbuf());
+      text.start = start;
+      return text;
+    }
   } catch (const std::ios_base::failure&) {
-    fail("the text cannot be read from here on", start);
+    // Told below, like a stream that failed before.
   }
+  fail("the text cannot be read from here on", start);
 }
 
 LineTable::LineTable(const Text& text) : begin(text.start) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -15,7 +16,7 @@
 #include <pugixml.hpp>
 
 #include "kv/xml_view.h"
-#include "xml_attribute_text.h"
+#include "xml_handles.h"
 #include "xml_parse.h"
 #include "xml_text.h"
 
@@ -28,23 +29,25 @@ struct ChildList {
   bool complete = false;
 };
 
-/// Views of an element's attributes, in document order as of the time they were made. Handed-out
-/// views must stay, so a block that no longer covers all attributes is kept behind the newer one.
+/// Views of an element's attributes, in document order. Handed-out views must stay where they are,
+/// so attributes that are set later get a block of their own.
 template <class Attribute>
 struct AttributeBlock {
-  explicit AttributeBlock(const pugi::xml_node& element) {
-    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute()) ++size;
+  /// Views of `from`, which is the attribute of this index, and of all behind it.
+  AttributeBlock(const pugi::xml_attribute& from, std::uint32_t index) : start(index) {
+    for (pugi::xml_attribute a = from; a; a = a.next_attribute()) ++size;
     views.reset(new Attribute[size]);
-    refer(element);
+    refer(from);
   }
 
-  void refer(const pugi::xml_node& element) {
-    std::uint32_t i = 0;
-    for (pugi::xml_attribute a = element.first_attribute(); i < size; a = a.next_attribute())
-      views[i++].refer(a.internal_object());
+  /// Block by block: however many there are, the stack stays flat.
+  ~AttributeBlock() {
+    while (older != nullptr) older = std::move(older->older);
   }
 
-  bool coversAll() const { return !get(size - 1).next_attribute(); }
+  void refer(pugi::xml_attribute a) {
+    for (std::uint32_t i = 0; i < size; a = a.next_attribute()) views[i++].refer(toHandle(a));
+  }
 
   /// Attributes are mostly asked for in the order in which they stand, so the search goes on from
   /// where the last one ended.
@@ -57,12 +60,14 @@ struct AttributeBlock {
     return nullptr;
   }
 
-  pugi::xml_attribute get(std::uint32_t i) const {
-    return pugi::xml_attribute(views[i].getAttribute());
-  }
+  /// The first attribute that has no view yet.
+  pugi::xml_attribute findUncovered() const { return get(size - 1).next_attribute(); }
+
+  pugi::xml_attribute get(std::uint32_t i) const { return fromHandle(views[i].getAttribute()); }
 
   std::unique_ptr<Attribute[]> views;
   std::unique_ptr<AttributeBlock> older;
+  std::uint32_t start;
   std::uint32_t size = 0;
   std::uint32_t next = 0;
 };
@@ -97,9 +102,7 @@ struct Store {
     return pugi::xml_node();
   }
 
-  static pugi::xml_node getNode(const Element& element) {
-    return pugi::xml_node(element.view.node);
-  }
+  static pugi::xml_node getNode(const Element& element) { return fromHandle(element.view.node); }
 
   static bool isElement(const pugi::xml_node& node, const std::string& name) {
     return node.type() == pugi::node_element && name == node.name();
@@ -171,7 +174,7 @@ struct Store {
     auto* const element = new Element();
     own(element);
     element->view.store = this;
-    element->view.node = node.internal_object();
+    element->view.node = toHandle(node);
     element->view.parent = parent;
     return element;
   }
@@ -204,13 +207,16 @@ struct Store {
   template <class Attribute>
   static Attribute* findAttribute(const ElementView<Element, Attribute>& view,
                                   const std::string& name) {
-    if (view.attributes != nullptr) {
-      if (Attribute* const known = view.attributes->find(name)) return known;
-      if (view.attributes->coversAll()) return nullptr;
-    }
-    const pugi::xml_node node(view.node);
-    if (!node.first_attribute()) return nullptr;
-    auto block = std::make_unique<AttributeBlock<Attribute>>(node);
+    using Block = AttributeBlock<Attribute>;
+    for (Block* block = view.attributes.get(); block != nullptr; block = block->older.get())
+      if (Attribute* const known = block->find(name)) return known;
+
+    Block* const newest = view.attributes.get();
+    const pugi::xml_attribute uncovered =
+        newest != nullptr ? newest->findUncovered() : fromHandle(view.node).first_attribute();
+    if (!uncovered) return nullptr;
+    auto block =
+        std::make_unique<Block>(uncovered, newest != nullptr ? newest->start + newest->size : 0);
     block->older = std::move(view.attributes);
     view.attributes = std::move(block);
     return view.attributes->find(name);
@@ -225,7 +231,7 @@ struct Store {
   static Element* viewChild(Element& parent, const pugi::xml_node& node) {
     ChildList<Element>& list = getChildList(parent);
     for (Element* child : list.elements)
-      if (child->view.node == node.internal_object()) return child;
+      if (child->view.node == toHandle(node)) return child;
     Element* const child = parent.view.store->makeView(node, &parent);
     list.elements.push_back(child);
     return child;
@@ -246,12 +252,12 @@ struct Store {
   static std::vector<Element*>& viewChildren(Element& parent) {
     ChildList<Element>& list = getChildList(parent);
     if (list.complete) return list.elements;
-    std::unordered_map<pugi::xml_node_struct*, Element*> known;
+    std::unordered_map<NodeHandle*, Element*> known;
     for (Element* child : list.elements) known.emplace(child->view.node, child);
     std::vector<Element*> all;
     for (pugi::xml_node node : getNode(parent).children()) {
       if (node.type() != pugi::node_element) continue;
-      const auto view = known.empty() ? known.end() : known.find(node.internal_object());
+      const auto view = known.empty() ? known.end() : known.find(toHandle(node));
       all.push_back(view != known.end() ? view->second
                                         : parent.view.store->makeView(node, &parent));
     }
@@ -272,7 +278,7 @@ struct Store {
   static Element* appendChild(Element& parent, const std::string& name) {
     ChildList<Element>& list = reserveChild(parent);
     Element* const child = parent.view.store->makeView(pugi::xml_node(), &parent);
-    child->view.node = append(getNode(parent), name).internal_object();
+    child->view.node = toHandle(append(getNode(parent), name));
     list.elements.push_back(child);
     return child;
   }
@@ -284,7 +290,7 @@ struct Store {
     detached.push_back(&element);
     try {
       if (!nursery) nursery = append(document, "nursery");
-      element.view.node = append(nursery, name).internal_object();
+      element.view.node = toHandle(append(nursery, name));
     } catch (...) {
       detached.pop_back();
       throw;
@@ -295,7 +301,8 @@ struct Store {
   bool isDetached(const Element& element) const { return getNode(element).parent() == nursery; }
 
   void forgetDetached(const Element& element) {
-    detached.erase(std::find(detached.begin(), detached.end(), &element));
+    const auto place = std::find(detached.begin(), detached.end(), &element);
+    if (place != detached.end()) detached.erase(place);
   }
 
   /// Makes `element` stand for itself, in a store of its own, which ends with it.
@@ -337,14 +344,14 @@ struct Store {
     std::vector<Element*> views;
     for (Element* element : moving) listViews(*element, views);
     detached.reserve(detached.size() + moving.size());
+    oldNames.reserve(oldNames.size() + 1 + other.oldNames.size());
     const std::vector<pugi::xml_node> copies = copyToNursery(moving);
 
     const std::unique_ptr<Store> emptied(&other);
     takeViews(other);
     for (std::size_t i = 0; i < moving.size(); ++i) {
       moving[i]->view.store = this;
-      moving[i]->view.name = nullptr;
-      moving[i]->view.node = copies[i].internal_object();
+      moving[i]->view.node = toHandle(copies[i]);
       detached.push_back(moving[i]);
     }
     for (Element* view : views) rebind(*view);
@@ -356,10 +363,11 @@ struct Store {
   Element* root = nullptr;
   Element* first = nullptr;
   Element* standalone = nullptr;
-  std::vector<Element*> detached;         // not owned
-  std::unordered_set<std::string> names;  // of elements, each text once
+  std::vector<Element*> detached;                         // not owned
+  std::unordered_set<std::string> names;                  // of elements, each text once
+  std::vector<std::unordered_set<std::string>> oldNames;  // of stores taken over
   const std::string* lastName = nullptr;
-  pugi::xml_node_struct* lastSetOn = nullptr;
+  NodeHandle* lastSetOn = nullptr;
   pugi::xml_attribute lastSet;  // of that node
 
  private:
@@ -373,26 +381,58 @@ struct Store {
     }
   }
 
+  /// Out of memory, the parser copies what it can and does not say so.
+  static bool isFullCopy(pugi::xml_node node, pugi::xml_node copy) {
+    const pugi::xml_node top = node;
+    while (copy) {
+      const bool isSame =
+          std::strcmp(node.name(), copy.name()) == 0 &&
+          std::strcmp(node.value(), copy.value()) == 0 &&
+          std::equal(node.attributes_begin(), node.attributes_end(), copy.attributes_begin(),
+                     copy.attributes_end(),
+                     [](const pugi::xml_attribute& a, const pugi::xml_attribute& b) {
+                       return std::strcmp(a.name(), b.name()) == 0 &&
+                              std::strcmp(a.value(), b.value()) == 0;
+                     });
+      if (!isSame) return false;
+      if (node.first_child()) {
+        node = node.first_child();
+        copy = copy.first_child();
+        continue;
+      }
+      if (copy.first_child()) return false;
+      while (node != top && !node.next_sibling()) {
+        node = node.parent();
+        copy = copy.parent();
+      }
+      if (node == top) return true;
+      node = node.next_sibling();
+      copy = copy.next_sibling();
+    }
+    return false;
+  }
+
   std::vector<pugi::xml_node> copyToNursery(const std::vector<Element*>& elements) {
     std::vector<pugi::xml_node> copies;
     copies.reserve(elements.size());
     for (const Element* element : elements) {
       copies.push_back(nursery.append_copy(getNode(*element)));
-      if (copies.back()) continue;
-      copies.pop_back();
-      for (const pugi::xml_node& copy : copies) erase(copy);
+      if (isFullCopy(getNode(*element), copies.back())) continue;
+      for (const pugi::xml_node& copy : copies)
+        if (copy) erase(copy);
       throw std::bad_alloc();
     }
     return copies;
   }
 
   void takeViews(Store& other) {
+    oldNames.push_back(std::move(other.names));
+    for (auto& older : other.oldNames) oldNames.push_back(std::move(older));
     while (other.first != nullptr) {
       Element* const element = other.first;
       other.first = element->view.nextInStore;
       own(element);
       element->view.store = this;
-      element->view.name = nullptr;
     }
   }
 
@@ -400,11 +440,10 @@ struct Store {
   static void rebind(Element& element) {
     const pugi::xml_node node = getNode(element);
     for (auto* block = element.view.attributes.get(); block != nullptr; block = block->older.get())
-      block->refer(node);
+      block->refer(*std::next(node.attributes_begin(), block->start));
     auto child = element.view.children->elements.begin();
     for (pugi::xml_node childNode : node.children())
-      if (childNode.type() == pugi::node_element)
-        (*child++)->view.node = childNode.internal_object();
+      if (childNode.type() == pugi::node_element) (*child++)->view.node = toHandle(childNode);
   }
 };
 

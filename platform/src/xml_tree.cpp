@@ -1,5 +1,7 @@
 #include "kv/xml_tree.h"
 
+#include <stdexcept>
+
 #include "number_text.h"
 #include "xml_parse.h"
 #include "xml_print.h"
@@ -50,6 +52,7 @@ void KvXmlData::addChild(KvXmlData* child) {
   if (child == nullptr) throw std::invalid_argument("no element to add");
   Store& from = *child->view.store;
   Store& to = *view.store;
+  Store::reserveChild(*this);  // out of memory, nothing has moved yet
   if (&from != &to) {
     if (from.standalone != child)
       throw std::invalid_argument("the element was made for another document");

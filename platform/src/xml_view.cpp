@@ -1,6 +1,6 @@
 #include "kv/xml_view.h"
 
-#include "xml_attribute_text.h"
+#include "xml_handles.h"
 
 namespace KvXmlView {
 

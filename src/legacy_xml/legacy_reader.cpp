@@ -55,9 +55,10 @@ std::unique_ptr<std::ifstream> openFile(const std::string& path) {
   auto file = std::make_unique<std::ifstream>(path);
   if (!file->fail()) return file;
 
-  std::array<char, 4096> shortPath{};
-  const auto length = GetShortPathNameA(path.c_str(), shortPath.data(), shortPath.size());
-  const bool hasShortPath = length > 0 && length < shortPath.size();
+  constexpr unsigned long size = 4096;
+  std::array<char, size> shortPath{};
+  const auto length = GetShortPathNameA(path.c_str(), shortPath.data(), size);
+  const bool hasShortPath = length > 0 && length < size;
   file = std::make_unique<std::ifstream>(hasShortPath ? shortPath.data() : path.c_str());
   return file;
 }

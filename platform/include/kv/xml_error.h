@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -12,19 +13,19 @@
 class KV_API KvXmlError : public std::runtime_error {
  public:
   KvXmlError(const std::string& reason, std::size_t line, std::size_t column);
-  KvXmlError(const KvXmlError& other);
-  KvXmlError& operator=(const KvXmlError& other) = delete;
+  KvXmlError(const KvXmlError& other) noexcept;
+  KvXmlError& operator=(const KvXmlError& other) noexcept;
   ~KvXmlError() override;
 
   /// What is wrong, without the position.
-  const std::string& getReason() const { return reasonText; }
+  const std::string& getReason() const { return *reasonText; }
   /// Where, counted from 1 in the whole file (columns in bytes), also when the parser was given
-  /// the stream further on.
+  /// the stream further on. Lines end at line feeds.
   std::size_t getLine() const { return lineNumber; }
   std::size_t getColumn() const { return columnNumber; }
 
  private:
-  std::string reasonText;
+  std::shared_ptr<const std::string> reasonText;  // shared, so that copying cannot fail
   std::size_t lineNumber;
   std::size_t columnNumber;
 };

@@ -60,7 +60,8 @@ class KV_API Data {
   /// In the shortest form that reads back as the same double.
   void setAttribute(const std::string& name, double value);
   /// As std::printf() prints it in the "C" locale. Throws std::invalid_argument when `format` does
-  /// not hold exactly one conversion, of a double, or leaves width or precision to an argument.
+  /// not hold exactly one conversion, of a double, or when it leaves width or precision to an
+  /// argument or gives one of more than three digits.
   void setAttribute(const std::string& name, double value, const char* format);
 
  private:

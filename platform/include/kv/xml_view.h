@@ -10,12 +10,11 @@
 
 #include "kv/export.h"
 
-namespace pugi {
-struct xml_node_struct;
-struct xml_attribute_struct;
-}  // namespace pugi
-
 namespace KvXmlView {
+
+/// What the parser keeps of an element and of an attribute.
+struct NodeHandle;
+struct AttributeHandle;
 
 template <class Element>
 struct Store;
@@ -47,8 +46,8 @@ class KV_API AttributeView {
 
   struct Text;
   Text* getText() const;
-  pugi::xml_attribute_struct* getAttribute() const;
-  void refer(pugi::xml_attribute_struct* attribute);
+  AttributeHandle* getAttribute() const;
+  void refer(AttributeHandle* attribute);
 
   mutable std::uintptr_t word = 0;
 };
@@ -60,7 +59,7 @@ struct ElementView {
   ~ElementView();
 
   Store<Element>* store = nullptr;
-  pugi::xml_node_struct* node = nullptr;
+  NodeHandle* node = nullptr;
   Element* parent = nullptr;
   Element* nextInStore = nullptr;
   mutable const std::string* name = nullptr;
