@@ -4,8 +4,10 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-install_packages g++
+install_packages g++ clang
 for header in include/found/*.h platform/include/kv/*.h; do
-  g++ -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fsyntax-only \
-    -Iinclude -Iplatform/include -include "$header" -x c++ /dev/null
+  for compiler in g++ clang++; do
+    $compiler -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fsyntax-only \
+      -Iinclude -Iplatform/include -include "$header" -x c++ /dev/null
+  done
 done

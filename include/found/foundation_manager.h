@@ -133,8 +133,8 @@ class FOUND_API FoundationManager {
   /// @{
   /// Takes out all generated foundations, used or not, and renumbers the rest 1, 2, 3, ...
   void removeAllGenerated();
-  /// Takes out all foundations that no user uses. Numbers stay, gaps included, on purpose: the
-  /// host's user knows a bedding of their own by its number.
+  /// Takes out all foundations that no user uses. Numbers stay, gaps included, on purpose: whoever
+  /// defined the rest may know them by number.
   void removeAllNotUsed();
   /// Takes out the generated foundations that no user uses, and renumbers the rest 1, 2, 3, ...
   void removeAllNotUsedGenerated();
@@ -165,16 +165,20 @@ class FOUND_API FoundationManager {
   /// Reads the file at `path` like createFromXml(). False, and the manager is untouched, when the
   /// file cannot be opened or its first line does not contain "xml" in any letter case. The first
   /// line is consumed by that test, so the root element must start on a later line. KvXmlError,
-  /// and the manager is untouched, when the rest is not well-formed. True otherwise, also when the
-  /// document holds no foundations and the manager is now empty.
+  /// and the manager is untouched, when the rest is not well-formed or cannot be read, or the first
+  /// line has more than 1,023 characters. True otherwise, also when the document holds no
+  /// foundations and the manager is now empty; so too for a file that was cut off within or right
+  /// behind its first line, where nothing is left that could be wrong.
   bool readXml(const std::string& path);
 
   /// Writes the foundations below the current element of `tree`, which ends as current again.
-  /// Updates the "FOUND" element with a foundation's number or appends one; no element and no
-  /// attribute is deleted, so a value that is now absent, and a foundation that went away, stay in
-  /// the tree as they were. Foundations that share a number share an element: the later one
-  /// overwrites what it writes. Ignored when `tree` is null. When the XML library throws, what was
-  /// written until then stays in the tree.
+  /// With no current element "FOUNDATIONS" is the root, and when the root is another one nothing is
+  /// written: a host opens the element of its model first. Updates the "FOUND" element with a
+  /// foundation's number or appends one; no element and no attribute is deleted, so a value that is
+  /// now absent, and a foundation that went away, stay in the tree as they were. Foundations that
+  /// share a number share an element: the later one overwrites what it writes. Ignored when `tree`
+  /// is null. When the XML library throws, what was written until then stays in the tree, and the
+  /// cursor where it was.
   void updateXml(KvXmlTree* tree) const;
 
   /// Prints a complete document of the foundations to `out`. Opening, checking and closing the
@@ -183,7 +187,7 @@ class FOUND_API FoundationManager {
   /// @}
 
  private:
-  struct Predicate;
+  struct FOUND_LOCAL Predicate;
 
   bool hasUniqueName(const std::string& name) const;
   void renumberFoundations();

@@ -27,7 +27,7 @@ class FOUND_API KvmlWriter {
              const std::set<Foundation*>& beams) const;
 
  private:
-  struct Implementation;
+  struct FOUND_LOCAL Implementation;
   std::unique_ptr<Implementation> implementation;
 };
 

@@ -11,7 +11,8 @@ namespace Found::Umo {
 ///
 /// Every element that is refused is reported once, with the reason, and skipped. Called on the
 /// caller's thread from inside BeddingReader::read(); what a message throws passes through to the
-/// caller of read(). A message may change the manager.
+/// caller of read(). A message may change the manager, but not the
+/// elements that are being read.
 class FOUND_API ReadMessenger {
  public:
   ReadMessenger();

@@ -10,6 +10,7 @@
 
 #include "xml_raw_check.h"
 #include "xml_source.h"
+#include "xml_text.h"
 #include "xml_walk.h"
 
 namespace XmlParse {
@@ -51,16 +52,33 @@ constexpr const char* whiteSpace = " \t\r\n";
 
 bool isWhiteSpace(const char* text) { return text[std::strspn(text, whiteSpace)] == '\0'; }
 
-/// Finds attributes that are given twice. Most elements have the same attributes as the one before,
-/// and then nothing is left to compare.
+/// Looks for names that are none and attributes that are given twice. Most elements have the same
+/// names as the one before, and then nothing is left to look at.
 class NameCheck {
  public:
-  /// The name of the first attribute that repeats an earlier one, or null.
+  bool isLikeLast(const pugi::xml_node& element) const {
+    if (lastElement == nullptr || std::strcmp(element.name(), lastElement) != 0) return false;
+    auto name = last.begin();
+    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute(), ++name)
+      if (name == last.end() || std::strcmp(a.name(), *name) != 0) return false;
+    return name == last.end();
+  }
+
+  /// The first name of the element and its attributes that is no XML name, or null.
+  static const char* findInvalid(const pugi::xml_node& element) {
+    if (!XmlText::isName(element.name())) return element.name();
+    for (const pugi::xml_attribute a : element.attributes())
+      if (!XmlText::isName(a.name())) return a.name();
+    return nullptr;
+  }
+
+  /// The name of the first attribute that repeats an earlier one, or null. The element is the last
+  /// one from here on.
   const char* findRepeated(const pugi::xml_node& element) {
-    if (isLikeLast(element)) return nullptr;
+    lastElement = element.name();
     last.clear();
     known.clear();
-    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute()) {
+    for (const pugi::xml_attribute a : element.attributes()) {
       if (!known.insert(a.name()).second) return a.name();
       last.push_back(a.name());
     }
@@ -68,27 +86,25 @@ class NameCheck {
   }
 
  private:
-  bool isLikeLast(const pugi::xml_node& element) const {
-    auto name = last.begin();
-    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute(), ++name)
-      if (name == last.end() || std::strcmp(a.name(), *name) != 0) return false;
-    return name == last.end();
-  }
-
-  std::vector<const char*> last;
+  const char* lastElement = nullptr;
+  std::vector<const char*> last;  // its attributes
   std::unordered_set<std::string_view> known;
 };
 
 /// Checks what the parser lets pass.
 class Inspection {
  public:
-  Inspection(const pugi::xml_document& checked, const char* text, const LineTable& table)
-      : document(checked), begin(text), lines(table) {}
+  /// Of all '<' in attributes and text, `references` came from references.
+  Inspection(const pugi::xml_document& checked, const char* text, const LineTable& table,
+             std::size_t references)
+      : document(checked), begin(text), lines(table), resolvedLessThans(references) {}
 
   void run() {
     checkTopLevel();
     for (const pugi::xml_node top : document.children())
       walkXml(top, [this](const pugi::xml_node& node, int level) { checkNode(node, level); });
+    if (lessThans > resolvedLessThans)
+      failAt("'<' in an attribute is written &lt;; here or further on it is not", firstLessThan);
   }
 
  private:
@@ -131,22 +147,43 @@ class Inspection {
         if (level > greatestDepth)
           failAt("elements are nested more than " + std::to_string(greatestDepth) + " levels deep",
                  node.name());
-        return checkAttributes(node);
+        return checkNames(node);
       case pugi::node_declaration:
-        return checkAttributes(node);
+        return checkNames(node);
+      case pugi::node_pcdata:
+        lessThans += countLessThans(node.value());
+        return;
       case pugi::node_comment:
         return checkComment(node);
       case pugi::node_pi:
+        if (!XmlText::isName(node.name())) failAt("this is no XML name", node.name());
+        return unifyLineEnds(node);
       case pugi::node_doctype:
+        if (std::strcspn(node.value(), " \t\r\n[>") == 0)
+          failAt("this document type declaration has no name", node.value());
         return unifyLineEnds(node);
       default:
         return;
     }
   }
 
-  void checkAttributes(const pugi::xml_node& node) {
-    if (const char* name = names.findRepeated(node))
-      failAt("the attribute \"" + std::string(name) + "\" is given twice", name);
+  void checkNames(const pugi::xml_node& node) {
+    if (!names.isLikeLast(node)) {
+      if (const char* name = NameCheck::findInvalid(node)) failAt("this is no XML name", name);
+      if (const char* name = names.findRepeated(node))
+        failAt("the attribute \"" + std::string(name) + "\" is given twice", name);
+    }
+    for (const pugi::xml_attribute a : node.attributes()) {
+      const std::size_t count = countLessThans(a.value());
+      if (count > 0 && firstLessThan == nullptr) firstLessThan = a.value();
+      lessThans += count;
+    }
+  }
+
+  static std::size_t countLessThans(const char* text) {
+    std::size_t count = 0;
+    for (const char* c = std::strchr(text, '<'); c != nullptr; c = std::strchr(c + 1, '<')) ++count;
+    return count;
   }
 
   void checkComment(const pugi::xml_node& comment) const {
@@ -169,6 +206,9 @@ class Inspection {
   const char* begin;
   const LineTable& lines;
   NameCheck names;
+  std::size_t resolvedLessThans;
+  std::size_t lessThans = 0;
+  const char* firstLessThan = nullptr;  // in an attribute
 };
 
 }  // namespace
@@ -176,7 +216,7 @@ class Inspection {
 Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
   XmlSource::Text text = XmlSource::read(in);
   const LineTable lines(text);
-  XmlRawCheck::check(text, lines);
+  const std::size_t lessThans = XmlRawCheck::check(text, lines);
 
   // The encoding is named so that no byte is converted. Text at the top level is kept as in a
   // fragment so that it can be refused. White space is kept where it is all that an element holds,
@@ -193,7 +233,7 @@ Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
     const std::size_t offset = std::min(static_cast<std::size_t>(result.offset), size);
     fail(describe(result, offset == size), lines.find(offset));
   }
-  Inspection(document, begin, lines).run();
+  Inspection(document, begin, lines, lessThans).run();
   if (root == Root::required && !document.document_element())
     fail("the document has no root element", lines.find(size));
   return hasCdata ? Layout::kept : Layout::free;

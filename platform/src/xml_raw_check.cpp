@@ -42,16 +42,27 @@ bool isCharacterNumber(std::string_view digits, int base) {
          XmlText::isXmlCharacter(character);
 }
 
-/// True when `text`, which starts with '&', starts with a reference that can be resolved.
-bool startsReference(std::string_view text) {
-  constexpr std::size_t longest = 40;  // leading zeros are allowed, but not without end
-  const std::size_t end = text.substr(0, longest).find(';');
-  if (end == text.npos) return false;
+/// The reference at the start of `text`, which starts with '&', without '&' and ';'; empty when
+/// there is none that can be resolved.
+std::string_view findReference(std::string_view text) {
+  const std::size_t end =
+      text.find_first_not_of("#0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ", 1);
+  if (end == text.npos || text[end] != ';') return {};
   const std::string_view name = text.substr(1, end - 1);
   constexpr std::string_view entities[] = {"amp", "lt", "gt", "quot", "apos"};
-  if (name.substr(0, 2) == "#x") return isCharacterNumber(name.substr(2), 16);
-  if (name.substr(0, 1) == "#") return isCharacterNumber(name.substr(1), 10);
-  return std::find(std::begin(entities), std::end(entities), name) != std::end(entities);
+  const bool isKnown =
+      name.substr(0, 2) == "#x" ? isCharacterNumber(name.substr(2), 16)
+      : name.substr(0, 1) == "#"
+          ? isCharacterNumber(name.substr(1), 10)
+          : std::find(std::begin(entities), std::end(entities), name) != std::end(entities);
+  return isKnown ? name : std::string_view();
+}
+
+bool isLessThan(std::string_view reference) {
+  if (reference[0] != '#') return reference == "lt";
+  const std::size_t digits = reference.find_first_not_of("#x0");
+  const std::string_view number = digits != reference.npos ? reference.substr(digits) : "";
+  return reference[1] == 'x' ? number == "3c" || number == "3C" : number == "60";
 }
 
 /// The sections of a text in which an '&' is nothing but itself, passed from first to last.
@@ -74,7 +85,7 @@ class LiteralSections {
  private:
   struct Kind {
     const char* first;
-    const char* last;
+    const char* last;   // null: more is to be looked at than one mark
     std::size_t place;  // of the next one
   };
 
@@ -86,23 +97,41 @@ class LiteralSections {
   }
 
   std::size_t findEnd(const Kind& section) const {
-    const std::size_t last = text.find(section.last, section.place);
-    const std::size_t subset = text.substr(0, last).find('[', section.place);
-    const bool hasSubset = section.last == endOfDoctype && subset != text.npos;
-    return std::min(text.size(), hasSubset ? text.find("]", subset) : last);
+    const std::size_t content = section.place + std::strlen(section.first);
+    if (section.last == nullptr) return findEndOfDoctype(content);
+    return std::min(text.size(), text.find(section.last, content));
   }
 
-  static constexpr const char* endOfDoctype = ">";
+  /// Where the declaration ends: behind its internal subset, in which quoted texts and comments may
+  /// hold brackets.
+  std::size_t findEndOfDoctype(std::size_t at) const {
+    const auto skip = [this](std::size_t from, const char* last) {
+      return std::min(text.size(), text.find(last, from));
+    };
+    bool isInSubset = false;
+    for (; at < text.size(); ++at) {
+      const char c = text[at];
+      if (c == '"' || c == '\'')
+        at = skip(at + 1, c == '"' ? "\"" : "'");
+      else if (text.compare(at, 4, "<!--") == 0)
+        at = skip(at + 4, "-->");
+      else if (c == '[' || c == ']')
+        isInSubset = c == '[';
+      else if (c == '>' && !isInSubset)
+        return at;
+    }
+    return text.size();
+  }
 
   std::string_view text;
   std::size_t end = 0;  // of the section passed last
   Kind kinds[4] = {
-      {"<!--", "-->", 0}, {"<![CDATA[", "]]>", 0}, {"<?", "?>", 0}, {"<!DOCTYPE", endOfDoctype, 0}};
+      {"<!--", "-->", 0}, {"<![CDATA[", "]]>", 0}, {"<?", "?>", 0}, {"<!DOCTYPE", nullptr, 0}};
 };
 
 }  // namespace
 
-void check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
+std::size_t check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
   const std::string_view text = source.get();
   const std::size_t forbidden = findForbidden(text);
   if (forbidden != text.npos) {
@@ -113,10 +142,18 @@ void check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
   }
 
   LiteralSections literals(text);
-  for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1))
-    if (!startsReference(text.substr(at)) && !literals.contain(at))
-      XmlSource::fail("this '&' starts no reference that XML knows; '&' itself is written &amp;",
-                      lines.find(at));
+  std::size_t lessThans = 0;
+  for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1)) {
+    const std::string_view reference = findReference(text.substr(at));
+    const bool isSpecial = reference.empty() || isLessThan(reference);
+    if (!isSpecial || literals.contain(at)) continue;
+    if (reference.empty())
+      XmlSource::fail(
+          "this '&' starts no reference that can be resolved; '&' itself is written &amp;",
+          lines.find(at));
+    ++lessThans;
+  }
+  return lessThans;
 }
 
 }  // namespace XmlRawCheck

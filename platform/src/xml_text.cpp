@@ -3,15 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 
 namespace XmlText {
 namespace {
-
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
-bool isNameStart(char c) { return isLetter(c) || c == '_' || c == ':' || (c & 0x80) != 0; }
-
-bool isNamePart(char c) { return isNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
 
 /// A range of characters that UTF-8 writes in the same number of bytes.
 struct Utf8Range {
@@ -24,21 +19,25 @@ struct Utf8Range {
 constexpr Utf8Range utf8Ranges[] = {
     {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}};
 
-/// The length of the UTF-8 sequence of more than one byte that `text` starts with; 0 when it
+constexpr std::uint32_t noCharacter = 0xFFFFFFFF;
+
+/// Takes one character of more than one byte off `text`; `noCharacter`, and nothing taken, when it
 /// starts with none that XML allows.
-std::size_t measureSequence(std::string_view text) {
-  const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+std::uint32_t takeSequence(std::string_view& text) {
+  const auto byteAt = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   for (const Utf8Range& range : utf8Ranges) {
     if ((byteAt(0) & range.leadMask) != range.lead) continue;
-    if (text.size() < range.length) return 0;
+    if (text.size() < range.length) return noCharacter;
     std::uint32_t character = byteAt(0) & static_cast<unsigned char>(~range.leadMask);
     for (std::size_t i = 1; i < range.length; ++i) {
-      if ((byteAt(i) & 0xC0) != 0x80) return 0;
+      if ((byteAt(i) & 0xC0) != 0x80) return noCharacter;
       character = (character << 6) | (byteAt(i) & 0x3Fu);
     }
-    return character >= range.lowest && isXmlCharacter(character) ? range.length : 0;
+    if (character < range.lowest || !isXmlCharacter(character)) return noCharacter;
+    text.remove_prefix(range.length);
+    return character;
   }
-  return 0;
+  return noCharacter;
 }
 
 /// The length of the plain ASCII that `text` starts with, eight bytes at a time while it lasts.
@@ -56,12 +55,40 @@ std::size_t measureAscii(std::string_view text) {
 /// `text` starts with a byte that is not ASCII.
 bool isUtf8(std::string_view text) {
   while (!text.empty()) {
-    const std::size_t length = measureSequence(text);
-    if (length == 0) return false;
-    text.remove_prefix(length);
+    if (takeSequence(text) == noCharacter) return false;
     text.remove_prefix(measureAscii(text));
   }
   return true;
+}
+
+struct Range {
+  std::uint32_t first;
+  std::uint32_t last;
+};
+
+// What XML allows at the start of a name, and what else inside of one.
+constexpr Range nameStarts[] = {
+    {':', ':'},       {'A', 'Z'},       {'_', '_'},       {'a', 'z'},
+    {0xC0, 0xD6},     {0xD8, 0xF6},     {0xF8, 0x2FF},    {0x370, 0x37D},
+    {0x37F, 0x1FFF},  {0x200C, 0x200D}, {0x2070, 0x218F}, {0x2C00, 0x2FEF},
+    {0x3001, 0xD7FF}, {0xF900, 0xFDCF}, {0xFDF0, 0xFFFD}, {0x10000, 0xEFFFF}};
+constexpr Range nameParts[] = {
+    {'-', '.'}, {'0', '9'}, {0xB7, 0xB7}, {0x300, 0x36F}, {0x203F, 0x2040}};
+
+template <std::size_t Size>
+bool isIn(const Range (&ranges)[Size], std::uint32_t character) {
+  return std::any_of(std::begin(ranges), std::end(ranges), [character](const Range& range) {
+    return character >= range.first && character <= range.last;
+  });
+}
+
+/// One character after the other. In windows-1252 the letters that names may hold have the numbers
+/// of their bytes, but for a few below 0xC0, which are not taken.
+std::uint32_t takeCharacter(std::string_view& text, bool asUtf8) {
+  if (asUtf8 && (text[0] & 0x80) != 0) return takeSequence(text);
+  const auto character = static_cast<unsigned char>(text[0]);
+  text.remove_prefix(1);
+  return character;
 }
 
 }  // namespace
@@ -78,7 +105,14 @@ bool isXmlCharacter(std::uint32_t character) {
 }
 
 bool isName(std::string_view name) {
-  return !name.empty() && isNameStart(name[0]) && std::all_of(name.begin(), name.end(), isNamePart);
+  if (name.empty()) return false;
+  const bool asUtf8 = isUtf8(name.substr(measureAscii(name)));
+  if (!isIn(nameStarts, takeCharacter(name, asUtf8))) return false;
+  while (!name.empty()) {
+    const std::uint32_t character = takeCharacter(name, asUtf8);
+    if (!isIn(nameStarts, character) && !isIn(nameParts, character)) return false;
+  }
+  return true;
 }
 
 std::string replaceForbidden(const std::string& text) {

@@ -7,8 +7,8 @@
 /// What XML allows of names and characters.
 namespace XmlText {
 
-/// True when `name` may name an element or an attribute. Bytes from 0x80 on count as letters, in
-/// whatever code page they are.
+/// True when `name` may name an element or an attribute. Beyond ASCII it is taken as UTF-8 when it
+/// is valid UTF-8, else as windows-1252.
 bool isName(std::string_view name);
 
 /// True for control characters that no XML document can hold, not even as a reference.

@@ -6,6 +6,7 @@
 
 #include "exchange/bedding_attributes.h"
 #include "exchange/exchange_keys.h"
+#include "exchange/known_foundations.h"
 #include "found/foundation_manager.h"
 #include "found/read_messenger.h"
 
@@ -15,29 +16,6 @@ struct BeddingReaderData {
   FoundationManager* manager;
   const Tools::VersionText* version;
   ReadMessenger* messenger;
-
-  using Result = std::unique_ptr<Foundation>;  // empty when the element was refused
-
-  Result readElement(const KvXmlN::Data& element, std::size_t count) const;
-  Result readBedding(const KvXmlN::Data& element, std::size_t count) const;
-  template <class Keys, class Part>
-  Result readNumbered(const KvXmlN::Data& element, Part readPart(const KvXmlN::Data&)) const;
-
-  std::optional<int> readNumber(const KvXmlN::Data& element, const char* key) const;
-  std::optional<std::string> readName(const KvXmlN::Data& element, const char* key,
-                                      int number) const;
-  std::optional<std::string> readBeddingName(const KvXmlN::Data& element) const;
-  std::string giveUniqueName(const std::string& wanted) const;
-
-  bool nameExists(const std::string& name) const;
-  bool numberExists(int number) const;
-  std::string makeUniqueName(const std::string& wanted) const;
-
-  /// Sends a message when there is somebody to hear it.
-  template <class... Parameters, class... Arguments>
-  void send(void (ReadMessenger::*message)(Parameters...), const Arguments&... arguments) const {
-    if (messenger != nullptr) (messenger->*message)(arguments...);
-  }
 };
 
 namespace {
@@ -100,32 +78,56 @@ std::unique_ptr<Foundation> makeFoundation(int number, const std::string& name) 
   return foundation;
 }
 
-}  // namespace
+/// One call of BeddingReader::read().
+class Reading {
+ public:
+  explicit Reading(const BeddingReaderData& reader)
+      : data(reader), known(reader.manager->getFoundations()) {}
 
-BeddingReader::BeddingReader(FoundationManager& manager, const Tools::VersionText& version)
-    : data(new BeddingReaderData{&manager, &version, nullptr}) {}
+  void run(const KvXmlN::Data& container);
 
-BeddingReader::~BeddingReader() = default;
+ private:
+  using Result = std::unique_ptr<Foundation>;  // empty when the element was refused
 
-void BeddingReader::setMessenger(ReadMessenger* messenger) { data->messenger = messenger; }
+  Result readElement(const KvXmlN::Data& element);
+  Result readBedding(const KvXmlN::Data& element);
+  template <class Keys, class Part>
+  Result readNumbered(const KvXmlN::Data& element, Part readPart(const KvXmlN::Data&));
 
-void BeddingReader::read(const KvXmlN::Data& container) {
+  std::optional<int> readNumber(const KvXmlN::Data& element, const char* key);
+  std::optional<std::string> readName(const KvXmlN::Data& element, const char* key, int number);
+  std::optional<std::string> readBeddingName(const KvXmlN::Data& element);
+  std::string makeUniqueName(const std::string& wanted);
+
+  /// Sends a message when there is somebody to hear it, who may change the manager.
+  template <class... Parameters, class... Arguments>
+  void send(void (ReadMessenger::*message)(Parameters...), const Arguments&... arguments) {
+    if (data.messenger == nullptr) return;
+    (data.messenger->*message)(arguments...);
+    known.doubt();
+  }
+
+  const BeddingReaderData& data;
+  KnownFoundations known;
   std::size_t count = 0;
+};
+
+void Reading::run(const KvXmlN::Data& container) {
   for (const KvXmlN::Data* element : container.getChildren()) {
     if (element == nullptr) continue;
-    std::unique_ptr<Foundation> foundation = data->readElement(*element, count);
+    Result foundation = readElement(*element);
     if (foundation == nullptr) continue;
-    data->manager->add(std::move(foundation));
+    data.manager->add(std::move(foundation));
+    known.noteNew();
     ++count;
   }
-  data->send(&ReadMessenger::onReadFinished, count);
+  send(&ReadMessenger::onReadFinished, count);
 }
 
-BeddingReaderData::Result BeddingReaderData::readElement(const KvXmlN::Data& element,
-                                                         std::size_t count) const {
-  const bool isFirstVersion = version->isEqualTo(firstVersion);
+Reading::Result Reading::readElement(const KvXmlN::Data& element) {
+  const bool isFirstVersion = data.version->isEqualTo(firstVersion);
   const std::string& name = element.getName();
-  if (isFirstVersion && name == BeddingKeys::element) return readBedding(element, count);
+  if (isFirstVersion && name == BeddingKeys::element) return readBedding(element);
   if (name == CurveBeddingKeys::element)
     return readNumbered<CurveBeddingKeys>(element, readLinePart<CurveBeddingKeys>);
   if (name == SurfaceBeddingKeys::element)
@@ -134,8 +136,7 @@ BeddingReaderData::Result BeddingReaderData::readElement(const KvXmlN::Data& ele
   return nullptr;
 }
 
-BeddingReaderData::Result BeddingReaderData::readBedding(const KvXmlN::Data& element,
-                                                         std::size_t count) const {
+Reading::Result Reading::readBedding(const KvXmlN::Data& element) {
   const std::optional<std::string> name = readBeddingName(element);
   if (!name) return nullptr;
   const AreaPart area = readAreaPart<BeddingKeys>(element);
@@ -151,8 +152,8 @@ BeddingReaderData::Result BeddingReaderData::readBedding(const KvXmlN::Data& ele
 
 /// A "CurveBedding" or a "SurfaceBedding", which differ in their names and in the part they hold.
 template <class Keys, class Part>
-BeddingReaderData::Result BeddingReaderData::readNumbered(
-    const KvXmlN::Data& element, Part readPart(const KvXmlN::Data&)) const {
+Reading::Result Reading::readNumbered(const KvXmlN::Data& element,
+                                      Part readPart(const KvXmlN::Data&)) {
   const std::optional<int> number = readNumber(element, Keys::number);
   if (!number) return nullptr;
   const std::optional<std::string> name = readName(element, Keys::name, *number);
@@ -164,23 +165,22 @@ BeddingReaderData::Result BeddingReaderData::readNumbered(
   return foundation;
 }
 
-std::optional<int> BeddingReaderData::readNumber(const KvXmlN::Data& element,
-                                                 const char* key) const {
+std::optional<int> Reading::readNumber(const KvXmlN::Data& element, const char* key) {
   const std::optional<int> number = readNumberAttribute(element, key);
   if (!number) {
     send(&ReadMessenger::onMissingNumber, element.getName());
     return std::nullopt;
   }
-  if (*number < 1 || numberExists(*number)) {
+  if (*number < 1 || known.hasNumber(*number)) {
     send(&ReadMessenger::onInvalidNumber, element.getName(), *number);
     return std::nullopt;
   }
   return number;
 }
 
-std::optional<std::string> BeddingReaderData::readName(const KvXmlN::Data& element, const char* key,
-                                                       int number) const {
-  kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, key);
+std::optional<std::string> Reading::readName(const KvXmlN::Data& element, const char* key,
+                                             int number) {
+  const kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, key);
   if (!name) {
     send(&ReadMessenger::onMissingName, number);
     return std::nullopt;
@@ -189,11 +189,12 @@ std::optional<std::string> BeddingReaderData::readName(const KvXmlN::Data& eleme
     send(&ReadMessenger::onEmptyName, number, *name);
     return std::nullopt;
   }
-  return giveUniqueName(*name);
+  return makeUniqueName(*name);
 }
 
-std::optional<std::string> BeddingReaderData::readBeddingName(const KvXmlN::Data& element) const {
-  kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, BeddingKeys::name);
+std::optional<std::string> Reading::readBeddingName(const KvXmlN::Data& element) {
+  const kvt::Nullable<std::string> name =
+      KvXmlN::AttributeIn::readString(element, BeddingKeys::name);
   if (!name) {
     send(&ReadMessenger::onMissingBeddingName);
     return std::nullopt;
@@ -202,28 +203,25 @@ std::optional<std::string> BeddingReaderData::readBeddingName(const KvXmlN::Data
     send(&ReadMessenger::onEmptyBeddingName, *name);
     return std::nullopt;
   }
-  return giveUniqueName(*name);
+  return makeUniqueName(*name);
 }
 
-bool BeddingReaderData::nameExists(const std::string& name) const {
-  return manager->findFoundation(name) != nullptr;
+std::string Reading::makeUniqueName(const std::string& wanted) {
+  if (!known.hasName(wanted)) return wanted;
+  const std::string changed = known.makeFreeName(wanted);
+  send(&ReadMessenger::onNameChanged, wanted, changed);
+  return changed;
 }
 
-bool BeddingReaderData::numberExists(int number) const {
-  return manager->findFoundation(number) != nullptr;
-}
+}  // namespace
 
-std::string BeddingReaderData::giveUniqueName(const std::string& wanted) const {
-  return nameExists(wanted) ? makeUniqueName(wanted) : wanted;
-}
+BeddingReader::BeddingReader(FoundationManager& manager, const Tools::VersionText& version)
+    : data(new BeddingReaderData{&manager, &version, nullptr}) {}
 
-std::string BeddingReaderData::makeUniqueName(const std::string& wanted) const {
-  // Every candidate starts from the name wanted, so that suffixes never pile up.
-  std::string candidate = wanted;
-  for (int counter = 1; nameExists(candidate); ++counter)
-    candidate = wanted + "_" + std::to_string(counter);
-  send(&ReadMessenger::onNameChanged, wanted, candidate);
-  return candidate;
-}
+BeddingReader::~BeddingReader() = default;
+
+void BeddingReader::setMessenger(ReadMessenger* messenger) { data->messenger = messenger; }
+
+void BeddingReader::read(const KvXmlN::Data& container) { Reading(*data).run(container); }
 
 }  // namespace Found::Umo

@@ -18,6 +18,7 @@ void writeText(KvXmlN::Data& element, const char* key, const std::string& text) 
   element.setAttribute(key, text, true);
 }
 
+/// An absent vector comes as (0, 0, 0) and so, like a zero one, is not written.
 void writeVector(KvXmlN::Data& element, const char* x, const char* y, const char* z,
                  const KvVector3D& v) {
   if (v.isNull()) return;
@@ -25,8 +26,6 @@ void writeVector(KvXmlN::Data& element, const char* x, const char* y, const char
   element.setAttribute(y, v.y);
   element.setAttribute(z, v.z);
 }
-
-// An absent vector is fetched as (0, 0, 0) and so, like a zero one, not written.
 
 template <class Keys>
 void writeAreaPart(KvXmlN::Data& element, Foundation& foundation) {

@@ -100,7 +100,7 @@ void KvmlWriter::Implementation::writeBeams(KvXmlN::Data& list,
 
 std::string KvmlWriter::Implementation::loadFailureText(Foundation::Failure y,
                                                         Foundation::Failure z) const {
-  // Loaded first in any case, as hosts with texts of their own have always seen it.
+  // Loaded first in any case: a host's own texts may rely on it.
   std::string text = KvText::Load(noFailureId);
   for (const FailureText& row : failureTextIds)
     if (row.y == y && row.z == z) text = KvText::Load(row.id);

@@ -68,7 +68,8 @@ std::optional<int> NumberedChildren::passNext() {
   std::optional<int> number;
   if (child->getName() == name) {
     const KvXmlAttributeData* const attribute = child->findAttribute(key);
-    // A text that is no number reads as 0 too, but is not the number 0.
+    // An attribute has no other value than its integer; but a text that is no number reads as 0 and
+    // is not the number 0, which only checkValue() tells.
     if (attribute != nullptr && attribute->checkValue(attribute->getInteger()))
       number = attribute->getInteger();
   }

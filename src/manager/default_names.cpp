@@ -5,6 +5,13 @@
 
 namespace Found {
 
+int findHighestNumber(const std::vector<Foundation*>& list, int floor) {
+  int highest = floor;
+  for (const Foundation* foundation : list)
+    if (foundation != nullptr) highest = std::max(highest, foundation->getNumber());
+  return highest;
+}
+
 int followNumber(int highest) {
   return highest < std::numeric_limits<int>::max() ? highest + 1 : highest;
 }
@@ -16,10 +23,8 @@ std::string makeDefaultName(long long number) {
   return "Found" + std::string(missing, '0') + digits;
 }
 
-Succession::Succession(const std::vector<Foundation*>& growing) : list(growing) {
-  for (const Foundation* foundation : list)
-    if (foundation != nullptr) highest = std::max(highest, foundation->getNumber());
-}
+Succession::Succession(const std::vector<Foundation*>& growing)
+    : list(growing), highest(findHighestNumber(growing, 0)) {}
 
 int Succession::giveNumber() const { return followNumber(highest); }
 
@@ -29,8 +34,8 @@ std::string Succession::giveName() {
   namesKnown = true;
 
   long long candidate = std::max<long long>(giveNumber(), nextCandidate);
-  std::string name = makeDefaultName(candidate);
-  while (names.count(name) > 0) name = makeDefaultName(++candidate);
+  std::string name =
+      findFreeName(candidate, [this](const std::string& tried) { return names.count(tried) == 0; });
   nextCandidate = candidate + 1;
   return name;
 }

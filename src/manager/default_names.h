@@ -9,11 +9,23 @@
 
 namespace Found {
 
+/// The greater of `floor` and the highest number in the list.
+int findHighestNumber(const std::vector<Foundation*>& list, int floor);
+
 /// The number behind `highest`. Behind the largest int there is none; it is then given again.
 int followNumber(int highest);
 
 /// "Found" and the number in at least four places, filled up with 0 on the left, before a sign too.
 std::string makeDefaultName(long long number);
+
+/// The first default name from that of `candidate` on that is free; `candidate` becomes its number.
+/// Counts beyond the range of int, so that there is one behind the largest number too.
+template <class Test>
+std::string findFreeName(long long& candidate, const Test& isFree) {
+  std::string name = makeDefaultName(candidate);
+  while (!isFree(name)) name = makeDefaultName(++candidate);
+  return name;
+}
 
 /// Numbers and default names for many foundations that are appended to a list one after another,
 /// while nothing else changes the list: what giveFoundation() finds by walking the list each time,
@@ -35,7 +47,7 @@ class Succession {
   void noteName(const Foundation* foundation);
 
   const std::vector<Foundation*>& list;
-  int highest = 0;
+  int highest;
   bool namesKnown = false;  // only a list with an unnamed foundation needs them
   std::unordered_set<std::string_view> names;
   // No name is ever freed and numbers only rise, so candidates tried before need no second try.

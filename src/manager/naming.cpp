@@ -1,20 +1,7 @@
-#include <algorithm>
-
 #include "found/foundation_manager.h"
 #include "manager/default_names.h"
 
 namespace Found {
-namespace {
-
-/// The greater of `floor` and the highest number in the list.
-int findHighestNumber(const std::vector<Foundation*>& list, int floor) {
-  int highest = floor;
-  for (const Foundation* foundation : list)
-    if (foundation != nullptr) highest = std::max(highest, foundation->getNumber());
-  return highest;
-}
-
-}  // namespace
 
 Foundation* FoundationManager::giveFoundation(const Foundation& foundation, bool findEqual) {
   if (findEqual)
@@ -38,11 +25,8 @@ Foundation* FoundationManager::giveFoundation(const std::string& name) {
 }
 
 std::string FoundationManager::giveNextFoundationName(int start) const {
-  // Counts beyond the range of int, so that a free name is found behind the largest number too.
   long long candidate = findHighestNumber(foundations, start);
-  std::string name = makeDefaultName(candidate);
-  while (!hasUniqueName(name)) name = makeDefaultName(++candidate);
-  return name;
+  return findFreeName(candidate, [this](const std::string& name) { return hasUniqueName(name); });
 }
 
 bool FoundationManager::hasUniqueName(const std::string& name) const {

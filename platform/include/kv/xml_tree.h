@@ -31,7 +31,9 @@ class KV_API KvXmlAttributeData : public KvXmlView::AttributeView {
   bool checkValue(int value) const;
 };
 
-/// An element. Pointers to it and to its attributes stay valid as long as its tree.
+/// An element. Pointers to it and to its attributes stay valid as long as its tree, or until an
+/// element above it that was not added ends. Elements may be nested deeper than the 1,000 levels
+/// that can be read.
 class KV_API KvXmlData {
  public:
   /// A new element, meant to be added to `parent` with addChild(); until then it is the caller's
