@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "found/foundation_manager.h"
+
+/// Foundations that the tests of the newer forms share, as texts and made from values.
+namespace ExchangeTest {
+
+/// Appends a foundation without values.
+Found::Foundation& addFoundation(Found::FoundationManager& manager, int number,
+                                 const std::string& name);
+
+void setDispArea(Found::Foundation& foundation, double x, double y, double z);
+void setDispLine(Found::Foundation& foundation, double x, double y, double z);
+void setRotLine(Found::Foundation& foundation, double x, double y, double z);
+
+/// The live list as "1 A, 2 B"; a null entry is "null".
+std::string describe(const Found::FoundationManager& manager);
+
+/// All that a foundation holds but number, name and the flag that it changed. What is at its
+/// default is left out: "area (1, 2, 3), fails line x -1, factor area 0.5, generated".
+std::string describeValues(Found::Foundation& foundation);
+
+}  // namespace ExchangeTest
