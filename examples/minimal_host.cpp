@@ -5,6 +5,10 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "found/bedding_reader.h"
 #include "found/bedding_writer.h"
@@ -105,6 +109,7 @@ int main(int argc, char** argv) {
 
     prune(manager);
     save(manager, argv[3]);
+    manager.removeUser(&slab);  // before the slab goes away
     return 0;
   } catch (const std::exception& error) {
     std::cerr << "minimal_host: " << error.what() << "\n";

@@ -62,24 +62,8 @@ void appendUtf8(std::string& text, char32_t c) {
   append(0x80 | (c & 0x3F));
 }
 
-void appendEscaped(std::string& text, char32_t c) {
-  constexpr char digits[] = "0123456789ABCDEF";
-  if (c == '\n')
-    text += "\\n";
-  else if (c == '\t')
-    text += "\\t";
-  else if (c < 0x20 || (c >= 0x7F && c < 0xA0))
-    (((text += "\\x") += digits[c >> 4]) += digits[c & 15]);
-  else
-    appendUtf8(text, c);
-}
-
-char32_t fromCodePage(char byte) {
-  const auto c = static_cast<unsigned char>(byte);
-  return c >= 0x80 && c < 0xA0 ? windows1252[c - 0x80] : c;
-}
-
-/// Ranges of characters that take no place of their own, and of those that take two.
+/// Ranges of characters: those that take no place of their own, those that change the direction of
+/// writing, and those that take two places.
 struct Range {
   char32_t first;
   char32_t last;
@@ -88,6 +72,8 @@ constexpr Range combining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05
                                {0x0610, 0x061A}, {0x064B, 0x065F}, {0x1AB0, 0x1AFF},
                                {0x1DC0, 0x1DFF}, {0x200B, 0x200F}, {0x20D0, 0x20FF},
                                {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}};
+constexpr Range directing[] = {
+    {0x061C, 0x061C}, {0x200E, 0x200F}, {0x202A, 0x202E}, {0x2066, 0x2069}};
 constexpr Range wide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0x33FF},
                           {0x3400, 0x4DBF},   {0x4E00, 0x9FFF},   {0xA000, 0xA4CF},
                           {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},
@@ -98,6 +84,28 @@ template <std::size_t Size>
 bool isIn(const Range (&ranges)[Size], char32_t c) {
   return std::any_of(std::begin(ranges), std::end(ranges),
                      [c](const Range& range) { return c >= range.first && c <= range.last; });
+}
+
+void appendEscaped(std::string& text, char32_t c) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  if (c == '\n')
+    text += "\\n";
+  else if (c == '\t')
+    text += "\\t";
+  else if (c < 0x20 || (c >= 0x7F && c < 0xA0))
+    (((text += "\\x") += digits[c >> 4]) += digits[c & 15]);
+  else if (isIn(directing, c))
+    ((((text += "\\u") += digits[c >> 12]) += digits[(c >> 8) & 15]) += digits[(c >> 4) & 15]) +=
+        digits[c & 15];
+  else
+    appendUtf8(text, c);
+}
+
+std::size_t measureCharacter(char32_t c) { return isIn(combining, c) ? 0 : isIn(wide, c) ? 2 : 1; }
+
+char32_t fromCodePage(char byte) {
+  const auto c = static_cast<unsigned char>(byte);
+  return c >= 0x80 && c < 0xA0 ? windows1252[c - 0x80] : c;
 }
 
 }  // namespace
@@ -121,13 +129,22 @@ std::string fromNumber(double value) {
   return std::string(buffer, result.ptr);
 }
 
+std::string shorten(const std::string& text, std::size_t width) {
+  if (measure(text) <= width) return text;
+  std::size_t place = 0;
+  for (std::size_t used = 0; place < text.size();) {
+    std::size_t next = place;
+    used += measureCharacter(takeUtf8(text, next));
+    if (used >= width) break;
+    place = next;
+  }
+  return text.substr(0, place) + "\xE2\x80\xA6";
+}
+
 std::size_t measure(const std::string& text) {
   std::size_t width = 0;
-  for (std::size_t place = 0; place < text.size();) {
-    const char32_t c = takeUtf8(text, place);
-    if (c == invalid) return text.size();
-    width += isIn(combining, c) ? 0 : isIn(wide, c) ? 2 : 1;
-  }
+  for (std::size_t place = 0; place < text.size();)
+    width += measureCharacter(takeUtf8(text, place));
   return width;
 }
 

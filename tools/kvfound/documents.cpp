@@ -1,5 +1,6 @@
 #include "documents.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -8,6 +9,7 @@
 #include <initializer_list>
 #include <memory>
 #include <random>
+#include <vector>
 
 #include "found/bedding_reader.h"
 #include "kv/version_text.h"
@@ -22,42 +24,56 @@ namespace fs = std::filesystem;
 
 std::string describeError() { return std::strerror(errno); }
 
-/// Standard input as a file, for as long as this object lives: the library reads files by path.
-class InputCopy {
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+/// A file that holds what a pipe delivered, for as long as this object lives: the library reads
+/// files by path, and a document is looked at more than once.
+class PipeCopy {
  public:
-  InputCopy() {
-    struct Close {
-      void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    const std::unique_ptr<std::FILE, Close> file(
-        std::fopen(path.c_str(), "wbx"));  // never one that exists
-    if (file == nullptr) fail();
+  PipeCopy(std::FILE* pipe, const std::string& shownPath) {
+    File copy(std::fopen(path.c_str(), "wbx"));  // never one that exists
+    if (copy == nullptr) fail(shownPath);
     isMade = true;
-    char buffer[1 << 16];
-    while (const std::size_t got = std::fread(buffer, 1, sizeof buffer, stdin))
-      if (std::fwrite(buffer, 1, got, file.get()) != got) fail();
-    if (std::ferror(stdin) != 0 || std::fflush(file.get()) != 0) fail();
+    std::error_code ignored;
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, ignored);
+    if (fill(pipe, copy.get())) return;
+    const int reason = errno;
+    copy.reset();
+    erase();
+    errno = reason;
+    fail(shownPath);
   }
-  ~InputCopy() { erase(); }
-  InputCopy(const InputCopy&) = delete;
-  InputCopy& operator=(const InputCopy&) = delete;
+  ~PipeCopy() { erase(); }
+  PipeCopy(const PipeCopy&) = delete;
+  PipeCopy& operator=(const PipeCopy&) = delete;
 
   std::string getPath() const { return path; }
 
  private:
   static std::string makePath() {
+    std::error_code error;
+    const fs::path folder = fs::temp_directory_path(error);
+    if (error) throw UserError("there is no folder for temporary files: " + error.message());
     std::random_device random;
-    return (fs::temp_directory_path() / ("kvfound-" + std::to_string(random()) + ".xml")).string();
+    return (folder / ("kvfound-" + std::to_string(random()) + ".xml")).string();
+  }
+
+  static bool fill(std::FILE* pipe, std::FILE* copy) {
+    std::array<char, 1 << 16> buffer{};
+    while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe))
+      if (std::fwrite(buffer.data(), 1, got, copy) != got) return false;
+    return std::ferror(pipe) == 0 && std::fflush(copy) == 0;
   }
 
   void erase() const {
     if (isMade) std::remove(path.c_str());
   }
 
-  [[noreturn]] void fail() const {
-    const std::string reason = describeError();
-    erase();
-    throw UserError("standard input cannot be copied to " + path + ": " + reason);
+  [[noreturn]] void fail(const std::string& shownPath) const {
+    throw UserError(shownPath + " cannot be copied to " + path + ": " + describeError());
   }
 
   const std::string path = makePath();
@@ -108,12 +124,20 @@ bool hasChild(const KvXmlN::Data& element, std::initializer_list<const char*> na
   return false;
 }
 
-/// The first element in document order that holds beddings, or null.
-const KvXmlN::Data* findContainer(const KvXmlN::Data& top) {
-  if (hasChild(top, {"Bedding", "CurveBedding", "SurfaceBedding"})) return &top;
-  for (const KvXmlN::Data* child : top.getChildren())
-    if (const KvXmlN::Data* const container = findContainer(*child)) return container;
-  return nullptr;
+/// Adds all elements that hold beddings, in document order.
+void listContainers(const KvXmlN::Data& top, std::vector<const KvXmlN::Data*>& containers) {
+  if (hasChild(top, {"Bedding", "CurveBedding", "SurfaceBedding"})) {
+    containers.push_back(&top);
+    return;
+  }
+  for (const KvXmlN::Data* child : top.getChildren()) listContainers(*child, containers);
+}
+
+/// The version when none is given: only the first has "Bedding" elements.
+std::string guessVersion(const std::vector<const KvXmlN::Data*>& containers) {
+  for (const KvXmlN::Data* container : containers)
+    if (hasChild(*container, {"Bedding"})) return "1.0";
+  return currentVersion;
 }
 
 KvXmlN::Document parse(std::ifstream file, const std::string& shownPath) {
@@ -133,17 +157,17 @@ void readExchange(const std::string& path, const std::string& shownPath,
   if (root.getName() == legacyRoot)
     throw UserError(shownPath + ": <" + legacyRoot +
                     "> must not start on the first line, which is for the XML declaration");
-  const KvXmlN::Data* const container = findContainer(root);
-  if (container == nullptr)
+  std::vector<const KvXmlN::Data*> containers;
+  listContainers(root, containers);
+  if (containers.empty())
     throw UserError(shownPath + ": there are no beddings in <" + root.getName() +
                     ">; a legacy model or an exchange document can be read");
 
-  const Tools::VersionText versionText(
-      version.value_or(hasChild(*container, {"Bedding"}) ? "1.0" : currentVersion));
+  const Tools::VersionText versionText(version.value_or(guessVersion(containers)));
   NoteMessenger messenger(notes, "kvfound: " + shownPath + ": ");
   Found::Umo::BeddingReader reader(manager, versionText);
   reader.setMessenger(&messenger);
-  reader.read(*container);
+  for (const KvXmlN::Data* container : containers) reader.read(*container);
 }
 
 void readFile(const std::string& path, const std::string& shownPath,
@@ -164,9 +188,18 @@ void readFile(const std::string& path, const std::string& shownPath,
 
 void read(const std::string& path, const std::optional<std::string>& version,
           Found::FoundationManager& manager, std::ostream& notes) {
-  if (path != "-") return readFile(path, path, version, manager, notes);
-  const InputCopy copy;
-  readFile(copy.getPath(), "standard input", version, manager, notes);
+  if (path == "-") {
+    const PipeCopy copy(stdin, "standard input");
+    return readFile(copy.getPath(), "standard input", version, manager, notes);
+  }
+  std::error_code ignored;
+  const fs::file_status status = fs::status(path, ignored);
+  if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status))
+    return readFile(path, path, version, manager, notes);
+  const File pipe(std::fopen(path.c_str(), "rb"));
+  if (pipe == nullptr) throw UserError(path + ": cannot be opened: " + describeError());
+  const PipeCopy copy(pipe.get(), path);
+  readFile(copy.getPath(), path, version, manager, notes);
 }
 
 }  // namespace Documents

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "display_text.h"
 #include "show.h"
 
 namespace {
@@ -48,7 +49,8 @@ int main(int argc, char** argv) {
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {
-    std::cerr << "kvfound: " << error.what() << "\n";
+    // Names and paths from outside may hold anything.
+    std::cerr << "kvfound: " << DisplayText::fromName(error.what()) << "\n";
     return exitError;
   }
 }

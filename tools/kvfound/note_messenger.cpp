@@ -1,12 +1,11 @@
 #include "note_messenger.h"
 
 #include <ostream>
-#include <utility>
 
 #include "display_text.h"
 
-NoteMessenger::NoteMessenger(std::ostream& notes, std::string prefix)
-    : out(notes), linePrefix(std::move(prefix)) {}
+NoteMessenger::NoteMessenger(std::ostream& notes, const std::string& prefix)
+    : out(notes), linePrefix(DisplayText::fromName(prefix)) {}
 
 void NoteMessenger::note(const std::string& sentence) { out << linePrefix << sentence << '\n'; }
 

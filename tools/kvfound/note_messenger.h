@@ -9,7 +9,7 @@
 class NoteMessenger : public Found::Umo::ReadMessenger {
  public:
   /// Every line starts with `prefix`.
-  NoteMessenger(std::ostream& notes, std::string prefix);
+  NoteMessenger(std::ostream& notes, const std::string& prefix);
 
   void onReadFinished(std::size_t count) override;
   void onUnknownElement(const std::string& elementName) override;

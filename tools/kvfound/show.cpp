@@ -1,5 +1,6 @@
 #include "show.h"
 
+#include <initializer_list>
 #include <ostream>
 
 #include "display_text.h"
@@ -11,6 +12,8 @@ namespace {
 
 using Found::Foundation;
 using Found::FoundationManager;
+
+constexpr std::size_t longestName = 60;  // one long name must not stretch every row
 
 std::string showComponent(bool isPresent, double value) {
   return isPresent ? DisplayText::fromNumber(value) : "-";
@@ -63,9 +66,10 @@ void addRow(Table& table, Foundation& foundation, bool isCurrent) {
   const bool hasLine = foundation.getDispLine(line);
   const bool hasRotation = foundation.getRotLine(rotation);
   table.addRow({isCurrent ? "*" : "", std::to_string(foundation.getNumber()),
-                DisplayText::fromName(foundation.getName()), foundation.isGenerated() ? "gen" : "",
-                showComponent(hasArea, area.x), showComponent(hasArea, area.y),
-                showComponent(hasArea, area.z), join({showFailure('z', foundation.getFailAreaZ())}),
+                DisplayText::shorten(DisplayText::fromName(foundation.getName()), longestName),
+                foundation.isGenerated() ? "gen" : "", showComponent(hasArea, area.x),
+                showComponent(hasArea, area.y), showComponent(hasArea, area.z),
+                join({showFailure('z', foundation.getFailAreaZ())}),
                 DisplayText::fromNumber(foundation.getFactorArea()), showComponent(hasLine, line.x),
                 showComponent(hasLine, line.y), showComponent(hasLine, line.z),
                 showComponent(hasRotation, rotation.x),
