@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "xml_raw_check.h"
@@ -53,15 +54,12 @@ constexpr const char* whiteSpace = " \t\r\n";
 bool isWhiteSpace(const char* text) { return text[std::strspn(text, whiteSpace)] == '\0'; }
 
 /// Looks for names that are none and attributes that are given twice. Most elements have the same
-/// names as the one before, and then nothing is left to look at.
+/// names as one of a few before, and then nothing is left to look at.
 class NameCheck {
  public:
-  bool isLikeLast(const pugi::xml_node& element) const {
-    if (lastElement == nullptr || std::strcmp(element.name(), lastElement) != 0) return false;
-    auto name = last.begin();
-    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute(), ++name)
-      if (name == last.end() || std::strcmp(a.name(), *name) != 0) return false;
-    return name == last.end();
+  bool isKnown(const pugi::xml_node& element) const {
+    return std::any_of(shapes.begin(), shapes.end(),
+                       [&element](const Shape& shape) { return isLike(element, shape); });
   }
 
   /// The first name of the element and its attributes that is no XML name, or null.
@@ -72,23 +70,43 @@ class NameCheck {
     return nullptr;
   }
 
-  /// The name of the first attribute that repeats an earlier one, or null. The element is the last
-  /// one from here on.
+  /// The name of the first attribute that repeats an earlier one, or null; the element is known
+  /// then.
   const char* findRepeated(const pugi::xml_node& element) {
-    lastElement = element.name();
-    last.clear();
-    known.clear();
+    Shape shape{element.name(), {}};
+    std::unordered_set<std::string_view> names;
     for (const pugi::xml_attribute a : element.attributes()) {
-      if (!known.insert(a.name()).second) return a.name();
-      last.push_back(a.name());
+      if (!names.insert(a.name()).second) return a.name();
+      shape.attributes.push_back(a.name());
     }
+    remember(std::move(shape));
     return nullptr;
   }
 
  private:
-  const char* lastElement = nullptr;
-  std::vector<const char*> last;  // its attributes
-  std::unordered_set<std::string_view> known;
+  struct Shape {
+    const char* element;
+    std::vector<const char*> attributes;
+  };
+
+  static bool isLike(const pugi::xml_node& element, const Shape& shape) {
+    if (std::strcmp(element.name(), shape.element) != 0) return false;
+    auto name = shape.attributes.begin();
+    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute(), ++name)
+      if (name == shape.attributes.end() || std::strcmp(a.name(), *name) != 0) return false;
+    return name == shape.attributes.end();
+  }
+
+  void remember(Shape shape) {
+    constexpr std::size_t most = 8;
+    if (shapes.size() < most)
+      shapes.push_back(std::move(shape));
+    else
+      shapes[oldest++ % most] = std::move(shape);
+  }
+
+  std::vector<Shape> shapes;
+  std::size_t oldest = 0;
 };
 
 /// Checks what the parser lets pass.
@@ -168,7 +186,7 @@ class Inspection {
   }
 
   void checkNames(const pugi::xml_node& node) {
-    if (!names.isLikeLast(node)) {
+    if (!names.isKnown(node)) {
       if (const char* name = NameCheck::findInvalid(node)) failAt("this is no XML name", name);
       if (const char* name = names.findRepeated(node))
         failAt("the attribute \"" + std::string(name) + "\" is given twice", name);

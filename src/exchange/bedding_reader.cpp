@@ -118,7 +118,7 @@ void Reading::run(const KvXmlN::Data& container) {
     Result foundation = readElement(*element);
     if (foundation == nullptr) continue;
     data.manager->add(std::move(foundation));
-    known.noteNew();
+    known.noteLast();
     ++count;
   }
   send(&ReadMessenger::onReadFinished, count);

@@ -24,9 +24,7 @@ std::string KnownFoundations::makeFreeName(const std::string& wanted) {
   return candidate;
 }
 
-void KnownFoundations::noteNew() {
-  for (std::size_t i = entries.size(); i < list.size(); ++i) note(list[i]);
-}
+void KnownFoundations::noteLast() { note(list.back()); }
 
 void KnownFoundations::refresh() {
   if (isTrusted) return;
@@ -36,7 +34,7 @@ void KnownFoundations::refresh() {
     numbers.clear();
     counters.clear();
   }
-  noteNew();
+  for (std::size_t i = entries.size(); i < list.size(); ++i) note(list[i]);
   isTrusted = true;
 }
 

@@ -25,9 +25,9 @@ class KnownFoundations {
   /// `wanted`, "_" and the first counter from 1 on that makes a name the list does not have.
   std::string makeFreeName(const std::string& wanted);
 
-  /// Takes note of what was appended. At once, even in doubt: only what is noted can be seen to have
-  /// changed later.
-  void noteNew();
+  /// Takes note of the foundation just appended. Even in doubt: only what was noted can be seen to
+  /// have changed or gone later.
+  void noteLast();
 
   /// To be called when others may have changed the list or its foundations.
   void doubt() { isTrusted = false; }

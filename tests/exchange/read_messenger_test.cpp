@@ -193,6 +193,27 @@ TEST(BeddingMessage, MayFreeTheSuffixThatWasJustGiven) {
                                           "onNameChanged <A> <A_1>", "onReadFinished 3"}));
 }
 
+TEST(BeddingMessage, MayPutAFoundationBackInThePlaceOfTheOneThatWasRead) {
+  FoundationManager manager;
+  Foundation& old = addFoundation(manager, 9, "A");
+  bool isTakenOut = false;
+  ActingMessenger messenger([&](const std::string& message) {
+    if (!isTakenOut) manager.remove(&old, false, false);
+    isTakenOut = true;
+    if (message != "onUnknownElement <Other>") return;
+    manager.reset();
+    manager.add(&old);
+  });
+
+  readText(manager,
+           makeDocument("<CurveBedding Number='1' Name='A'/><Other/><CurveBedding Number='2' "
+                        "Name='A'/>"),
+           currentVersion, &messenger);
+
+  EXPECT_EQ(messenger.messages, (Messages{"onNameChanged <A> <A_1>", "onUnknownElement <Other>",
+                                          "onNameChanged <A> <A_1>", "onReadFinished 2"}));
+}
+
 TEST(BeddingMessage, MayChangeTheVersionForTheElementsThatFollow) {
   const auto document = parse(makeDocument("<Bedding Name='A'/><Other/><Bedding Name='B'/>"));
   Tools::VersionText version("1.0");
