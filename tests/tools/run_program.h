@@ -35,10 +35,11 @@ inline std::string makeFile(const std::string& name, const std::string& text) {
   return path;
 }
 
-/// Runs the program with `arguments`, written as for a shell, its output going to the file `out`.
+/// Runs the program with `arguments`, written as for bash, its output going to the file `out`.
 inline int runTo(const std::string& out, const std::string& arguments) {
-  const std::string command =
-      "'" KVFOUND_PROGRAM "' " + arguments + " >'" + out + "' 2>'" + makePath("err") + "'";
+  const std::string script = makeFile(
+      "sh", "'" KVFOUND_PROGRAM "' " + arguments + " >'" + out + "' 2>'" + makePath("err") + "'\n");
+  const std::string command = "bash '" + script + "'";
   const int status = std::system(command.c_str());
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }

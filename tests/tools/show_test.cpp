@@ -97,6 +97,56 @@ TEST(Show, EscapesControlCharactersInNames) {
   EXPECT_NE(run("show '" + path + "'").out.find("a\\nb\\tc\\x7F"), std::string::npos);
 }
 
+TEST(Show, EscapesCharactersThatChangeTheDirectionOfWriting) {
+  const std::string path = makeFile("in.xml", makeDocument("<FOUNDATIONS><FOUND NAME='a\xE2\x80\xAE"
+                                                           "b'/></FOUNDATIONS>"));
+
+  EXPECT_NE(run("show '" + path + "'").out.find("a\\u202Eb"), std::string::npos);
+}
+
+TEST(Show, ShortensNamesOfMoreThanSixtyPlaces) {
+  const std::string longest(60, 'x');
+  const std::string path =
+      makeFile("in.xml", makeDocument("<FOUNDATIONS><FOUND NAME='" + longest + "'/><FOUND NAME='" +
+                                      longest + "y'/></FOUNDATIONS>"));
+
+  const std::string out = run("show '" + path + "'").out;
+
+  EXPECT_NE(out.find("1  " + longest + " "), std::string::npos) << out;
+  EXPECT_NE(out.find("2  " + longest.substr(1) + "\xE2\x80\xA6 "), std::string::npos) << out;
+}
+
+TEST(Show, AlignsWideAndCombiningCharactersByTheirPlaces) {
+  const std::string path = makeFile(
+      "in.xml", makeDocument("<FOUNDATIONS><FOUND NAME='\xE5\x9C\xB0'/><FOUND NAME='u\xCC\x88"
+                             "o'/>"
+                             "</FOUNDATIONS>"));
+
+  const std::string out = run("show '" + path + "'").out;
+
+  EXPECT_NE(out.find("   1  \xE5\x9C\xB0         0"), std::string::npos) << out;
+  EXPECT_NE(out.find("   2  u\xCC\x88"
+                     "o         0"),
+            std::string::npos)
+      << out;
+}
+
+TEST(Show, ReadsAPipeByItsPath) {
+  const std::string path = makeFile("in.xml", makeDocument("<FOUNDATIONS><FOUND/></FOUNDATIONS>"));
+
+  const Result result = run("show /dev/stdin < <(cat '" + path + "')");
+
+  EXPECT_NE(result.out.find("1 foundation, largest stiffness 0\n"), std::string::npos)
+      << result.err;
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(ShowErrors, PassesNoControlCharactersOnToTheTerminal) {
+  const Result result = run("show $'/no\\x1b/file'");
+
+  EXPECT_EQ(result.err, "kvfound: /no\\x1B/file: cannot be opened: No such file or directory\n");
+}
+
 TEST(ShowExchange, ReadsBothVersionsAndTellsThemByTheirContent) {
   for (const char* name : {"beddings.xml", "beddings-1.0.xml"}) {
     const Result result = run("show '" KVFOUND_EXAMPLES_DIR "/" + std::string(name) + "'");
@@ -117,6 +167,18 @@ TEST(ShowExchange, TakesTheVersionThatIsGiven) {
                 "kvfound: " + path + ": 1 bedding was read\n");
   EXPECT_EQ(run("show --version 1.0 '" + path + "'").err,
             "kvfound: " + path + ": 2 beddings were read\n");
+}
+
+TEST(ShowExchange, ReadsEveryContainerOfBeddings) {
+  const std::string path = makeFile("in.xml",
+                                    "<X><A><CurveBedding Number='1' Name='A'/></A>"
+                                    "<B><C><Bedding Name='B'/></C></B></X>");
+
+  const Result result = run("show '" + path + "'");
+
+  EXPECT_EQ(result.err, "kvfound: " + path + ": 1 bedding was read\n" +  //
+                            "kvfound: " + path + ": 1 bedding was read\n");
+  EXPECT_NE(result.out.find("2 foundations"), std::string::npos);
 }
 
 TEST(ShowExchange, TellsEveryMessageAsASentence) {
