@@ -297,6 +297,21 @@ TEST(Program, AsksForACommand) {
   EXPECT_EQ(result.status, 2);
 }
 
+TEST(Program, NamesACommandThatThereIsNot) {
+  const Result result = run("bogus model.xml");
+
+  EXPECT_EQ(result.err, "kvfound: there is no command \"bogus\"; see kvfound --help\n");
+  EXPECT_EQ(result.status, 2);
+}
+
+TEST(Program, NamesAnOptionThatThereIsNot) {
+  const Result result = run("show --bogus");
+
+  EXPECT_EQ(result.err,
+            "kvfound: The following argument was not expected: --bogus; see kvfound --help\n");
+  EXPECT_EQ(result.status, 2);
+}
+
 TEST(Program, PrintsItsVersion) { EXPECT_EQ(run("--version").out, "kvfound 1.0.0\n"); }
 
 TEST(Program, ShowsAnExampleInTheHelpOfACommand) {

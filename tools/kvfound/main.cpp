@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include "display_text.h"
+#include "documents.h"
 #include "show.h"
 
 namespace {
@@ -33,8 +34,10 @@ int run(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     const bool isAnswer = error.get_exit_code() == 0;  // --help and --version
     if (isAnswer) return app.exit(error);
-    std::cerr << "kvfound: " << error.what() << "; see kvfound --help\n";
-    return exitError;
+    const bool isNoCommand = argc > 1 && argv[1][0] != '-' && app.get_subcommands().empty();
+    const std::string reason = isNoCommand ? "there is no command \"" + std::string(argv[1]) + "\""
+                                           : std::string(error.what());
+    throw UserError(reason + "; see kvfound --help");
   }
   if (!std::cout.flush()) {
     std::cerr << "kvfound: standard output cannot be written\n";
