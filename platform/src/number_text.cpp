@@ -8,8 +8,6 @@
 #include <new>
 #include <stdexcept>
 
-#include <locale.h>
-
 namespace NumberText {
 namespace {
 

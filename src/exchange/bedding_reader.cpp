@@ -208,7 +208,7 @@ std::optional<std::string> Reading::readBeddingName(const KvXmlN::Data& element)
 
 std::string Reading::makeUniqueName(const std::string& wanted) {
   if (!known.hasName(wanted)) return wanted;
-  const std::string changed = known.makeFreeName(wanted);
+  std::string changed = known.makeFreeName(wanted);
   send(&ReadMessenger::onNameChanged, wanted, changed);
   return changed;
 }

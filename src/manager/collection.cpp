@@ -19,6 +19,7 @@ FoundationManager::FoundationManager() = default;
 FoundationManager::FoundationManager(const FoundationManager& other) = default;
 
 FoundationManager& FoundationManager::operator=(const FoundationManager& other) {
+  if (this == &other) return *this;
   // First what may fail: half an assignment would share foundations that nobody knows of.
   std::vector<Foundation*> otherFoundations = other.foundations;
   std::vector<Foundation*> otherRemoved = other.removedFoundations;
