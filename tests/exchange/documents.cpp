@@ -1,7 +1,5 @@
 #include "exchange/documents.h"
 
-#include <sstream>
-
 #include "found/bedding_reader.h"
 #include "found/bedding_writer.h"
 
@@ -10,17 +8,6 @@ using Found::Umo::BeddingReader;
 using Found::Umo::BeddingWriter;
 
 namespace ExchangeTest {
-
-std::unique_ptr<KvXmlN::Document> parse(const std::string& text) {
-  std::istringstream in(text);
-  return std::make_unique<KvXmlN::Document>(in);
-}
-
-std::string print(const KvXmlN::Document& document) {
-  std::ostringstream out;
-  document.putToStream(out);
-  return out.str();
-}
 
 std::string makeDocument(const std::string& inside) {
   return "<?xml version=\"1.0\"?>\n<Exchange>" + inside + "</Exchange>\n";

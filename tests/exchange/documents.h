@@ -6,19 +6,24 @@
 #include <string>
 #include <vector>
 
-#include "exchange/foundations.h"
 #include "exchange/messengers.h"
 #include "kv/xml_n.h"
+#include "support/foundations.h"
+#include "support/newer_documents.h"
 
 /// Exchange documents as texts.
 namespace ExchangeTest {
 
+using TestSupport::addFoundation;
+using TestSupport::describe;
+using TestSupport::describeValues;
+using TestSupport::parse;
+using TestSupport::print;
+using TestSupport::setDispArea;
+using TestSupport::setDispLine;
+using TestSupport::setRotLine;
+
 constexpr const char* currentVersion = "2.0";
-
-/// Parses a document.
-std::unique_ptr<KvXmlN::Document> parse(const std::string& text);
-
-std::string print(const KvXmlN::Document& document);
 
 /// A document with this inside its root, "Exchange".
 std::string makeDocument(const std::string& inside);

@@ -1,8 +1,10 @@
-#include "exchange/comma_locale.h"
 #include "exchange/documents.h"
+#include "support/comma_locale.h"
 
 using Found::Foundation;
 using Found::FoundationManager;
+using TestSupport::CommaCLocale;
+using TestSupport::CommaLocale;
 
 namespace ExchangeTest {
 namespace {

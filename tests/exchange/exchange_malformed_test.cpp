@@ -1,23 +1,12 @@
-#include <ostream>
-
 #include "exchange/documents.h"
-#include "kv/xml_error.h"
+#include "support/error_place.h"
 
 using Found::FoundationManager;
+using TestSupport::findErrorPlace;
+using TestSupport::Place;
 
 namespace ExchangeTest {
 namespace {
-
-struct Place {
-  std::size_t line;
-  std::size_t column;
-};
-
-bool operator==(const Place& a, const Place& b) { return a.line == b.line && a.column == b.column; }
-
-std::ostream& operator<<(std::ostream& out, const Place& place) {
-  return out << "line " << place.line << ", column " << place.column;
-}
 
 class ExchangeMalformed : public testing::Test {
  protected:
@@ -29,14 +18,10 @@ class ExchangeMalformed : public testing::Test {
 
   /// Where the error is that reading this document throws.
   Place findError(const std::string& text) {
-    try {
-      readText(manager, text, "1.0", &messenger);
-      ADD_FAILURE() << "is read";
-    } catch (const KvXmlError& error) {
-      EXPECT_NE(error.getReason(), "");
-      return Place{error.getLine(), error.getColumn()};
-    }
-    return Place{0, 0};
+    const std::optional<Place> place =
+        findErrorPlace([&] { readText(manager, text, "1.0", &messenger); });
+    EXPECT_TRUE(place) << "is read";
+    return place.value_or(Place{0, 0});
   }
 
   FoundationManager manager;

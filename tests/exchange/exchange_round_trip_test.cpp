@@ -1,5 +1,3 @@
-#include <cstdint>
-#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -7,57 +5,11 @@
 
 using Found::Foundation;
 using Found::FoundationManager;
+using TestSupport::AbsentVector;
+using TestSupport::Differences;
 
 namespace ExchangeTest {
 namespace {
-
-std::uint64_t getBits(double value) {
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, &value, sizeof bits);
-  return bits;
-}
-
-using Differences = std::vector<std::string>;
-
-void compareVector(const Foundation& a, const Foundation& b,
-                   bool (Foundation::*get)(KvVector3D&) const, const std::string& field,
-                   Differences& differences) {
-  KvVector3D u;
-  KvVector3D v;
-  const bool isInA = (a.*get)(u);
-  const bool isInB = (b.*get)(v);
-  const auto note = [&](bool isSame, const std::string& what) {
-    if (!isSame) differences.push_back(a.getName() + ": " + field + what);
-  };
-  note(!isInA || isInB, " was dropped");
-  note(isInA || !isInB, " came up");
-  note(getBits(u.x) == getBits(v.x), " x");
-  note(getBits(u.y) == getBits(v.y), " y");
-  note(getBits(u.z) == getBits(v.z), " z");
-}
-
-/// What differs, field by field; an absent vector counts as zeros that are not there.
-Differences compare(Foundation& a, Foundation& b) {
-  Differences differences;
-  const auto note = [&](bool isSame, const std::string& field) {
-    if (!isSame) differences.push_back(a.getName() + ": " + field);
-  };
-  note(a.getName() == b.getName(), "name");
-  note(a.getNumber() == b.getNumber(), "number");
-  note(a.getChanged() == b.getChanged(), "changed");
-  note(a.isGenerated() == b.isGenerated(), "generated");
-  note(a.getFailPossible() == b.getFailPossible(), "failPossible");
-  compareVector(a, b, &Foundation::getDispArea, "dispArea", differences);
-  compareVector(a, b, &Foundation::getDispLine, "dispLine", differences);
-  compareVector(a, b, &Foundation::getRotLine, "rotLine", differences);
-  note(a.getFailLineX() == b.getFailLineX(), "failLineX");
-  note(a.getFailLineY() == b.getFailLineY(), "failLineY");
-  note(a.getFailLineZ() == b.getFailLineZ(), "failLineZ");
-  note(a.getFailAreaZ() == b.getFailAreaZ(), "failAreaZ");
-  note(getBits(a.getFactorLine()) == getBits(b.getFactorLine()), "factorLine");
-  note(getBits(a.getFactorArea()) == getBits(b.getFactorArea()), "factorArea");
-  return differences;
-}
 
 /// The line part with all that every version holds.
 Foundation& addLine(FoundationManager& manager, int number, const std::string& name) {
@@ -102,7 +54,8 @@ class ExchangeRoundTrip : public testing::Test {
       return {"not the same number of foundations"};
     for (std::size_t i = 0; i < before.getFoundations().size(); ++i)
       for (const std::string& difference :
-           compare(*before.getFoundations()[i], *after.getFoundations()[i]))
+           TestSupport::compare(*before.getFoundations()[i], *after.getFoundations()[i],
+                                AbsentVector::CountsAsZeros))
         losses.push_back(difference);
     return losses;
   }

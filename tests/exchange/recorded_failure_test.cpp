@@ -1,18 +1,24 @@
-#include "exchange/foundations.h"
 #include "exchange/messengers.h"
 #include "found/bedding_reader.h"
 #include "found/bedding_writer.h"
 #include "recorded_run.h"
 #include "recording_newer.h"
+#include "support/foundations.h"
 
 using Found::Foundation;
 using Found::FoundationManager;
 using Found::Umo::BeddingReader;
 using Found::Umo::BeddingWriter;
 using Recording::addElement;
-using Recording::attemptWithEachCallFailing;
-using Recording::FailureStates;
+using Recording::failEachCall;
+using Recording::FailureRun;
 using Recording::Lines;
+using TestSupport::addFoundation;
+using TestSupport::describe;
+using TestSupport::describeValues;
+using TestSupport::setDispArea;
+using TestSupport::setDispLine;
+using TestSupport::setRotLine;
 
 namespace ExchangeTest {
 namespace {
@@ -57,28 +63,28 @@ struct ReadingScene {
 };
 
 TEST_F(RecordedBeddingFailure, InReadingKeepsTheFoundationsAddedUntilThen) {
-  const FailureStates run = attemptWithEachCallFailing<ReadingScene>(
-      [](ReadingScene& scene) { scene.read(); },
-      [](const ReadingScene& scene) { return describe(scene.manager); });
+  const FailureRun run =
+      failEachCall<ReadingScene>([](ReadingScene& scene) { scene.read(); },
+                                 [](const ReadingScene& scene) { return describe(scene.manager); });
 
-  EXPECT_EQ(run.listStates(), (Lines{"9 A", "9 A, 1 A_1", "9 A, 1 A_1, 7 B"}));
+  EXPECT_EQ(run.states, (Lines{"9 A", "9 A, 1 A_1", "9 A, 1 A_1, 7 B"}));
   EXPECT_EQ(run.completed, "9 A, 1 A_1, 7 B, 8 C");
 }
 
 TEST_F(RecordedBeddingFailure, InReadingEndsTheMessages) {
-  const FailureStates run = attemptWithEachCallFailing<ReadingScene>(
+  const FailureRun run = failEachCall<ReadingScene>(
       [](ReadingScene& scene) { scene.read(); },
       [](const ReadingScene& scene) { return join(scene.messenger.messages); });
 
   const std::string renamed = "onNameChanged <A> <A_1>|";
   const std::string unknown = renamed + "onUnknownElement <Other>|";
   const std::string invalid = unknown + "onInvalidNumber <CurveBedding> 0|";
-  EXPECT_EQ(run.listStates(), (Lines{"", renamed, unknown, invalid}));
+  EXPECT_EQ(run.states, (Lines{"", renamed, unknown, invalid}));
   EXPECT_EQ(run.completed, invalid + "onReadFinished 3|");
 }
 
 TEST_F(RecordedBeddingFailure, InReadingLeavesNoFoundationHalfMade) {
-  attemptWithEachCallFailing<ReadingScene>(
+  failEachCall<ReadingScene>(
       [](ReadingScene& scene) { scene.read(); },
       [](const ReadingScene& scene) {
         const Lines values = {
@@ -98,11 +104,11 @@ TEST_F(RecordedBeddingFailure, InReadingLeavesNoFoundationHalfMade) {
 TEST_F(RecordedBeddingFailure, InReadingLeavesTheContainerAsItWas) {
   const Lines before = Recording::describe(ReadingScene().container);
 
-  const FailureStates run = attemptWithEachCallFailing<ReadingScene>(
+  const FailureRun run = failEachCall<ReadingScene>(
       [](ReadingScene& scene) { scene.read(); },
       [](const ReadingScene& scene) { return join(Recording::describe(scene.container)); });
 
-  EXPECT_EQ(run.listStates(), (Lines{join(before)}));
+  EXPECT_EQ(run.states, (Lines{join(before)}));
   EXPECT_EQ(run.completed, join(before));
 }
 
@@ -155,7 +161,7 @@ void write(WritingScene& scene, const std::string& versionText) {
 }
 
 TEST_F(RecordedBeddingFailure, InWritingKeepsWhatWasWrittenUntilThen) {
-  const FailureStates run = attemptWithEachCallFailing<WritingScene>(
+  const FailureRun run = failEachCall<WritingScene>(
       [](WritingScene& scene) { write(scene, "2.0"); },
       [](const WritingScene& scene) { return scene.describeContainer(); });
 
@@ -168,7 +174,7 @@ TEST_F(RecordedBeddingFailure, InWritingKeepsWhatWasWrittenUntilThen) {
   const std::string surfaceWithZ = surface +
                                    " Number=3 Name=A StiffnessX=1 StiffnessY=2 "
                                    "StiffnessZ=3";
-  EXPECT_EQ(run.listStates(),
+  EXPECT_EQ(run.states,
             (Lines{"Box|", curve + "|", curve + " Number=3|", curve + " Number=3 Name=A|",
                    curve + " Number=3 Name=A StiffnessX=4|",
                    curve + " Number=3 Name=A StiffnessX=4 StiffnessY=5|",
@@ -183,38 +189,37 @@ TEST_F(RecordedBeddingFailure, InWritingKeepsWhatWasWrittenUntilThen) {
 }
 
 TEST_F(RecordedBeddingFailure, InWritingVersion10KeepsWhatWasWrittenUntilThen) {
-  const FailureStates run = attemptWithEachCallFailing<WritingScene>(
+  const FailureRun run = failEachCall<WritingScene>(
       [](WritingScene& scene) { write(scene, "1.0"); },
       [](const WritingScene& scene) { return scene.describeContainer(); });
 
-  ASSERT_EQ(run.failed.size(), 14u);
-  EXPECT_EQ(run.failed[0].state, "Box|");
-  EXPECT_EQ(run.failed[0].call, "isEqualTo 1.0 1.0");
-  EXPECT_EQ(run.failed[1].state, "Box| Bedding|");
-  EXPECT_EQ(run.failed[1].call, "setAttribute Bedding Name text A true");
+  ASSERT_EQ(run.states.size(), 14u);
+  EXPECT_EQ(run.states[0], "Box|");
+  EXPECT_EQ(run.calls[0], "isEqualTo 1.0 1.0");
+  EXPECT_EQ(run.states[1], "Box| Bedding|");
+  EXPECT_EQ(run.calls[1], "setAttribute Bedding Name text A true");
   const std::string last =
       "Box| Bedding Name=A SurfaceStiffnessX=1 SurfaceStiffnessY=2 SurfaceStiffnessZ=3 "
       "SurfaceStiffnessZFailure=none TangentialSurfaceStiffnessXYFactor=0 CurveStiffnessX=4 "
       "CurveStiffnessY=5 CurveStiffnessZ=6 CurveStiffnessXX=7 CurveStiffnessYFailure=none "
       "CurveStiffnessZFailure=none";
-  EXPECT_EQ(run.failed[13].state, last + "|");
-  EXPECT_EQ(run.failed[13].call, "setAttribute Bedding TangentialCurveStiffnessX double 0");
+  EXPECT_EQ(run.states[13], last + "|");
+  EXPECT_EQ(run.calls[13], "setAttribute Bedding TangentialCurveStiffnessX double 0");
   EXPECT_EQ(run.completed, last + " TangentialCurveStiffnessX=0|");
 }
 
 TEST_F(RecordedBeddingFailure, InWritingChangesNothingOfTheManager) {
   for (const char* version : {"1.0", "2.0"})
-    attemptWithEachCallFailing<WritingScene>(
-        [&](WritingScene& scene) { write(scene, version); },
-        [](const WritingScene& scene) {
-          Foundation& foundation = *scene.manager.getFoundations().at(0);
-          EXPECT_EQ(describe(scene.manager), "3 A");
-          EXPECT_EQ(describeValues(foundation),
-                    "area (1, 2, 3), line (4, 5, 6), rotation (7, 0, 0)");
-          EXPECT_FALSE(foundation.getChanged());
-          EXPECT_EQ(Recording::countLive("KvVector3D"), 3);
-          return std::string();
-        });
+    failEachCall<WritingScene>([&](WritingScene& scene) { write(scene, version); },
+                               [](const WritingScene& scene) {
+                                 Foundation& foundation = *scene.manager.getFoundations().at(0);
+                                 EXPECT_EQ(describe(scene.manager), "3 A");
+                                 EXPECT_EQ(describeValues(foundation),
+                                           "area (1, 2, 3), line (4, 5, 6), rotation (7, 0, 0)");
+                                 EXPECT_FALSE(foundation.getChanged());
+                                 EXPECT_EQ(Recording::countLive("KvVector3D"), 3);
+                                 return std::string();
+                               });
 }
 
 }  // namespace

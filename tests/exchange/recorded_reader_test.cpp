@@ -1,8 +1,8 @@
-#include "exchange/foundations.h"
 #include "exchange/messengers.h"
 #include "found/bedding_reader.h"
 #include "recorded_run.h"
 #include "recording_newer.h"
+#include "support/foundations.h"
 
 using Found::Foundation;
 using Found::FoundationManager;
@@ -10,6 +10,9 @@ using Found::Umo::BeddingReader;
 using Recording::addElement;
 using Recording::addNullElement;
 using Recording::Lines;
+using TestSupport::addFoundation;
+using TestSupport::describe;
+using TestSupport::describeValues;
 
 namespace ExchangeTest {
 namespace {

@@ -1,13 +1,17 @@
-#include "exchange/foundations.h"
 #include "exchange/messengers.h"
 #include "found/bedding_writer.h"
 #include "recorded_run.h"
 #include "recording_newer.h"
+#include "support/foundations.h"
 
 using Found::Foundation;
 using Found::FoundationManager;
 using Found::Umo::BeddingWriter;
 using Recording::Lines;
+using TestSupport::addFoundation;
+using TestSupport::setDispArea;
+using TestSupport::setDispLine;
+using TestSupport::setRotLine;
 
 namespace ExchangeTest {
 namespace {

@@ -8,26 +8,22 @@
 
 #include <gtest/gtest.h>
 
-#include "exchange/comma_locale.h"
-#include "exchange/foundations.h"
 #include "kv/text.h"
+#include "support/comma_locale.h"
+#include "support/foundations.h"
+#include "support/newer_documents.h"
 
-using ExchangeTest::CommaCLocale;
-using ExchangeTest::CommaLocale;
-using ExchangeTest::setDispArea;
 using Found::Foundation;
 using Found::KvmlWriter;
+using TestSupport::CommaCLocale;
+using TestSupport::CommaLocale;
+using TestSupport::print;
+using TestSupport::setDispArea;
 
 namespace KvmlTest {
 namespace {
 
 using Chosen = std::set<Foundation*>;
-
-std::string print(const KvXmlN::Document& document) {
-  std::ostringstream out;
-  document.putToStream(out);
-  return out.str();
-}
 
 std::string write(const Chosen& areas, const Chosen& beams) {
   KvXmlN::Document document("Kvml");

@@ -1,15 +1,15 @@
-#include "exchange/foundations.h"
 #include "found/kvml_writer.h"
 #include "recorded_run.h"
 #include "recording_newer.h"
+#include "support/foundations.h"
 
-using ExchangeTest::setDispArea;
-using ExchangeTest::setDispLine;
-using ExchangeTest::setRotLine;
 using Found::Foundation;
 using Found::KvmlWriter;
-using Recording::FailureStates;
+using Recording::FailureRun;
 using Recording::Lines;
+using TestSupport::setDispArea;
+using TestSupport::setDispLine;
+using TestSupport::setRotLine;
 
 namespace KvmlTest {
 namespace {
@@ -21,9 +21,9 @@ struct Both : Foundation {
   explicit Both(int n) {
     setNumber(n);
     setName("A");
-    ExchangeTest::setDispArea(*this, n, 1.26, 2.0);
-    ExchangeTest::setDispLine(*this, n, 3.0, 4.0);
-    ExchangeTest::setRotLine(*this, 5.56, 6.0, 7.0);
+    TestSupport::setDispArea(*this, n, 1.26, 2.0);
+    TestSupport::setDispLine(*this, n, 3.0, 4.0);
+    TestSupport::setRotLine(*this, 5.56, 6.0, 7.0);
     setFailAreaZ(Foundation::Tension);
     setFailLineX(Foundation::Compression);
     setFailLineY(Foundation::Compression);
@@ -206,7 +206,7 @@ TEST_F(RecordedKvml, LeavesWhatWasWrittenWhenACallFails) {
     KvXmlN::Data box{"Box"};
   };
 
-  const FailureStates run = Recording::attemptWithEachCallFailing<Scene>(
+  const FailureRun run = Recording::failEachCall<Scene>(
       [](Scene& scene) { KvmlWriter().write(scene.box, {&scene.foundation}, {&scene.foundation}); },
       [](const Scene& scene) {
         std::string text;
@@ -220,7 +220,7 @@ TEST_F(RecordedKvml, LeavesWhatWasWrittenWhenACallFails) {
   const std::string beam = areaWithZ + " Failure=text 7472 Tangential=0.125|  BeddingBeam";
   const std::string beamWithZ = beam + " Number=9 Name=A ksx=9 ksy=3 ksz=4";
   EXPECT_EQ(
-      run.listStates(),
+      run.states,
       (Lines{"Box|", list, area + "|", area + " Number=9|", area + " Number=9 Name=A|",
              area + " Number=9 Name=A ksx=9|", area + " Number=9 Name=A ksx=9 ksy=1.26|",
              areaWithZ + "|", areaWithZ + " Failure=text 7472|",

@@ -1,55 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <clocale>
-#include <locale>
-
 #include "legacy_files.h"
+#include "support/comma_locale.h"
 
 using Found::Foundation;
 using Found::FoundationManager;
+using TestSupport::CommaCLocale;
+using TestSupport::CommaLocale;
 
 namespace LegacyTest {
 namespace {
-
-/// Prints 12.345,5 for 12345.5.
-struct CommaNumbers : std::numpunct<char> {
-  char do_decimal_point() const override { return ','; }
-  char do_thousands_sep() const override { return '.'; }
-  std::string do_grouping() const override { return "\3"; }
-};
-
-/// Makes a locale with such numbers the global one, as long as it lives.
-class CommaLocale {
- public:
-  CommaLocale()
-      : previous(std::locale::global(std::locale(std::locale::classic(), new CommaNumbers))) {}
-  ~CommaLocale() { std::locale::global(previous); }
-  CommaLocale(const CommaLocale&) = delete;
-  CommaLocale& operator=(const CommaLocale&) = delete;
-
- private:
-  std::locale previous;
-};
-
-/// Makes an installed locale with a decimal comma that of the C library, as long as it lives.
-class CommaCLocale {
- public:
-  CommaCLocale() : previous(std::setlocale(LC_ALL, nullptr)) {
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8"}) {
-      installed = std::setlocale(LC_ALL, name) != nullptr;
-      if (installed) return;
-    }
-  }
-  ~CommaCLocale() { std::setlocale(LC_ALL, previous.c_str()); }
-  CommaCLocale(const CommaCLocale&) = delete;
-  CommaCLocale& operator=(const CommaCLocale&) = delete;
-
-  bool isInstalled() const { return installed; }
-
- private:
-  std::string previous;
-  bool installed = false;
-};
 
 const std::string written =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"

@@ -4,22 +4,14 @@
 #include <random>
 
 #include "legacy_files.h"
+#include "support/error_place.h"
 
 using Found::FoundationManager;
+using TestSupport::findErrorPlace;
+using TestSupport::Place;
 
 namespace LegacyTest {
 namespace {
-
-struct Place {
-  std::size_t line;
-  std::size_t column;
-};
-
-bool operator==(const Place& a, const Place& b) { return a.line == b.line && a.column == b.column; }
-
-std::ostream& operator<<(std::ostream& out, const Place& place) {
-  return out << "line " << place.line << ", column " << place.column;
-}
 
 class LegacyMalformed : public testing::Test {
  protected:
@@ -31,12 +23,7 @@ class LegacyMalformed : public testing::Test {
 
   /// Where the error is that reading these bytes throws; nothing when it throws none.
   std::optional<Place> findError(const std::string& bytes) {
-    try {
-      read(manager, bytes);
-      return std::nullopt;
-    } catch (const KvXmlError& error) {
-      return Place{error.getLine(), error.getColumn()};
-    }
+    return findErrorPlace([&] { read(manager, bytes); });
   }
 
   FoundationManager manager;

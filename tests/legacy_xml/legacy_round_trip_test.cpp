@@ -1,29 +1,25 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
 #include <random>
 #include <vector>
 
 #include "legacy_files.h"
+#include "support/double_bits.h"
 
 using Found::Foundation;
 using Found::FoundationManager;
+using TestSupport::AbsentVector;
+using TestSupport::bitsOf;
+using TestSupport::fromBits;
 
 namespace LegacyTest {
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-std::uint64_t getBits(double value) {
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, &value, sizeof bits);
-  return bits;
-}
 
 /// Writes `from` and lets `to` read that.
 void pass(const FoundationManager& from, FoundationManager& to) {
@@ -37,40 +33,11 @@ std::vector<std::string> compare(const FoundationManager& before, const Foundati
   std::vector<std::string> differences;
   if (before.getFoundations().size() != after.getFoundations().size())
     return {"not the same number of foundations"};
-  for (std::size_t i = 0; i < before.getFoundations().size(); ++i) {
-    Foundation& a = *before.getFoundations()[i];
-    Foundation& b = *after.getFoundations()[i];
-    const auto note = [&](bool isSame, const char* field) {
-      if (!isSame) differences.push_back(a.getName() + ": " + field);
-    };
-    const auto noteVector = [&](bool (Foundation::*get)(KvVector3D&) const, const char* field) {
-      KvVector3D u;
-      KvVector3D v;
-      const bool isInA = (a.*get)(u);
-      const bool isInB = (b.*get)(v);
-      const std::string text = field;
-      note(!isInA || isInB, (text + " was dropped").c_str());
-      note(isInA || !isInB, (text + " came up").c_str());
-      if (!isInA || !isInB) return;
-      note(getBits(u.x) == getBits(v.x), (text + " x").c_str());
-      note(getBits(u.y) == getBits(v.y), (text + " y").c_str());
-      note(getBits(u.z) == getBits(v.z), (text + " z").c_str());
-    };
-    note(a.getName() == b.getName(), "name");
-    note(a.getNumber() == b.getNumber(), "number");
-    note(a.getChanged() == b.getChanged(), "changed");
-    note(a.isGenerated() == b.isGenerated(), "generated");
-    note(a.getFailPossible() == b.getFailPossible(), "failPossible");
-    noteVector(&Foundation::getDispArea, "dispArea");
-    noteVector(&Foundation::getDispLine, "dispLine");
-    noteVector(&Foundation::getRotLine, "rotLine");
-    note(a.getFailLineX() == b.getFailLineX(), "failLineX");
-    note(a.getFailLineY() == b.getFailLineY(), "failLineY");
-    note(a.getFailLineZ() == b.getFailLineZ(), "failLineZ");
-    note(a.getFailAreaZ() == b.getFailAreaZ(), "failAreaZ");
-    note(getBits(a.getFactorLine()) == getBits(b.getFactorLine()), "factorLine");
-    note(getBits(a.getFactorArea()) == getBits(b.getFactorArea()), "factorArea");
-  }
+  for (std::size_t i = 0; i < before.getFoundations().size(); ++i)
+    for (const std::string& difference :
+         TestSupport::compare(*before.getFoundations()[i], *after.getFoundations()[i],
+                              AbsentVector::HasNoComponents))
+      differences.push_back(difference);
   const auto getName = [](const Foundation* f) { return f != nullptr ? f->getName() : "none"; };
   if (getName(before.getCurrentFoundation()) != getName(after.getCurrentFoundation()))
     differences.push_back("current foundation");
@@ -216,22 +183,22 @@ class LegacyDoubles : public testing::Test {
   static void check(const Foundation& foundation, double value) {
     KvVector3D v;
     foundation.getDispArea(v);
-    EXPECT_EQ(getBits(v.x), getBits(value)) << value;
-    EXPECT_EQ(getBits(v.y), getBits(-value)) << value;
-    EXPECT_EQ(getBits(v.z), getBits(value)) << value;
+    EXPECT_EQ(bitsOf(v.x), bitsOf(value)) << value;
+    EXPECT_EQ(bitsOf(v.y), bitsOf(-value)) << value;
+    EXPECT_EQ(bitsOf(v.z), bitsOf(value)) << value;
     // Line and rotation are only read when they have a length.
     if (foundation.getDispLine(v)) {
-      EXPECT_EQ(getBits(v.x), getBits(value)) << value;
-      EXPECT_EQ(getBits(v.z), getBits(-value)) << value;
+      EXPECT_EQ(bitsOf(v.x), bitsOf(value)) << value;
+      EXPECT_EQ(bitsOf(v.z), bitsOf(-value)) << value;
     } else {
       EXPECT_TRUE(std::isnan(value)) << value;
     }
     if (foundation.getRotLine(v))
-      EXPECT_EQ(getBits(v.x), getBits(value)) << value;
+      EXPECT_EQ(bitsOf(v.x), bitsOf(value)) << value;
     else
       EXPECT_TRUE(std::isnan(value)) << value;
-    EXPECT_EQ(getBits(foundation.getFactorArea()), getBits(value)) << value;
-    EXPECT_EQ(getBits(foundation.getFactorLine()), getBits(-value)) << value;
+    EXPECT_EQ(bitsOf(foundation.getFactorArea()), bitsOf(value)) << value;
+    EXPECT_EQ(bitsOf(foundation.getFactorLine()), bitsOf(-value)) << value;
   }
 };
 
@@ -260,9 +227,7 @@ TEST_F(LegacyDoubles, OfAnyBitsReadBackBitForBit) {
   std::mt19937_64 random(1);
   std::vector<double> values;
   while (values.size() < 5000) {
-    const std::uint64_t bits = random();
-    double value = 0.0;
-    std::memcpy(&value, &bits, sizeof value);
+    const double value = fromBits(random());
     if (std::isfinite(value)) values.push_back(value);
   }
   expectSame(values);

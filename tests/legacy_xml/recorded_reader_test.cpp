@@ -19,7 +19,7 @@ class RecordedReader : public RecordedTest {
     KvXmlData* const root = tree->getCurrent();
     Recording::clearLog();
     manager.createFromXml(root);
-    calls = listCalls(without);
+    calls = listCallsWithout(without);
   }
 
   FoundationManager manager;

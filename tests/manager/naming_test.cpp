@@ -2,7 +2,6 @@
 #include <pthread.h>
 
 #include <functional>
-#include <locale>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -10,33 +9,13 @@
 #include "found/foundation_manager.h"
 #include "manager/manager_probe.h"
 #include "model/allocation_faults.h"
+#include "support/comma_locale.h"
 
 namespace Found::Tests {
 namespace {
 
 using Names = std::vector<std::string>;
 using Numbers = std::vector<int>;
-
-/// Groups digits by full stops and has a decimal comma, like the locales of much of Europe.
-class GroupingPunctuation : public std::numpunct<char> {
- protected:
-  char do_decimal_point() const override { return ','; }
-  char do_thousands_sep() const override { return '.'; }
-  std::string do_grouping() const override { return "\3"; }
-};
-
-/// Makes a grouping locale the one of the process for its lifetime.
-class GroupingLocale {
- public:
-  GroupingLocale()
-      : before(std::locale::global(std::locale(std::locale::classic(), new GroupingPunctuation))) {}
-  GroupingLocale(const GroupingLocale&) = delete;
-  GroupingLocale& operator=(const GroupingLocale&) = delete;
-  ~GroupingLocale() { std::locale::global(before); }
-
- private:
-  std::locale before;
-};
 
 /// Runs `task` on a stack of 256 KiB, where a call for each of thousands of names does not fit.
 void runOnSmallStack(std::function<void()> task) {
@@ -92,7 +71,7 @@ TEST(ManagerDefaultName, ZerosStandBeforeTheSignOfANegativeNumber) {
 }
 
 TEST(ManagerDefaultName, IsTheSameUnderALocaleThatGroupsDigits) {
-  const GroupingLocale locale;
+  const TestSupport::CommaLocale locale;
   std::ostringstream grouped;
   grouped << 12345;
   ASSERT_EQ(grouped.str(), "12.345");

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cctype>
 #include <climits>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
 #include <random>
 #include <string>
@@ -16,22 +14,15 @@
 
 #include "kv/xml_tree.h"
 #include "platform/support.h"
+#include "support/comma_locale.h"
+#include "support/double_bits.h"
+
+using TestSupport::bitsOf;
+using TestSupport::fromBits;
 
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-
-std::uint64_t bitsOf(double value) {
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, &value, sizeof bits);
-  return bits;
-}
-
-double fromBits(std::uint64_t bits) {
-  double value = 0.0;
-  std::memcpy(&value, &bits, sizeof value);
-  return value;
-}
 
 /// Numbers by way of one attribute; C++ streams write and read them with commas meanwhile.
 class Number : public testing::Test {
@@ -73,7 +64,7 @@ class Number : public testing::Test {
       EXPECT_EQ(readInteger(row.first), row.second) << '"' << row.first.substr(0, 60) << '"';
   }
 
-  PlatformTest::CommaLocale locale;
+  TestSupport::CommaLocale locale;
   KvXmlTree tree;
   KvXmlData* element;
 };
@@ -472,15 +463,8 @@ TEST_F(DoubleRoundTrip, KeepsEveryBitThroughAPrintedDocument) {
 }
 
 TEST_F(Number, IsAlikeUnderACommaLocaleOfC) {
-  const std::string before = std::setlocale(LC_ALL, nullptr);
-  struct Restore {
-    ~Restore() { std::setlocale(LC_ALL, name.c_str()); }
-    std::string name;
-  } const restore{before};
-  bool isFound = false;
-  for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "fr_FR.utf8"})
-    isFound = isFound || std::setlocale(LC_ALL, name) != nullptr;
-  if (!isFound) GTEST_SKIP() << "no locale with a decimal comma is installed";
+  const TestSupport::CommaCLocale localeOfC;
+  if (!localeOfC.isInstalled()) GTEST_SKIP() << "no locale with a decimal comma is installed";
 
   EXPECT_EQ(write(1234.5), "1234.5");
   EXPECT_EQ(write(1234567), "1234567");

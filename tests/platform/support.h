@@ -3,57 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <istream>
-#include <locale>
 #include <memory>
 #include <optional>
 #include <sstream>
 #include <string>
 
 #include "kv/xml_tree.h"
+#include "support/temporary_files.h"
 
 namespace PlatformTest {
 
-/// Makes numbers of the C++ streams look like 1.234,5 until it ends.
-class CommaLocale {
- public:
-  CommaLocale() : before(std::locale::global(std::locale(std::locale::classic(), new Facet))) {}
-  ~CommaLocale() { std::locale::global(before); }
-  CommaLocale(const CommaLocale&) = delete;
-  CommaLocale& operator=(const CommaLocale&) = delete;
-
- private:
-  struct Facet : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-    std::string do_truename() const override { return "ja"; }
-    std::string do_falsename() const override { return "nein"; }
-  };
-
-  std::locale before;
-};
-
-/// A file of the running test, removed when it ends.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const std::string& text) {
-    const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-    path = testing::TempDir() + test->test_suite_name() + "." + test->name() + ".xml";
-    std::ofstream(path, std::ios::binary) << text;
-  }
-  ~TemporaryFile() { std::remove(path.c_str()); }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  const std::string& getPath() const { return path; }
-
- private:
-  std::string path;
-};
+using TestSupport::TemporaryFile;
 
 inline std::unique_ptr<KvXmlTree> parse(const std::string& text) {
   std::istringstream in(text);
@@ -112,7 +74,7 @@ class SecondParser {
 
   static bool accepts(const std::string& text) {
     const TemporaryFile file(text);
-    const std::string command = "xmllint --noout --nonet '" + file.getPath() + "'";
+    const std::string command = "xmllint --noout --nonet '" + file.get() + "'";
     return std::system(command.c_str()) == 0;  // NOLINT: the path is the test's own
   }
 };

@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "platform/support.h"
+#include "support/comma_locale.h"
 
 TEST(XmlError, TellsReasonAndPlaceApart) {
   const KvXmlError error("this tag is not closed", 3, 7);
@@ -38,7 +39,7 @@ TEST(XmlError, CopiesWithAllItSays) {
 }
 
 TEST(XmlError, WritesPlacesAlikeUnderACommaLocale) {
-  const PlatformTest::CommaLocale locale;
+  const TestSupport::CommaLocale locale;
 
   const KvXmlError error("this tag is not closed", 1234567, 7654321);
 

@@ -623,7 +623,7 @@ TEST(XmlErrorPlace, OnLaterLinesIgnoresThePartOfALineThatWasRead) {
 
 TEST(XmlErrorPlace, IsThatInTheFileForFilesToo) {
   const TemporaryFile file("<?xml version='1.0'?>\r\n<a>\r\n  <b c='1' c='2'/>\r\n</a>\r\n");
-  std::ifstream in(file.getPath());
+  std::ifstream in(file.get());
   char line[1024];
   in.getline(line, sizeof line);
 
@@ -633,7 +633,7 @@ TEST(XmlErrorPlace, IsThatInTheFileForFilesToo) {
 TEST(XmlErrorPlace, IsThatInTheFileForFilesLongerThanTheirBuffers) {
   const TemporaryFile file("<?xml version='1.0'?>\n" +
                            repeat("<!-- a line of a comment -->\n", 5000) + "<a b='1'\n b='2'/>");
-  std::ifstream in(file.getPath(), std::ios::binary);
+  std::ifstream in(file.get(), std::ios::binary);
   std::string line;
   for (int i = 0; i < 3000; ++i) std::getline(in, line);
 
@@ -663,7 +663,7 @@ TEST(XmlStream, IsReadFromItsPositionToItsEnd) {
 
 TEST(XmlStream, ThatIsAFileIsReadFromItsPositionToItsEnd) {
   const TemporaryFile file("this line is no XML\r\n<root>\r\n<leaf/></root>\r\n");
-  std::ifstream in(file.getPath());
+  std::ifstream in(file.get());
   std::string line;
   std::getline(in, line);
 

@@ -7,6 +7,7 @@
 
 #include "kv/xml_tree.h"
 #include "platform/support.h"
+#include "support/comma_locale.h"
 
 using PlatformTest::findError;
 using PlatformTest::parse;
@@ -218,7 +219,7 @@ TEST(XmlPrinting, ContinuesAStreamWhereItStands) {
 }
 
 TEST(XmlPrinting, IsAlikeUnderACommaLocale) {
-  const PlatformTest::CommaLocale locale;
+  const TestSupport::CommaLocale locale;
   KvXmlTree tree;
   tree.open("a", false)->setAttribute("count", 1234567, true);
   tree.setAttribute("size", 1234.5);

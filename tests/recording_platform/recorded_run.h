@@ -44,36 +44,25 @@ inline Lines listCallsWithout(const Lines& operations) {
   return calls;
 }
 
-/// What there was after an attempt, and the first failing call that led to it.
-struct FailureState {
-  std::string state;
-  std::string call;
-};
-
-/// What was found when each call failed in turn: equal neighbours once.
-struct FailureStates {
-  std::vector<FailureState> failed;
+/// What was found when each call failed in turn.
+struct FailureRun {
+  Lines states;  ///< after each failure; equal neighbours once
+  Lines calls;   ///< for each of the states, the first failing call that led to it
   std::string completed;
-
-  Lines listStates() const {
-    Lines states;
-    for (const FailureState& entry : failed) states.push_back(entry.state);
-    return states;
-  }
 };
 
 /// Makes a scene and attempts something with it while the first, the second, the third ... call
 /// fails, until it comes through. `describeScene` tells what there is after an attempt. Demands
-/// that a failure passes through unchanged and that the end of the scene leaves nothing of it
-/// alive.
-template <class Scene, class Attempt, class DescribeScene>
-FailureStates attemptWithEachCallFailing(const Attempt& attempt,
-                                         const DescribeScene& describeScene) {
+/// that a failure passes through unchanged, that only destructors follow it, and that the end of
+/// the scene leaves nothing of it alive.
+template <class Scene, class Attempt, class Describe>
+FailureRun failEachCall(const Attempt& attempt, const Describe& describeScene) {
   constexpr int limit = 10000;
   const int liveBefore = countLive();
-  FailureStates result;
+  const auto isDestructor = [](const std::string& line) { return line[0] == '~'; };
+  FailureRun run;
   for (int n = 1; n < limit; ++n) {
-    bool hasFailed = false;
+    std::string failedCall;
     {
       Scene scene;
       clearLog();
@@ -81,22 +70,25 @@ FailureStates attemptWithEachCallFailing(const Attempt& attempt,
       try {
         attempt(scene);
       } catch (const Failure& failure) {
-        hasFailed = true;
-        EXPECT_EQ(failure.what(), getLog().back());
+        failedCall = failure.what();
+        const auto place = getLog().begin() + (n - 1);
+        EXPECT_EQ(failedCall, *place);
+        EXPECT_TRUE(std::all_of(place + 1, getLog().end(), isDestructor)) << failedCall;
       }
       failAt(0);
-      const std::string call = getLog().empty() ? std::string() : getLog().back();
       const std::string state = describeScene(scene);
-      if (!hasFailed)
-        result.completed = state;
-      else if (result.failed.empty() || result.failed.back().state != state)
-        result.failed.push_back({state, call});
+      if (failedCall.empty()) {
+        run.completed = state;
+      } else if (run.states.empty() || run.states.back() != state) {
+        run.states.push_back(state);
+        run.calls.push_back(failedCall);
+      }
     }
     EXPECT_EQ(countLive(), liveBefore) << "after call " << n << " failed";
-    if (!hasFailed) return result;
+    if (failedCall.empty()) return run;
   }
   ADD_FAILURE() << "does not come through";
-  return result;
+  return run;
 }
 
 }  // namespace Recording

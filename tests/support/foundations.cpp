@@ -1,14 +1,16 @@
-#include "exchange/foundations.h"
+#include "support/foundations.h"
 
 #include <charconv>
 #include <memory>
 #include <utility>
 #include <vector>
 
+#include "support/double_bits.h"
+
 using Found::Foundation;
 using Found::FoundationManager;
 
-namespace ExchangeTest {
+namespace TestSupport {
 namespace {
 
 std::string print(double value) {
@@ -84,4 +86,39 @@ std::string describeValues(Foundation& foundation) {
   return join(texts);
 }
 
-}  // namespace ExchangeTest
+Differences compare(Foundation& a, Foundation& b, AbsentVector absent) {
+  Differences differences;
+  const auto note = [&](bool isSame, const std::string& field) {
+    if (!isSame) differences.push_back(a.getName() + ": " + field);
+  };
+  const auto noteVector = [&](bool (Foundation::*get)(KvVector3D&) const,
+                              const std::string& field) {
+    KvVector3D u;
+    KvVector3D v;
+    const bool isInA = (a.*get)(u);
+    const bool isInB = (b.*get)(v);
+    note(!isInA || isInB, field + " was dropped");
+    note(isInA || !isInB, field + " came up");
+    if (isInA != isInB && absent == AbsentVector::HasNoComponents) return;
+    note(bitsOf(u.x) == bitsOf(v.x), field + " x");
+    note(bitsOf(u.y) == bitsOf(v.y), field + " y");
+    note(bitsOf(u.z) == bitsOf(v.z), field + " z");
+  };
+  note(a.getName() == b.getName(), "name");
+  note(a.getNumber() == b.getNumber(), "number");
+  note(a.getChanged() == b.getChanged(), "changed");
+  note(a.isGenerated() == b.isGenerated(), "generated");
+  note(a.getFailPossible() == b.getFailPossible(), "failPossible");
+  noteVector(&Foundation::getDispArea, "dispArea");
+  noteVector(&Foundation::getDispLine, "dispLine");
+  noteVector(&Foundation::getRotLine, "rotLine");
+  note(a.getFailLineX() == b.getFailLineX(), "failLineX");
+  note(a.getFailLineY() == b.getFailLineY(), "failLineY");
+  note(a.getFailLineZ() == b.getFailLineZ(), "failLineZ");
+  note(a.getFailAreaZ() == b.getFailAreaZ(), "failAreaZ");
+  note(bitsOf(a.getFactorLine()) == bitsOf(b.getFactorLine()), "factorLine");
+  note(bitsOf(a.getFactorArea()) == bitsOf(b.getFactorArea()), "factorArea");
+  return differences;
+}
+
+}  // namespace TestSupport

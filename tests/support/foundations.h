@@ -1,11 +1,12 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "found/foundation_manager.h"
 
-/// Foundations that the tests of the newer forms share, as texts and made from values.
-namespace ExchangeTest {
+/// Foundations made from values, as texts and compared.
+namespace TestSupport {
 
 /// Appends a foundation without values.
 Found::Foundation& addFoundation(Found::FoundationManager& manager, int number,
@@ -22,4 +23,13 @@ std::string describe(const Found::FoundationManager& manager);
 /// default is left out: "area (1, 2, 3), fails line x -1, factor area 0.5, generated".
 std::string describeValues(Found::Foundation& foundation);
 
-}  // namespace ExchangeTest
+using Differences = std::vector<std::string>;
+
+/// What a vector is that only one of two foundations has: its components are compared with zeros
+/// or not at all.
+enum class AbsentVector { CountsAsZeros, HasNoComponents };
+
+/// What differs, field by field, as "A: number" or "A: dispArea x"; doubles differ by their bits.
+Differences compare(Found::Foundation& a, Found::Foundation& b, AbsentVector absent);
+
+}  // namespace TestSupport

@@ -4,8 +4,8 @@
 #include <locale>
 #include <string>
 
-/// Process locales that must never show in a document.
-namespace ExchangeTest {
+/// Process locales that must never show in a name, a number or a document.
+namespace TestSupport {
 
 /// Makes 12.345,5 of 12345.5 in C++ streams, as long as it lives.
 class CommaLocale {
@@ -21,6 +21,8 @@ class CommaLocale {
     char do_decimal_point() const override { return ','; }
     char do_thousands_sep() const override { return '.'; }
     std::string do_grouping() const override { return "\3"; }
+    std::string do_truename() const override { return "ja"; }
+    std::string do_falsename() const override { return "nein"; }
   };
 
   std::locale previous;
@@ -30,7 +32,7 @@ class CommaLocale {
 class CommaCLocale {
  public:
   CommaCLocale() : previous(std::setlocale(LC_ALL, nullptr)) {
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8"}) {
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "fr_FR.utf8"}) {
       installed = std::setlocale(LC_ALL, name) != nullptr;
       if (installed) return;
     }
@@ -46,4 +48,4 @@ class CommaCLocale {
   bool installed = false;
 };
 
-}  // namespace ExchangeTest
+}  // namespace TestSupport
