@@ -28,7 +28,7 @@ std::string_view stripNumber(std::string_view text) {
   return text;
 }
 
-/// The decimal exponent written in `text` behind 'e', cut off at a million either way.
+/// The decimal exponent written in `text` behind 'e', cut off behind seven digits.
 long readExponent(std::string_view text) {
   const std::size_t mark = text.find_first_of("eE");
   if (mark == std::string_view::npos) return 0;

@@ -121,7 +121,7 @@ class Inspection {
     checkTopLevel();
     for (const pugi::xml_node top : document.children())
       walkXml(top, [this](const pugi::xml_node& node, int level) { checkNode(node, level); });
-    if (lessThans > resolvedLessThans)
+    if (lessThans > resolvedLessThans && firstLessThan != nullptr)
       failAt("'<' in an attribute is written &lt;; here or further on it is not", firstLessThan);
   }
 

@@ -102,8 +102,8 @@ class LiteralSections {
     return std::min(text.size(), text.find(section.last, content));
   }
 
-  /// Where the declaration ends: behind its internal subset, in which quoted texts and comments may
-  /// hold brackets.
+  /// Where the declaration ends: behind its internal subset, in which quoted texts, comments and
+  /// processing instructions may hold brackets.
   std::size_t findEndOfDoctype(std::size_t at) const {
     const auto skip = [this](std::size_t from, const char* last) {
       return std::min(text.size(), text.find(last, from));
@@ -115,6 +115,8 @@ class LiteralSections {
         at = skip(at + 1, c == '"' ? "\"" : "'");
       else if (text.compare(at, 4, "<!--") == 0)
         at = skip(at + 4, "-->");
+      else if (text.compare(at, 2, "<?") == 0)
+        at = skip(at + 2, "?>") + 1;
       else if (c == '[' || c == ']')
         isInSubset = c == '[';
       else if (c == '>' && !isInSubset)

@@ -83,12 +83,15 @@ bool isIn(const Range (&ranges)[Size], std::uint32_t character) {
 }
 
 /// One character after the other. In windows-1252 the letters that names may hold have the numbers
-/// of their bytes, but for a few below 0xC0, which are not taken.
+/// of their bytes, but for these few.
+constexpr std::string_view otherLettersOf1252 = "\x83\x8A\x8C\x8E\x9A\x9C\x9E\x9F";
+
 std::uint32_t takeCharacter(std::string_view& text, bool asUtf8) {
   if (asUtf8 && (text[0] & 0x80) != 0) return takeSequence(text);
   const auto character = static_cast<unsigned char>(text[0]);
+  const bool isOtherLetter = otherLettersOf1252.find(text[0]) != std::string_view::npos;
   text.remove_prefix(1);
-  return character;
+  return isOtherLetter ? 'a' : character;
 }
 
 }  // namespace

@@ -3,31 +3,47 @@
 #include <algorithm>
 
 namespace Found::Umo {
+namespace {
+
+// Making the tables costs more than so many walks.
+constexpr int fewWalks = 16;
+
+template <class Test>
+bool hasAny(const std::vector<Foundation*>& list, const Test& test) {
+  return std::any_of(list.begin(), list.end(), [&test](const Foundation* foundation) {
+    return foundation != nullptr && test(*foundation);
+  });
+}
+
+}  // namespace
 
 bool KnownFoundations::hasName(const std::string& name) {
-  refresh();
-  return names.count(name) > 0;
+  if (useTables()) return names.count(name) > 0;
+  return hasAny(list, [&name](const Foundation& listed) { return listed.getName() == name; });
 }
 
 bool KnownFoundations::hasNumber(int number) {
-  refresh();
-  return numbers.count(number) > 0;
+  if (useTables()) return numbers.count(number) > 0;
+  return hasAny(list, [number](const Foundation& listed) { return listed.getNumber() == number; });
 }
 
 std::string KnownFoundations::makeFreeName(const std::string& wanted) {
-  refresh();
-  int& counter = counters[wanted];
+  int counter = useTables() ? counters[wanted] : 0;
   std::string candidate;
   do {
     candidate = wanted + "_" + std::to_string(++counter);
-  } while (names.count(candidate) > 0);
+  } while (hasName(candidate));
+  if (isMade) counters[wanted] = counter;
   return candidate;
 }
 
-void KnownFoundations::noteLast() { note(list.back()); }
+void KnownFoundations::noteLast() {
+  if (isMade) note(list.back());
+}
 
-void KnownFoundations::refresh() {
-  if (isTrusted) return;
+bool KnownFoundations::useTables() {
+  if (!isMade && walks++ < fewWalks) return false;
+  if (isTrusted) return true;
   if (!areEntriesValid()) {
     entries.clear();
     names.clear();
@@ -35,7 +51,9 @@ void KnownFoundations::refresh() {
     counters.clear();
   }
   for (std::size_t i = entries.size(); i < list.size(); ++i) note(list[i]);
+  isMade = true;
   isTrusted = true;
+  return true;
 }
 
 bool KnownFoundations::areEntriesValid() const {

@@ -12,9 +12,10 @@ namespace Found::Umo {
 /// Answers which names and numbers a growing list of foundations has, for the length of one
 /// reading.
 ///
-/// The answers are always those of a walk through the list, but tables give them faster. Nobody but
-/// the reader can touch the list or its foundations, except from inside a message; after one, the
-/// list is compared with what the tables were made of, which are made anew when it differs.
+/// The answers are always those of a walk through the list. Where there are many to give, tables
+/// give them faster. Nobody but the reader can touch the list or its foundations, except from
+/// inside a message; after one, the whole list is compared with what the tables were made of, and
+/// they are made anew when it differs.
 class KnownFoundations {
  public:
   explicit KnownFoundations(const std::vector<Foundation*>& growing) : list(growing) {}
@@ -39,12 +40,16 @@ class KnownFoundations {
     std::string name;
   };
 
-  void refresh();
+  /// True when the tables can be asked, after making them or comparing them with the list as need
+  /// be.
+  bool useTables();
   bool areEntriesValid() const;
   void note(const Foundation* foundation);
 
   const std::vector<Foundation*>& list;
-  bool isTrusted = false;
+  int walks = 0;
+  bool isMade = false;         // there are tables, of `entries`
+  bool isTrusted = false;      // and they are those of the list
   std::vector<Entry> entries;  // the start of the list, as the tables know it
   std::unordered_set<std::string> names;
   std::unordered_set<int> numbers;

@@ -358,16 +358,18 @@ TEST(XmlRefusal, OfWhatIsNoXmlName) {
                            "<!DOCTYPE><a/>", "<!DOCTYPE [<!ENTITY e ''>]><a/>"})
     EXPECT_TRUE(findError(text).has_value()) << text;
   for (const char* text :
-       {"<\xC3\xA4/>", "<\xE4/>", "<a \xE4='1'/>", "<a-.1\xC2\xB7/>", "<a\xB7/>"})
+       {"<\xC3\xA4/>", "<\xE4/>", "<a \xE4='1'/>", "<a-.1\xC2\xB7/>", "<a\xB7/>", "<\x8Ak/>"})
     EXPECT_FALSE(findError(text).has_value()) << text;
 }
 
 TEST(XmlRefusal, OfAnAmpersandMindsWhereADocumentTypeEnds) {
   for (const char* text :
        {"<!DOCTYPE a [<!ENTITY e 'a]&b;'>]><a/>", "<!DOCTYPE a [<!-- ] & --><!ENTITY f 'x'>]><a/>",
-        "<!DOCTYPE a SYSTEM '>&'><a/>", "<!--> & --><a/>", "<a>&#000000000000000000000000065;</a>"})
+        "<!DOCTYPE a [<?p it's ]> & ?>]><a b='&lt;'/>", "<!DOCTYPE a SYSTEM '>&'><a/>",
+        "<!--> & --><a/>", "<a>&#000000000000000000000000065;</a>"})
     EXPECT_FALSE(findError(text).has_value()) << text;
   EXPECT_TRUE(findError("<!DOCTYPE a [<!ENTITY e '>'>]><a b='&'/>").has_value());
+  EXPECT_TRUE(findError("<!DOCTYPE a [<?p it's?>]><a b='&foo;'/>").has_value());
 }
 
 TEST(XmlRefusal, OfReferencesTakesNoLongerForManyLiteralSections) {

@@ -226,9 +226,25 @@ TEST(ShowErrors, TellsThatTheModelStartsOnTheFirstLine) {
   const Result result = run("show '" + path + "'");
 
   EXPECT_EQ(result.err, "kvfound: " + path +
-                            ": <SMOD> must not start on the first line, which is for the XML "
+                            ": <SMOD> must start on a line of its own, behind the line of the XML "
                             "declaration\n");
   EXPECT_EQ(result.status, 2);
+}
+
+TEST(ShowErrors, TellsWhatIsWrongWithATextThatMayBeMeantAsXml) {
+  const std::string empty = makeFile("empty.xml", "");
+  const std::string wide = makeFile("wide.xml", std::string("\xFF\xFE<\0a\0", 6));
+  const std::string marked = makeFile("marked.xml", "\xEF\xBB\xBF\n<X/>");
+
+  EXPECT_EQ(run("show '" + empty + "'").err,
+            "kvfound: " + empty + ":1:1: the document has no root element\n");
+  EXPECT_EQ(
+      run("show '" + wide + "'").err,
+      "kvfound: " + wide + ":1:4: a NUL character; only 8-bit text such as UTF-8 can be read\n");
+  EXPECT_EQ(run("show '" + marked + "'").err,
+            "kvfound: " + marked +
+                ": there are no beddings in <X>; a legacy model or an exchange document can be "
+                "read\n");
 }
 
 TEST(ShowErrors, TellsThatTheFirstLineIsNoDeclaration) {

@@ -62,8 +62,8 @@ void appendUtf8(std::string& text, char32_t c) {
   append(0x80 | (c & 0x3F));
 }
 
-/// Ranges of characters: those that take no place of their own, those that change the direction of
-/// writing, and those that take two places.
+/// Ranges of characters: those that take no place of their own, those that end a line or change the
+/// direction of writing, and those that take two places.
 struct Range {
   char32_t first;
   char32_t last;
@@ -73,7 +73,7 @@ constexpr Range combining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05
                                {0x1DC0, 0x1DFF}, {0x200B, 0x200F}, {0x20D0, 0x20FF},
                                {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}};
 constexpr Range directing[] = {
-    {0x061C, 0x061C}, {0x200E, 0x200F}, {0x202A, 0x202E}, {0x2066, 0x2069}};
+    {0x061C, 0x061C}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}, {0xFEFF, 0xFEFF}};
 constexpr Range wide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0x33FF},
                           {0x3400, 0x4DBF},   {0x4E00, 0x9FFF},   {0xA000, 0xA4CF},
                           {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},
@@ -99,6 +99,13 @@ void appendEscaped(std::string& text, char32_t c) {
         digits[c & 15];
   else
     appendUtf8(text, c);
+}
+
+/// Like takeUtf8(), but a byte that is no UTF-8 counts as a character of its own.
+char32_t takeAny(const std::string& text, std::size_t& place) {
+  const char32_t c = takeUtf8(text, place);
+  if (c == invalid) ++place;
+  return c;
 }
 
 std::size_t measureCharacter(char32_t c) { return isIn(combining, c) ? 0 : isIn(wide, c) ? 2 : 1; }
@@ -134,7 +141,7 @@ std::string shorten(const std::string& text, std::size_t width) {
   std::size_t place = 0;
   for (std::size_t used = 0; place < text.size();) {
     std::size_t next = place;
-    used += measureCharacter(takeUtf8(text, next));
+    used += measureCharacter(takeAny(text, next));
     if (used >= width) break;
     place = next;
   }
@@ -143,8 +150,7 @@ std::string shorten(const std::string& text, std::size_t width) {
 
 std::size_t measure(const std::string& text) {
   std::size_t width = 0;
-  for (std::size_t place = 0; place < text.size();)
-    width += measureCharacter(takeUtf8(text, place));
+  for (std::size_t place = 0; place < text.size();) width += measureCharacter(takeAny(text, place));
   return width;
 }
 

@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <memory>
 #include <random>
+#include <string_view>
 #include <vector>
 
 #include "found/bedding_reader.h"
@@ -109,12 +110,13 @@ bool isLegacy(std::ifstream file) {
   }
 }
 
+/// False when the text cannot be meant as XML; what is wrong with it otherwise, the parser tells.
 bool isXml(std::ifstream file) {
-  std::string start;
-  file >> start;
-  constexpr const char* byteOrderMark = "\xEF\xBB\xBF";
-  if (start.rfind(byteOrderMark, 0) == 0) start.erase(0, std::strlen(byteOrderMark));
-  return !start.empty() && start[0] == '<';
+  constexpr std::string_view byteOrderMarks = "\xEF\xBB\xBF\xFE\xFF";
+  char first = '<';
+  while (file >> first && byteOrderMarks.find(first) != byteOrderMarks.npos) {
+  }
+  return !file || first == '<' || first == '\0';
 }
 
 bool hasChild(const KvXmlN::Data& element, std::initializer_list<const char*> names) {
@@ -156,7 +158,7 @@ void readExchange(const std::string& path, const std::string& shownPath,
   const KvXmlN::Data& root = document.getRoot();
   if (root.getName() == legacyRoot)
     throw UserError(shownPath + ": <" + legacyRoot +
-                    "> must not start on the first line, which is for the XML declaration");
+                    "> must start on a line of its own, behind the line of the XML declaration");
   std::vector<const KvXmlN::Data*> containers;
   listContainers(root, containers);
   if (containers.empty())
