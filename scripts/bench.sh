@@ -12,32 +12,31 @@ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKVFOUND_BENCHMARKS=
 cmake --build "$build" --target kvfound_bench >/dev/null
 
 program=$build/bench/kvfound_bench
-"$program" --benchmark_format=csv "$@" 2>/dev/null | awk -F, '
-  function yardstick(job) {
-    if (job ~ /^readLegacy\// || job ~ /^readLegacyWith\/libxml2/) return "readLegacyWith/pugixml"
-    if (job ~ /^(writeLegacy|updateLegacy)\// || job ~ /^writeLegacyWith\/libxml2/) return "writeLegacyWith/pugixml"
-    if (job ~ /^readExchange\/current/) return "readExchangeWithPugixml/current"
-    if (job ~ /^readExchange\/first/) return "readExchangeWithPugixml/first"
-    if (job ~ /^writeExchange\/current/) return "writeExchangeWithPugixml/current"
-    if (job ~ /^writeExchange\/first/) return "writeExchangeWithPugixml/first"
-    return ""
+"$program" --benchmark_format=csv "$@" 2>/dev/null | tr -d '"' | awk -F, '
+  BEGIN {
+    yardsticks["readLegacy"] = yardsticks["readLegacyWith"] = "readLegacyWith/pugixml"
+    yardsticks["writeLegacy"] = yardsticks["updateLegacy"] = "writeLegacyWith/pugixml"
+    yardsticks["writeLegacyWith"] = "writeLegacyWith/pugixml"
   }
-  /^"/ {
-    gsub(/"/, "", $1)
-    size = $1; sub(/.*\//, "", size)
-    job = $1; sub(/\/[0-9]+$/, "", job)
-    if (size == job) size = 1
+  NR > 1 {
+    parts = split($1, part, "/")
+    size = parts > 1 ? part[parts] : 1
+    job = parts > 2 ? part[1] "/" part[2] : part[1]
+    form = part[2]
+    sub("_.*", "", form)
+    yardstick[NR] = part[1] in yardsticks ? yardsticks[part[1]] : part[1] "WithPugixml/" form
     scale = $5 == "ms" ? 1e6 : $5 == "us" ? 1e3 : 1
-    time[job, size] = $3 * scale
-    order[++count] = job SUBSEP size
+    jobs[NR] = job
+    sizes[NR] = size
+    times[job, size] = $3 * scale
   }
   END {
     printf "%-42s %9s %14s %18s\n", "job", "N", "ns each", "times yardstick"
-    for (i = 1; i <= count; ++i) {
-      split(order[i], part, SUBSEP)
-      base = time[yardstick(part[1]), part[2]]
-      printf "%-42s %9d %14.1f %18s\n", part[1], part[2], time[part[1], part[2]] / part[2],
-        base > 0 ? sprintf("%.2f", time[part[1], part[2]] / base) : "-"
+    for (i = 2; i <= NR; ++i) {
+      spent = times[jobs[i], sizes[i]]
+      base = times[yardstick[i], sizes[i]]
+      printf "%-42s %9d %14.1f %18s\n", jobs[i], sizes[i], spent / sizes[i],
+        (base > 0 ? sprintf("%.2f", spent / base) : "-")
     }
   }'
 
