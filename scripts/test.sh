@@ -12,7 +12,8 @@ build=${KVFOUND_BUILD:-build/test}
 locales=$build/locales
 mkdir -p "$locales"
 [ -e "$locales/de_DE.UTF-8" ] || localedef -i de_DE -f UTF-8 "$locales/de_DE.UTF-8"
-export LOCPATH=$PWD/$locales
+LOCPATH=$(realpath "$locales")
+export LOCPATH
 
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKVFOUND_TESTS=ON \
   -DKVFOUND_WARNINGS=ON "$@"
