@@ -212,12 +212,14 @@ class Inspection {
 
   /// The parser does so everywhere else.
   static void unifyLineEnds(pugi::xml_node node) {
-    std::string text = node.value();
+    const std::string_view text = node.value();
     if (text.find('\r') == text.npos) return;
-    for (std::size_t at = text.find("\r\n"); at != text.npos; at = text.find("\r\n", at))
-      text.erase(at, 1);
-    std::replace(text.begin(), text.end(), '\r', '\n');
-    if (!node.set_value(text.c_str())) throw std::bad_alloc();
+    std::string unified;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      const bool isPair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+      if (!isPair) unified += text[i] == '\r' ? '\n' : text[i];
+    }
+    if (!node.set_value(unified.c_str())) throw std::bad_alloc();
   }
 
   const pugi::xml_document& document;

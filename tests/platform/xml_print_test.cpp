@@ -154,6 +154,19 @@ TEST(XmlPrinting, KeepsWhiteSpaceBesideCdata) {
   EXPECT_EQ(reprint("<a> <![CDATA[one]]> </a>"), declaration + "<a> <![CDATA[one]]> </a>\n");
 }
 
+TEST(XmlPrinting, UnifiesLineEndsInInstructionsAndDocumentTypes) {
+  EXPECT_EQ(reprint("<?p a\r\nb\rc\n?>\r\n<a/>"), declaration + "<?p a\nb\nc\n?>\n<a />\n");
+  EXPECT_EQ(reprint("<!DOCTYPE a\r\n[\r]>\r\n<a/>"), declaration + "<!DOCTYPE a\n[\n]>\n<a />\n");
+}
+
+TEST(XmlPrinting, UnifiesManyLineEndsAsFastAsTheyAreRead) {
+  std::string lineEnds;
+  for (int i = 0; i < 2000000; ++i) lineEnds += "\r\n";
+
+  EXPECT_EQ(reprint("<?p x" + lineEnds + "y?><a/>"),
+            declaration + "<?p x" + std::string(2000000, '\n') + "y?>\n<a />\n");
+}
+
 TEST(XmlPrinting, KeepsACarriageReturnInText) {
   const std::string printed = reprint("<a>one&#13;two</a>");
 
