@@ -91,10 +91,12 @@ class NameCheck {
 
   static bool isLike(const pugi::xml_node& element, const Shape& shape) {
     if (std::strcmp(element.name(), shape.element) != 0) return false;
-    auto name = shape.attributes.begin();
-    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute(), ++name)
-      if (name == shape.attributes.end() || std::strcmp(a.name(), *name) != 0) return false;
-    return name == shape.attributes.end();
+    pugi::xml_attribute a = element.first_attribute();
+    for (const char* name : shape.attributes) {
+      if (std::strcmp(a.name(), name) != 0) return false;  // that of no attribute is empty
+      a = a.next_attribute();
+    }
+    return !a;
   }
 
   void remember(Shape shape) {
@@ -112,17 +114,18 @@ class NameCheck {
 /// Checks what the parser lets pass.
 class Inspection {
  public:
-  /// Of all '<' in attributes and text, `references` came from references.
   Inspection(const pugi::xml_document& checked, const char* text, const LineTable& table,
-             std::size_t references)
-      : document(checked), begin(text), lines(table), resolvedLessThans(references) {}
+             const XmlRawCheck::LessThans& counted)
+      : document(checked), begin(text), lines(table), lessThans(counted) {}
 
   void run() {
     checkTopLevel();
     for (const pugi::xml_node top : document.children())
       walkXml(top, [this](const pugi::xml_node& node, int level) { checkNode(node, level); });
-    if (lessThans > resolvedLessThans && firstLessThan != nullptr)
-      failAt("'<' in an attribute is written &lt;; here or further on it is not", firstLessThan);
+    // Each element has one plain '<' and one end, all other markup one plain '<': any more stand
+    // where there should be text only.
+    const bool hasOthers = lessThans.plain > elements + otherMarkup || lessThans.ends > elements;
+    if (hasOthers) checkLessThans();
   }
 
  private:
@@ -160,7 +163,13 @@ class Inspection {
   }
 
   void checkNode(const pugi::xml_node& node, int level) {
-    switch (node.type()) {
+    const pugi::xml_node_type type = node.type();
+    if (type == pugi::node_element)
+      ++elements;
+    else if (type != pugi::node_pcdata)
+      ++otherMarkup;
+
+    switch (type) {
       case pugi::node_element:
         if (level > greatestDepth)
           failAt("elements are nested more than " + std::to_string(greatestDepth) + " levels deep",
@@ -168,9 +177,6 @@ class Inspection {
         return checkNames(node);
       case pugi::node_declaration:
         return checkNames(node);
-      case pugi::node_pcdata:
-        lessThans += countLessThans(node.value());
-        return;
       case pugi::node_comment:
         return checkComment(node);
       case pugi::node_pi:
@@ -186,22 +192,33 @@ class Inspection {
   }
 
   void checkNames(const pugi::xml_node& node) {
-    if (!names.isKnown(node)) {
-      if (const char* name = NameCheck::findInvalid(node)) failAt("this is no XML name", name);
-      if (const char* name = names.findRepeated(node))
-        failAt("the attribute \"" + std::string(name) + "\" is given twice", name);
-    }
-    for (const pugi::xml_attribute a : node.attributes()) {
-      const std::size_t count = countLessThans(a.value());
-      if (count > 0 && firstLessThan == nullptr) firstLessThan = a.value();
-      lessThans += count;
-    }
+    if (names.isKnown(node)) return;
+    if (const char* name = NameCheck::findInvalid(node)) failAt("this is no XML name", name);
+    if (const char* name = names.findRepeated(node))
+      failAt("the attribute \"" + std::string(name) + "\" is given twice", name);
+  }
+
+  /// Of all '<' that attributes and text hold, no more must be in the attributes than came from
+  /// references.
+  void checkLessThans() const {
+    std::size_t found = 0;
+    const char* first = nullptr;  // in an attribute
+    const auto count = [&](const pugi::xml_node& node, int /*level*/) {
+      if (node.type() == pugi::node_pcdata) found += countLessThans(node.value());
+      for (const pugi::xml_attribute a : node.attributes()) {
+        const std::size_t before = found;
+        found += countLessThans(a.value());
+        if (found > before && first == nullptr) first = a.value();
+      }
+    };
+    for (const pugi::xml_node top : document.children()) walkXml(top, count);
+    if (found > lessThans.references && first != nullptr)
+      failAt("'<' in an attribute is written &lt;; here or further on it is not", first);
   }
 
   static std::size_t countLessThans(const char* text) {
-    std::size_t count = 0;
-    for (const char* c = std::strchr(text, '<'); c != nullptr; c = std::strchr(c + 1, '<')) ++count;
-    return count;
+    const std::string_view all = text;
+    return static_cast<std::size_t>(std::count(all.begin(), all.end(), '<'));
   }
 
   void checkComment(const pugi::xml_node& comment) const {
@@ -226,9 +243,9 @@ class Inspection {
   const char* begin;
   const LineTable& lines;
   NameCheck names;
-  std::size_t resolvedLessThans;
-  std::size_t lessThans = 0;
-  const char* firstLessThan = nullptr;  // in an attribute
+  XmlRawCheck::LessThans lessThans;
+  std::size_t elements = 0;
+  std::size_t otherMarkup = 0;
 };
 
 }  // namespace
@@ -236,14 +253,14 @@ class Inspection {
 Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
   XmlSource::Text text = XmlSource::read(in);
   const LineTable lines(text);
-  const std::size_t lessThans = XmlRawCheck::check(text, lines);
+  const XmlRawCheck::LessThans lessThans = XmlRawCheck::check(text, lines);
 
   // The encoding is named so that no byte is converted. Text at the top level is kept as in a
   // fragment so that it can be refused. White space is kept where it is all that an element holds,
   // and beside CDATA, where it is part of a text, all of it is.
-  const bool hasCdata = text.get().find("<![CDATA[") != std::string_view::npos;
-  const unsigned options = pugi::parse_full | pugi::parse_fragment |
-                           (hasCdata ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+  const unsigned options =
+      pugi::parse_full | pugi::parse_fragment |
+      (lessThans.hasCdata ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
   const char* const begin = text.data.get();
   const std::size_t size = text.size;
   const pugi::xml_parse_result result = document.load_buffer_inplace_own(
@@ -256,7 +273,7 @@ Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
   Inspection(document, begin, lines, lessThans).run();
   if (root == Root::required && !document.document_element())
     fail("the document has no root element", lines.find(size));
-  return hasCdata ? Layout::kept : Layout::free;
+  return lessThans.hasCdata ? Layout::kept : Layout::free;
 }
 
 }  // namespace XmlParse

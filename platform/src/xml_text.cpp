@@ -100,11 +100,6 @@ std::uint32_t takeCharacter(std::string_view& text, bool asUtf8) {
 
 }  // namespace
 
-bool isForbidden(char c) {
-  const bool isControl = static_cast<unsigned char>(c) < 0x20;
-  return isControl && c != '\t' && c != '\n' && c != '\r';
-}
-
 bool isXmlCharacter(std::uint32_t character) {
   if (character < 0x20) return !isForbidden(static_cast<char>(character));
   const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;

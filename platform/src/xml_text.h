@@ -11,8 +11,12 @@ namespace XmlText {
 /// is valid UTF-8, else as windows-1252.
 bool isName(std::string_view name);
 
-/// True for control characters that no XML document can hold, not even as a reference.
-bool isForbidden(char c);
+/// True for control characters that no XML document can hold, not even as a reference. Without a
+/// branch, for loops over whole documents.
+inline bool isForbidden(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
+}
 
 /// True when XML allows the character of this number.
 bool isXmlCharacter(std::uint32_t character);
