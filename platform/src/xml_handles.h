@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-
 #include <pugixml.hpp>
 
 #include "kv/xml_view.h"
@@ -27,28 +24,5 @@ inline AttributeHandle* toHandle(const pugi::xml_attribute& attribute) {
 inline pugi::xml_attribute fromHandle(AttributeHandle* handle) {
   return pugi::xml_attribute(reinterpret_cast<pugi::xml_attribute_struct*>(handle));
 }
-
-struct AttributeView::Text {
-  AttributeHandle* attribute;
-  std::string data;
-};
-
-inline AttributeView::Text* AttributeView::getText() const {
-  return (word & 1) != 0 ? reinterpret_cast<Text*>(word & ~std::uintptr_t{1}) : nullptr;
-}
-
-inline AttributeHandle* AttributeView::getAttribute() const {
-  const Text* const text = getText();
-  return text != nullptr ? text->attribute : reinterpret_cast<AttributeHandle*>(word);
-}
-
-inline void AttributeView::refer(AttributeHandle* attribute) {
-  if (Text* const text = getText())
-    text->attribute = attribute;
-  else
-    word = reinterpret_cast<std::uintptr_t>(attribute);
-}
-
-inline const char* AttributeView::getValue() const { return fromHandle(getAttribute()).value(); }
 
 }  // namespace KvXmlView

@@ -5,9 +5,19 @@
 #include "xml_print.h"
 #include "xml_store.h"
 
+/// Of an element those attributes are kept that were asked for.
+template <>
+class KvXmlView::AttributePool<KvXmlN::Data> : public Pool<KvXmlN::AttributeData> {};
+
 namespace KvXmlN {
 
 using Store = KvXmlView::Store<Data>;
+
+const std::string& AttributeData::getData() const {
+  const char* const text = KvXmlView::fromHandle(attribute).value();
+  if (data != text) data = text;
+  return data;
+}
 
 Data::Data() = default;
 
@@ -23,12 +33,20 @@ const std::vector<Data*>& Data::getChildren() const {
 const std::string& Data::getName() const { return Store::getName(*this); }
 
 const AttributeData* Data::findAttribute(const std::string& name) const {
-  return Store::findAttribute(view, name);
+  const pugi::xml_attribute found = Store::lookUp(*this, name);
+  if (!found) return nullptr;
+  const KvXmlView::AttributeHandle* const handle = KvXmlView::toHandle(found);
+  for (const AttributeData* known = view.attributes; known != nullptr; known = known->next)
+    if (known->attribute == handle) return known;
+  AttributeData* const asked = view.store->attributes.make(1);
+  asked->attribute = KvXmlView::toHandle(found);
+  asked->next = view.attributes;
+  view.attributes = asked;
+  return asked;
 }
 
 double Data::getAttributeDouble(const std::string& name) const {
-  const AttributeData* const attribute = findAttribute(name);
-  return attribute != nullptr ? NumberText::parseDouble(attribute->getValue()).value_or(0.0) : 0.0;
+  return NumberText::parseDouble(Store::lookUp(*this, name).value()).value_or(0.0);
 }
 
 Data* Data::createChild(const std::string& name) {
@@ -53,9 +71,9 @@ void Data::setAttribute(const std::string& name, double value, const char* forma
 }
 
 kvt::Nullable<std::string> AttributeIn::readString(const Data& data, const std::string& name) {
-  const AttributeData* const attribute = data.findAttribute(name);
-  if (attribute == nullptr) return {};
-  return attribute->getData();
+  const pugi::xml_attribute attribute = Store::lookUp(data, name);
+  if (!attribute) return {};
+  return attribute.value();
 }
 
 Document::Document(const std::string& rootName) : store(std::make_unique<Store>()) {

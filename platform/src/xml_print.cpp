@@ -50,15 +50,21 @@ std::vector<pugi::xml_node> listNodes(const pugi::xml_document& document,
 
 const char* chooseEncoding(const std::vector<pugi::xml_node>& nodes) {
   XmlText::EncodingChoice choice;
-  const auto add = [&choice](const pugi::xml_node& node, int /*level*/) {
-    choice.add(node.name());
-    choice.add(node.value());
+  const auto add = [&choice](const char* text) {
+    // Nearly all texts are short and plain: one look at each character tells.
+    const char* c = text;
+    while (*c != '\0' && (*c & 0x80) == 0) ++c;
+    if (*c != '\0') choice.add(text);
+  };
+  const auto addNode = [&add](const pugi::xml_node& node, int /*level*/) {
+    add(node.name());
+    add(node.value());
     for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      choice.add(a.name());
-      choice.add(a.value());
+      add(a.name());
+      add(a.value());
     }
   };
-  for (const pugi::xml_node& node : nodes) walkXml(node, add);
+  for (const pugi::xml_node& node : nodes) walkXml(node, addNode);
   return choice.get();
 }
 

@@ -8,6 +8,7 @@
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -18,9 +19,45 @@
 #include "kv/xml_view.h"
 #include "xml_handles.h"
 #include "xml_parse.h"
+#include "xml_pool.h"
 #include "xml_text.h"
 
 namespace KvXmlView {
+
+/// Keeps the attributes of all elements; each library has its own.
+template <class Element>
+class AttributePool;
+
+/// Knows that an attribute is not there without looking for it. Elements of a document are mostly
+/// made alike: when a new one is given attributes in the order in which the one before got its own,
+/// which were all different, each is new to it. Its name is then known to be an XML name, too.
+class AttributeSuccession {
+ public:
+  /// `element` has no attributes yet.
+  void start(const NodeHandle* element) {
+    current = element;
+    count = 0;
+  }
+
+  bool isNext(const NodeHandle* element, const std::string& name) const {
+    return element == current && count < names.size() && names[count] == name;
+  }
+
+  /// Takes note of an attribute that was appended to `element`.
+  void note(const NodeHandle* element, const std::string& name) {
+    if (element != current) return;
+    if (!isNext(element, name)) {
+      names.resize(count);
+      names.push_back(name);
+    }
+    ++count;
+  }
+
+ private:
+  const NodeHandle* current = nullptr;
+  std::vector<std::string> names;
+  std::size_t count = 0;  // how many of them the current element has
+};
 
 /// The children of an element that have a view. `complete` when all have, in document order.
 template <class Element>
@@ -29,53 +66,10 @@ struct ChildList {
   bool complete = false;
 };
 
-/// Views of an element's attributes, in document order. Handed-out views must stay where they are,
-/// so attributes that are set later get a block of their own.
-template <class Attribute>
-struct AttributeBlock {
-  /// Views of `from`, which is the attribute of this index, and of all behind it.
-  AttributeBlock(const pugi::xml_attribute& from, std::uint32_t index) : start(index) {
-    for (pugi::xml_attribute a = from; a; a = a.next_attribute()) ++size;
-    views.reset(new Attribute[size]);
-    refer(from);
-  }
-
-  /// Block by block: however many there are, the stack stays flat.
-  ~AttributeBlock() {
-    while (older != nullptr) older = std::move(older->older);
-  }
-
-  void refer(pugi::xml_attribute a) {
-    for (std::uint32_t i = 0; i < size; a = a.next_attribute()) views[i++].refer(toHandle(a));
-  }
-
-  /// Attributes are mostly asked for in the order in which they stand, so the search goes on from
-  /// where the last one ended.
-  Attribute* find(const std::string& name) {
-    for (std::uint32_t step = 0; step < size; ++step) {
-      const std::uint32_t i = next;
-      next = i + 1 < size ? i + 1 : 0;
-      if (name == get(i).name()) return &views[i];
-    }
-    return nullptr;
-  }
-
-  /// The first attribute that has no view yet.
-  pugi::xml_attribute findUncovered() const { return get(size - 1).next_attribute(); }
-
-  pugi::xml_attribute get(std::uint32_t i) const { return fromHandle(views[i].getAttribute()); }
-
-  std::unique_ptr<Attribute[]> views;
-  std::unique_ptr<AttributeBlock> older;
-  std::uint32_t start;
-  std::uint32_t size = 0;
-  std::uint32_t next = 0;
-};
-
-template <class Element, class Attribute>
-ElementView<Element, Attribute>::ElementView() = default;
-template <class Element, class Attribute>
-ElementView<Element, Attribute>::~ElementView() = default;
+template <class Element, class Attributes>
+ElementView<Element, Attributes>::ElementView() = default;
+template <class Element, class Attributes>
+ElementView<Element, Attributes>::~ElementView() = default;
 
 /// A document, or an element that stands for itself, with all its views. The document is the one
 /// truth; a view is made when it is asked for and owned by the store.
@@ -86,12 +80,8 @@ struct Store {
   Store& operator=(const Store&) = delete;
 
   ~Store() {
-    while (first != nullptr) {
-      Element* const ended = first;
-      first = ended->view.nextInStore;
-      ended->view.store = nullptr;
-      delete ended;
-    }
+    isEnding = true;
+    for (Element* element : added) delete element;
   }
 
   // --- The document
@@ -130,7 +120,8 @@ struct Store {
 
   /// Leaf by leaf: however deep the element, the stack stays flat.
   void erase(const pugi::xml_node& top) {
-    lastSetOn = nullptr;
+    lookedUpOn = nullptr;
+    succession.start(nullptr);
     pugi::xml_node leaf = top;
     while (leaf) {
       while (leaf.first_child()) leaf = leaf.first_child();
@@ -142,41 +133,48 @@ struct Store {
     }
   }
 
-  /// Sets an attribute to a text that XML can hold. Attributes are mostly set in the order in which
-  /// they stand, so each is looked for behind the one set before.
+  /// Sets an attribute to a text that XML can hold.
   static void setAttribute(const Element& element, const std::string& name, const char* text) {
-    if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
     Store& store = *element.view.store;
-    pugi::xml_node node = getNode(element);
-    if (store.lastSetOn != element.view.node) store.lastSet = pugi::xml_attribute();
-    store.lastSetOn = element.view.node;
-
-    pugi::xml_attribute attribute = node.attribute(name.c_str(), store.lastSet);
+    const bool isNew = store.succession.isNext(element.view.node, name);
+    if (!isNew && !XmlText::isName(name))
+      throw std::invalid_argument("\"" + name + "\" is no XML name");
+    pugi::xml_attribute attribute = isNew ? pugi::xml_attribute() : lookUp(element, name);
     if (attribute) {
       if (!attribute.set_value(text)) throw std::bad_alloc();
       return;
     }
+    pugi::xml_node node = getNode(element);
     attribute = node.append_attribute(name.c_str());
-    if (attribute && attribute.set_value(text)) return;
+    // Out of memory, the parser may leave the name empty and not say so.
+    if (*attribute.name() != '\0' && attribute.set_value(text))
+      return store.succession.note(toHandle(node), name);
     node.remove_attribute(attribute);
     throw std::bad_alloc();
   }
 
-  // --- Views
-
-  /// Owns `element` from here on.
-  void own(Element* element) {
-    element->view.nextInStore = first;
-    first = element;
+  /// The attribute of this name, or none. Attributes are mostly used in the order in which they
+  /// stand, so each is looked for behind the one before.
+  static pugi::xml_attribute lookUp(const Element& element, const std::string& name) {
+    Store& store = *element.view.store;
+    if (store.lookedUpOn != element.view.node) store.lastLookedUp = pugi::xml_attribute();
+    store.lookedUpOn = element.view.node;
+    const pugi::xml_attribute found = getNode(element).attribute(name.c_str(), store.lastLookedUp);
+    return found.name() == std::string_view(name) ? found : pugi::xml_attribute();
   }
 
+  // --- Views
+
   Element* makeView(const pugi::xml_node& node, Element* parent) {
-    auto* const element = new Element();
-    own(element);
-    element->view.store = this;
-    element->view.node = toHandle(node);
-    element->view.parent = parent;
+    Element* const element = elements.make(1);
+    stand(*element, node, parent);
     return element;
+  }
+
+  void stand(Element& element, const pugi::xml_node& node, Element* parent) {
+    element.view.store = this;
+    element.view.node = toHandle(node);
+    element.view.parent = parent;
   }
 
   /// The view of the root element, or null.
@@ -188,7 +186,9 @@ struct Store {
   }
 
   Element* createRoot(const std::string& name) {
-    root = makeView(append(document, name), nullptr);
+    Element* const created = makeView(pugi::xml_node(), nullptr);
+    created->view.node = toHandle(append(document, name));
+    root = created;
     return root;
   }
 
@@ -202,24 +202,6 @@ struct Store {
   const std::string* internName(const char* name) {
     if (lastName == nullptr || *lastName != name) lastName = &*names.emplace(name).first;
     return lastName;
-  }
-
-  template <class Attribute>
-  static Attribute* findAttribute(const ElementView<Element, Attribute>& view,
-                                  const std::string& name) {
-    using Block = AttributeBlock<Attribute>;
-    for (Block* block = view.attributes.get(); block != nullptr; block = block->older.get())
-      if (Attribute* const known = block->find(name)) return known;
-
-    Block* const newest = view.attributes.get();
-    const pugi::xml_attribute uncovered =
-        newest != nullptr ? newest->findUncovered() : fromHandle(view.node).first_attribute();
-    if (!uncovered) return nullptr;
-    auto block =
-        std::make_unique<Block>(uncovered, newest != nullptr ? newest->start + newest->size : 0);
-    block->older = std::move(view.attributes);
-    view.attributes = std::move(block);
-    return view.attributes->find(name);
   }
 
   static ChildList<Element>& getChildList(Element& element) {
@@ -255,7 +237,7 @@ struct Store {
     std::unordered_map<NodeHandle*, Element*> known;
     for (Element* child : list.elements) known.emplace(child->view.node, child);
     std::vector<Element*> all;
-    for (pugi::xml_node node : getNode(parent).children()) {
+    for (pugi::xml_node node = getNode(parent).first_child(); node; node = node.next_sibling()) {
       if (node.type() != pugi::node_element) continue;
       const auto view = known.empty() ? known.end() : known.find(toHandle(node));
       all.push_back(view != known.end() ? view->second
@@ -269,9 +251,12 @@ struct Store {
   /// Makes room for one more child, so that noting it cannot fail once the document has it.
   static ChildList<Element>& reserveChild(Element& parent) {
     ChildList<Element>& list = getChildList(parent);
-    if (list.elements.size() == list.elements.capacity())
-      list.elements.reserve(2 * list.elements.size() + 4);
+    reserveOne(list.elements);
     return list;
+  }
+
+  static void reserveOne(std::vector<Element*>& list) {
+    if (list.size() == list.capacity()) list.reserve(2 * list.size() + 4);
   }
 
   /// Creates a child element behind all others.
@@ -279,6 +264,7 @@ struct Store {
     ChildList<Element>& list = reserveChild(parent);
     Element* const child = parent.view.store->makeView(pugi::xml_node(), &parent);
     child->view.node = toHandle(append(getNode(parent), name));
+    parent.view.store->succession.start(child->view.node);
     list.elements.push_back(child);
     return child;
   }
@@ -291,6 +277,7 @@ struct Store {
     try {
       if (!nursery) nursery = append(document, "nursery");
       element.view.node = toHandle(append(nursery, name));
+      succession.start(element.view.node);
     } catch (...) {
       detached.pop_back();
       throw;
@@ -316,7 +303,7 @@ struct Store {
   /// Ends what `element` was, unless the store itself is ending it.
   static void release(Element& element) {
     Store* const store = element.view.store;
-    if (store == nullptr) return;
+    if (store == nullptr || store->isEnding) return;
     if (store->standalone == &element) {
       delete store;
       return;
@@ -328,10 +315,11 @@ struct Store {
   /// Makes a detached element the last child of `parent`.
   void attach(Element& parent, Element& child) {
     ChildList<Element>& list = reserveChild(parent);
+    reserveOne(added);
     if (!getNode(parent).append_move(getNode(child)))
       throw std::invalid_argument("an element cannot be added below itself");
     forgetDetached(child);
-    own(&child);
+    added.push_back(&child);
     child.view.parent = &parent;
     list.elements.push_back(&child);
   }
@@ -344,7 +332,10 @@ struct Store {
     std::vector<Element*> views;
     for (Element* element : moving) listViews(*element, views);
     detached.reserve(detached.size() + moving.size());
+    added.reserve(added.size() + other.added.size() + 1);
     oldNames.reserve(oldNames.size() + 1 + other.oldNames.size());
+    elements.reserveFor(other.elements);
+    attributes.reserveFor(other.attributes);
     const std::vector<pugi::xml_node> copies = copyToNursery(moving);
 
     const std::unique_ptr<Store> emptied(&other);
@@ -354,21 +345,28 @@ struct Store {
       moving[i]->view.node = toHandle(copies[i]);
       detached.push_back(moving[i]);
     }
-    for (Element* view : views) rebind(*view);
+    for (Element* view : views) {
+      view->view.store = this;
+      rebind(*view);
+    }
   }
 
   pugi::xml_document document;
   XmlParse::Layout layout = XmlParse::Layout::free;
   pugi::xml_node nursery;  // holds detached elements; never found, never printed
+  bool isEnding = false;
+  Pool<Element> elements;
+  AttributePool<Element> attributes;
   Element* root = nullptr;
-  Element* first = nullptr;
   Element* standalone = nullptr;
   std::vector<Element*> detached;                         // not owned
+  std::vector<Element*> added;                            // once detached, now owned
   std::unordered_set<std::string> names;                  // of elements, each text once
   std::vector<std::unordered_set<std::string>> oldNames;  // of stores taken over
   const std::string* lastName = nullptr;
-  NodeHandle* lastSetOn = nullptr;
-  pugi::xml_attribute lastSet;  // of that node
+  AttributeSuccession succession;
+  NodeHandle* lookedUpOn = nullptr;
+  pugi::xml_attribute lastLookedUp;  // of that node
 
  private:
   /// Adds `top` and all views below it to `views`, parents first; each gets its list of children.
@@ -412,10 +410,10 @@ struct Store {
     return false;
   }
 
-  std::vector<pugi::xml_node> copyToNursery(const std::vector<Element*>& elements) {
+  std::vector<pugi::xml_node> copyToNursery(const std::vector<Element*>& originals) {
     std::vector<pugi::xml_node> copies;
-    copies.reserve(elements.size());
-    for (const Element* element : elements) {
+    copies.reserve(originals.size());
+    for (const Element* element : originals) {
       copies.push_back(nursery.append_copy(getNode(*element)));
       if (isFullCopy(getNode(*element), copies.back())) continue;
       for (const pugi::xml_node& copy : copies)
@@ -425,22 +423,20 @@ struct Store {
     return copies;
   }
 
+  /// All of these have room.
   void takeViews(Store& other) {
     oldNames.push_back(std::move(other.names));
     for (auto& older : other.oldNames) oldNames.push_back(std::move(older));
-    while (other.first != nullptr) {
-      Element* const element = other.first;
-      other.first = element->view.nextInStore;
-      own(element);
-      element->view.store = this;
-    }
+    elements.takeOver(other.elements);
+    attributes.takeOver(other.attributes);
+    added.insert(added.end(), other.added.begin(), other.added.end());
+    other.added.clear();
   }
 
   /// Lets attributes and children refer to the node that `element` stands on now.
   static void rebind(Element& element) {
     const pugi::xml_node node = getNode(element);
-    for (auto* block = element.view.attributes.get(); block != nullptr; block = block->older.get())
-      block->refer(*std::next(node.attributes_begin(), block->start));
+    AttributePool<Element>::rebind(element.view.attributes, node);
     auto child = element.view.children->elements.begin();
     for (pugi::xml_node childNode : node.children())
       if (childNode.type() == pugi::node_element) (*child++)->view.node = toHandle(childNode);

@@ -6,8 +6,43 @@
 #include "xml_parse.h"
 #include "xml_print.h"
 #include "xml_store.h"
+#include "xml_tree_attributes.h"
 
+using KvXmlView::AttributeHandle;
+using KvXmlView::fromHandle;
 using Store = KvXmlView::Store<KvXmlData>;
+
+struct KvXmlAttributeData::Text {
+  AttributeHandle* attribute;
+  std::string data;
+};
+
+KvXmlAttributeData::Text* KvXmlAttributeData::getText() const {
+  return hasText() ? reinterpret_cast<Text*>(word & ~std::uintptr_t{1}) : nullptr;
+}
+
+void KvXmlAttributeData::deleteText() { delete getText(); }
+
+AttributeHandle* KvXmlAttributeData::getAttribute() const {
+  const Text* const text = getText();
+  return text != nullptr ? text->attribute : reinterpret_cast<AttributeHandle*>(word);
+}
+
+const char* KvXmlAttributeData::getValue() const { return fromHandle(getAttribute()).value(); }
+
+void KvXmlAttributeData::refer(AttributeHandle* attribute) {
+  if (Text* const text = getText())
+    text->attribute = attribute;
+  else
+    word = reinterpret_cast<std::uintptr_t>(attribute);
+}
+
+const std::string& KvXmlAttributeData::getData() const {
+  if (!hasText()) word = reinterpret_cast<std::uintptr_t>(new Text{getAttribute(), getValue()}) | 1;
+  Text& text = *getText();
+  if (text.data != getValue()) text.data = getValue();
+  return text.data;
+}
 
 int KvXmlAttributeData::getInteger() const {
   return NumberText::parseInteger(getValue()).value_or(0);
@@ -45,7 +80,7 @@ std::vector<KvXmlData*>& KvXmlData::getChildren() { return Store::viewChildren(*
 const std::string& KvXmlData::getName() const { return Store::getName(*this); }
 
 KvXmlAttributeData* KvXmlData::findAttribute(const std::string& name) const {
-  return Store::findAttribute(view, name);
+  return view.store->attributes.find(view.attributes, Store::getNode(*this), name);
 }
 
 void KvXmlData::addChild(KvXmlData* child) {

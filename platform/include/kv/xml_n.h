@@ -22,9 +22,23 @@
 namespace KvXmlN {
 
 /// An attribute of an element, which owns it.
-class KV_API AttributeData : public KvXmlView::AttributeView {
+class KV_API AttributeData {
+ public:
+  AttributeData(const AttributeData&) = delete;
+  AttributeData& operator=(const AttributeData&) = delete;
+
+  /// The text. The reference stays valid as long as the element; after a change of the attribute,
+  /// ask again.
+  const std::string& getData() const;
+
  private:
   friend class Data;
+  friend class KvXmlView::Pool<AttributeData>;
+  AttributeData() = default;
+
+  KvXmlView::AttributeHandle* attribute = nullptr;
+  AttributeData* next = nullptr;  // of the same element
+  mutable std::string data;
 };
 
 /// An element. Pointers to it and to its attributes stay valid as long as its document.
@@ -66,7 +80,9 @@ class KV_API Data {
 
  private:
   friend class Document;
+  friend struct AttributeIn;
   friend struct KvXmlView::Store<Data>;
+  friend class KvXmlView::Pool<Data>;
   Data();
 
   KvXmlView::ElementView<Data, AttributeData> view;

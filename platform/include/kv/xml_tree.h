@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -18,17 +19,50 @@
 /// locale. Where memory runs out std::bad_alloc is thrown. The `bool` arguments named `flag` have
 /// no effect unless said otherwise.
 
+namespace KvXmlView {
+struct AttributeBlock;
+}
+
 /// An attribute of an element, which owns it.
-class KV_API KvXmlAttributeData : public KvXmlView::AttributeView {
+class KV_API KvXmlAttributeData {
  public:
+  /// Inline, since millions end with a document and few have a text.
+  ~KvXmlAttributeData() {
+    if (hasText()) deleteText();
+  }
+  KvXmlAttributeData(const KvXmlAttributeData&) = delete;
+  KvXmlAttributeData& operator=(const KvXmlAttributeData&) = delete;
+
   /// The text as a whole number: white space around it and one leading '+' are accepted. 0 when
   /// the text is anything else or does not fit an int.
   int getInteger() const;
   /// The text as a number, likewise, "inf" and "nan" included; 0.0 when it is anything else. Beyond
   /// the range of double it is an infinity or a zero of its sign.
   double getDouble() const;
+  /// The text. The reference stays valid as long as the element; after a change of the attribute,
+  /// ask again.
+  const std::string& getData() const;
   /// True when the text is a whole number, as for getInteger(), that equals `value`.
   bool checkValue(int value) const;
+
+ private:
+  friend struct KvXmlView::AttributeBlock;
+  friend class KvXmlView::Pool<KvXmlAttributeData>;
+
+  struct Text;
+
+  KvXmlAttributeData() = default;
+  bool hasText() const { return (word & 1) != 0; }
+  Text* getText() const;
+  void deleteText();
+  KvXmlView::AttributeHandle* getAttribute() const;
+  const char* getValue() const;
+  void refer(KvXmlView::AttributeHandle* attribute);
+
+  // Of a document's memory the attributes are the greater part, so this is all: the parser's
+  // attribute until its text was asked for as a string, then (lowest bit set) a heap block that
+  // holds both.
+  mutable std::uintptr_t word = 0;
 };
 
 /// An element. Pointers to it and to its attributes stay valid as long as its tree, or until an
@@ -71,9 +105,10 @@ class KV_API KvXmlData {
  private:
   friend class KvXmlTree;
   friend struct KvXmlView::Store<KvXmlData>;
+  friend class KvXmlView::Pool<KvXmlData>;
   KvXmlData();
 
-  KvXmlView::ElementView<KvXmlData, KvXmlAttributeData> view;
+  KvXmlView::ElementView<KvXmlData, KvXmlView::AttributeBlock> view;
 };
 
 /// A document, and a cursor that stands on one of its elements or on none.

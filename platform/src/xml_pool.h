@@ -1,0 +1,52 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace KvXmlView {
+
+/// Objects made many at a time, side by side. They never move and end with their pool.
+template <class Object>
+class Pool {
+ public:
+  /// The first of `count` new objects in a row.
+  Object* make(std::size_t count) {
+    if (count > left) addBlock(count);
+    Object* const made = next;
+    next += count;
+    left -= count;
+    return made;
+  }
+
+  /// Makes room for the blocks of `other`, so that takeOver() cannot fail.
+  void reserveFor(const Pool& other) { blocks.reserve(blocks.size() + other.blocks.size()); }
+
+  /// Takes over all objects of `other`.
+  void takeOver(Pool& other) {
+    std::move(other.blocks.begin(), other.blocks.end(), std::back_inserter(blocks));
+    other = Pool();
+  }
+
+ private:
+  /// A small document takes little, a large one few blocks.
+  void addBlock(std::size_t least) {
+    constexpr std::size_t greatestBlock = 4096;
+    const std::size_t size = std::max(least, std::min(greatestBlock, blockSize));
+    std::unique_ptr<Object[]> block(new Object[size]);
+    blocks.push_back(std::move(block));
+    next = blocks.back().get();
+    left = size;
+    blockSize = 2 * size;
+  }
+
+  std::vector<std::unique_ptr<Object[]>> blocks;
+  Object* next = nullptr;  // the first that is not in use, and behind it there are
+  std::size_t left = 0;
+  std::size_t blockSize = 8;  // of the next block
+};
+
+}  // namespace KvXmlView
