@@ -22,13 +22,13 @@ std::optional<int> startOfNumber(const std::string& text) {
 
 }  // namespace
 
-Foundation::Failure readFailureAttribute(const KvXmlN::Data& element, const char* key) {
+Foundation::Failure readFailureAttribute(const KvXmlN::Data& element, const std::string& key) {
   const KvXmlN::AttributeData* const attribute = element.findAttribute(key);
   if (attribute == nullptr) return Foundation::None;
   return failureFromText(attribute->getData()).value_or(Foundation::None);
 }
 
-std::optional<int> readNumberAttribute(const KvXmlN::Data& element, const char* key) {
+std::optional<int> readNumberAttribute(const KvXmlN::Data& element, const std::string& key) {
   const KvXmlN::AttributeData* const attribute = element.findAttribute(key);
   if (attribute == nullptr) return std::nullopt;
   return startOfNumber(attribute->getData());

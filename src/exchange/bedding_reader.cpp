@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "exchange/bedding_attributes.h"
 #include "exchange/exchange_keys.h"
@@ -20,7 +21,8 @@ struct BeddingReaderData {
 
 namespace {
 
-KvVector3D readVector(const KvXmlN::Data& element, const char* x, const char* y, const char* z) {
+KvVector3D readVector(const KvXmlN::Data& element, const std::string& x, const std::string& y,
+                      const std::string& z) {
   return KvVector3D{element.getAttributeDouble(x), element.getAttributeDouble(y),
                     element.getAttributeDouble(z)};
 }
@@ -81,10 +83,12 @@ std::unique_ptr<Foundation> makeFoundation(int number, const std::string& name) 
 /// One call of BeddingReader::read().
 class Reading {
  public:
-  explicit Reading(const BeddingReaderData& reader)
-      : data(reader), known(reader.manager->getFoundations()) {}
+  Reading(const BeddingReaderData& reader, const std::vector<KvXmlN::Data*>& read)
+      : data(reader),
+        elements(read),
+        known(reader.manager->getFoundations(), read.size(), reader.messenger != nullptr) {}
 
-  void run(const KvXmlN::Data& container);
+  void run();
 
  private:
   using Result = std::unique_ptr<Foundation>;  // empty when the element was refused
@@ -94,8 +98,9 @@ class Reading {
   template <class Keys, class Part>
   Result readNumbered(const KvXmlN::Data& element, Part readPart(const KvXmlN::Data&));
 
-  std::optional<int> readNumber(const KvXmlN::Data& element, const char* key);
-  std::optional<std::string> readName(const KvXmlN::Data& element, const char* key, int number);
+  std::optional<int> readNumber(const KvXmlN::Data& element, const std::string& key);
+  std::optional<std::string> readName(const KvXmlN::Data& element, const std::string& key,
+                                      int number);
   std::optional<std::string> readBeddingName(const KvXmlN::Data& element);
   std::string makeUniqueName(const std::string& wanted);
 
@@ -108,12 +113,13 @@ class Reading {
   }
 
   const BeddingReaderData& data;
+  const std::vector<KvXmlN::Data*>& elements;
   KnownFoundations known;
   std::size_t count = 0;
 };
 
-void Reading::run(const KvXmlN::Data& container) {
-  for (const KvXmlN::Data* element : container.getChildren()) {
+void Reading::run() {
+  for (const KvXmlN::Data* element : elements) {
     if (element == nullptr) continue;
     Result foundation = readElement(*element);
     if (foundation == nullptr) continue;
@@ -165,7 +171,7 @@ Reading::Result Reading::readNumbered(const KvXmlN::Data& element,
   return foundation;
 }
 
-std::optional<int> Reading::readNumber(const KvXmlN::Data& element, const char* key) {
+std::optional<int> Reading::readNumber(const KvXmlN::Data& element, const std::string& key) {
   const std::optional<int> number = readNumberAttribute(element, key);
   if (!number) {
     send(&ReadMessenger::onMissingNumber, element.getName());
@@ -178,7 +184,7 @@ std::optional<int> Reading::readNumber(const KvXmlN::Data& element, const char* 
   return number;
 }
 
-std::optional<std::string> Reading::readName(const KvXmlN::Data& element, const char* key,
+std::optional<std::string> Reading::readName(const KvXmlN::Data& element, const std::string& key,
                                              int number) {
   const kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, key);
   if (!name) {
@@ -222,6 +228,8 @@ BeddingReader::~BeddingReader() = default;
 
 void BeddingReader::setMessenger(ReadMessenger* messenger) { data->messenger = messenger; }
 
-void BeddingReader::read(const KvXmlN::Data& container) { Reading(*data).run(container); }
+void BeddingReader::read(const KvXmlN::Data& container) {
+  Reading(*data, container.getChildren()).run();
+}
 
 }  // namespace Found::Umo

@@ -14,13 +14,13 @@ struct BeddingWriterData {
 
 namespace {
 
-void writeText(KvXmlN::Data& element, const char* key, const std::string& text) {
+void writeText(KvXmlN::Data& element, const std::string& key, const std::string& text) {
   element.setAttribute(key, text, true);
 }
 
 /// An absent vector comes as (0, 0, 0) and so, like a zero one, is not written.
-void writeVector(KvXmlN::Data& element, const char* x, const char* y, const char* z,
-                 const KvVector3D& v) {
+void writeVector(KvXmlN::Data& element, const std::string& x, const std::string& y,
+                 const std::string& z, const KvVector3D& v) {
   if (v.isNull()) return;
   element.setAttribute(x, v.x);
   element.setAttribute(y, v.y);

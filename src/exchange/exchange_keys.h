@@ -1,52 +1,54 @@
 #pragma once
 
+#include <string>
+
 /// Element and attribute names of the exchange format, one group an element.
 namespace Found::Umo {
 
-constexpr const char* firstVersion = "1.0";
+inline const std::string firstVersion = "1.0";
 
 /// One foundation, area and line part together, without a number. First version only.
 struct BeddingKeys {
-  static constexpr const char* element = "Bedding";
-  static constexpr const char* name = "Name";
-  static constexpr const char* areaX = "SurfaceStiffnessX";
-  static constexpr const char* areaY = "SurfaceStiffnessY";
-  static constexpr const char* areaZ = "SurfaceStiffnessZ";
-  static constexpr const char* failAreaZ = "SurfaceStiffnessZFailure";
-  static constexpr const char* factorArea = "TangentialSurfaceStiffnessXYFactor";
-  static constexpr const char* lineX = "CurveStiffnessX";
-  static constexpr const char* lineY = "CurveStiffnessY";
-  static constexpr const char* lineZ = "CurveStiffnessZ";
-  static constexpr const char* rotationX = "CurveStiffnessXX";
-  static constexpr const char* failLineY = "CurveStiffnessYFailure";
-  static constexpr const char* failLineZ = "CurveStiffnessZFailure";
-  static constexpr const char* factorLine = "TangentialCurveStiffnessX";
+  inline static const std::string element = "Bedding";
+  inline static const std::string name = "Name";
+  inline static const std::string areaX = "SurfaceStiffnessX";
+  inline static const std::string areaY = "SurfaceStiffnessY";
+  inline static const std::string areaZ = "SurfaceStiffnessZ";
+  inline static const std::string failAreaZ = "SurfaceStiffnessZFailure";
+  inline static const std::string factorArea = "TangentialSurfaceStiffnessXYFactor";
+  inline static const std::string lineX = "CurveStiffnessX";
+  inline static const std::string lineY = "CurveStiffnessY";
+  inline static const std::string lineZ = "CurveStiffnessZ";
+  inline static const std::string rotationX = "CurveStiffnessXX";
+  inline static const std::string failLineY = "CurveStiffnessYFailure";
+  inline static const std::string failLineZ = "CurveStiffnessZFailure";
+  inline static const std::string factorLine = "TangentialCurveStiffnessX";
 };
 
 /// The line part of a foundation.
 struct CurveBeddingKeys {
-  static constexpr const char* element = "CurveBedding";
-  static constexpr const char* number = "Number";
-  static constexpr const char* name = "Name";
-  static constexpr const char* lineX = "StiffnessX";
-  static constexpr const char* lineY = "StiffnessY";
-  static constexpr const char* lineZ = "StiffnessZ";
-  static constexpr const char* rotationX = "StiffnessXX";
-  static constexpr const char* failLineY = "StiffnessYFailure";
-  static constexpr const char* failLineZ = "StiffnessZFailure";
-  static constexpr const char* factorLine = "TangentialStiffnessXFactor";
+  inline static const std::string element = "CurveBedding";
+  inline static const std::string number = "Number";
+  inline static const std::string name = "Name";
+  inline static const std::string lineX = "StiffnessX";
+  inline static const std::string lineY = "StiffnessY";
+  inline static const std::string lineZ = "StiffnessZ";
+  inline static const std::string rotationX = "StiffnessXX";
+  inline static const std::string failLineY = "StiffnessYFailure";
+  inline static const std::string failLineZ = "StiffnessZFailure";
+  inline static const std::string factorLine = "TangentialStiffnessXFactor";
 };
 
 /// The area part of a foundation.
 struct SurfaceBeddingKeys {
-  static constexpr const char* element = "SurfaceBedding";
-  static constexpr const char* number = "Number";
-  static constexpr const char* name = "Name";
-  static constexpr const char* areaX = "StiffnessX";
-  static constexpr const char* areaY = "StiffnessY";
-  static constexpr const char* areaZ = "StiffnessZ";
-  static constexpr const char* failAreaZ = "StiffnessZFailure";
-  static constexpr const char* factorArea = "TangentialStiffnessXYFactor";
+  inline static const std::string element = "SurfaceBedding";
+  inline static const std::string number = "Number";
+  inline static const std::string name = "Name";
+  inline static const std::string areaX = "StiffnessX";
+  inline static const std::string areaY = "StiffnessY";
+  inline static const std::string areaZ = "StiffnessZ";
+  inline static const std::string failAreaZ = "StiffnessZFailure";
+  inline static const std::string factorArea = "TangentialStiffnessXYFactor";
 };
 
 }  // namespace Found::Umo

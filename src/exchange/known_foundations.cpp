@@ -1,6 +1,7 @@
 #include "exchange/known_foundations.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace Found::Umo {
 namespace {
@@ -15,65 +16,79 @@ bool hasAny(const std::vector<Foundation*>& list, const Test& test) {
   });
 }
 
+std::uint32_t hash(const std::string& name) {
+  return static_cast<std::uint32_t>(std::hash<std::string>()(name));
+}
+
+/// Numbers that follow one another stand side by side, which is how most documents ask for them;
+/// those that differ in their upper bits only stand apart.
+std::uint32_t hash(int number) {
+  const auto bits = static_cast<std::uint32_t>(number);
+  return bits ^ (bits >> 16);
+}
+
 }  // namespace
 
 bool KnownFoundations::hasName(const std::string& name) {
-  if (useTables()) return names.count(name) > 0;
-  return hasAny(list, [&name](const Foundation& listed) { return listed.getName() == name; });
+  const auto isNamed = [&name](const Foundation& listed) { return listed.getName() == name; };
+  if (!useTables()) return hasAny(list, isNamed);
+  return tables->names.contains(hash(name),
+                                [&](std::size_t place) { return isNamed(*list[place]); });
 }
 
 bool KnownFoundations::hasNumber(int number) {
-  if (useTables()) return numbers.count(number) > 0;
-  return hasAny(list, [number](const Foundation& listed) { return listed.getNumber() == number; });
+  const auto isNumbered = [=](const Foundation& listed) { return listed.getNumber() == number; };
+  if (!useTables()) return hasAny(list, isNumbered);
+  return tables->numbers.contains(hash(number),
+                                  [&](std::size_t place) { return isNumbered(*list[place]); });
 }
 
 std::string KnownFoundations::makeFreeName(const std::string& wanted) {
-  int counter = useTables() ? counters[wanted] : 0;
+  int counter = useTables() ? tables->counters[wanted] : 0;
   std::string candidate;
   do {
     candidate = wanted + "_" + std::to_string(++counter);
   } while (hasName(candidate));
-  if (isMade) counters[wanted] = counter;
+  if (tables) tables->counters[wanted] = counter;
   return candidate;
 }
 
 void KnownFoundations::noteLast() {
-  if (isMade) note(list.back());
+  if (tables) note(list.back());
 }
 
 bool KnownFoundations::useTables() {
-  if (!isMade && walks++ < fewWalks) return false;
-  if (isTrusted) return true;
-  if (!areEntriesValid()) {
-    entries.clear();
-    names.clear();
-    numbers.clear();
-    counters.clear();
-  }
-  for (std::size_t i = entries.size(); i < list.size(); ++i) note(list[i]);
-  isMade = true;
-  isTrusted = true;
+  if (!tables && walks++ < fewWalks) return false;
+  if (areTrusted) return true;
+  if (!tables || !areTablesValid()) tables.emplace(std::max(expectedSize, list.size()));
+  while (tables->noted < list.size()) note(list[tables->noted]);
+  areTrusted = true;
   return true;
 }
 
-bool KnownFoundations::areEntriesValid() const {
+bool KnownFoundations::areTablesValid() const {
   const auto isSame = [](const Entry& entry, const Foundation* listed) {
     return entry.foundation == listed &&
            (listed == nullptr ||
             (entry.number == listed->getNumber() && entry.name == listed->getName()));
   };
+  const std::vector<Entry>& entries = tables->entries;
   return entries.size() <= list.size() &&
          std::equal(entries.begin(), entries.end(), list.begin(), isSame);
 }
 
 void KnownFoundations::note(const Foundation* foundation) {
-  if (foundation == nullptr) {
-    entries.push_back({nullptr, 0, {}});
-    return;
+  // In doubt it may stand elsewhere, but then the tables are not asked before they are made anew.
+  const std::size_t place = tables->noted++;
+  if (foundation != nullptr) {
+    tables->names.add(hash(foundation->getName()), place);
+    tables->numbers.add(hash(foundation->getNumber()), place);
   }
-  entries.push_back({foundation, foundation->getNumber(), foundation->getName()});
-  names.insert(foundation->getName());
-  numbers.insert(foundation->getNumber());
+  if (!isWatched) return;
+  if (foundation != nullptr)
+    tables->entries.push_back({foundation, foundation->getNumber(), foundation->getName()});
+  else
+    tables->entries.push_back({nullptr, 0, {}});
 }
 
 }  // namespace Found::Umo

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
+#include "exchange/place_table.h"
 #include "found/foundation.h"
 
 namespace Found::Umo {
@@ -18,7 +20,9 @@ namespace Found::Umo {
 /// they are made anew when it differs.
 class KnownFoundations {
  public:
-  explicit KnownFoundations(const std::vector<Foundation*>& growing) : list(growing) {}
+  /// How many foundations may be appended, and whether there will be messages.
+  KnownFoundations(const std::vector<Foundation*>& growing, std::size_t more, bool hasMessages)
+      : list(growing), expectedSize(growing.size() + more), isWatched(hasMessages) {}
 
   bool hasName(const std::string& name);
   bool hasNumber(int number);
@@ -31,31 +35,41 @@ class KnownFoundations {
   void noteLast();
 
   /// To be called when others may have changed the list or its foundations.
-  void doubt() { isTrusted = false; }
+  void doubt() { areTrusted = false; }
 
  private:
+  /// A foundation as the tables know it.
   struct Entry {
     const Foundation* foundation;
     int number;
     std::string name;
   };
 
+  /// Made of the start of the list.
+  struct Tables {
+    explicit Tables(std::size_t expected) : names(expected), numbers(expected) {}
+
+    PlaceTable names;
+    PlaceTable numbers;
+    std::size_t noted = 0;       // how many of the list
+    std::vector<Entry> entries;  // of these, where there are messages
+    // The last counter given to a name that was wanted before. Names are only added as long as the
+    // tables hold, so the counters up to it need no second try.
+    std::unordered_map<std::string, int> counters;
+  };
+
   /// True when the tables can be asked, after making them or comparing them with the list as need
   /// be.
   bool useTables();
-  bool areEntriesValid() const;
+  bool areTablesValid() const;
   void note(const Foundation* foundation);
 
   const std::vector<Foundation*>& list;
+  std::size_t expectedSize;
+  bool isWatched;
   int walks = 0;
-  bool isMade = false;         // there are tables, of `entries`
-  bool isTrusted = false;      // and they are those of the list
-  std::vector<Entry> entries;  // the start of the list, as the tables know it
-  std::unordered_set<std::string> names;
-  std::unordered_set<int> numbers;
-  // The last counter given to a name that was wanted before. Names are only added as long as the
-  // tables hold, so the counters up to it need no second try.
-  std::unordered_map<std::string, int> counters;
+  std::optional<Tables> tables;
+  bool areTrusted = false;  // the tables are those of the list
 };
 
 }  // namespace Found::Umo

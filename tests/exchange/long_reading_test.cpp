@@ -1,4 +1,9 @@
+#include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "exchange/documents.h"
@@ -331,6 +336,56 @@ TEST_F(LongReading, TakesFreeSuffixesAgainAfterAMessage) {
            currentVersion, &host);
 
   EXPECT_EQ(describeRest(manager), "61 A_5, 62 A_60");
+}
+
+TEST_F(LongReading, KnowsWhatItAppendedWhileAMessageHadAddedAFoundationForAWhile) {
+  std::unique_ptr<Foundation> guest;
+  ActingMessenger host([&](const std::string& message) {
+    if (message == "onNameChanged <F1> <F1_1>") {
+      guest = std::make_unique<Foundation>();
+      manager.add(guest.get());
+    } else if (message == "onUnknownElement <Other>") {
+      manager.remove(guest.get(), false, false);
+    }
+  });
+
+  readText(manager,
+           makeDocument(makeManyCurves() + makeCurve(61, "F1") + "<Other/>" + makeCurve(62, "G") +
+                        makeCurve(63, "F1_1") + makeCurve(61, "H")),
+           currentVersion, &host);
+
+  EXPECT_EQ(host.messages, (Messages{"onNameChanged <F1> <F1_1>", "onUnknownElement <Other>",
+                                     "onNameChanged <F1_1> <F1_1_1>",
+                                     "onInvalidNumber <CurveBedding> 61", "onReadFinished 63"}));
+}
+
+/// Two different names the standard hashes of which agree in their lower half.
+std::pair<std::string, std::string> findNamesOfLikeHash() {
+  std::unordered_map<std::uint32_t, std::string> known;
+  for (int i = 0;; ++i) {
+    const std::string name = "Soil " + std::to_string(i);
+    const auto half = static_cast<std::uint32_t>(std::hash<std::string>()(name));
+    const auto [place, isNew] = known.emplace(half, name);
+    if (!isNew) return {place->second, name};
+  }
+}
+
+TEST_F(LongReading, TellsNamesOfLikeHashApart) {
+  const auto [first, second] = findNamesOfLikeHash();
+
+  read(makeManyCurves() + makeCurve(61, first) + makeCurve(62, second));
+
+  EXPECT_EQ(describeRest(manager), "61 " + first + ", 62 " + second);
+  EXPECT_EQ(messenger.messages, Messages{"onReadFinished 62"});
+}
+
+TEST_F(LongReading, KnowsNumbersThatDifferInTheirUpperBitsOnly) {
+  std::string elements;
+  for (int i = 1; i <= 60; ++i) elements += makeCurve(i << 24, "F" + std::to_string(i));
+
+  read(elements + makeCurve(60 << 24, "G") + makeCurve(61 << 24, "G"));
+
+  EXPECT_EQ(describeRest(manager), std::to_string(61 << 24) + " G");
 }
 
 }  // namespace
