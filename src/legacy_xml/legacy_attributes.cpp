@@ -60,8 +60,10 @@ bool readName(const KvXmlData& element, const std::string& key, Foundation& foun
 }
 
 NumberedChildren::NumberedChildren(KvXmlData& parentElement, std::string elementName,
-                                   std::string numberKey)
-    : parent(parentElement), name(std::move(elementName)), key(std::move(numberKey)) {}
+                                   std::string numberKey, std::size_t expected)
+    : parent(parentElement), name(std::move(elementName)), key(std::move(numberKey)) {
+  firsts.reserve(expected);
+}
 
 std::optional<int> NumberedChildren::passNext() {
   KvXmlData* const child = parent.getChildren()[passed];

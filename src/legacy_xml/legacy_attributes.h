@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -30,7 +31,9 @@ bool readName(const KvXmlData& element, const std::string& key, Foundation& foun
 /// a time in proportion to its size. Only give() may add children in the meantime.
 class NumberedChildren {
  public:
-  NumberedChildren(KvXmlData& parentElement, std::string elementName, std::string numberKey);
+  /// `expected`: about how many numbers there are.
+  NumberedChildren(KvXmlData& parentElement, std::string elementName, std::string numberKey,
+                   std::size_t expected);
 
   /// The first child, in their order, that has this number, or null.
   KvXmlData* find(int number);

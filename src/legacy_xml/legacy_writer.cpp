@@ -59,7 +59,7 @@ void FoundationManager::updateXml(KvXmlTree* tree) const {
 
   std::optional<LegacyAttributes::NumberedChildren> elements;
   if (KvXmlData* const list = tree->getCurrent())
-    elements.emplace(*list, Keys::foundation, Keys::number);
+    elements.emplace(*list, Keys::foundation, Keys::number, foundations.size());
   for (Foundation* foundation : foundations) {
     if (foundation == nullptr) continue;
     if (elements) tree->setCurrent(elements->give(foundation->getNumber()));

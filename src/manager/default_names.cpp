@@ -1,9 +1,16 @@
 #include "manager/default_names.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstring>
 #include <limits>
 
 namespace Found {
+namespace {
+
+constexpr const char* defaultName = "Found";
+
+}  // namespace
 
 int findHighestNumber(const std::vector<Foundation*>& list, int floor) {
   int highest = floor;
@@ -20,7 +27,15 @@ std::string makeDefaultName(long long number) {
   constexpr std::size_t places = 4;
   const std::string digits = std::to_string(number);
   const std::size_t missing = digits.size() < places ? places - digits.size() : 0;
-  return "Found" + std::string(missing, '0') + digits;
+  return defaultName + std::string(missing, '0') + digits;
+}
+
+long long findDefaultNumber(const std::string& name) {
+  const std::size_t digits = std::strlen(defaultName);
+  if (name.compare(0, digits, defaultName) != 0) return 0;
+  long long number = 0;
+  std::from_chars(name.data() + digits, name.data() + name.size(), number);
+  return makeDefaultName(number) == name ? number : 0;
 }
 
 Succession::Succession(const std::vector<Foundation*>& growing)
@@ -34,10 +49,9 @@ std::string Succession::giveName() {
   namesKnown = true;
 
   long long candidate = std::max<long long>(giveNumber(), nextCandidate);
-  std::string name =
-      findFreeName(candidate, [this](const std::string& tried) { return names.count(tried) == 0; });
+  while (taken.count(candidate) > 0) ++candidate;
   nextCandidate = candidate + 1;
-  return name;
+  return makeDefaultName(candidate);
 }
 
 void Succession::noteLast() {
@@ -46,7 +60,8 @@ void Succession::noteLast() {
 }
 
 void Succession::noteName(const Foundation* foundation) {
-  if (foundation != nullptr) names.insert(foundation->getName());
+  const long long number = foundation != nullptr ? findDefaultNumber(foundation->getName()) : 0;
+  if (number > 0) taken.insert(number);
 }
 
 }  // namespace Found

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -18,14 +17,8 @@ int followNumber(int highest);
 /// "Found" and the number in at least four places, filled up with 0 on the left, before a sign too.
 std::string makeDefaultName(long long number);
 
-/// The first default name from that of `candidate` on that is free; `candidate` becomes its number.
-/// Counts beyond the range of int, so that there is one behind the largest number too.
-template <class Test>
-std::string findFreeName(long long& candidate, const Test& isFree) {
-  std::string name = makeDefaultName(candidate);
-  while (!isFree(name)) name = makeDefaultName(++candidate);
-  return name;
-}
+/// The number of which `name` is the default name; 0 when it is that of no positive number.
+long long findDefaultNumber(const std::string& name);
 
 /// Numbers and default names for many foundations that are appended to a list one after another,
 /// while nothing else changes the list: what giveFoundation() finds by walking the list each time,
@@ -48,8 +41,8 @@ class Succession {
 
   const std::vector<Foundation*>& list;
   int highest;
-  bool namesKnown = false;  // only a list with an unnamed foundation needs them
-  std::unordered_set<std::string_view> names;
+  bool namesKnown = false;              // only a list with an unnamed foundation needs them
+  std::unordered_set<long long> taken;  // the numbers of all default names in the list
   // No name is ever freed and numbers only rise, so candidates tried before need no second try.
   long long nextCandidate = 0;
 };

@@ -26,7 +26,9 @@ Foundation* FoundationManager::giveFoundation(const std::string& name) {
 
 std::string FoundationManager::giveNextFoundationName(int start) const {
   long long candidate = findHighestNumber(foundations, start);
-  return findFreeName(candidate, [this](const std::string& name) { return hasUniqueName(name); });
+  std::string name = makeDefaultName(candidate);
+  while (!hasUniqueName(name)) name = makeDefaultName(++candidate);
+  return name;
 }
 
 bool FoundationManager::hasUniqueName(const std::string& name) const {
