@@ -177,8 +177,8 @@ class FOUND_API FoundationManager {
   /// foundation's number or appends one; no element and no attribute is deleted, so a value that is
   /// now absent, and a foundation that went away, stay in the tree as they were. Foundations that
   /// share a number share an element: the later one overwrites what it writes. Ignored when `tree`
-  /// is null. When the XML library throws, what was written until then stays in the tree, and the
-  /// cursor where it was.
+  /// is null. When the XML library throws, what was written until then stays in the tree and the
+  /// cursor where it stood then: a host sets it back before it tries again.
   void updateXml(KvXmlTree* tree) const;
 
   /// Prints a complete document of the foundations to `out`. Opening, checking and closing the

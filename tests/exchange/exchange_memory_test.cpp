@@ -1,7 +1,7 @@
 #include "exchange/documents.h"
 #include "found/bedding_reader.h"
 #include "found/bedding_writer.h"
-#include "model/allocation_faults.h"
+#include "support/allocation_faults.h"
 
 using Found::Foundation;
 using Found::FoundationManager;

@@ -5,7 +5,7 @@
 
 #include "found/foundation_manager.h"
 #include "manager/manager_probe.h"
-#include "model/allocation_faults.h"
+#include "support/allocation_faults.h"
 
 namespace Found::Tests {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <type_traits>
 
-#include "model/allocation_faults.h"
 #include "model/foundation_probe.h"
+#include "support/allocation_faults.h"
 
 namespace Found::Tests {
 namespace {

@@ -5,8 +5,8 @@
 #include <type_traits>
 
 #include "found/foundation.h"
-#include "model/allocation_faults.h"
 #include "model/foundation_probe.h"
+#include "support/allocation_faults.h"
 
 namespace Found::Tests {
 namespace {

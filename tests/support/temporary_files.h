@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -42,7 +43,8 @@ class TemporaryPath {
   static std::string makePath(const std::string& ending) {
     static int count = 0;
     const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-    const std::string name = std::string("kvfound_") + test.test_suite_name() + "_" + test.name();
+    std::string name = std::string("kvfound_") + test.test_suite_name() + "_" + test.name();
+    std::replace(name.begin(), name.end(), '/', '_');  // of tests with a parameter
     return (std::filesystem::path(testing::TempDir()) / (name + std::to_string(++count) + ending))
         .string();
   }

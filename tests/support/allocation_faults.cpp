@@ -1,4 +1,4 @@
-#include "model/allocation_faults.h"
+#include "support/allocation_faults.h"
 
 #include <atomic>
 #include <cstdlib>
