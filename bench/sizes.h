@@ -7,7 +7,7 @@ namespace Sizes {
 
 inline void all(benchmark::internal::Benchmark* benchmark) {
   for (const int n : {100, 1000, 10000, 100000, 1000000}) benchmark->Arg(n);
-  benchmark->Unit(benchmark::kMillisecond);
+  benchmark->Unit(benchmark::kMillisecond)->MinWarmUpTime(0.01);
 }
 
 /// For single operations, each of which walks the whole list.

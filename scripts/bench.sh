@@ -19,6 +19,7 @@ program=$build/bench/kvfound_bench
     yardsticks["writeLegacyWith"] = "writeLegacyWith/pugixml"
   }
   NR > 1 {
+    sub("/min_warmup_time:[0-9.]*", "", $1)
     parts = split($1, part, "/")
     size = parts > 1 ? part[parts] : 1
     job = parts > 2 ? part[1] "/" part[2] : part[1]
