@@ -105,10 +105,10 @@ class Reading {
   std::string makeUniqueName(const std::string& wanted);
 
   /// Sends a message when there is somebody to hear it, who may change the manager.
-  template <class... Parameters, class... Arguments>
-  void send(void (ReadMessenger::*message)(Parameters...), const Arguments&... arguments) {
+  template <auto Message, class... Arguments>
+  void send(const Arguments&... arguments) {
     if (data.messenger == nullptr) return;
-    (data.messenger->*message)(arguments...);
+    (data.messenger->*Message)(arguments...);
     known.doubt();
   }
 
@@ -127,7 +127,7 @@ void Reading::run() {
     known.noteLast();
     ++count;
   }
-  send(&ReadMessenger::onReadFinished, count);
+  send<&ReadMessenger::onReadFinished>(count);
 }
 
 Reading::Result Reading::readElement(const KvXmlN::Data& element) {
@@ -138,7 +138,7 @@ Reading::Result Reading::readElement(const KvXmlN::Data& element) {
     return readNumbered<CurveBeddingKeys>(element, readLinePart<CurveBeddingKeys>);
   if (name == SurfaceBeddingKeys::element)
     return readNumbered<SurfaceBeddingKeys>(element, readAreaPart<SurfaceBeddingKeys>);
-  send(&ReadMessenger::onUnknownElement, name);
+  send<&ReadMessenger::onUnknownElement>(name);
   return nullptr;
 }
 
@@ -174,11 +174,11 @@ Reading::Result Reading::readNumbered(const KvXmlN::Data& element,
 std::optional<int> Reading::readNumber(const KvXmlN::Data& element, const std::string& key) {
   const std::optional<int> number = readNumberAttribute(element, key);
   if (!number) {
-    send(&ReadMessenger::onMissingNumber, element.getName());
+    send<&ReadMessenger::onMissingNumber>(element.getName());
     return std::nullopt;
   }
   if (*number < 1 || known.hasNumber(*number)) {
-    send(&ReadMessenger::onInvalidNumber, element.getName(), *number);
+    send<&ReadMessenger::onInvalidNumber>(element.getName(), *number);
     return std::nullopt;
   }
   return number;
@@ -188,11 +188,11 @@ std::optional<std::string> Reading::readName(const KvXmlN::Data& element, const 
                                              int number) {
   const kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, key);
   if (!name) {
-    send(&ReadMessenger::onMissingName, number);
+    send<&ReadMessenger::onMissingName>(number);
     return std::nullopt;
   }
   if (name->empty()) {
-    send(&ReadMessenger::onEmptyName, number, *name);
+    send<&ReadMessenger::onEmptyName>(number, *name);
     return std::nullopt;
   }
   return makeUniqueName(*name);
@@ -202,11 +202,11 @@ std::optional<std::string> Reading::readBeddingName(const KvXmlN::Data& element)
   const kvt::Nullable<std::string> name =
       KvXmlN::AttributeIn::readString(element, BeddingKeys::name);
   if (!name) {
-    send(&ReadMessenger::onMissingBeddingName);
+    send<&ReadMessenger::onMissingBeddingName>();
     return std::nullopt;
   }
   if (name->empty()) {
-    send(&ReadMessenger::onEmptyBeddingName, *name);
+    send<&ReadMessenger::onEmptyBeddingName>(*name);
     return std::nullopt;
   }
   return makeUniqueName(*name);
@@ -215,7 +215,7 @@ std::optional<std::string> Reading::readBeddingName(const KvXmlN::Data& element)
 std::string Reading::makeUniqueName(const std::string& wanted) {
   if (!known.hasName(wanted)) return wanted;
   std::string changed = known.makeFreeName(wanted);
-  send(&ReadMessenger::onNameChanged, wanted, changed);
+  send<&ReadMessenger::onNameChanged>(wanted, changed);
   return changed;
 }
 

@@ -8,17 +8,56 @@
 #include "found/foundation_manager.h"
 #include "kv/short_path.h"
 #include "kv/xml_tree.h"
-#include "legacy_xml/legacy_attributes.h"
 #include "legacy_xml/legacy_keys.h"
 #include "manager/default_names.h"
 
 namespace Found {
 namespace {
 
-using namespace LegacyAttributes;
 namespace Keys = LegacyKeys;
 
 constexpr int notNumbered = -1;
+
+int readInteger(const KvXmlData& element, const std::string& key, int absent) {
+  const KvXmlAttributeData* const attribute = element.findAttribute(key);
+  return attribute != nullptr ? attribute->getInteger() : absent;
+}
+
+double readDouble(const KvXmlData& element, const std::string& key, double absent) {
+  const KvXmlAttributeData* const attribute = element.findAttribute(key);
+  return attribute != nullptr ? attribute->getDouble() : absent;
+}
+
+/// Hands the attribute, converted, to a setter of `foundation`. When the element has none of this
+/// name it leaves the foundation alone and returns false; so do the functions below.
+template <void (Foundation::*Setter)(double)>
+bool readDouble(const KvXmlData& element, const std::string& key, Foundation& foundation) {
+  const KvXmlAttributeData* const attribute = element.findAttribute(key);
+  if (attribute != nullptr) (foundation.*Setter)(attribute->getDouble());
+  return attribute != nullptr;
+}
+
+template <void (Foundation::*Setter)(bool)>
+bool readFlag(const KvXmlData& element, const std::string& key, Foundation& foundation) {
+  const KvXmlAttributeData* const attribute = element.findAttribute(key);
+  if (attribute != nullptr) (foundation.*Setter)(attribute->getInteger() != 0);
+  return attribute != nullptr;
+}
+
+template <void (Foundation::*Setter)(Foundation::Failure)>
+bool readFailure(const KvXmlData& element, const std::string& key, Foundation& foundation) {
+  const KvXmlAttributeData* const attribute = element.findAttribute(key);
+  // Not checked against the known modes: an unknown one is kept as it is, and written back so.
+  if (attribute != nullptr)
+    (foundation.*Setter)(static_cast<Foundation::Failure>(attribute->getInteger()));
+  return attribute != nullptr;
+}
+
+bool readName(const KvXmlData& element, const std::string& key, Foundation& foundation) {
+  const KvXmlAttributeData* const attribute = element.findAttribute(key);
+  if (attribute != nullptr) foundation.setName(attribute->getData());
+  return attribute != nullptr;
+}
 
 KvVector3D readVector(const KvXmlData& element, const std::string& x, const std::string& y,
                       const std::string& z) {
@@ -39,13 +78,13 @@ std::unique_ptr<Foundation> readFoundation(const KvXmlData& element) {
   Foundation& foundation = *created;
   foundation.setDispLine(nullIfZero(line));
 
-  readFailure(element, Keys::failAreaZ, foundation, &Foundation::setFailAreaZ);
-  readFailure(element, Keys::failLineX, foundation, &Foundation::setFailLineX);
-  readFailure(element, Keys::failLineY, foundation, &Foundation::setFailLineY);
-  readFailure(element, Keys::failLineZ, foundation, &Foundation::setFailLineZ);
-  readDouble(element, Keys::factorArea, foundation, &Foundation::setFactorArea);
-  readDouble(element, Keys::factorLine, foundation, &Foundation::setFactorLine);
-  readFlag(element, Keys::isGenerated, foundation, &Foundation::setGenerated);
+  readFailure<&Foundation::setFailAreaZ>(element, Keys::failAreaZ, foundation);
+  readFailure<&Foundation::setFailLineX>(element, Keys::failLineX, foundation);
+  readFailure<&Foundation::setFailLineY>(element, Keys::failLineY, foundation);
+  readFailure<&Foundation::setFailLineZ>(element, Keys::failLineZ, foundation);
+  readDouble<&Foundation::setFactorArea>(element, Keys::factorArea, foundation);
+  readDouble<&Foundation::setFactorLine>(element, Keys::factorLine, foundation);
+  readFlag<&Foundation::setGenerated>(element, Keys::isGenerated, foundation);
   readName(element, Keys::name, foundation);
   return created;
 }
@@ -101,7 +140,7 @@ void FoundationManager::createFromXml(KvXmlData* data) {
 
 bool FoundationManager::readXml(const std::string& path) {
   const std::unique_ptr<std::ifstream> file = openFile(path);
-  if (!file->good() || !file->is_open()) return false;
+  if (!file->is_open()) return false;
   if (!startsAsXml(*file)) return false;
 
   // Parsed before anything is touched: a document that is not well-formed throws here and the

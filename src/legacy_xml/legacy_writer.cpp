@@ -3,8 +3,8 @@
 
 #include "found/foundation_manager.h"
 #include "kv/xml_tree.h"
-#include "legacy_xml/legacy_attributes.h"
 #include "legacy_xml/legacy_keys.h"
+#include "legacy_xml/numbered_children.h"
 
 namespace Found {
 namespace {
@@ -57,7 +57,7 @@ void FoundationManager::updateXml(KvXmlTree* tree) const {
   if (currentFoundation != nullptr)
     writeAttribute(*tree, Keys::current, currentFoundation->getName());
 
-  std::optional<LegacyAttributes::NumberedChildren> elements;
+  std::optional<NumberedChildren> elements;
   if (KvXmlData* const list = tree->getCurrent())
     elements.emplace(*list, Keys::foundation, Keys::number, foundations.size());
   for (Foundation* foundation : foundations) {

@@ -38,14 +38,11 @@ long long findDefaultNumber(const std::string& name) {
   return makeDefaultName(number) == name ? number : 0;
 }
 
-Succession::Succession(const std::vector<Foundation*>& growing)
-    : list(growing), highest(findHighestNumber(growing, 0)) {}
-
 int Succession::giveNumber() const { return followNumber(highest); }
 
 std::string Succession::giveName() {
   if (!namesKnown)
-    for (const Foundation* foundation : list) noteName(foundation);
+    for (const Foundation* foundation : list) noteName(*foundation);
   namesKnown = true;
 
   long long candidate = std::max<long long>(giveNumber(), nextCandidate);
@@ -56,11 +53,11 @@ std::string Succession::giveName() {
 
 void Succession::noteLast() {
   highest = std::max(highest, list.back()->getNumber());
-  if (namesKnown) noteName(list.back());
+  if (namesKnown) noteName(*list.back());
 }
 
-void Succession::noteName(const Foundation* foundation) {
-  const long long number = foundation != nullptr ? findDefaultNumber(foundation->getName()) : 0;
+void Succession::noteName(const Foundation& foundation) {
+  const long long number = findDefaultNumber(foundation.getName());
   if (number > 0) taken.insert(number);
 }
 

@@ -20,12 +20,13 @@ std::string makeDefaultName(long long number);
 /// The number of which `name` is the default name; 0 when it is that of no positive number.
 long long findDefaultNumber(const std::string& name);
 
-/// Numbers and default names for many foundations that are appended to a list one after another,
-/// while nothing else changes the list: what giveFoundation() finds by walking the list each time,
-/// this remembers, so that reading a document takes a time in proportion to its size.
+/// Numbers and default names for many foundations that are appended to an empty list one after
+/// another, while nothing else changes the list: what giveFoundation() finds by walking the list
+/// each time, this remembers, so that reading a document takes a time in proportion to its size.
 class Succession {
  public:
-  explicit Succession(const std::vector<Foundation*>& growing);
+  /// `growing` is empty, and gets no null.
+  explicit Succession(const std::vector<Foundation*>& growing) : list(growing) {}
 
   /// One above the highest positive number in the list.
   int giveNumber() const;
@@ -37,10 +38,10 @@ class Succession {
   void noteLast();
 
  private:
-  void noteName(const Foundation* foundation);
+  void noteName(const Foundation& foundation);
 
   const std::vector<Foundation*>& list;
-  int highest;
+  int highest = 0;
   bool namesKnown = false;              // only a list with an unnamed foundation needs them
   std::unordered_set<long long> taken;  // the numbers of all default names in the list
   // No name is ever freed and numbers only rise, so candidates tried before need no second try.

@@ -267,6 +267,38 @@ TEST_F(RecordedBeddingReader, AsksTheSameWithoutAMessenger) {
   EXPECT_EQ(describe(silent), "1 A, 2 A_1");
 }
 
+TEST_F(RecordedBeddingReader, AsksALongContainerLikeAShortOne) {
+  const Lines ofEach = {"isEqualTo 2.0 1.0",
+                        "findAttribute SurfaceBedding Number",
+                        "getData Number",
+                        "readString SurfaceBedding Name",
+                        "getAttributeDouble SurfaceBedding StiffnessX",
+                        "getAttributeDouble SurfaceBedding StiffnessY",
+                        "getAttributeDouble SurfaceBedding StiffnessZ",
+                        "findAttribute SurfaceBedding StiffnessZFailure",
+                        "getAttributeDouble SurfaceBedding TangentialStiffnessXYFactor"};
+  Lines expected = {"getChildren Box"};
+  for (int number = 1; number <= 40; ++number) {
+    addElement(container, "SurfaceBedding", {{"Number", std::to_string(number)}, {"Name", "A"}});
+    expected.insert(expected.end(), ofEach.begin(), ofEach.end());
+  }
+  ActingMessenger host([this](const std::string& message) {
+    if (message != "onNameChanged <A> <A_1>") return;
+    manager.add(nullptr);
+    for (int number = 1001; number <= 1100; ++number) addFoundation(manager, number, "B");
+  });
+  const Tools::VersionText version("2.0");
+  BeddingReader reader(manager, version);
+  reader.setMessenger(&host);
+  Recording::clearLog();
+
+  reader.read(container);
+
+  EXPECT_EQ(Recording::listCallsWithout({"getName", "KvVector3D"}), expected);
+  EXPECT_EQ(host.messages.back(), "onReadFinished 40");
+  EXPECT_EQ(manager.getFoundations().back()->getName(), "A_39");
+}
+
 TEST_F(RecordedBeddingReader, PassesOverNullChildren) {
   addNullElement(container);
   addElement(container, "Bedding", {{"Name", "A"}});

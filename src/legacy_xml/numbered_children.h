@@ -5,25 +5,9 @@
 #include <string>
 #include <unordered_map>
 
-#include "found/foundation.h"
 #include "kv/xml_tree.h"
 
-/// Attributes of legacy elements.
-namespace Found::LegacyAttributes {
-
-/// The attribute as a number; `absent` when the element has none of this name.
-int readInteger(const KvXmlData& element, const std::string& key, int absent);
-double readDouble(const KvXmlData& element, const std::string& key, double absent);
-
-/// These hand the attribute, converted, to a setter of `foundation`. When the element has none of
-/// this name they leave the foundation alone and return false.
-bool readDouble(const KvXmlData& element, const std::string& key, Foundation& foundation,
-                void (Foundation::*setter)(double));
-bool readFlag(const KvXmlData& element, const std::string& key, Foundation& foundation,
-              void (Foundation::*setter)(bool));
-bool readFailure(const KvXmlData& element, const std::string& key, Foundation& foundation,
-                 void (Foundation::*setter)(Foundation::Failure));
-bool readName(const KvXmlData& element, const std::string& key, Foundation& foundation);
+namespace Found {
 
 /// The child elements of one name, told apart by an attribute that is a whole number.
 ///
@@ -52,4 +36,4 @@ class NumberedChildren {
   std::unordered_map<int, KvXmlData*> firsts;
 };
 
-}  // namespace Found::LegacyAttributes
+}  // namespace Found
