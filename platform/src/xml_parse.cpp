@@ -133,15 +133,15 @@ class Inspection {
     fail(reason, lines.find(static_cast<std::size_t>(place - begin)));
   }
 
-  /// Where a text starts behind its white space. Its line ends were shortened, so they are counted.
+  /// Where a text starts behind its white space. The parser made one character of each line end,
+  /// also where it was two.
   Position findText(const char* text) const {
-    Position position = lines.find(static_cast<std::size_t>(text - begin));
-    const std::string_view blanks(text, std::strspn(text, whiteSpace));
-    for (const char c : blanks) {
-      ++position.column;
-      if (c == '\n') position = {position.line + 1, 1};
+    auto place = static_cast<std::size_t>(text - begin);
+    for (const char c : std::string_view(text, std::strspn(text, whiteSpace))) {
+      const bool wasPair = c == '\n' && !lines.hasEndAt(place) && lines.hasEndAt(place + 1);
+      place += wasPair ? 2 : 1;
     }
-    return position;
+    return lines.find(place);
   }
 
   void checkTopLevel() const {

@@ -130,4 +130,8 @@ Position LineTable::find(std::size_t offset) const {
   return {begin.line + lines, offset - lineEnds[lines - 1]};
 }
 
+bool LineTable::hasEndAt(std::size_t offset) const {
+  return std::binary_search(lineEnds.begin(), lineEnds.end(), offset);
+}
+
 }  // namespace XmlSource

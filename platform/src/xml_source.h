@@ -44,6 +44,8 @@ class LineTable {
  public:
   explicit LineTable(const Text& text);
   Position find(std::size_t offset) const;
+  /// True when the character at `offset` ends a line.
+  bool hasEndAt(std::size_t offset) const;
 
  private:
   Position begin;

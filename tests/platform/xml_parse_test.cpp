@@ -570,6 +570,12 @@ TEST(XmlErrorPlace, OfTextOutsideTheRootIsTheLineOfItsFirstCharacter) {
   expectErrorAt("\r\n\r\n text<a/>", 3, 2);
 }
 
+TEST(XmlErrorPlace, OfTextOutsideTheRootCountsLineFeedsOnlyAsLineEnds) {
+  expectErrorAt("<a/>\n\rtext", 2, 2);
+  expectErrorAt("<a/>\r\n\rtext", 2, 2);
+  expectErrorAt("<a/>\r\r\n\n text", 3, 2);
+}
+
 TEST(XmlErrorPlace, OfAWrongEndTagIsThatTag) {
   const auto error = findError("<a>\n  <b>\n  </c>\n</a>");
 
