@@ -115,16 +115,16 @@ class NameCheck {
 class Inspection {
  public:
   Inspection(const pugi::xml_document& checked, const char* text, const LineTable& table,
-             const XmlRawCheck::LessThans& counted)
-      : document(checked), begin(text), lines(table), lessThans(counted) {}
+             const XmlRawCheck::MarkupCounts& counted)
+      : document(checked), begin(text), lines(table), counts(counted) {}
 
   void run() {
     checkTopLevel();
     for (const pugi::xml_node top : document.children())
       walkXml(top, [this](const pugi::xml_node& node, int level) { checkNode(node, level); });
-    // Each element has one plain '<' and one end, all other markup one plain '<': any more stand
-    // where there should be text only.
-    const bool hasOthers = lessThans.plain > elements + otherMarkup || lessThans.ends > elements;
+    // Each element has one plain '<' and one end, all other markup one plain '<'. Any more stand
+    // where there should be text only, or in comments and the like, where they do no harm.
+    const bool hasOthers = counts.plain > elements + otherMarkup || counts.ends > elements;
     if (hasOthers) checkLessThans();
   }
 
@@ -212,7 +212,7 @@ class Inspection {
       }
     };
     for (const pugi::xml_node top : document.children()) walkXml(top, count);
-    if (found > lessThans.references && first != nullptr)
+    if (found > counts.references && first != nullptr)
       failAt("'<' in an attribute is written &lt;; here or further on it is not", first);
   }
 
@@ -243,7 +243,7 @@ class Inspection {
   const char* begin;
   const LineTable& lines;
   NameCheck names;
-  XmlRawCheck::LessThans lessThans;
+  XmlRawCheck::MarkupCounts counts;
   std::size_t elements = 0;
   std::size_t otherMarkup = 0;
 };
@@ -253,14 +253,13 @@ class Inspection {
 Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
   XmlSource::Text text = XmlSource::read(in);
   const LineTable lines(text);
-  const XmlRawCheck::LessThans lessThans = XmlRawCheck::check(text, lines);
+  const XmlRawCheck::MarkupCounts counts = XmlRawCheck::check(text, lines);
 
   // The encoding is named so that no byte is converted. Text at the top level is kept as in a
   // fragment so that it can be refused. White space is kept where it is all that an element holds,
   // and beside CDATA, where it is part of a text, all of it is.
-  const unsigned options =
-      pugi::parse_full | pugi::parse_fragment |
-      (lessThans.hasCdata ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+  const unsigned options = pugi::parse_full | pugi::parse_fragment |
+                           (counts.hasCdata ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
   const char* const begin = text.data.get();
   const std::size_t size = text.size;
   const pugi::xml_parse_result result = document.load_buffer_inplace_own(
@@ -270,10 +269,10 @@ Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
     const std::size_t offset = std::min(static_cast<std::size_t>(result.offset), size);
     fail(describe(result, offset == size), lines.find(offset));
   }
-  Inspection(document, begin, lines, lessThans).run();
+  Inspection(document, begin, lines, counts).run();
   if (root == Root::required && !document.document_element())
     fail("the document has no root element", lines.find(size));
-  return lessThans.hasCdata ? Layout::kept : Layout::free;
+  return counts.hasCdata ? Layout::kept : Layout::free;
 }
 
 }  // namespace XmlParse

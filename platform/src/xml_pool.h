@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -22,17 +21,8 @@ class Pool {
     return made;
   }
 
-  /// Makes room for the blocks of `other`, so that takeOver() cannot fail.
-  void reserveFor(const Pool& other) { blocks.reserve(blocks.size() + other.blocks.size()); }
-
-  /// Takes over all objects of `other`.
-  void takeOver(Pool& other) {
-    std::move(other.blocks.begin(), other.blocks.end(), std::back_inserter(blocks));
-    other = Pool();
-  }
-
  private:
-  /// A small document takes little, a large one few blocks.
+  /// Small documents get small blocks, and large ones waste little.
   void addBlock(std::size_t least) {
     constexpr std::size_t greatestBlock = 4096;
     const std::size_t size = std::max(least, std::min(greatestBlock, blockSize));

@@ -29,8 +29,8 @@ std::size_t findForbidden(std::string_view text) {
   return found != text.end() ? static_cast<std::size_t>(found - text.begin()) : text.npos;
 }
 
-LessThans countLessThans(std::string_view text) {
-  LessThans counts;
+MarkupCounts countMarkup(std::string_view text) {
+  MarkupCounts counts;
   for (std::size_t at = text.find('<'); at != text.npos; at = text.find('<', at + 1)) {
     const bool isEnd = text.compare(at, 2, "</") == 0;
     ++(isEnd ? counts.ends : counts.plain);
@@ -139,7 +139,7 @@ class LiteralSections {
 
 }  // namespace
 
-LessThans check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
+MarkupCounts check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
   const std::string_view text = source.get();
   const std::size_t forbidden = findForbidden(text);
   if (forbidden != text.npos) {
@@ -149,7 +149,7 @@ LessThans check(const XmlSource::Text& source, const XmlSource::LineTable& lines
                     lines.find(forbidden));
   }
 
-  LessThans counts = countLessThans(text);
+  MarkupCounts counts = countMarkup(text);
   LiteralSections literals(text);
   for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1)) {
     const std::string_view reference = findReference(text.substr(at));

@@ -6,11 +6,11 @@
 
 namespace XmlRawCheck {
 
-/// What no longer shows once the text is parsed: how often '<' stands in it, and as what.
-struct LessThans {
-  std::size_t plain = 0;       // all but those of end tags
+/// What no longer shows once the text is parsed: how often the marks of markup stand in it.
+struct MarkupCounts {
+  std::size_t plain = 0;       // '<', all but those of end tags
   std::size_t ends = 0;        // of elements: "</" and "/>"
-  std::size_t references = 0;  // "&lt;" and the like
+  std::size_t references = 0;  // to '<': "&lt;" and the like
   bool hasCdata = false;       // "<![CDATA[" occurs
 };
 
@@ -18,6 +18,6 @@ struct LessThans {
 /// that XML does not allow, and an '&' that starts no reference to a character that XML allows or
 /// to one of its five entities. References are the parser's to resolve; one that it cannot resolve
 /// would be printed as something else.
-LessThans check(const XmlSource::Text& text, const XmlSource::LineTable& lines);
+MarkupCounts check(const XmlSource::Text& text, const XmlSource::LineTable& lines);
 
 }  // namespace XmlRawCheck

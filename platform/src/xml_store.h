@@ -1,9 +1,7 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -43,14 +41,16 @@ class AttributeSuccession {
     return element == current && count < names.size() && names[count] == name;
   }
 
-  /// Takes note of an attribute that was appended to `element`.
-  void note(const NodeHandle* element, const std::string& name) {
+  /// Takes note of an attribute that was appended to `element`. Out of memory it only knows less.
+  void note(const NodeHandle* element, const std::string& name) noexcept {
     if (element != current) return;
-    if (!isNext(element, name)) {
-      names.resize(count);
-      names.push_back(name);
+    if (!isNext(element, name)) names.resize(count);
+    try {
+      if (count == names.size()) names.push_back(name);
+      ++count;
+    } catch (const std::bad_alloc&) {
+      start(nullptr);
     }
-    ++count;
   }
 
  private:
@@ -79,9 +79,16 @@ struct Store {
   Store(const Store&) = delete;
   Store& operator=(const Store&) = delete;
 
+  /// One store after the other: however they were taken over, the stack stays flat.
   ~Store() {
     isEnding = true;
     for (Element* element : added) delete element;
+    while (!takenOver.empty()) {
+      const std::unique_ptr<Store> ended = std::move(takenOver.back());
+      takenOver.pop_back();
+      for (std::unique_ptr<Store>& older : ended->takenOver) takenOver.push_back(std::move(older));
+      ended->takenOver.clear();
+    }
   }
 
   // --- The document
@@ -109,8 +116,12 @@ struct Store {
   }
 
   /// Throws std::invalid_argument when `name` is no XML name.
-  static pugi::xml_node append(pugi::xml_node parent, const std::string& name) {
+  static void requireName(const std::string& name) {
     if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
+  }
+
+  static pugi::xml_node append(pugi::xml_node parent, const std::string& name) {
+    requireName(name);
     pugi::xml_node child = parent.append_child(pugi::node_element);
     if (!child) throw std::bad_alloc();
     if (child.set_name(name.c_str())) return child;
@@ -137,8 +148,7 @@ struct Store {
   static void setAttribute(const Element& element, const std::string& name, const char* text) {
     Store& store = *element.view.store;
     const bool isNew = store.succession.isNext(element.view.node, name);
-    if (!isNew && !XmlText::isName(name))
-      throw std::invalid_argument("\"" + name + "\" is no XML name");
+    if (!isNew) requireName(name);
     pugi::xml_attribute attribute = isNew ? pugi::xml_attribute() : lookUp(element, name);
     if (attribute) {
       if (!attribute.set_value(text)) throw std::bad_alloc();
@@ -186,10 +196,18 @@ struct Store {
   }
 
   Element* createRoot(const std::string& name) {
-    Element* const created = makeView(pugi::xml_node(), nullptr);
-    created->view.node = toHandle(append(document, name));
-    root = created;
+    root = createElement(document, name, nullptr);
     return root;
+  }
+
+  /// Creates an element below `parentNode`, behind all others, and the view of it.
+  Element* createElement(const pugi::xml_node& parentNode, const std::string& name,
+                         Element* parent) {
+    requireName(name);
+    Element* const element = makeView(pugi::xml_node(), parent);
+    element->view.node = toHandle(append(parentNode, name));
+    succession.start(element->view.node);
+    return element;
   }
 
   static const std::string& getName(const Element& element) {
@@ -251,20 +269,20 @@ struct Store {
   /// Makes room for one more child, so that noting it cannot fail once the document has it.
   static ChildList<Element>& reserveChild(Element& parent) {
     ChildList<Element>& list = getChildList(parent);
-    reserveOne(list.elements);
+    reserveMore(list.elements, 1);
     return list;
   }
 
-  static void reserveOne(std::vector<Element*>& list) {
-    if (list.size() == list.capacity()) list.reserve(2 * list.size() + 4);
+  /// Makes room for `count` more, growing in proportion.
+  template <class Item>
+  static void reserveMore(std::vector<Item>& list, std::size_t count) {
+    if (list.capacity() - list.size() < count) list.reserve(2 * list.size() + count + 4);
   }
 
   /// Creates a child element behind all others.
   static Element* appendChild(Element& parent, const std::string& name) {
     ChildList<Element>& list = reserveChild(parent);
-    Element* const child = parent.view.store->makeView(pugi::xml_node(), &parent);
-    child->view.node = toHandle(append(getNode(parent), name));
-    parent.view.store->succession.start(child->view.node);
+    Element* const child = parent.view.store->createElement(getNode(parent), name, &parent);
     list.elements.push_back(child);
     return child;
   }
@@ -315,7 +333,7 @@ struct Store {
   /// Makes a detached element the last child of `parent`.
   void attach(Element& parent, Element& child) {
     ChildList<Element>& list = reserveChild(parent);
-    reserveOne(added);
+    reserveMore(added, 1);
     if (!getNode(parent).append_move(getNode(child)))
       throw std::invalid_argument("an element cannot be added below itself");
     forgetDetached(child);
@@ -325,23 +343,22 @@ struct Store {
   }
 
   /// Takes over another store, of an element that stood for itself, with all that is detached
-  /// there.
+  /// there. The other one is kept for its views, which stay where they are.
   void takeOver(Store& other) {
     if (!nursery) nursery = append(document, "nursery");
     const std::vector<Element*> moving = other.detached;
     std::vector<Element*> views;
     for (Element* element : moving) listViews(*element, views);
-    detached.reserve(detached.size() + moving.size());
-    added.reserve(added.size() + other.added.size() + 1);
-    oldNames.reserve(oldNames.size() + 1 + other.oldNames.size());
-    elements.reserveFor(other.elements);
-    attributes.reserveFor(other.attributes);
+    reserveMore(detached, moving.size());
+    reserveMore(added, 1);
+    reserveMore(takenOver, 1);
     const std::vector<pugi::xml_node> copies = copyToNursery(moving);
 
-    const std::unique_ptr<Store> emptied(&other);
-    takeViews(other);
+    takenOver.emplace_back(&other);
+    other.isEnding = true;
+    other.standalone = nullptr;
+    other.detached.clear();
     for (std::size_t i = 0; i < moving.size(); ++i) {
-      moving[i]->view.store = this;
       moving[i]->view.node = toHandle(copies[i]);
       detached.push_back(moving[i]);
     }
@@ -349,6 +366,7 @@ struct Store {
       view->view.store = this;
       rebind(*view);
     }
+    other.document.reset();
   }
 
   pugi::xml_document document;
@@ -359,10 +377,10 @@ struct Store {
   AttributePool<Element> attributes;
   Element* root = nullptr;
   Element* standalone = nullptr;
-  std::vector<Element*> detached;                         // not owned
-  std::vector<Element*> added;                            // once detached, now owned
-  std::unordered_set<std::string> names;                  // of elements, each text once
-  std::vector<std::unordered_set<std::string>> oldNames;  // of stores taken over
+  std::vector<Element*> detached;         // not owned
+  std::vector<Element*> added;            // once detached, now owned
+  std::unordered_set<std::string> names;  // of elements, each text once
+  std::vector<std::unique_ptr<Store>> takenOver;
   const std::string* lastName = nullptr;
   AttributeSuccession succession;
   NodeHandle* lookedUpOn = nullptr;
@@ -421,16 +439,6 @@ struct Store {
       throw std::bad_alloc();
     }
     return copies;
-  }
-
-  /// All of these have room.
-  void takeViews(Store& other) {
-    oldNames.push_back(std::move(other.names));
-    for (auto& older : other.oldNames) oldNames.push_back(std::move(older));
-    elements.takeOver(other.elements);
-    attributes.takeOver(other.attributes);
-    added.insert(added.end(), other.added.begin(), other.added.end());
-    other.added.clear();
   }
 
   /// Lets attributes and children refer to the node that `element` stands on now.

@@ -66,16 +66,6 @@ class AttributePool<KvXmlData> {
     return addBlock(newest, element) ? newest->find(name) : nullptr;
   }
 
-  void reserveFor(const AttributePool& other) {
-    attributes.reserveFor(other.attributes);
-    blocks.reserveFor(other.blocks);
-  }
-
-  void takeOver(AttributePool& other) {
-    attributes.takeOver(other.attributes);
-    blocks.takeOver(other.blocks);
-  }
-
   /// Lets all blocks of an element refer to `element`, where it stands now.
   static void rebind(AttributeBlock* newest, const pugi::xml_node& element) {
     for (AttributeBlock* block = newest; block != nullptr; block = block->older)

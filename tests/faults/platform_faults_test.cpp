@@ -458,6 +458,7 @@ Operation printTo(const std::string& name) {
 TEST(ParserMemory, MeetsFaultsToo) {
   KvXmlN::Document document("a");
   KvXmlN::Data& root = document.getRoot();
+  root.setAttribute("t", 0, true);
   const long blocksBefore = countBlocks();
 
   root.setAttribute("t", hugeName, true);

@@ -787,6 +787,57 @@ TEST(XmlElementEnd, OfOneWithoutAParentEndsAllBelow) {
   standalone.reset();
 }
 
+TEST(XmlDataWithoutParent, IsAddedAfterAnElementMadeForItEnded) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("root", false);
+  auto* const standalone = new KvXmlData("a", nullptr);
+  auto detached = std::make_unique<KvXmlData>("b", standalone);
+  addNew(detached.get(), "c");
+  detached.reset();
+
+  root->addChild(standalone);
+
+  EXPECT_EQ(print(tree), declaration + "<root>\n  <a />\n</root>\n");
+}
+
+TEST(XmlDataWithoutParent, KeepsWhatWasHandedOutWhenItIsAddedToAnotherOne) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("root", false);
+  auto* const outer = new KvXmlData("a", nullptr);
+  auto* const inner = new KvXmlData("b", nullptr);
+  inner->setAttribute("n", 7, true);
+  const KvXmlAttributeData* const attribute = inner->findAttribute("n");
+  const std::string& name = inner->getName();
+
+  outer->addChild(inner);
+  root->addChild(outer);
+
+  EXPECT_EQ(attribute->getInteger(), 7);
+  EXPECT_EQ(name, "b");
+  EXPECT_EQ(outer->findTree("b", false), inner);
+}
+
+TEST(XmlDataWithoutParent, MayBeAddedByTheThousand) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("root", false);
+
+  for (int i = 0; i < 20000; ++i) root->addChild(new KvXmlData("a", nullptr));
+
+  EXPECT_EQ(root->getChildren().size(), 20000u);
+}
+
+TEST(XmlDataWithoutParent, MayBeAddedToOneAnotherByTheThousand) {
+  auto* top = new KvXmlData("a", nullptr);
+  for (int i = 0; i < 1000; ++i) {
+    auto* const above = new KvXmlData("a", nullptr);
+    above->addChild(top);
+    top = above;
+  }
+
+  EXPECT_EQ(top->getChildren().size(), 1u);
+  delete top;
+}
+
 TEST(XmlElementEnd, BeforeItWasAddedLeavesRoomForAnother) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);

@@ -7,8 +7,6 @@
 #include <memory>
 #include <string>
 
-#include "kv/export.h"
-
 namespace KvXmlView {
 
 /// What the parser keeps of an element and of an attribute.
