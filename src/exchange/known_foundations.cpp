@@ -20,8 +20,8 @@ std::uint32_t hash(const std::string& name) {
   return static_cast<std::uint32_t>(std::hash<std::string>()(name));
 }
 
-/// Numbers that follow one another stand side by side, which is how most documents ask for them;
-/// those that differ in their upper bits only stand apart.
+/// Numbers that follow one another start side by side, which is how most documents ask for them;
+/// those that differ in their upper bits only start apart.
 std::uint32_t hash(int number) {
   const auto bits = static_cast<std::uint32_t>(number);
   return bits ^ (bits >> 16);
@@ -30,17 +30,13 @@ std::uint32_t hash(int number) {
 }  // namespace
 
 bool KnownFoundations::hasName(const std::string& name) {
-  const auto isNamed = [&name](const Foundation& listed) { return listed.getName() == name; };
-  if (!useTables()) return hasAny(list, isNamed);
-  return tables->names.contains(hash(name),
-                                [&](std::size_t place) { return isNamed(*list[place]); });
+  if (useTables()) return tables->names.contains(hash(name), isNamed(name));
+  return hasAny(list, [&name](const Foundation& listed) { return listed.getName() == name; });
 }
 
 bool KnownFoundations::hasNumber(int number) {
-  const auto isNumbered = [=](const Foundation& listed) { return listed.getNumber() == number; };
-  if (!useTables()) return hasAny(list, isNumbered);
-  return tables->numbers.contains(hash(number),
-                                  [&](std::size_t place) { return isNumbered(*list[place]); });
+  if (useTables()) return tables->numbers.contains(hash(number), isNumbered(number));
+  return hasAny(list, [number](const Foundation& listed) { return listed.getNumber() == number; });
 }
 
 std::string KnownFoundations::makeFreeName(const std::string& wanted) {
@@ -54,19 +50,23 @@ std::string KnownFoundations::makeFreeName(const std::string& wanted) {
 }
 
 void KnownFoundations::noteLast() {
-  if (tables) note(list.back());
+  if (!tables) return;
+  if (isWatched) addEntry(list.back());
+  if (areTrusted) enterNext();
 }
 
 bool KnownFoundations::useTables() {
   if (!tables && walks++ < fewWalks) return false;
   if (areTrusted) return true;
-  if (!tables || !areTablesValid()) tables.emplace(std::max(expectedSize, list.size()));
-  while (tables->noted < list.size()) note(list[tables->noted]);
+  if (!tables || !areEntriesValid()) tables.emplace(std::max(expectedSize, list.size()));
+  if (isWatched)
+    while (tables->entries.size() < list.size()) addEntry(list[tables->entries.size()]);
+  while (tables->entered < list.size()) enterNext();
   areTrusted = true;
   return true;
 }
 
-bool KnownFoundations::areTablesValid() const {
+bool KnownFoundations::areEntriesValid() const {
   const auto isSame = [](const Entry& entry, const Foundation* listed) {
     return entry.foundation == listed &&
            (listed == nullptr ||
@@ -77,18 +77,20 @@ bool KnownFoundations::areTablesValid() const {
          std::equal(entries.begin(), entries.end(), list.begin(), isSame);
 }
 
-void KnownFoundations::note(const Foundation* foundation) {
-  // In doubt it may stand elsewhere, but then the tables are not asked before they are made anew.
-  const std::size_t place = tables->noted++;
-  if (foundation != nullptr) {
-    tables->names.add(hash(foundation->getName()), place);
-    tables->numbers.add(hash(foundation->getNumber()), place);
-  }
-  if (!isWatched) return;
+void KnownFoundations::addEntry(const Foundation* foundation) {
   if (foundation != nullptr)
     tables->entries.push_back({foundation, foundation->getNumber(), foundation->getName()});
   else
     tables->entries.push_back({nullptr, 0, {}});
+}
+
+void KnownFoundations::enterNext() {
+  const std::size_t place = tables->entered++;
+  if (list[place] == nullptr) return;
+  const std::string& name = list[place]->getName();
+  const int number = list[place]->getNumber();
+  tables->names.add(hash(name), place, isNamed(name));
+  tables->numbers.add(hash(number), place, isNumbered(number));
 }
 
 }  // namespace Found::Umo

@@ -38,21 +38,20 @@ class KnownFoundations {
   void doubt() { areTrusted = false; }
 
  private:
-  /// A foundation as the tables know it.
+  /// A foundation as it was when it was noted.
   struct Entry {
     const Foundation* foundation;
     int number;
     std::string name;
   };
 
-  /// Made of the start of the list.
   struct Tables {
     explicit Tables(std::size_t expected) : names(expected), numbers(expected) {}
 
+    std::vector<Entry> entries;  // the start of the list, where there are messages
+    std::size_t entered = 0;     // how many of the list are in the tables below
     PlaceTable names;
     PlaceTable numbers;
-    std::size_t noted = 0;       // how many of the list
-    std::vector<Entry> entries;  // of these, where there are messages
     // The last counter given to a name that was wanted before. Names are only added as long as the
     // tables hold, so the counters up to it need no second try.
     std::unordered_map<std::string, int> counters;
@@ -61,8 +60,17 @@ class KnownFoundations {
   /// True when the tables can be asked, after making them or comparing them with the list as need
   /// be.
   bool useTables();
-  bool areTablesValid() const;
-  void note(const Foundation* foundation);
+  bool areEntriesValid() const;
+  void addEntry(const Foundation* foundation);
+
+  // Only to be asked while the tables are those of the list.
+  void enterNext();
+  auto isNamed(const std::string& name) const {
+    return [&](std::size_t place) { return list[place]->getName() == name; };
+  }
+  auto isNumbered(int number) const {
+    return [this, number](std::size_t place) { return list[place]->getNumber() == number; };
+  }
 
   const std::vector<Foundation*>& list;
   std::size_t expectedSize;

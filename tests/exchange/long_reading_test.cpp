@@ -295,6 +295,19 @@ TEST_F(LongReading, SeesThatAMessagePutNullInThePlaceOfTheLast) {
   EXPECT_EQ(host.messages, (Messages{"onUnknownElement <Other>", "onReadFinished 61"}));
 }
 
+TEST_F(LongReading, SeesThatAMessagePutNullInThePlaceOfEveryFoundation) {
+  ActingMessenger host([&](const std::string& message) {
+    if (message != "onUnknownElement <Other>") return;
+    manager.reset();
+    for (int i = 0; i < 60; ++i) manager.add(nullptr);
+  });
+
+  readText(manager, makeDocument(makeManyCurves() + "<Other/>" + makeCurve(1, "F1")),
+           currentVersion, &host);
+
+  EXPECT_EQ(describeRest(manager), "1 F1");
+}
+
 TEST_F(LongReading, SeesThatAMessagePutAFoundationInThePlaceOfNull) {
   manager.add(nullptr);
   ActingMessenger host([&](const std::string& message) {
@@ -357,6 +370,63 @@ TEST_F(LongReading, KnowsWhatItAppendedWhileAMessageHadAddedAFoundationForAWhile
   EXPECT_EQ(host.messages, (Messages{"onNameChanged <F1> <F1_1>", "onUnknownElement <Other>",
                                      "onNameChanged <F1_1> <F1_1_1>",
                                      "onInvalidNumber <CurveBedding> 61", "onReadFinished 63"}));
+}
+
+TEST_F(LongReading, GivesTheFirstSuffixOnceItsOwnerWasThereForAWhile) {
+  std::unique_ptr<Foundation> guest;
+  ActingMessenger host([&](const std::string& message) {
+    if (message == "onUnknownElement <Other>") {
+      guest = std::make_unique<Foundation>();
+      guest->setName("A_1");
+      manager.add(guest.get());
+    } else if (message == "onNameChanged <A> <A_2>") {
+      manager.remove(guest.get(), false, false);
+    }
+  });
+
+  readText(manager,
+           makeDocument(makeCurve(201, "A") + "<Other/>" + makeCurve(202, "A") + makeManyCurves() +
+                        makeCurve(203, "A")),
+           currentVersion, &host);
+
+  EXPECT_EQ(host.messages, (Messages{"onUnknownElement <Other>", "onNameChanged <A> <A_2>",
+                                     "onNameChanged <A> <A_1>", "onReadFinished 63"}));
+}
+
+TEST_F(LongReading, KnowsHoweverManyFoundationsAMessageAdded) {
+  for (int added = 0; added <= 140; ++added) {
+    FoundationManager filled;
+    ActingMessenger host([&](const std::string& message) {
+      if (message != "onUnknownElement <Other>") return;
+      for (int i = 0; i < added; ++i) addFoundation(filled, 1000 + i, "A" + std::to_string(i));
+    });
+
+    readText(filled, makeDocument(makeManyCurves() + "<Other/>" + makeCurve(999, "B")),
+             currentVersion, &host);
+
+    EXPECT_EQ(filled.getFoundations().back()->getName(), "B") << added;
+  }
+}
+
+TEST_F(LongReading, TakesNoLongerWhereManyHaveTheSameNumberAndName) {
+  for (int i = 0; i < 50000; ++i) addFoundation(manager, 7, "Same");
+
+  read(makeManyCurves());
+
+  EXPECT_EQ(messenger.messages,
+            (Messages{"onInvalidNumber <CurveBedding> 7", "onReadFinished 59"}));
+}
+
+TEST_F(LongReading, TakesNoLongerWhereNumbersStandInTwoRows) {
+  for (int i = 1; i <= 50000; ++i) {
+    addFoundation(manager, i, "A" + std::to_string(i));
+    addFoundation(manager, i + (1 << 18), "B" + std::to_string(i));
+  }
+
+  read(makeCurve(50000, "C") + makeCurve((1 << 18) + 50000, "D") + makeMoreCurves() +
+       makeCurve(60000, "E"));
+
+  EXPECT_EQ(manager.getFoundations().size(), 100001u);
 }
 
 /// Two different names the standard hashes of which agree in their lower half.
