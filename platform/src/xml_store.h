@@ -79,16 +79,12 @@ struct Store {
   Store(const Store&) = delete;
   Store& operator=(const Store&) = delete;
 
-  /// One store after the other: however they were taken over, the stack stays flat.
+  /// A store that was taken over stands before those that it had taken over itself, and elements in
+  /// these may still point to it: so the last one ends first.
   ~Store() {
     isEnding = true;
     for (Element* element : added) delete element;
-    while (!takenOver.empty()) {
-      const std::unique_ptr<Store> ended = std::move(takenOver.back());
-      takenOver.pop_back();
-      for (std::unique_ptr<Store>& older : ended->takenOver) takenOver.push_back(std::move(older));
-      ended->takenOver.clear();
-    }
+    while (!takenOver.empty()) takenOver.pop_back();
   }
 
   // --- The document
@@ -343,7 +339,8 @@ struct Store {
   }
 
   /// Takes over another store, of an element that stood for itself, with all that is detached
-  /// there. The other one is kept for its views, which stay where they are.
+  /// there. The other one is kept for its views, which stay where they are; so are those that it
+  /// had taken over.
   void takeOver(Store& other) {
     if (!nursery) nursery = append(document, "nursery");
     const std::vector<Element*> moving = other.detached;
@@ -351,10 +348,12 @@ struct Store {
     for (Element* element : moving) listViews(*element, views);
     reserveMore(detached, moving.size());
     reserveMore(added, 1);
-    reserveMore(takenOver, 1);
+    reserveMore(takenOver, other.takenOver.size() + 1);
     const std::vector<pugi::xml_node> copies = copyToNursery(moving);
 
     takenOver.emplace_back(&other);
+    for (std::unique_ptr<Store>& older : other.takenOver) takenOver.push_back(std::move(older));
+    other.takenOver.clear();
     other.isEnding = true;
     other.standalone = nullptr;
     other.detached.clear();

@@ -93,6 +93,8 @@ void KvXmlData::addChild(KvXmlData* child) {
       throw std::invalid_argument("the element was made for another document");
     to.takeOver(from);
   }
+  if (to.standalone == child)
+    throw std::invalid_argument("an element cannot be added to one that was made for it");
   if (!to.isDetached(*child)) throw std::invalid_argument("the element was added before");
   to.attach(*this, *child);
 }

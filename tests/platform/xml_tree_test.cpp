@@ -800,6 +800,27 @@ TEST(XmlDataWithoutParent, IsAddedAfterAnElementMadeForItEnded) {
   EXPECT_EQ(print(tree), declaration + "<root>\n  <a />\n</root>\n");
 }
 
+TEST(XmlDataWithoutParent, IsAddedTwiceAfterAnElementMadeForItEnded) {
+  KvXmlTree tree;
+  auto* const first = new KvXmlData("first", nullptr);
+  auto ending = std::make_unique<KvXmlData>("ending", first);
+  ending->addChild(new KvXmlData("below", first));
+  auto* const second = new KvXmlData("second", nullptr);
+  second->addChild(first);
+  ending.reset();
+
+  tree.open("root", false)->addChild(second);
+
+  EXPECT_EQ(print(tree), declaration + "<root>\n  <second>\n    <first />\n  </second>\n</root>\n");
+}
+
+TEST(XmlDataWithoutParent, IsNotAddedToAnElementThatWasMadeForIt) {
+  const auto standalone = std::make_unique<KvXmlData>("a", nullptr);
+  const auto detached = std::make_unique<KvXmlData>("b", standalone.get());
+
+  EXPECT_THROW(detached->addChild(standalone.get()), std::invalid_argument);
+}
+
 TEST(XmlDataWithoutParent, KeepsWhatWasHandedOutWhenItIsAddedToAnotherOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("root", false);

@@ -93,7 +93,7 @@ class KV_API KvXmlData {
 
   /// Appends `child` and owns it from here on, with all below it. Throws std::invalid_argument, and
   /// the caller keeps it, when `child` is null, already added, above this element, or made for a
-  /// parent of another tree.
+  /// parent of another tree, and when this element was made for `child` or for one below it.
   void addChild(KvXmlData* child);
 
   /// Sets an attribute; one that exists keeps its place. A character that XML cannot hold (a
