@@ -1,6 +1,5 @@
 // Runs the benchmarks, or with --memory FILE tells how much memory readXml() takes for FILE.
 #include <benchmark/benchmark.h>
-#include <malloc.h>
 #include <sys/resource.h>
 
 #include <cstring>
@@ -9,6 +8,10 @@
 
 #include "found/foundation_manager.h"
 #include "texts.h"
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 namespace {
 
@@ -23,8 +26,10 @@ long long measurePeak() {
 /// before; so must large ones, or the time per foundation would tell how the system hands out
 /// memory.
 void keepMemory() {
+#if defined(__GLIBC__)
   mallopt(M_MMAP_THRESHOLD, 1 << 30);
   mallopt(M_TRIM_THRESHOLD, -1);
+#endif
 }
 
 int reportMemory(const std::string& path) {
