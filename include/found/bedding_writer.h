@@ -31,10 +31,10 @@ class FOUND_API BeddingWriter {
   void setMessenger(ReadMessenger* messenger);
 
   /// Appends the elements to `container`; its other children stay. Lost are the failure mode of
-  /// line x, line rotation about y and z, the flags, in version "1.0" the number, and in every
-  /// other version a foundation without stiffness (its length 0 or not a number). A vector that the
-  /// vector library calls null is not written. What memory or the XML library throws passes
-  /// through; elements written until then stay.
+  /// line x, line rotation about y and z, the flags, the sign of a factor of -0.0, in version "1.0"
+  /// the number, and in every other version a foundation without stiffness (its length 0 or not a
+  /// number). A vector that the vector library calls null is not written. What memory or the XML
+  /// library throws passes through; elements written until then stay.
   void write(KvXmlN::Data& container) const;
 
  private:

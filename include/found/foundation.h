@@ -148,7 +148,8 @@ class FOUND_API Foundation {
   /// start from a new foundation, as the copy constructor does.
   void copy(const Foundation& other);
 
-  /// Adds the three vectors of `other`, component by component; a sum of length 0 becomes absent.
+  /// Adds the three vectors of `other`, component by component; a sum whose length is 0 or not a
+  /// number becomes absent.
   /// Always marks as changed. Flags, failure modes and factors stay.
   void addValues(const Foundation& other);
 
@@ -157,10 +158,12 @@ class FOUND_API Foundation {
   void scaleValues(double factor);
 
   /// Makes this the linear interpolation between `a` (`t` = 0) and `b` (`t` = 1); other `t`
-  /// extrapolate. Flags, failure modes and factors become those of `a`; an interpolated vector of
-  /// length 0 becomes absent. The name becomes that of `a` when `t` is exactly 0, that of `b` when
-  /// exactly 1, else empty; the number stays. This object may be `a`. It may also be `b`, but then
-  /// the vectors of `a` overwrite it first and the result is computed from these.
+  /// extrapolate. It is computed as `a` + `t` * (`b` - `a`), so at 1 it is `b` as exactly as the
+  /// difference can be told. Flags, failure modes and factors become those of `a`; an interpolated
+  /// vector whose length is 0 or not a number becomes absent. The name becomes that of `a` when `t`
+  /// is exactly 0, that of `b` when exactly 1, else empty; the number stays. This object may be
+  /// `a`. It may also be `b`, but then the vectors of `a` overwrite it first and the result is
+  /// computed from these.
   void interpolate(const Foundation& a, const Foundation& b, double t);
 
   /// Removes the area translation and resets the area's factor and failure mode. Does not mark as

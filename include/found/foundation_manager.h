@@ -48,7 +48,9 @@ class FOUND_API FoundationManager {
   void reset();
 
   /// Appends `f`, which may be null, and owns it from here on. Name, number and flags stay as they
-  /// are; nothing is checked. Throws std::bad_alloc: the list is unchanged, `f` stays the caller's.
+  /// are; nothing is checked. What is listed more than once is deleted for each place: a host takes
+  /// out all places but one before reset() or the end of the manager. Throws std::bad_alloc: the
+  /// list is unchanged, `f` stays the caller's.
   void add(Foundation* f);
 
   /// The same; when std::bad_alloc is thrown, the object is deleted with the argument.
@@ -76,7 +78,8 @@ class FOUND_API FoundationManager {
   /// What remove() put aside for redo(), in order of removal.
   const std::vector<Foundation*>& getRemovedFoundations() const;
 
-  /// Takes `f` out of the live list and clears the current foundation if it is `f`. Then:
+  /// Takes `f` out of the live list, at its first place there, and clears the current foundation if
+  /// it is `f`. Then:
   ///
   ///     deleteFoundation  keepRemoved
   ///     false             false        the caller owns `f`
@@ -118,7 +121,7 @@ class FOUND_API FoundationManager {
   /// Takes out the first registration of `user`; ignored when there is none.
   void removeUser(FoundationUser* user);
   /// True as soon as one user, asked in order of registration, uses `foundation`, which need not
-  /// be in the list.
+  /// be in the list and may be null.
   bool checkUsed(const Foundation* foundation) const;
   /// How many foundations of the live list are used.
   std::size_t getNumberOfUsedFoundations() const;
@@ -158,8 +161,9 @@ class FOUND_API FoundationManager {
   /// Replaces the live foundations by those of the first "FOUNDATIONS" element below `data`, and
   /// the current foundation by the one it names. When `data` is null or has no such element the
   /// manager is left empty. The old foundations are deleted. Names, numbers and failure modes are
-  /// taken as they stand, unchecked; what is absent takes its default. What the XML library throws
-  /// passes through; foundations read until then stay.
+  /// taken as they stand, unchecked; what is absent takes its default. A line translation or
+  /// rotation whose length is 0 or not a number reads as absent, a factor of -0.0 as 0.0. What the
+  /// XML library throws passes through; foundations read until then stay.
   void createFromXml(KvXmlData* data);
 
   /// Reads the file at `path` like createFromXml(). False, and the manager is untouched, when the
@@ -182,7 +186,7 @@ class FOUND_API FoundationManager {
   void updateXml(KvXmlTree* tree) const;
 
   /// Prints a complete document of the foundations to `out`. Opening, checking and closing the
-  /// file is the caller's business.
+  /// file is the caller's business; that a device is full may only be told on closing.
   void writeXml(std::ofstream& out) const;
   /// @}
 
