@@ -15,4 +15,4 @@ install_packages() {
 }
 
 build_packages=(g++ cmake ninja-build libpugixml-dev libcli11-dev)
-test_packages=("${build_packages[@]}" libgtest-dev libxml2-utils locales)
+test_packages=("${build_packages[@]}" libgtest-dev librapidcheck-dev libxml2-utils locales)

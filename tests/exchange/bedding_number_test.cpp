@@ -97,6 +97,7 @@ TEST(BeddingNumber, IsMissingWithoutADigit) {
   expectMissing("&#9;&#10;");
   expectMissing("x");
   expectMissing("x7");
+  expectMissing("X7");
   expectMissing(".5");
   expectMissing("seven");
   expectMissing(

@@ -266,6 +266,16 @@ TEST_F(BeddingReading, RefusesNumbersThatTheManagerHas) {
                       "onReadFinished 0"}));
 }
 
+TEST_F(BeddingReading, RefusesTheLargestIntTheSecondTimeAsAnyNumber) {
+  read(
+      "<CurveBedding Number='2147483647' Name='A'/><CurveBedding Number='2147483647' Name='B'/>"
+      "<CurveBedding Number='2147483648' Name='C'/>");
+
+  EXPECT_EQ(describe(manager), "2147483647 A");
+  EXPECT_EQ(messenger.messages, (Messages{"onInvalidNumber <CurveBedding> 2147483647",
+                                          "onMissingNumber <CurveBedding>", "onReadFinished 1"}));
+}
+
 TEST_F(BeddingReading, KeepsTheFirstPartOfTwoThatShareANumber) {
   read(
       "<CurveBedding Number='5' Name='A' StiffnessX='1'/>"

@@ -314,6 +314,16 @@ TEST_F(BeddingWriting, PassesOverNullFoundations) {
   EXPECT_EQ(write(manager, "1.0"), makePrinted({fullBedding}));
 }
 
+TEST_F(BeddingWriting, WritesAFoundationListedTwiceTwice) {
+  Foundation& foundation = addFull(manager, 3, "A");
+  manager.add(&foundation);
+
+  EXPECT_EQ(write(manager, currentVersion),
+            makePrinted({fullCurve, fullSurface, fullCurve, fullSurface}));
+  EXPECT_EQ(write(manager, "1.0"), makePrinted({fullBedding, fullBedding}));
+  manager.remove(&foundation, false, false);
+}
+
 TEST_F(BeddingWriting, ChangesNothingOfTheManager) {
   Foundation& foundation = addFull(manager, 3, "A");
   foundation.setChanged(false);

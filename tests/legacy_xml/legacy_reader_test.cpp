@@ -327,6 +327,17 @@ TEST(LegacyNumbers, ReachTheLimitsOfInt) {
             "-2147483648 A, 2147483647 B, 2147483647 C");
 }
 
+TEST(LegacyNumbers, BeyondTheLimitsOfIntAreZero) {
+  EXPECT_EQ(readList("<FOUND NUMBER='2147483648' NAME='A'/><FOUND NUMBER='-2147483649' NAME='B'/>"
+                     "<FOUND NUMBER='99999999999999999999' NAME='C'/><FOUND NAME='D'/>"),
+            "0 A, 0 B, 0 C, 1 D");
+}
+
+TEST(LegacyNames, CountOnBehindTheLargestInt) {
+  EXPECT_EQ(readList("<FOUND NUMBER='2147483647' NAME='A'/><FOUND/><FOUND NUMBER='3'/>"),
+            "2147483647 A, 2147483647 Found2147483647, 3 Found2147483648");
+}
+
 TEST(LegacyNames, AreTakenAsTheyStand) {
   EXPECT_EQ(readList("<FOUND NAME=' a  B '/><FOUND NAME='a'/><FOUND NAME='a'/>"),
             "1  a  B , 2 a, 3 a");

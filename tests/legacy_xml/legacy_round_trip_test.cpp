@@ -113,6 +113,18 @@ TEST(LegacyRoundTrip, NumbersWhatWasNotNumbered) {
   EXPECT_EQ(describe(after), "5 A, 6 B");
 }
 
+TEST(LegacyRoundTrip, KeepsTheLastOfThoseThatShareTheLargestInt) {
+  FoundationManager before;
+  addFoundation(before, std::numeric_limits<int>::max(), "A");
+  before.giveFoundation("B");
+  before.giveFoundation("C");
+
+  FoundationManager after;
+  pass(before, after);
+
+  EXPECT_EQ(describe(after), "2147483647 C");
+}
+
 TEST(LegacyRoundTrip, NamesWhatHadNoName) {
   FoundationManager before;
   addFoundation(before, 5, "A");

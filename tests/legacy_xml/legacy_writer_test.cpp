@@ -277,6 +277,21 @@ TEST(LegacyWrite, ReportsNothingOfAStreamThatIsNotOpen) {
   EXPECT_FALSE(out.is_open());
 }
 
+TEST(LegacyWrite, WritesAFoundationListedTwiceIntoOneElement) {
+  FoundationManager manager;
+  Foundation& foundation = addFoundation(manager, 4, "A");
+  manager.add(&foundation);
+
+  EXPECT_EQ(write(manager), declaration +
+                                "<SMOD>\n"
+                                "  <FOUNDATIONS>\n"
+                                "    <FOUND NUMBER=\"4\" NAME=\"A\" FACAREA=\"0\" FACLINE=\"0\" "
+                                "IsGenerated=\"0\" />\n"
+                                "  </FOUNDATIONS>\n"
+                                "</SMOD>\n");
+  manager.remove(&foundation, false, false);
+}
+
 TEST(LegacyUpdate, CreatesFoundationsBehindWhatTheHostHas) {
   FoundationManager manager;
   addFoundation(manager, 1, "A");

@@ -107,6 +107,18 @@ TEST_F(RecordedFile, DoesNotFallBackToTheLongPathWhenThereIsAShortOne) {
   EXPECT_EQ(describe(manager), "1 Old");
 }
 
+TEST_F(RecordedFile, DoesNotFallBackToTheLongPathWhenTheShortOneIsOneCharacter) {
+  const TemporaryPath path;
+  const Recording::ShortPathAnswer answer([&](const std::string& longPath) {
+    store(longPath, makeText(document));
+    return std::string("?");  // no such file
+  });
+
+  EXPECT_FALSE(manager.readXml(path.get()));
+
+  EXPECT_EQ(describe(manager), "1 Old");
+}
+
 TEST_F(RecordedFile, TestsTheFirstLineOfWhatTheShortPathOpens) {
   const TemporaryFile file("no markup here\n");
   const Recording::ShortPathAnswer answer([&](const std::string&) { return file.get(); });

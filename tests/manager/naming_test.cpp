@@ -636,6 +636,18 @@ TEST(ManagerRenumbering, NumbersTheListFromOneInListOrder) {
   EXPECT_EQ(namesOf(manager), (Names{"A", "B", "C"}));
 }
 
+TEST(ManagerRenumbering, FreesTheNumbersUpToTheLargestInt) {
+  FoundationManager manager;
+  addFoundation(manager, "A", largestInt);
+  addFoundation(manager, "B", smallestInt);
+  addFoundation(manager, "C", largestInt);
+
+  manager.removeAllGenerated();
+
+  EXPECT_EQ(numbersOf(manager), (Numbers{1, 2, 3}));
+  EXPECT_EQ(manager.giveFoundation("D")->getNumber(), 4);
+}
+
 TEST(ManagerRenumbering, DoesNothingToAnEmptyList) {
   FoundationManager manager;
 

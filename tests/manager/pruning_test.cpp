@@ -461,6 +461,22 @@ TEST_F(ManagerPruning, AUserThatThrowsLeavesListCurrentAndNumbersAlone) {
   }
 }
 
+TEST_F(ManagerPruning, AUserThatThrewDoesNotHinderTheNextPruning) {
+  const Adopted a(addGenerated(manager, 5));
+  Foundation* const b = addFoundation(manager, "B", 9);
+  ThrowingUser user(b);
+  RecordingUser other("other", questions, {b});
+  manager.addUser(&user);
+  manager.addUser(&other);
+  EXPECT_THROW(manager.removeAllNotUsed(), NoAnswer);
+
+  manager.removeUser(&user);
+  manager.removeAllNotUsed();
+
+  EXPECT_EQ(manager.getFoundations(), List{b});
+  EXPECT_EQ(numbersOf(manager), std::vector<int>{9});
+}
+
 TEST_F(ManagerPruning, OutOfMemoryListCurrentAndNumbersStay) {
   for (const Pruning& row : prunings) {
     for (int failing = 1;; ++failing) {
