@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Measures which lines and branches the tests reach; every one of src/ must be. Branches that only an
+# exception takes are the compiler's and not counted. The report of each line is build/coverage/index.html.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/packages.sh
+
+install_packages "${test_packages[@]}" gcovr
+build=build/coverage
+rm -rf "$build"  # what an earlier build reached must not count
+KVFOUND_BUILD=$build scripts/test.sh -DCMAKE_BUILD_TYPE=Debug -DKVFOUND_COVERAGE=ON -DKVFOUND_EXAMPLES=OFF
+
+report() {
+  gcovr --root . "$build" --exclude-throw-branches --exclude-unreachable-branches "$@"
+}
+report --filter include/ --filter platform/ --filter src/ --html-details "$build/index.html" \
+  --txt --print-summary
+report --filter src/ --branches --fail-under-line 100 --fail-under-branch 100
