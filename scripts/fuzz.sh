@@ -42,27 +42,27 @@ run() {
 
 statistic() { sed -n "s/^stat::$2: *//p" "$build/runs/$1/log"; }
 
-printf '%-10s %12s %9s %9s %9s  %s\n' target executions seconds exec/s coverage result
-failed=0
-for target in "${targets[@]}"; do
-  folder=$build/runs/$target
+# check TARGET: prints its line.
+check() {
+  local target=$1
+  local folder=$build/runs/$target
   mkdir -p "$folder"
   # A copy, since libFuzzer adds to the first folder that it is given.
   rm -rf "$folder/corpus"
   mkdir "$folder/corpus"
   cp "fuzz/seeds/$target"/* "$folder/corpus"
-  old=()
+  local old=()
   [ -d "fuzz/regressions/$target" ] && old=("fuzz/regressions/$target"/*)
-  dictionary=()
+  local dictionary=()
   [ -e "fuzz/$target.dict" ] && dictionary=("-dict=fuzz/$target.dict")
+  local longest
   case $target in
     legacy | exchange) longest=4096 ;;
     numbers) longest=128 ;;
     *) longest=512 ;;
   esac
 
-  result=clean
-  began=$SECONDS
+  local file result=clean began=$SECONDS coverage
   for file in "${old[@]}"; do
     run "$target" "$file" || { result="regression $file"; break; }
   done
@@ -75,9 +75,17 @@ for target in "${targets[@]}"; do
   printf '%-10s %12s %9s %9s %9s  %s\n' "$target" "$(statistic "$target" number_of_executed_units)" \
     "$((SECONDS - began))" "$(statistic "$target" average_exec_per_sec)" "$coverage" \
     "${result:-failed, see $folder/log}"
-  if [ "$result" != clean ]; then
-    failed=1
-    grep -A 20 -m 1 -E 'This does not hold|ERROR: |runtime error' "$folder/log" >&2 || true
-  fi
+  [ "$result" = clean ] && return
+  grep -A 20 -m 1 -E 'This does not hold|ERROR: |runtime error' "$folder/log" >&2
+  return 1
+}
+
+printf '%-10s %12s %9s %9s %9s  %s\n' target executions seconds exec/s coverage result
+failed=0
+for target in "${targets[@]}"; do
+  # On each processor one.
+  if [ "$(jobs -pr | wc -l)" -ge "$(nproc)" ]; then wait -n || failed=1; fi
+  check "$target" &
 done
+while [ -n "$(jobs -p)" ]; do wait -n || failed=1; done
 exit $failed
