@@ -59,9 +59,12 @@ class PlaceTable {
   void grow() {
     std::vector<Slot> grown(2 * slots.size());
     grown.swap(slots);
-    const auto isOther = [](std::size_t /*place*/) { return false; };
-    for (const Slot& slot : grown)
-      if (slot.placePlusOne != 0) slots[find(slot.hash, isOther)] = slot;
+    for (const Slot& slot : grown) {
+      if (slot.placePlusOne == 0) continue;
+      std::size_t i = wrap(slot.hash);
+      while (slots[i].placePlusOne != 0) i = wrap(i + findStep(slot.hash));
+      slots[i] = slot;
+    }
   }
 
   std::vector<Slot> slots;  // a power of two, at most half of them taken
