@@ -22,13 +22,14 @@ long long measurePeak() {
   return usage.ru_maxrss * 1024LL;
 }
 
-/// Lets the process keep the memory that it frees. Small documents find theirs warm from the run
-/// before; so must large ones, or the time per foundation would tell how the system hands out
-/// memory.
+/// Takes more memory than any benchmark needs, and lets the process keep what it frees. Small
+/// documents find theirs warm from the run before; so must large ones, or the time per foundation
+/// would tell how the system hands out memory.
 void keepMemory() {
 #if defined(__GLIBC__)
-  mallopt(M_MMAP_THRESHOLD, 1 << 30);
+  mallopt(M_MMAP_MAX, 0);
   mallopt(M_TRIM_THRESHOLD, -1);
+  std::vector<char>(std::size_t{2} << 30, 'x');
 #endif
 }
 

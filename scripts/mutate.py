@@ -1,6 +1,7 @@
 """The work of mutate.sh: copies the project, changes the copy point by point, builds and tests it."""
 
 import argparse
+import collections
 import os
 import pathlib
 import re
@@ -26,31 +27,39 @@ MEMORY_LIMIT = 4 << 30  # a change can make a loop that never stops allocating
 class Mutant(NamedTuple):
     path: str  # src/...
     line: int
-    old: str
-    new: str
+    change: str  # old  ->  new, and which one where a file has the like several times
     text: str  # of the whole changed file
 
     def __str__(self):
-        return f"{self.path}:{self.line}: {self.old}  ->  {self.new}"
+        return f"{self.path}:{self.line}: {self.change}"
 
 
 def find_mutants(path):
     text = pathlib.Path(path).read_text()
+    counts = collections.Counter()
     for change in Source(text).changes():
         first = text.rfind("\n", 0, change.start) + 1
         last = text.find("\n", change.end)
-        shown = [text[first:last], text[first:change.start] + change.text + text[change.end:last]]
-        old, new = (" ".join(lines.split()) for lines in shown)
+        lines = [text[first:last], text[first:change.start] + change.text + text[change.end:last]]
+        old, new = (" ".join(line.split()) for line in lines)
         if old == new:
             continue
+        shown = f"{old}  ->  {new}"
+        counts[shown] += 1
+        shown += f"  #{counts[shown]}" if counts[shown] > 1 else ""
         changed = text[:change.start] + change.text + text[change.end:]
-        yield Mutant(str(path), text.count("\n", 0, change.start) + 1, old, new, changed)
+        yield Mutant(str(path), text.count("\n", 0, change.start) + 1, shown, changed)
 
 
-def choose_mutants(options):
-    only = re.compile(options.only)
+def find_every_mutant():
+    """The mutants of each file."""
     paths = sorted(path for path in pathlib.Path("src").rglob("*") if path.suffix in (".cpp", ".h"))
-    files = [[m for m in find_mutants(path) if only.search(str(m))] for path in paths]
+    return [list(find_mutants(path)) for path in paths]
+
+
+def choose_mutants(files, options):
+    only = re.compile(options.only)
+    files = [[mutant for mutant in mutants if only.search(str(mutant))] for mutants in files]
     total = sum(map(len, files))
     wanted = min(options.number or total, total)
     chosen = []
@@ -58,6 +67,22 @@ def choose_mutants(options):
         count = -(-len(mutants) * wanted // total) if total else 0  # rounded up: no file without any
         chosen += [mutants[i * len(mutants) // count] for i in range(count)]
     return chosen
+
+
+def find_known(files):
+    """Path and change of what docs/mutation.md lists: indented, under the path as a heading."""
+    known = set()
+    path = None
+    for line in pathlib.Path("docs/mutation.md").read_text().splitlines():
+        if line.startswith("#"):
+            path = line.split()[-1]
+        elif line.startswith("    ") and path.startswith("src/"):
+            known.add((path, line.strip()))
+    outdated = known - {(mutant.path, mutant.change) for mutants in files for mutant in mutants}
+    if outdated:
+        sys.exit("\n".join(["docs/mutation.md lists what is no change of the sources:",
+                            *(f"{path}: {change}" for path, change in sorted(outdated))]))
+    return known
 
 
 def copy_project(target):
@@ -153,12 +178,13 @@ def main():
     parser.add_argument("--only", default="")
     options = parser.parse_args()
 
-    mutants = choose_mutants(options)
+    files = find_every_mutant()
+    mutants = choose_mutants(files, options)
     if options.list:
         print(*mutants, sep="\n")
         return 0
 
-    known = pathlib.Path("docs/mutation.md").read_text().replace("\\|", "|")
+    known = find_known(files)
     workshop = Workshop(options.folder)
     workshop.prepare()
     everything = open(options.folder / "results.txt", "w")
@@ -169,7 +195,7 @@ def main():
         results.setdefault(mutant.path, []).append(result)
         print(f"{result:8} {mutant}", file=everything, flush=True)
         if result == "survived":
-            isKnown = f"`{mutant.new}`" in known
+            isKnown = (mutant.path, mutant.change) in known
             unknown += not isKnown
             print(f"{'equivalent' if isKnown else 'SURVIVED'} {mutant}", flush=True)
         if sys.stderr.isatty():

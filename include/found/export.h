@@ -1,11 +1,18 @@
 #pragma once
 
 /// @file
-/// FOUND_API marks the classes that the library exports, FOUND_LOCAL what is nested in one and is
-/// not.
+/// What the library exports. KVFOUND_BUILDING is defined while the library itself is
+/// compiled, KVFOUND_STATIC when it is built or used as a static library. A host that links the
+/// CMake targets needs neither.
 ///
-/// KVFOUND_BUILDING is defined while the library itself is compiled, KVFOUND_STATIC when it is
-/// built or used as a static library. A host that links the CMake targets needs neither.
+/// The classes have members and bases of the standard library, so host and library are built with
+/// the same compiler, standard library and runtime. MSVC reminds of that with its warnings C4251
+/// and C4275.
+
+/// @def FOUND_API
+/// Marks the classes that the library exports.
+/// @def FOUND_LOCAL
+/// Marks what is nested in one of them and is not exported.
 
 #if defined(KVFOUND_STATIC)
 #define FOUND_API

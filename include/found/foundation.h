@@ -63,53 +63,55 @@ class FOUND_API Foundation {
   /// @name Identity
   /// Set without marking the foundation as changed.
   /// @{
-  const std::string& getName() const;
-  void setName(const std::string& text);
+  const std::string& getName() const;     ///< empty without a name
+  void setName(const std::string& text);  ///< any text, unchecked
   /// -1 while not numbered. Neither checked nor kept unique.
   int getNumber() const;
-  void setNumber(int value);
+  void setNumber(int value);  ///< any number, unchecked
   /// @}
 
   /// @name Flags
   /// @{
+
   /// Set by every setter that really changes a value, cleared only by setChanged(false) and by
   /// copying from a foundation whose flag is clear.
   bool getChanged() const;
-  void setChanged(bool value);
+  void setChanged(bool value);  ///< unconditionally
   /// Made by the system, not by the user; pruning selects by it. Setting does not mark as changed.
   bool isGenerated() const;
-  void setGenerated(bool value);
+  void setGenerated(bool value);  ///< unconditionally
   /// While false, getFailureArea() and getFailureLine() report `None`, whatever is stored.
   bool getFailPossible() const;
-  void setFailPossible(bool value);
+  void setFailPossible(bool value);  ///< marks as changed when it differs
   /// @}
 
   /// @name Tangential factors
   /// No unit and no limits. Storing the value already present (compared exactly) changes nothing.
   /// @{
-  double getFactorArea() const;
-  void setFactorArea(double value);
-  double getFactorLine() const;
-  void setFactorLine(double value);
+  double getFactorArea() const;      ///< of the area in x and y
+  void setFactorArea(double value);  ///< marks as changed when it differs
+  double getFactorLine() const;      ///< of the line in x
+  void setFactorLine(double value);  ///< marks as changed when it differs
   /// @}
 
   /// @name Stored failure modes
   /// Read and written whatever getFailPossible() says. z is the only area direction that can fail.
   /// @{
-  Failure getFailAreaZ();
-  Failure getFailLineX();
-  Failure getFailLineY();
-  Failure getFailLineZ();
-  void setFailAreaZ(Failure value);
-  void setFailLineX(Failure value);
-  void setFailLineY(Failure value);
-  void setFailLineZ(Failure value);
+  Failure getFailAreaZ();            ///< of the area in z
+  Failure getFailLineX();            ///< of the line in x
+  Failure getFailLineY();            ///< of the line in y
+  Failure getFailLineZ();            ///< of the line in z
+  void setFailAreaZ(Failure value);  ///< marks as changed when it differs
+  void setFailLineX(Failure value);  ///< marks as changed when it differs
+  void setFailLineY(Failure value);  ///< marks as changed when it differs
+  void setFailLineZ(Failure value);  ///< marks as changed when it differs
   /// @}
 
   /// @name Failure modes by direction
   /// `dir` 0, 1, 2 are x, y, z. Reading is filtered by getFailPossible(), writing is not, on
   /// purpose: a mode set while failing is off is kept and shows when failing is switched on.
   /// @{
+
   /// The stored mode for `dir` 2 while failing is possible, otherwise `None`.
   Failure getFailureArea(int dir);
   /// The stored mode while failing is possible; `None` otherwise and for any other `dir`.
@@ -122,19 +124,21 @@ class FOUND_API Foundation {
 
   /// @name Stiffness vectors
   /// @{
-  /// Copies area translation, line translation or line rotation to `out` and returns true; when
-  /// the vector is absent, `out` becomes (0, 0, 0) and the result is false.
+
+  /// Copies the area translation to `out` and returns true; when the vector is absent, `out`
+  /// becomes (0, 0, 0) and the result is false.
   bool getDispArea(KvVector3D& out) const;
-  bool getDispLine(KvVector3D& out) const;
-  bool getRotLine(KvVector3D& out) const;
+  bool getDispLine(KvVector3D& out) const;  ///< the same for the line translation
+  bool getRotLine(KvVector3D& out) const;   ///< the same for the line rotation
   /// z of the area translation, 0.0 when it is absent.
   double getDispAreaZ() const;
-  /// Stores a copy of `*v`; null removes the vector. A zero vector stays present. Removing always
-  /// marks the foundation as changed, even when there was nothing to remove: a host that clears a
-  /// bedding wants it saved. Storing marks it when the vector was absent or different.
+  /// Stores a copy of `*v` as area translation; null removes the vector. A zero vector stays
+  /// present. Removing always marks the foundation as changed, even when there was nothing to
+  /// remove: a host that clears a bedding wants it saved. Storing marks it when the vector was
+  /// absent or different.
   void setDispArea(const KvVector3D* v);
-  void setDispLine(const KvVector3D* v);
-  void setRotLine(const KvVector3D* v);
+  void setDispLine(const KvVector3D* v);  ///< the same for the line translation
+  void setRotLine(const KvVector3D* v);   ///< the same for the line rotation
   /// @}
 
   /// True when vectors, factors, getFailPossible() and stored failure modes agree. Name, number,
@@ -172,11 +176,10 @@ class FOUND_API Foundation {
   /// The same for line translation, line rotation, the line's factor and its failure modes.
   void clearLineValues();
 
-  /// True when a vector (of the area, of the line, of either) is present and longer than exactly
-  /// 0.0.
+  /// True when a vector is present and longer than exactly 0.0.
   bool hasValues() const;
-  bool hasAreaValues() const;
-  bool hasLineValues() const;
+  bool hasAreaValues() const;  ///< the same for the area translation alone
+  bool hasLineValues() const;  ///< the same for line translation and line rotation
 
   /// Area stiffness in direction `dir`: 0, 1, 2 are x, y, z. 0.0 for any other `dir` and for an
   /// absent vector.

@@ -60,6 +60,7 @@ class FOUND_API FoundationManager {
   /// The first match in the live list, or null. The manager keeps ownership. The removed list is
   /// not searched.
   /// @{
+
   /// The first foundation that compares equal to `f` (values only, see Foundation::operator==).
   Foundation* findFoundation(const Foundation& f) const;
   /// The first foundation of exactly this name, byte for byte; empty finds one without a name.
@@ -99,6 +100,7 @@ class FOUND_API FoundationManager {
   /// and numbered one above the highest positive number in the list (1 in an empty one). When that
   /// is the largest int already, the new foundation gets the largest int too.
   /// @{
+
   /// With `findEqual`, the first foundation that compares equal to `foundation`, unchanged, even
   /// when its name or number differ. Otherwise a copy; when it has no name it gets
   /// giveNextFoundationName() of its number, else its name is taken unchecked.
@@ -115,6 +117,7 @@ class FOUND_API FoundationManager {
 
   /// @name Users
   /// @{
+
   /// Registers `user`, which is not owned. Registered twice, it is asked twice and must be removed
   /// twice. Null is stored but never asked.
   void addUser(FoundationUser* user);
@@ -134,6 +137,7 @@ class FOUND_API FoundationManager {
   /// among them. All users are asked before anything is taken out; when one throws, nothing has
   /// changed.
   /// @{
+
   /// Takes out all generated foundations, used or not, and renumbers the rest 1, 2, 3, ...
   void removeAllGenerated();
   /// Takes out all foundations that no user uses. Numbers stay, gaps included, on purpose: whoever
@@ -146,6 +150,7 @@ class FOUND_API FoundationManager {
   /// @name Largest stiffness
   /// A plain magnitude that mixes area, line and rotation stiffness on purpose, without factors.
   /// @{
+
   /// What was last set or computed; 0.0 at first. Not kept up to date with the list.
   double getMaxFoundationValue() const;
   /// Stores `value` unchecked.
@@ -158,6 +163,7 @@ class FOUND_API FoundationManager {
   /// @name Legacy model document
   /// Elements "SMOD" / "FOUNDATIONS" / "FOUND".
   /// @{
+
   /// Replaces the live foundations by those of the first "FOUNDATIONS" element below `data`, and
   /// the current foundation by the one it names. When `data` is null or has no such element the
   /// manager is left empty. The old foundations are deleted. Names, numbers and failure modes are

@@ -15,8 +15,8 @@ class Foundation;
 class FOUND_API FoundationUser {
  public:
   FoundationUser();
-  FoundationUser(const FoundationUser& other);
-  FoundationUser& operator=(const FoundationUser& other);
+  FoundationUser(const FoundationUser& other);             ///< copies no registration
+  FoundationUser& operator=(const FoundationUser& other);  ///< copies no registration
   virtual ~FoundationUser();
 
   /// True when this user refers to `foundation`, which is the pointer that the manager holds (or

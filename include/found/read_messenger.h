@@ -11,13 +11,12 @@ namespace Found::Umo {
 ///
 /// Every element that is refused is reported once, with the reason, and skipped. Called on the
 /// caller's thread from inside BeddingReader::read(); what a message throws passes through to the
-/// caller of read(). A message may change the manager, but not the
-/// elements that are being read.
+/// caller of read(). A message may change the manager, but not the elements that are being read.
 class FOUND_API ReadMessenger {
  public:
   ReadMessenger();
-  ReadMessenger(const ReadMessenger& other);
-  ReadMessenger& operator=(const ReadMessenger& other);
+  ReadMessenger(const ReadMessenger& other);             ///< copies nothing
+  ReadMessenger& operator=(const ReadMessenger& other);  ///< copies nothing
   virtual ~ReadMessenger();
 
   /// The last message of every reading: `count` foundations were added to the manager.

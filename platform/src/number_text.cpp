@@ -1,17 +1,22 @@
 #include "number_text.h"
 
+#include <algorithm>
 #include <charconv>
-#include <clocale>
-#include <cstdio>
+#include <cmath>
 #include <cstring>
 #include <limits>
-#include <new>
 #include <stdexcept>
 
 namespace NumberText {
 namespace {
 
+constexpr const char* noFormat = "this is no format for one double";
+
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+char toUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 std::string_view trim(std::string_view text) {
   constexpr const char* whiteSpace = " \t\r\n";
@@ -72,68 +77,105 @@ std::string printNumber(Number value) {
   return std::string(buffer, result.ptr);
 }
 
-/// Moves `c` behind the digits of a width or a precision; false when there are more than three.
-bool skipDigits(const char*& c) {
-  const std::size_t digits = std::strspn(c, "0123456789");
-  c += digits;
-  return digits <= 3;
-}
+/// How a format of printf() has a double printed.
+struct Conversion {
+  bool has(char flag) const { return flags.find(flag) != std::string_view::npos; }
 
-/// True when `format` holds exactly one conversion and that takes a double and nothing else.
-bool isDoubleFormat(const char* format) {
-  int conversions = 0;
-  for (const char* c = format; *c != '\0'; ++c) {
-    if (*c != '%') continue;
-    ++c;
-    if (*c == '%') continue;
-    c += std::strspn(c, "-+ #0");
-    if (!skipDigits(c)) return false;
-    if (*c == '.' && !skipDigits(++c)) return false;
-    if (*c == 'l') ++c;  // makes no difference
-    if (*c == '\0' || std::strchr("aAeEfFgG", *c) == nullptr) return false;
-    ++conversions;
-  }
-  return conversions == 1;
-}
-
-/// Prints in the "C" locale, whatever the process locale is.
-class ClassicLocale {
- public:
-#if defined(_WIN32)
-  ClassicLocale() : classic(_create_locale(LC_ALL, "C")) {
-    if (classic == nullptr) throw std::bad_alloc();
-  }
-  ~ClassicLocale() { _free_locale(classic); }
-
-  int print(char* text, std::size_t size, const char* format, double value) const {
-    return size == 0 ? _scprintf_l(format, classic, value)
-                     : _snprintf_l(text, size, format, classic, value);
-  }
-#else
-  ClassicLocale() : classic(newlocale(LC_ALL_MASK, "C", nullptr)) {
-    if (classic == nullptr) throw std::bad_alloc();
-    previous = uselocale(classic);
-  }
-  ~ClassicLocale() {
-    uselocale(previous);
-    freelocale(classic);
-  }
-
-  int print(char* text, std::size_t size, const char* format, double value) const {
-    return std::snprintf(text, size, format, value);
-  }
-#endif
-  ClassicLocale(const ClassicLocale&) = delete;
-  ClassicLocale& operator=(const ClassicLocale&) = delete;
-
- private:
-#if defined(_WIN32)
-  _locale_t classic;
-#else
-  locale_t classic;
-  locale_t previous = nullptr;
-#endif
+  std::string_view flags;
+  std::size_t width = 0;
+  std::optional<int> precision;
+  char letter = 'f';  // in lower case
+  bool isUpperCase = false;
 };
+
+/// Takes the digits of a width or a precision off `c`; empty when there are more than three.
+std::optional<int> takeSize(const char*& c) {
+  const std::size_t digits = std::strspn(c, "0123456789");
+  if (digits > 3) return std::nullopt;
+  int size = 0;
+  for (const char* const end = c + digits; c != end; ++c) size = size * 10 + (*c - '0');
+  return size;
+}
+
+/// Takes off `c` what stands behind a '%'; empty when that is no conversion of a double and nothing
+/// else.
+std::optional<Conversion> takeConversion(const char*& c) {
+  Conversion conversion;
+  conversion.flags = std::string_view(c, std::strspn(c, "-+ #0"));
+  c += conversion.flags.size();
+  const std::optional<int> width = takeSize(c);
+  if (!width) return std::nullopt;
+  conversion.width = static_cast<std::size_t>(*width);
+  if (*c == '.') {
+    conversion.precision = takeSize(++c);
+    if (!conversion.precision) return std::nullopt;
+  }
+  if (*c == 'l') ++c;  // makes no difference
+  if (*c == '\0' || std::strchr("aAeEfFgG", *c) == nullptr) return std::nullopt;
+  conversion.isUpperCase = *c < 'a';
+  conversion.letter = toLower(*c++);
+  return conversion;
+}
+
+std::string printDigits(double magnitude, std::chars_format form, std::optional<int> precision) {
+  char buffer[1400];  // the longest has 309 digits before the point and 999 behind it
+  char* const end = buffer + sizeof buffer;
+  const std::to_chars_result result = precision
+                                          ? std::to_chars(buffer, end, magnitude, form, *precision)
+                                          : std::to_chars(buffer, end, magnitude, form);
+  return std::string(buffer, result.ptr);
+}
+
+/// As "%#g" does: all `digits` that count, zeros at the end too.
+std::string printAllDigits(double magnitude, int digits) {
+  std::string text = printDigits(magnitude, std::chars_format::scientific, digits - 1);
+  const long exponent = readExponent(text);
+  if (exponent < -4 || exponent >= digits) return text;
+  return printDigits(magnitude, std::chars_format::fixed, digits - 1 - static_cast<int>(exponent));
+}
+
+/// A number that is finite and not negative, without its "0x".
+std::string printFinite(double magnitude, const Conversion& conversion) {
+  constexpr int usualPrecision = 6;
+  const int precision = conversion.precision.value_or(usualPrecision);
+  std::string text;
+  if (conversion.letter == 'f')
+    text = printDigits(magnitude, std::chars_format::fixed, precision);
+  else if (conversion.letter == 'e')
+    text = printDigits(magnitude, std::chars_format::scientific, precision);
+  else if (conversion.letter == 'a')
+    text = printDigits(magnitude, std::chars_format::hex, conversion.precision);
+  else if (conversion.has('#'))
+    text = printAllDigits(magnitude, std::max(precision, 1));
+  else
+    text = printDigits(magnitude, std::chars_format::general, precision);
+
+  if (conversion.has('#') && text.find('.') == std::string::npos) {
+    const std::size_t exponent = text.find_first_of(conversion.letter == 'a' ? "p" : "e");
+    text.insert(std::min(exponent, text.size()), ".");
+  }
+  return text;
+}
+
+std::string printConverted(double value, const Conversion& conversion) {
+  const bool isFinite = std::isfinite(value);
+  std::string sign = std::signbit(value) ? "-" : conversion.has('+') ? "+" : "";
+  if (sign.empty() && conversion.has(' ')) sign = " ";
+  if (isFinite && conversion.letter == 'a') sign += "0x";
+  const double magnitude = std::fabs(value);
+  std::string text = isFinite ? printFinite(magnitude, conversion) : printNumber(magnitude);
+
+  const std::size_t used = sign.size() + text.size();
+  const std::size_t missing = conversion.width > used ? conversion.width - used : 0;
+  if (conversion.has('-'))
+    text = sign + text + std::string(missing, ' ');
+  else if (conversion.has('0') && isFinite)
+    text = sign + std::string(missing, '0') + text;
+  else
+    text = std::string(missing, ' ') + sign + text;
+  if (conversion.isUpperCase) std::transform(text.begin(), text.end(), text.begin(), toUpper);
+  return text;
+}
 
 }  // namespace
 
@@ -160,14 +202,20 @@ std::string print(int value) { return printNumber(value); }
 std::string print(double value) { return printNumber(value); }
 
 std::string print(double value, const char* format) {
-  if (format == nullptr || !isDoubleFormat(format))
-    throw std::invalid_argument("this is no format for one double");
-  const ClassicLocale classic;
-  const int size = classic.print(nullptr, 0, format, value);
-  if (size < 0) throw std::invalid_argument("this format cannot be printed");
-  std::string text(static_cast<std::size_t>(size) + 1, '\0');
-  classic.print(text.data(), text.size(), format, value);
-  text.pop_back();
+  std::string text;
+  int conversions = 0;
+  for (const char* c = format != nullptr ? format : ""; *c != '\0';) {
+    const bool isConversion = *c == '%' && c[1] != '%';
+    if (!isConversion) {
+      if (*c == '%') ++c;
+      text += *c++;
+      continue;
+    }
+    const std::optional<Conversion> conversion = takeConversion(++c);
+    if (!conversion || ++conversions > 1) throw std::invalid_argument(noFormat);
+    text += printConverted(value, *conversion);
+  }
+  if (conversions == 0) throw std::invalid_argument(noFormat);
   return text;
 }
 

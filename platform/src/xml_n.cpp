@@ -70,10 +70,30 @@ void Data::setAttribute(const std::string& name, double value, const char* forma
                       XmlText::replaceForbidden(NumberText::print(value, format)).c_str());
 }
 
+void Data::removeChildren(const std::function<bool(const Data&)>& isUnwanted) {
+  Store::removeChildren(*this, isUnwanted);
+}
+
+std::vector<std::string> Data::getAttributeNames() const { return Store::listAttributes(*this); }
+
+KvXmlPosition Data::getPosition() const { return Store::locate(*this); }
+
+KvXmlPosition Data::getAttributePosition(const std::string& name) const {
+  return Store::locateAttribute(*this, name);
+}
+
 kvt::Nullable<std::string> AttributeIn::readString(const Data& data, const std::string& name) {
   const pugi::xml_attribute attribute = Store::lookUp(data, name);
   if (!attribute) return {};
   return attribute.value();
+}
+
+kvt::Nullable<double> AttributeIn::readDouble(const Data& data, const std::string& name) {
+  return NumberText::parseDouble(Store::lookUp(data, name).value());
+}
+
+kvt::Nullable<int> AttributeIn::readInteger(const Data& data, const std::string& name) {
+  return NumberText::parseInteger(Store::lookUp(data, name).value());
 }
 
 Document::Document(const std::string& rootName) : store(std::make_unique<Store>()) {
@@ -81,7 +101,7 @@ Document::Document(const std::string& rootName) : store(std::make_unique<Store>(
 }
 
 Document::Document(std::istream& in) : store(std::make_unique<Store>()) {
-  store->layout = XmlParse::parse(in, store->document, XmlParse::Root::required);
+  store->parsed = XmlParse::parse(in, store->document, XmlParse::Root::required);
 }
 
 Document::~Document() = default;
@@ -91,7 +111,7 @@ Data& Document::getRoot() { return *store->getRoot(); }
 const Data& Document::getRoot() const { return *store->getRoot(); }
 
 void Document::putToStream(std::ostream& out) const {
-  XmlPrint::print(store->document, store->nursery, store->layout, out);
+  XmlPrint::print(store->document, store->nursery, store->parsed.layout, out);
 }
 
 }  // namespace KvXmlN

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <new>
 #include <string>
 #include <string_view>
@@ -250,9 +251,17 @@ class Inspection {
 
 }  // namespace
 
-Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
+KvXmlPosition Origin::find(const char* name, std::size_t before) const {
+  // A name that was set later stands elsewhere in memory.
+  const std::less<> isBefore;
+  if (begin == nullptr || isBefore(name, begin) || !isBefore(name, begin + size)) return {};
+  const Position position = lines.find(static_cast<std::size_t>(name - begin) - before);
+  return {position.line, position.column};
+}
+
+Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
   XmlSource::Text text = XmlSource::read(in);
-  const LineTable lines(text);
+  LineTable lines(text);
   const XmlRawCheck::MarkupCounts counts = XmlRawCheck::check(text, lines);
 
   // The encoding is named so that no byte is converted. Text at the top level is kept as in a
@@ -272,7 +281,7 @@ Layout parse(std::istream& in, pugi::xml_document& document, Root root) {
   Inspection(document, begin, lines, counts).run();
   if (root == Root::required && !document.document_element())
     fail("the document has no root element", lines.find(size));
-  return counts.hasCdata ? Layout::kept : Layout::free;
+  return {counts.hasCdata ? Layout::kept : Layout::free, Origin(begin, size, std::move(lines))};
 }
 
 }  // namespace XmlParse

@@ -16,37 +16,48 @@ namespace {
 constexpr int endOfStream = std::char_traits<char>::eof();
 
 /// Where in its file the stream stands. A stream that cannot be rewound counts from where it is.
+///
+/// The stream walks back to its place. Where line ends are translated, it may tell another place
+/// than it could be sent to, and its characters are not those of the file; but on the same way it
+/// tells the same places again.
 Position locate(std::streambuf& buffer) {
   const auto tell = [&buffer] { return buffer.pubseekoff(0, std::ios::cur, std::ios::in); };
+  const auto rewind = [&buffer] { return buffer.pubseekpos(0, std::ios::in) == std::streampos(0); };
   const std::streamoff here = tell();
   Position position;
-  if (here <= 0 || buffer.pubseekpos(0, std::ios::in) != std::streampos(0)) return position;
+  if (here <= 0 || !rewind()) return position;
 
-  // Asks for the place at line ends only: where line ends are translated, characters cannot be
-  // counted instead.
-  std::streamoff lineStart = 0;
   for (int c = buffer.sbumpc(); c != endOfStream; c = buffer.sbumpc()) {
     if (c != '\n') continue;
     const std::streamoff next = tell();
     if (next > here) break;
     ++position.line;
-    lineStart = next;
-    if (next == here) break;
+    if (next == here) return position;
   }
-  position.column += static_cast<std::size_t>(here - lineStart);
-  buffer.pubseekpos(here, std::ios::in);
+
+  // Within a line, which is walked character by character.
+  rewind();
+  std::size_t line = 1;
+  for (int c = 0; line < position.line && c != endOfStream;) {
+    c = buffer.sbumpc();
+    if (c == '\n') ++line;
+  }
+  for (; tell() < here && buffer.sbumpc() != endOfStream; ++position.column) {
+  }
+  if (tell() > here) throw std::ios_base::failure("the place is not found again");
   return position;
 }
 
 class GrowingText {
  public:
-  explicit GrowingText(std::size_t initialCapacity) { grow(initialCapacity); }
-
   /// Reads more; false at the end of the stream.
   bool readFrom(std::streambuf& buffer) {
-    if (text.size == capacity) grow(capacity * 2);
-    const auto room = static_cast<std::streamsize>(capacity - text.size);
-    const std::streamsize got = buffer.sgetn(text.data.get() + text.size, room);
+    const std::size_t known = countKnown(buffer);
+    if (capacity - text.size < known + Text::margin)
+      grow(std::max(2 * capacity, text.size + known + Text::margin));
+    const std::size_t wanted = known > 0 ? known : capacity - text.size;
+    const std::streamsize got =
+        buffer.sgetn(text.data.get() + text.size, static_cast<std::streamsize>(wanted));
     if (got <= 0) return false;
     text.size += static_cast<std::size_t>(got);
     return true;
@@ -59,6 +70,14 @@ class GrowingText {
   }
 
  private:
+  /// How much there is to read for certain: what the stream has in its buffer, or when that is
+  /// empty, what it seems to hold. It is not sent to its end to find out, for the reason told
+  /// above.
+  static std::size_t countKnown(std::streambuf& buffer) {
+    constexpr std::streamsize most = 1 << 30;  // a stream may tell any size
+    return static_cast<std::size_t>(std::clamp<std::streamsize>(buffer.in_avail(), 0, most));
+  }
+
   void grow(std::size_t newCapacity) {
     std::unique_ptr<char, FreeText> grown(
         static_cast<char*>(pugi::get_memory_allocation_function()(newCapacity)));
@@ -72,24 +91,12 @@ class GrowingText {
   std::size_t capacity = 0;
 };
 
-/// A little more than the stream seems to hold, so that its end is seen without growing.
-std::size_t guessCapacity(std::streambuf& buffer) {
-  constexpr std::streamoff least = 1 << 12;
-  constexpr std::streamoff most = 1 << 30;  // a stream may tell any size
-  const std::streamoff here = buffer.pubseekoff(0, std::ios::cur, std::ios::in);
-  if (here < 0) return least;
-  const std::streamoff end = buffer.pubseekoff(0, std::ios::end, std::ios::in);
-  buffer.pubseekpos(here, std::ios::in);
-  constexpr auto margin = static_cast<std::streamoff>(Text::margin) + 1;
-  return static_cast<std::size_t>(std::clamp(end - here, least, most) + margin);
-}
-
 Text readAll(std::streambuf& buffer) {
+  GrowingText text;
   // Looked at first: where a folder was opened as a file, its buffer throws here.
-  const std::size_t capacity = buffer.sgetc() == endOfStream ? 1 : guessCapacity(buffer);
-  GrowingText text(capacity);
-  while (text.readFrom(buffer)) {
-  }
+  if (buffer.sgetc() != endOfStream)
+    while (text.readFrom(buffer)) {
+    }
   return text.finish();
 }
 

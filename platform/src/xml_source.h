@@ -42,6 +42,7 @@ Text read(std::istream& in);
 /// in place and overwrites line ends.
 class LineTable {
  public:
+  LineTable() = default;
   explicit LineTable(const Text& text);
   Position find(std::size_t offset) const;
   /// True when the character at `offset` ends a line.

@@ -169,6 +169,21 @@ struct Store {
     return found.name() == std::string_view(name) ? found : pugi::xml_attribute();
   }
 
+  static std::vector<std::string> listAttributes(const Element& element) {
+    std::vector<std::string> names;
+    for (const pugi::xml_attribute a : getNode(element).attributes()) names.emplace_back(a.name());
+    return names;
+  }
+
+  /// The position of the '<' of the element.
+  static KvXmlPosition locate(const Element& element) {
+    return element.view.store->parsed.origin.find(getNode(element).name(), 1);
+  }
+
+  static KvXmlPosition locateAttribute(const Element& element, const std::string& name) {
+    return element.view.store->parsed.origin.find(lookUp(element, name).name(), 0);
+  }
+
   // --- Views
 
   Element* makeView(const pugi::xml_node& node, Element* parent) {
@@ -283,6 +298,18 @@ struct Store {
     return child;
   }
 
+  /// Ends the children of `parent` that `isUnwanted` is true of, with all below them. Their views
+  /// stay in memory, where nothing refers to them any more.
+  template <class Test>
+  static void removeChildren(Element& parent, const Test& isUnwanted) {
+    std::vector<Element*> kept;
+    std::vector<Element*> unwanted;
+    for (Element* child : viewChildren(parent))
+      (isUnwanted(*child) ? unwanted : kept).push_back(child);
+    for (const Element* child : unwanted) parent.view.store->erase(getNode(*child));
+    getChildList(parent).elements = std::move(kept);
+  }
+
   // --- Elements that no other has taken yet
 
   /// Makes `element` a detached one.
@@ -369,7 +396,7 @@ struct Store {
   }
 
   pugi::xml_document document;
-  XmlParse::Layout layout = XmlParse::Layout::free;
+  XmlParse::Parsed parsed;
   pugi::xml_node nursery;  // holds detached elements; never found, never printed
   bool isEnding = false;
   Pool<Element> elements;

@@ -107,10 +107,24 @@ void KvXmlData::setAttribute(const std::string& name, const std::string& value, 
   Store::setAttribute(*this, name, XmlText::replaceForbidden(value).c_str());
 }
 
+void KvXmlData::removeChildren(const std::function<bool(const KvXmlData&)>& isUnwanted) {
+  Store::removeChildren(*this, isUnwanted);
+}
+
+std::vector<std::string> KvXmlData::getAttributeNames() const {
+  return Store::listAttributes(*this);
+}
+
+KvXmlPosition KvXmlData::getPosition() const { return Store::locate(*this); }
+
+KvXmlPosition KvXmlData::getAttributePosition(const std::string& name) const {
+  return Store::locateAttribute(*this, name);
+}
+
 KvXmlTree::KvXmlTree() : store(std::make_unique<Store>()) {}
 
 KvXmlTree::KvXmlTree(std::istream& in) : KvXmlTree() {
-  store->layout = XmlParse::parse(in, store->document, XmlParse::Root::optional);
+  store->parsed = XmlParse::parse(in, store->document, XmlParse::Root::optional);
 }
 
 KvXmlTree::~KvXmlTree() = default;
@@ -145,5 +159,5 @@ KvXmlData* KvXmlTree::getCurrent() const { return current; }
 void KvXmlTree::setCurrent(KvXmlData* element) { current = element; }
 
 void KvXmlTree::putToStream(std::ostream& out) const {
-  XmlPrint::print(store->document, store->nursery, store->layout, out);
+  XmlPrint::print(store->document, store->nursery, store->parsed.layout, out);
 }

@@ -102,7 +102,7 @@ class Reading {
   std::optional<std::string> readName(const KvXmlN::Data& element, const std::string& key,
                                       int number);
   std::optional<std::string> readBeddingName(const KvXmlN::Data& element);
-  std::string makeUniqueName(const std::string& wanted);
+  std::string makeUniqueName(std::string wanted);
 
   /// Sends a message when there is somebody to hear it, who may change the manager.
   template <auto Message, class... Arguments>
@@ -186,7 +186,7 @@ std::optional<int> Reading::readNumber(const KvXmlN::Data& element, const std::s
 
 std::optional<std::string> Reading::readName(const KvXmlN::Data& element, const std::string& key,
                                              int number) {
-  const kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, key);
+  kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, key);
   if (!name) {
     send<&ReadMessenger::onMissingName>(number);
     return std::nullopt;
@@ -195,12 +195,11 @@ std::optional<std::string> Reading::readName(const KvXmlN::Data& element, const 
     send<&ReadMessenger::onEmptyName>(number, *name);
     return std::nullopt;
   }
-  return makeUniqueName(*name);
+  return makeUniqueName(*std::move(name));
 }
 
 std::optional<std::string> Reading::readBeddingName(const KvXmlN::Data& element) {
-  const kvt::Nullable<std::string> name =
-      KvXmlN::AttributeIn::readString(element, BeddingKeys::name);
+  kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, BeddingKeys::name);
   if (!name) {
     send<&ReadMessenger::onMissingBeddingName>();
     return std::nullopt;
@@ -209,10 +208,10 @@ std::optional<std::string> Reading::readBeddingName(const KvXmlN::Data& element)
     send<&ReadMessenger::onEmptyBeddingName>(*name);
     return std::nullopt;
   }
-  return makeUniqueName(*name);
+  return makeUniqueName(*std::move(name));
 }
 
-std::string Reading::makeUniqueName(const std::string& wanted) {
+std::string Reading::makeUniqueName(std::string wanted) {
   if (!known.hasName(wanted)) return wanted;
   std::string changed = known.makeFreeName(wanted);
   send<&ReadMessenger::onNameChanged>(wanted, changed);

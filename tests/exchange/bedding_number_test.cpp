@@ -95,6 +95,7 @@ TEST(BeddingNumber, IsMissingWithoutADigit) {
   expectMissing("");
   expectMissing(" ");
   expectMissing("&#9;&#10;");
+  expectMissing(std::string(100000, ' '));
   expectMissing("x");
   expectMissing("x7");
   expectMissing("X7");

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -266,6 +267,34 @@ TEST_F(LongReading, SeesThatAMessageOnlyRenumbered) {
                                      "onInvalidNumber <CurveBedding> 1000", "onReadFinished 61"}));
 }
 
+TEST_F(LongReading, SeesThatAMessageRenamedAll) {
+  ActingMessenger host([&](const std::string& message) {
+    if (message != "onUnknownElement <Other>") return;
+    for (Foundation* foundation : manager.getFoundations())
+      foundation->setName(foundation->getName() + "b");
+  });
+
+  readText(manager,
+           makeDocument(makeManyCurves() + "<Other/>" + makeCurve(61, "F1") + makeCurve(62, "F1b")),
+           currentVersion, &host);
+
+  EXPECT_EQ(describeRest(manager), "61 F1, 62 F1b_1");
+}
+
+TEST_F(LongReading, SeesThatAMessageRenumberedAll) {
+  ActingMessenger host([&](const std::string& message) {
+    if (message != "onUnknownElement <Other>") return;
+    for (Foundation* foundation : manager.getFoundations())
+      foundation->setNumber(foundation->getNumber() + 1000);
+  });
+
+  readText(manager,
+           makeDocument(makeManyCurves() + "<Other/>" + makeCurve(1, "X") + makeCurve(1001, "Y")),
+           currentVersion, &host);
+
+  EXPECT_EQ(describeRest(manager), "1 X");
+}
+
 TEST_F(LongReading, SeesThatAMessageTookOutTheLast) {
   std::unique_ptr<Foundation> owner;
   ActingMessenger host([&](const std::string& message) {
@@ -293,6 +322,27 @@ TEST_F(LongReading, SeesThatAMessagePutNullInThePlaceOfTheLast) {
            currentVersion, &host);
 
   EXPECT_EQ(host.messages, (Messages{"onUnknownElement <Other>", "onReadFinished 61"}));
+}
+
+TEST_F(LongReading, SeesThatAMessagePutTheFirstAlsoInThePlaceOfTheLast) {
+  for (int number = 1; number <= 60; ++number)
+    addFoundation(manager, number, "F" + std::to_string(number));
+  Foundation* const first = manager.getFoundations().front();
+  std::string refused;
+  for (int i = 0; i < 20; ++i) refused += makeCurve(1, "X");
+  std::unique_ptr<Foundation> owner;
+  ActingMessenger host([&](const std::string& message) {
+    if (message != "onUnknownElement <Other>") return;
+    owner.reset(manager.getFoundations().back());
+    manager.remove(owner.get(), false, false);
+    manager.add(first);
+  });
+
+  readText(manager, makeDocument(refused + makeCurve(61, "F1") + "<Other/>" + makeCurve(62, "F1")),
+           currentVersion, &host);
+  manager.remove(first, false, false);
+
+  EXPECT_EQ(manager.getFoundations().back()->getName(), "F1_1");
 }
 
 TEST_F(LongReading, SeesThatAMessagePutNullInThePlaceOfEveryFoundation) {
@@ -405,6 +455,47 @@ TEST_F(LongReading, KnowsHoweverManyFoundationsAMessageAdded) {
              currentVersion, &host);
 
     EXPECT_EQ(filled.getFoundations().back()->getName(), "B") << added;
+  }
+}
+
+TEST_F(LongReading, KnowsThousandsOfFoundationsThatAMessageAdded) {
+  std::string again = makeCurve(1, "X");
+  Messages expected = {"onUnknownElement <Other>", "onInvalidNumber <CurveBedding> 1"};
+  for (int i = 0; i < 100; ++i) {
+    const std::string name = "A" + std::to_string(50 * i);
+    again += makeCurve(101 + i, name);
+    expected.push_back("onNameChanged <" + name + "> <" + name + "_1>");
+  }
+  expected.push_back("onReadFinished 160");
+  ActingMessenger host([&](const std::string& message) {
+    if (message != "onUnknownElement <Other>") return;
+    for (int i = 0; i < 5000; ++i) addFoundation(manager, 1000 + i, "A" + std::to_string(i));
+  });
+
+  readText(manager, makeDocument(makeManyCurves() + "<Other/>" + again), currentVersion, &host);
+
+  EXPECT_EQ(host.messages, expected);
+}
+
+TEST_F(LongReading, KnowsHoweverManyEvenNumbersAMessageAdded) {
+  std::string elements;
+  for (int number = 2; number <= 120; number += 2)
+    elements += makeCurve(number, "F" + std::to_string(number));
+  std::string unnamed;
+  for (int number = 1000; number < 1040; number += 2)
+    unnamed += "<CurveBedding Number='" + std::to_string(number) + "'/>";
+  for (std::size_t added = 0; added <= 140; ++added) {
+    FoundationManager filled;
+    ActingMessenger host([&](const std::string& message) {
+      if (message != "onUnknownElement <Other>") return;
+      for (std::size_t i = 0; i < added; ++i)
+        addFoundation(filled, 122 + 2 * static_cast<int>(i), "A");
+    });
+
+    readText(filled, makeDocument(elements + "<Other/>" + unnamed), currentVersion, &host);
+
+    EXPECT_EQ(std::count(host.messages.begin(), host.messages.end(), "onMissingName 1038"), 1);
+    EXPECT_EQ(filled.getFoundations().size(), 60 + added);
   }
 }
 

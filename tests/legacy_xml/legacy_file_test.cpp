@@ -52,6 +52,16 @@ TEST_F(LegacyFile, ThatIsAFolderGivesFalse) {
   EXPECT_EQ(describe(manager), "9 Old; current Old");
 }
 
+TEST_F(LegacyFile, MayHaveBlanksAndUmlautsInItsPath) {
+  const TemporaryPath folder(" of the Gr\xFCndung");
+  ASSERT_TRUE(std::filesystem::create_directory(folder.get()));
+  const std::string path = folder.get() + "/M\xFChle 1.xml";
+  store(path, "<?xml version=\"1.0\"?>\n" + body);
+
+  EXPECT_TRUE(manager.readXml(path));
+  EXPECT_EQ(describe(manager), "1 New; current New");
+}
+
 TEST_F(LegacyFile, WithoutContentGivesFalse) {
   EXPECT_FALSE(read(manager, ""));
   EXPECT_EQ(describe(manager), "9 Old; current Old");

@@ -1,3 +1,9 @@
+#if defined(_WIN32)
+#include <fcntl.h>
+#include <io.h>
+#endif
+
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -34,11 +40,17 @@ const Lines document = {"SMOD",
                         "  FOUND NUMBER=5 NAME=C"};
 
 /// Files and folders that the process holds open; -1 where that cannot be seen.
-long countOpenFiles() {
+std::ptrdiff_t countOpenFiles() {
+#if defined(_WIN32)
+  const int next = _open("NUL", _O_RDONLY);  // gets the lowest number that is free
+  _close(next);
+  return next;
+#else
   const std::filesystem::path list = "/proc/self/fd";
   if (!std::filesystem::exists(list)) return -1;
   return std::distance(std::filesystem::directory_iterator(list),
                        std::filesystem::directory_iterator());
+#endif
 }
 
 TEST_F(RecordedFailure, OfCreateFromXmlKeepsWhatWasReadUntilThen) {
@@ -91,7 +103,7 @@ TEST_F(RecordedFailure, OfReadXmlKeepsEverythingUntilTheReaderStarts) {
 
 TEST_F(RecordedFailure, OfReadXmlFreesTheTreeAndClosesTheFile) {
   const TemporaryFile file(makeText(document));
-  const long openBefore = countOpenFiles();
+  const std::ptrdiff_t openBefore = countOpenFiles();
 
   failEachCall<FilledManager>(
       [&](FilledManager& scene) { EXPECT_TRUE(scene.manager.readXml(file.get())); },

@@ -4,7 +4,28 @@
 
 #include <string>
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+
+#include "support/temporary_files.h"
+
+TEST(ShortPath, OpensTheSameFile) {
+  const TestSupport::TemporaryFile file("the content");
+  char shortPath[4096] = "";
+
+  ASSERT_GT(GetShortPathNameA(file.get().c_str(), shortPath, sizeof shortPath), 0ul);
+
+  EXPECT_EQ(TestSupport::load(shortPath), "the content");
+}
+
+TEST(ShortPath, OfAFileThatDoesNotExistIsNone) {
+  char shortPath[16] = "untouched";
+
+  EXPECT_EQ(GetShortPathNameA("no such folder/file", shortPath, sizeof shortPath), 0ul);
+  EXPECT_EQ(std::string(shortPath), "untouched");
+}
+
+#else
+
 TEST(ShortPath, StandInReportsThatThereIsNoShortForm) {
   char shortPath[16] = "untouched";
 
@@ -15,4 +36,5 @@ TEST(ShortPath, StandInReportsThatThereIsNoShortForm) {
 TEST(ShortPath, StandInTakesNullPointers) {
   EXPECT_EQ(GetShortPathNameA(nullptr, nullptr, 0), 0ul);
 }
+
 #endif

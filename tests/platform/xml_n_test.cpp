@@ -262,6 +262,21 @@ TEST(NewerXmlAttributes, ReadAsTextOrNone) {
   EXPECT_EQ(KvXmlN::AttributeIn::readString(document->getRoot(), "d"), std::nullopt);
 }
 
+TEST(NewerXmlAttributes, ReadAsNumbersOrNone) {
+  const auto document = parse("<a b=' 7 ' c='7.5' d='7x' e=''/>");
+  const KvXmlN::Data& root = document->getRoot();
+  using KvXmlN::AttributeIn;
+
+  EXPECT_EQ(AttributeIn::readDouble(root, "b"), 7.0);
+  EXPECT_EQ(AttributeIn::readDouble(root, "c"), 7.5);
+  EXPECT_EQ(AttributeIn::readInteger(root, "b"), 7);
+  EXPECT_EQ(AttributeIn::readInteger(root, "c"), std::nullopt);
+  for (const char* name : {"d", "e", "absent"}) {
+    EXPECT_EQ(AttributeIn::readDouble(root, name), std::nullopt) << name;
+    EXPECT_EQ(AttributeIn::readInteger(root, name), std::nullopt) << name;
+  }
+}
+
 TEST(NewerXmlNumbers, ReadLikeThoseOfTheOlderLibrary) {
   const TestSupport::CommaLocale locale;
   const auto document = parse(
@@ -314,6 +329,37 @@ TEST(NewerXmlFormat, PrintsAsPrintfDoes) {
   EXPECT_EQ(format(1.0, "%#.0f"), "1.");
   EXPECT_EQ(format(1.5, "% .1f"), " 1.5");
   EXPECT_EQ(format(50.0, "%%%.0f%%"), "%50%");
+}
+
+TEST(NewerXmlFormat, RoundsHalvesOfTheExactValueToEven) {
+  EXPECT_EQ(format(1.25, "%.1f"), "1.2");
+  EXPECT_EQ(format(-1.75, "%.1f"), "-1.8");
+  EXPECT_EQ(format(2.5, "%.0e"), "2e+00");
+  EXPECT_EQ(format(0.15, "%.1f"), "0.1");  // the double is a little less
+}
+
+TEST(NewerXmlFormat, KeepsZerosAndPointsThatAreAskedFor) {
+  EXPECT_EQ(format(1.5, "%#g"), "1.50000");
+  EXPECT_EQ(format(0.0, "%#g"), "0.00000");
+  EXPECT_EQ(format(0.0001234, "%#.3g"), "0.000123");
+  EXPECT_EQ(format(0.00001234, "%#.2g"), "1.2e-05");
+  EXPECT_EQ(format(999999.5, "%#G"), "1.00000E+06");
+  EXPECT_EQ(format(1.5, "%#.0g"), "2.");
+  EXPECT_EQ(format(1.5, "%#.0e"), "2.e+00");
+  EXPECT_EQ(format(1.0, "%#a"), "0x1.p+0");
+}
+
+TEST(NewerXmlFormat, PrintsHexadecimalDigits) {
+  EXPECT_EQ(format(1.5, "%a"), "0x1.8p+0");
+  EXPECT_EQ(format(-1.5, "%12.2A"), "  -0X1.80P+0");
+  EXPECT_EQ(format(1.5, "%012a"), "0x00001.8p+0");
+}
+
+TEST(NewerXmlFormat, FillsNumbersWithZerosAndOtherValuesWithBlanks) {
+  EXPECT_EQ(format(-1.5, "%08.2f"), "-0001.50");
+  EXPECT_EQ(format(-1.5, "%-08.2f|"), "-1.50   |");
+  EXPECT_EQ(format(infinity, "%08f"), "     inf");
+  EXPECT_EQ(format(infinity, "%+f"), "+inf");
 }
 
 TEST(NewerXmlFormat, TakesTheLengthThatPrintfIgnoresForADouble) {

@@ -648,6 +648,17 @@ TEST(XmlErrorPlace, IsThatInTheFileForFilesLongerThanTheirBuffers) {
   expectErrorAt(in, 5003, 2);
 }
 
+TEST(XmlErrorPlace, IsThatInTheFileWhereLineEndsAreTranslated) {
+  const TemporaryFile file(repeat("a line that is left out\r\n", 3000) +
+                           "left out <a b='1' b='2'/>\r\n");
+  std::ifstream in(file.get());
+  std::string skipped;
+  for (int i = 0; i < 3000; ++i) std::getline(in, skipped);
+  in >> skipped >> skipped;
+
+  expectErrorAt(in, 3001, 19);
+}
+
 TEST(XmlErrorPlace, CountsFromTheStartWhereAStreamCannotBePositioned) {
   Pipe pipe("<?xml version='1.0'?>\n<a>\n  <b c='1' c='2'/>\n</a>\n");
   std::istream in(&pipe);

@@ -32,7 +32,8 @@ class CommaLocale {
 class CommaCLocale {
  public:
   CommaCLocale() : previous(std::setlocale(LC_ALL, nullptr)) {
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "fr_FR.utf8"}) {
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "fr_FR.utf8",
+                             "German_Germany.1252"}) {
       installed = std::setlocale(LC_ALL, name) != nullptr;
       if (installed) return;
     }

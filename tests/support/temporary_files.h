@@ -11,9 +11,9 @@
 
 namespace TestSupport {
 
-/// The bytes of a file.
+/// The text of a file, which was written in text mode.
 inline std::string load(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(path);
   EXPECT_TRUE(in.is_open()) << path;
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
@@ -45,8 +45,7 @@ class TemporaryPath {
     const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
     std::string name = std::string("kvfound_") + test.test_suite_name() + "_" + test.name();
     std::replace(name.begin(), name.end(), '/', '_');  // of tests with a parameter
-    return (std::filesystem::path(testing::TempDir()) / (name + std::to_string(++count) + ending))
-        .string();
+    return testing::TempDir() + name + std::to_string(++count) + ending;
   }
 
   std::string path;

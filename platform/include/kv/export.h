@@ -1,8 +1,11 @@
 #pragma once
 
 /// @file
-/// Marks what the companion libraries export. KVPLATFORM_BUILDING is defined while they are
-/// compiled, KVFOUND_STATIC when they are static.
+/// What the companion libraries export. KVPLATFORM_BUILDING is defined while they are compiled,
+/// KVFOUND_STATIC when they are static. Warnings C4251 and C4275 of MSVC: see found/export.h.
+
+/// @def KV_API
+/// Marks what the companion libraries export.
 
 #if defined(KVFOUND_STATIC)
 #define KV_API

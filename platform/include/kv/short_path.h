@@ -1,10 +1,10 @@
 #pragma once
 
 #if defined(_WIN32)
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+/// As <windows.h> declares it, which would bring its macros along.
+extern "C" __declspec(dllimport) unsigned long __stdcall GetShortPathNameA(const char* longPath,
+                                                                           char* shortPath,
+                                                                           unsigned long size);
 #else
 #include "kv/export.h"
 

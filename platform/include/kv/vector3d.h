@@ -5,7 +5,9 @@
 /// Three doubles, without a unit of their own.
 class KV_API KvVector3D {
  public:
+  /// (0, 0, 0).
   KvVector3D() = default;
+  /// The vector of these components, unchecked.
   KvVector3D(double xValue, double yValue, double zValue) : x(xValue), y(yValue), z(zValue) {}
 
   /// Euclidean length, free of overflow and underflow on the way. NaN when a component is NaN,
@@ -23,7 +25,7 @@ class KV_API KvVector3D {
   /// The length below which a vector counts as null: 1e-10.
   static double getTolerance() { return 1e-10; }
 
-  double x = 0.0;
-  double y = 0.0;
-  double z = 0.0;
+  double x = 0.0;  ///< in x, or about it
+  double y = 0.0;  ///< in y, or about it
+  double z = 0.0;  ///< in z, or about it
 };

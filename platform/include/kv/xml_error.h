@@ -12,16 +12,18 @@
 /// what() tells everything in one line: "line 3, column 7: ...".
 class KV_API KvXmlError : public std::runtime_error {
  public:
+  /// What is wrong, and where; see below.
   KvXmlError(const std::string& reason, std::size_t line, std::size_t column);
-  KvXmlError(const KvXmlError& other) noexcept;
-  KvXmlError& operator=(const KvXmlError& other) noexcept;
+  KvXmlError(const KvXmlError& other) noexcept;             ///< cannot fail
+  KvXmlError& operator=(const KvXmlError& other) noexcept;  ///< cannot fail
   ~KvXmlError() override;
 
   /// What is wrong, without the position.
   const std::string& getReason() const { return *reasonText; }
-  /// Where, counted from 1 in the whole file (columns in bytes), also when the parser was given
-  /// the stream further on. Lines end at line feeds.
+  /// The line, counted from 1 in the whole file, also when the parser was given the stream further
+  /// on. Lines end at line feeds.
   std::size_t getLine() const { return lineNumber; }
+  /// The column in that line, counted from 1 in bytes.
   std::size_t getColumn() const { return columnNumber; }
 
  private:

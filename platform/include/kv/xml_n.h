@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -8,6 +9,7 @@
 #include "kv/export.h"
 #include "kv/nullable.h"
 #include "kv/xml_error.h"
+#include "kv/xml_position.h"
 #include "kv/xml_view.h"
 
 /// @file
@@ -53,7 +55,7 @@ class KV_API Data {
   /// The child elements in document order.
   const std::vector<Data*>& getChildren() const;
 
-  const std::string& getName() const;
+  const std::string& getName() const;  ///< of the element
 
   /// The attribute of this name, or null.
   const AttributeData* findAttribute(const std::string& name) const;
@@ -70,13 +72,25 @@ class KV_API Data {
   /// control character other than tab and line break) is stored as '?'. Throws
   /// std::invalid_argument when `name` is no XML name.
   void setAttribute(const std::string& name, const std::string& value, bool flag);
-  void setAttribute(const std::string& name, int value, bool flag);
-  /// In the shortest form that reads back as the same double.
+  void setAttribute(const std::string& name, int value, bool flag);  ///< the same
+  /// The same, in the shortest form that reads back as the same double.
   void setAttribute(const std::string& name, double value);
-  /// As std::printf() prints it in the "C" locale. Throws std::invalid_argument when `format` does
-  /// not hold exactly one conversion, of a double, or when it leaves width or precision to an
-  /// argument or gives one of more than three digits.
+  /// The same, as std::printf() prints it in the "C" locale. Throws std::invalid_argument when
+  /// `format` does not hold exactly one conversion, of a double, or when it leaves width or
+  /// precision to an argument or gives one of more than three digits.
   void setAttribute(const std::string& name, double value, const char* format);
+
+  /// Ends the children that `isUnwanted` is true of, with all below them: they must not be used any
+  /// more. When `isUnwanted` throws, nothing has changed.
+  void removeChildren(const std::function<bool(const Data&)>& isUnwanted);
+
+  /// The names of the attributes, in their order.
+  std::vector<std::string> getAttributeNames() const;
+
+  /// Where in its file the start tag stood.
+  KvXmlPosition getPosition() const;
+  /// Where in its file the attribute of this name stood; of one that there is not, nowhere.
+  KvXmlPosition getAttributePosition(const std::string& name) const;
 
  private:
   friend class Document;
@@ -92,6 +106,11 @@ class KV_API Data {
 struct KV_API AttributeIn {
   /// The attribute's text, or none when it is absent.
   static kvt::Nullable<std::string> readString(const Data& data, const std::string& name);
+  /// The attribute as a number, as for Data::getAttributeDouble(), or none when it is absent or
+  /// anything else.
+  static kvt::Nullable<double> readDouble(const Data& data, const std::string& name);
+  /// The attribute as a whole number that fits an int, likewise.
+  static kvt::Nullable<int> readInteger(const Data& data, const std::string& name);
 };
 
 /// A document, which owns its elements.
@@ -110,8 +129,8 @@ class KV_API Document {
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
 
-  Data& getRoot();
-  const Data& getRoot() const;
+  Data& getRoot();              ///< owned by the document
+  const Data& getRoot() const;  ///< owned by the document
 
   /// Prints the document as KvXmlTree::putToStream() does.
   void putToStream(std::ostream& out) const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include "kv/export.h"
 #include "kv/xml_error.h"
+#include "kv/xml_position.h"
 #include "kv/xml_view.h"
 
 /// @file
@@ -86,7 +88,7 @@ class KV_API KvXmlData {
   /// The child elements in document order. To be read only; addChild() changes it.
   std::vector<KvXmlData*>& getChildren();
 
-  const std::string& getName() const;
+  const std::string& getName() const;  ///< of the element
 
   /// The attribute of this name, or null.
   KvXmlAttributeData* findAttribute(const std::string& name) const;
@@ -96,11 +98,24 @@ class KV_API KvXmlData {
   /// parent of another tree, and when this element was made for `child` or for one below it.
   void addChild(KvXmlData* child);
 
-  /// Sets an attribute; one that exists keeps its place. A character that XML cannot hold (a
-  /// control character other than tab and line break) is stored as '?'. Throws
-  /// std::invalid_argument when `name` is no XML name.
+  /// Sets an attribute; one that exists keeps its place. Throws std::invalid_argument when `name`
+  /// is no XML name.
   void setAttribute(const std::string& name, int value, bool flag);
+  /// The same. A character that XML cannot hold (a control character other than tab and line break)
+  /// is stored as '?'.
   void setAttribute(const std::string& name, const std::string& value, bool flag);
+
+  /// Ends the children that `isUnwanted` is true of, with all below them: they must not be used any
+  /// more. When `isUnwanted` throws, nothing has changed.
+  void removeChildren(const std::function<bool(const KvXmlData&)>& isUnwanted);
+
+  /// The names of the attributes, in their order.
+  std::vector<std::string> getAttributeNames() const;
+
+  /// Where in its file the start tag stood.
+  KvXmlPosition getPosition() const;
+  /// Where in its file the attribute of this name stood; of one that there is not, nowhere.
+  KvXmlPosition getAttributePosition(const std::string& name) const;
 
  private:
   friend class KvXmlTree;
@@ -147,8 +162,9 @@ class KV_API KvXmlTree {
   /// double; see KvXmlData::setAttribute(). No effect when there is no current element.
   void setAttribute(const std::string& name, double value);
 
+  /// The current element, or null.
   KvXmlData* getCurrent() const;
-  /// `element` must belong to this tree, or be null.
+  /// Moves the cursor; `element` must belong to this tree, or be null.
   void setCurrent(KvXmlData* element);
 
   /// Prints the document, indented, after a declaration on a line of its own. Everything that was

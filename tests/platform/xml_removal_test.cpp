@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "kv/xml_n.h"
+#include "platform/support.h"
+
+using PlatformTest::parse;
+using PlatformTest::print;
+
+namespace {
+
+const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+bool isB(const KvXmlData& element) { return element.getName() == "b"; }
+
+}  // namespace
+
+TEST(XmlRemoval, EndsTheUnwantedChildrenWithAllBelow) {
+  const auto tree = parse("<r><b><c/></b><!--kept--><a/><b/></r>");
+  KvXmlData* const root = tree->findRoot("r", true);
+
+  root->removeChildren(isB);
+
+  EXPECT_EQ(print(*tree), declaration + "<r>\n  <!--kept-->\n  <a />\n</r>\n");
+  ASSERT_EQ(root->getChildren().size(), 1u);
+  EXPECT_EQ(root->getChildren()[0]->getName(), "a");
+  EXPECT_EQ(root->findTree("c", true), nullptr);
+}
+
+TEST(XmlRemoval, LooksAtDirectChildrenOnly) {
+  const auto tree = parse("<r><a><b/></a></r>");
+
+  tree->findRoot("r", true)->removeChildren(isB);
+
+  EXPECT_NE(tree->findRoot("r", true)->findTree("b", true), nullptr);
+}
+
+TEST(XmlRemoval, KeepsTheOtherElementsWhereTheyAre) {
+  const auto tree = parse("<r><a n='1'/><b/><c n='2'/></r>");
+  KvXmlData* const root = tree->findRoot("r", true);
+  KvXmlData* const c = root->findTree("c", true);
+  const KvXmlAttributeData* const n = c->findAttribute("n");
+
+  root->removeChildren(isB);
+
+  EXPECT_EQ(root->findTree("c", true), c);
+  EXPECT_EQ(c->findAttribute("n"), n);
+  EXPECT_EQ(n->getData(), "2");
+}
+
+TEST(XmlRemoval, EndsElementsThatWereAdded) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("r", false);
+  auto taken = std::make_unique<KvXmlData>("b", nullptr);
+  auto below = std::make_unique<KvXmlData>("c", taken.get());
+  taken->addChild(below.get());
+  static_cast<void>(below.release());
+  root->addChild(taken.get());
+  static_cast<void>(taken.release());
+
+  root->removeChildren(isB);
+
+  EXPECT_EQ(print(tree), declaration + "<r />\n");
+}
+
+TEST(XmlRemoval, LeavesRoomForNewChildren) {
+  const auto tree = parse("<r><b n='1' m='2'/></r>");
+  KvXmlData* const root = tree->findRoot("r", true);
+  ASSERT_NE(root->findTree("b", true)->findAttribute("m"), nullptr);
+
+  root->removeChildren(isB);
+  tree->open("r", false);
+  tree->open("b", false)->setAttribute("m", 3, true);
+
+  EXPECT_EQ(print(*tree), declaration + "<r>\n  <b m=\"3\" />\n</r>\n");
+}
+
+TEST(XmlRemoval, ChangesNothingWhenTheTestThrows) {
+  const auto tree = parse("<r><b/><a/></r>");
+  KvXmlData* const root = tree->findRoot("r", true);
+  const auto refuseA = [](const KvXmlData& element) {
+    if (element.getName() == "a") throw std::runtime_error("refused");
+    return true;
+  };
+
+  EXPECT_THROW(root->removeChildren(refuseA), std::runtime_error);
+
+  EXPECT_EQ(print(*tree), declaration + "<r>\n  <b />\n  <a />\n</r>\n");
+  EXPECT_EQ(root->getChildren().size(), 2u);
+}
+
+TEST(XmlRemoval, IsOfferedByTheNewerLibraryToo) {
+  std::istringstream in("<r><b/><a/><b><c/></b></r>");
+  KvXmlN::Document document(in);
+
+  document.getRoot().removeChildren(
+      [](const KvXmlN::Data& element) { return element.getName() == "b"; });
+
+  std::ostringstream out;
+  document.putToStream(out);
+  EXPECT_EQ(out.str(), declaration + "<r>\n  <a />\n</r>\n");
+  EXPECT_EQ(document.getRoot().getChildren().size(), 1u);
+}
