@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <utility>
 
 namespace DisplayText {
 namespace {
@@ -117,16 +118,22 @@ char32_t fromCodePage(char byte) {
 
 }  // namespace
 
-std::string fromName(const std::string& name) {
+std::string toUtf8(const std::string& name) {
+  if (isUtf8(name)) return name;
   std::string text;
-  if (isUtf8(name))
-    for (std::size_t place = 0; place < name.size();) appendEscaped(text, takeUtf8(name, place));
-  else
-    for (const char byte : name) appendEscaped(text, fromCodePage(byte));
+  for (const char byte : name) appendUtf8(text, fromCodePage(byte));
+  return text;
+}
+
+std::string fromName(const std::string& name) {
+  const std::string utf8 = toUtf8(name);
+  std::string text;
+  for (std::size_t place = 0; place < utf8.size();) appendEscaped(text, takeUtf8(utf8, place));
   return text;
 }
 
 std::string fromNumber(double value) {
+  if (std::isnan(value)) return "nan";  // whatever its sign, which means nothing
   const double magnitude = std::fabs(value);
   const bool isPlain = magnitude == 0.0 || (magnitude >= 1e-6 && magnitude < 1e15);
   char buffer[64];
@@ -152,6 +159,18 @@ std::size_t measure(const std::string& text) {
   std::size_t width = 0;
   for (std::size_t place = 0; place < text.size();) width += measureCharacter(takeAny(text, place));
   return width;
+}
+
+std::string wrap(const std::vector<std::string>& items, const std::string& separator,
+                 std::size_t width) {
+  std::string text;
+  std::string line;
+  for (const std::string& item : items) {
+    const bool hasRoom = measure(line) + measure(separator) + measure(item) <= width;
+    if (!line.empty() && !hasRoom) text += std::exchange(line, "") + "\n";
+    line += (line.empty() ? "" : separator) + item;
+  }
+  return text + line;
 }
 
 }  // namespace DisplayText

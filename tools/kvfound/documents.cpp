@@ -1,15 +1,15 @@
 #include "documents.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <initializer_list>
 #include <memory>
-#include <random>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "found/bedding_reader.h"
@@ -17,11 +17,14 @@
 #include "kv/xml_n.h"
 #include "kv/xml_tree.h"
 #include "note_messenger.h"
+#include "paths.h"
 
 namespace Documents {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* firstVersion = "1.0";
 
 std::string describeError() { return std::strerror(errno); }
 
@@ -30,73 +33,17 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-/// A file that holds what a pipe delivered, for as long as this object lives: the library reads
-/// files by path, and a document is looked at more than once.
-class PipeCopy {
- public:
-  PipeCopy(std::FILE* pipe, const std::string& shownPath) {
-    File copy(std::fopen(path.c_str(), "wbx"));  // never one that exists
-    if (copy == nullptr) fail(shownPath);
-    isMade = true;
-    std::error_code ignored;
-    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, ignored);
-    if (fill(pipe, copy.get())) return;
-    const int reason = errno;
-    copy.reset();
-    erase();
-    errno = reason;
-    fail(shownPath);
-  }
-  ~PipeCopy() { erase(); }
-  PipeCopy(const PipeCopy&) = delete;
-  PipeCopy& operator=(const PipeCopy&) = delete;
-
-  std::string getPath() const { return path; }
-
- private:
-  static std::string makePath() {
-    std::error_code error;
-    const fs::path folder = fs::temp_directory_path(error);
-    if (error) throw UserError("there is no folder for temporary files: " + error.message());
-    std::random_device random;
-    return (folder / ("kvfound-" + std::to_string(random()) + ".xml")).string();
-  }
-
-  static bool fill(std::FILE* pipe, std::FILE* copy) {
-    std::array<char, 1 << 16> buffer{};
-    while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe))
-      if (std::fwrite(buffer.data(), 1, got, copy) != got) return false;
-    return std::ferror(pipe) == 0 && std::fflush(copy) == 0;
-  }
-
-  void erase() const {
-    if (isMade) std::remove(path.c_str());
-  }
-
-  [[noreturn]] void fail(const std::string& shownPath) const {
-    throw UserError(shownPath + " cannot be copied to " + path + ": " + describeError());
-  }
-
-  const std::string path = makePath();
-  bool isMade = false;
-};
-
-constexpr const char* legacyRoot = "SMOD";
-constexpr const char* currentVersion = "current";
+void copy(std::FILE* from, std::FILE* to) {
+  std::array<char, 1 << 16> buffer{};
+  while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), from))
+    if (std::fwrite(buffer.data(), 1, got, to) != got) break;
+  if (std::ferror(from) != 0 || std::fflush(to) != 0)
+    throw std::system_error(errno, std::generic_category());
+}
 
 [[noreturn]] void fail(const std::string& shownPath, const KvXmlError& error) {
   throw UserError(shownPath + ":" + std::to_string(error.getLine()) + ":" +
                   std::to_string(error.getColumn()) + ": " + error.getReason());
-}
-
-/// Opens the file; a folder can be opened too, but not read.
-std::ifstream open(const std::string& path, const std::string& shownPath) {
-  std::error_code ignored;
-  if (fs::is_directory(path, ignored))
-    throw UserError(shownPath + ": this is a folder, not a file");
-  std::ifstream file(path);
-  if (!file) throw UserError(shownPath + ": cannot be opened: " + describeError());
-  return file;
 }
 
 /// A legacy document is parsed from its second line on, and so looked at in the same way.
@@ -119,89 +66,174 @@ bool isXml(std::ifstream file) {
   return !file || first == '<' || first == '\0';
 }
 
-bool hasChild(const KvXmlN::Data& element, std::initializer_list<const char*> names) {
-  for (const KvXmlN::Data* child : element.getChildren())
-    for (const char* name : names)
-      if (child->getName() == name) return true;
-  return false;
+constexpr const char* firstBedding = "Bedding";  // of the first version only
+
+template <class Test>
+bool hasChild(const KvXmlN::Data& element, const Test& test) {
+  const std::vector<KvXmlN::Data*>& children = element.getChildren();
+  return std::any_of(children.begin(), children.end(),
+                     [&test](const KvXmlN::Data* child) { return test(*child); });
 }
 
-/// Adds all elements that hold beddings, in document order.
-void listContainers(const KvXmlN::Data& top, std::vector<const KvXmlN::Data*>& containers) {
-  if (hasChild(top, {"Bedding", "CurveBedding", "SurfaceBedding"})) {
+void addContainers(const KvXmlN::Data& top, std::vector<const KvXmlN::Data*>& containers) {
+  if (hasChild(top, isBedding)) {
     containers.push_back(&top);
     return;
   }
-  for (const KvXmlN::Data* child : top.getChildren()) listContainers(*child, containers);
+  for (const KvXmlN::Data* child : top.getChildren()) addContainers(*child, containers);
 }
 
-/// The version when none is given: only the first has "Bedding" elements.
-std::string guessVersion(const std::vector<const KvXmlN::Data*>& containers) {
-  for (const KvXmlN::Data* container : containers)
-    if (hasChild(*container, {"Bedding"})) return "1.0";
-  return currentVersion;
+/// Adds all elements that are named as those that hold beddings.
+void addNamed(const KvXmlN::Data& top, std::vector<const KvXmlN::Data*>& containers) {
+  if (top.getName() == emptyContainer) containers.push_back(&top);
+  for (const KvXmlN::Data* child : top.getChildren()) addNamed(*child, containers);
 }
 
-KvXmlN::Document parse(std::ifstream file, const std::string& shownPath) {
+/// Numbers with a point between them.
+bool isVersion(const std::string& text) {
+  bool isNumber = false;
+  for (const char c : text) {
+    const bool isDigit = c >= '0' && c <= '9';
+    if (!isDigit && (c != '.' || !isNumber)) return false;
+    isNumber = isDigit;
+  }
+  return isNumber;
+}
+
+bool isFirstVersion(const std::vector<const KvXmlN::Data*>& containers,
+                    const std::optional<std::string>& version) {
+  if (version) {
+    if (!isVersion(*version))
+      throw UserError("\"" + *version + "\" is no version; give 1.0, or a later one such as 2.0");
+    return Tools::VersionText(*version).isEqualTo(firstVersion);
+  }
+  const auto isOfFirst = [](const KvXmlN::Data& child) { return child.getName() == firstBedding; };
+  return std::any_of(containers.begin(), containers.end(), [&](const KvXmlN::Data* container) {
+    return hasChild(*container, isOfFirst);
+  });
+}
+
+/// Parses from the stream's position on.
+std::unique_ptr<KvXmlN::Document> parse(std::ifstream file, const std::string& shownPath) {
   try {
-    return KvXmlN::Document(file);
+    return std::make_unique<KvXmlN::Document>(file);
   } catch (const KvXmlError& error) {
     fail(shownPath, error);
   }
 }
 
-void readExchange(const std::string& path, const std::string& shownPath,
-                  const std::optional<std::string>& version, Found::FoundationManager& manager,
-                  std::ostream& notes) {
-  if (!isXml(open(path, shownPath))) throw UserError(shownPath + ": this is no XML document");
-  const KvXmlN::Document document = parse(open(path, shownPath), shownPath);
-  const KvXmlN::Data& root = document.getRoot();
+Tree parseLegacy(const Input& input) {
+  std::ifstream file = input.open();
+  std::string firstLine;
+  std::getline(file, firstLine);
+  Tree tree{input.getShownPath(), Form::legacy, nullptr, {}};
+  tree.document = parse(std::move(file), tree.shownPath);
+  return tree;
+}
+
+Tree parseExchange(const Input& input, const std::optional<std::string>& version) {
+  const std::string& shownPath = input.getShownPath();
+  if (!isXml(input.open())) throw UserError(shownPath + ": this is no XML document");
+  Tree tree{shownPath, Form::exchange, nullptr, {}};
+  tree.document = parse(input.open(), shownPath);
+  KvXmlN::Data& root = tree.document->getRoot();
   if (root.getName() == legacyRoot)
     throw UserError(shownPath + ": <" + legacyRoot +
                     "> must start on a line of its own, behind the line of the XML declaration");
-  std::vector<const KvXmlN::Data*> containers;
-  listContainers(root, containers);
-  if (containers.empty())
+  tree.containers = listContainers(root);
+  if (tree.containers.empty())
     throw UserError(shownPath + ": there are no beddings in <" + root.getName() +
-                    ">; a legacy model or an exchange document can be read");
-
-  const Tools::VersionText versionText(version.value_or(guessVersion(containers)));
-  NoteMessenger messenger(notes, "kvfound: " + shownPath + ": ");
-  Found::Umo::BeddingReader reader(manager, versionText);
-  reader.setMessenger(&messenger);
-  for (const KvXmlN::Data* container : containers) reader.read(*container);
+                    ">; a legacy model or an exchange document can be read, a Kvml listing cannot");
+  if (isFirstVersion(tree.containers, version)) tree.form = Form::firstExchange;
+  return tree;
 }
 
-void readFile(const std::string& path, const std::string& shownPath,
-              const std::optional<std::string>& version, Found::FoundationManager& manager,
-              std::ostream& notes) {
-  if (!isLegacy(open(path, shownPath)))
-    return readExchange(path, shownPath, version, manager, notes);
+void readLegacy(const Input& input, Found::FoundationManager& manager) {
   try {
-    if (manager.readXml(path)) return;
+    if (manager.readXml(input.getPath())) return;
   } catch (const KvXmlError& error) {
-    fail(shownPath, error);
+    fail(input.getShownPath(), error);
   }
-  throw UserError(shownPath +
+  throw UserError(input.getShownPath() +
                   ": the first line must be an XML declaration, <?xml version=\"1.0\"?>");
 }
 
 }  // namespace
 
-void read(const std::string& path, const std::optional<std::string>& version,
-          Found::FoundationManager& manager, std::ostream& notes) {
-  if (path == "-") {
-    const PipeCopy copy(stdin, "standard input");
-    return readFile(copy.getPath(), "standard input", version, manager, notes);
+Input::Input(const std::string& asked) : path(asked), shownPath(asked) {
+  if (asked.empty()) throw UserError("the name of the file to read is empty");
+  if (asked == "-") {
+    shownPath = "standard input";
+    copyFrom(stdin);
+    return;
   }
   std::error_code ignored;
-  const fs::file_status status = fs::status(path, ignored);
-  if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status))
-    return readFile(path, path, version, manager, notes);
+  const fs::file_status status = fs::status(Paths::fromText(path), ignored);
+  if (!fs::exists(status) || fs::is_regular_file(status)) return;
+  if (fs::is_directory(status)) throw UserError(path + ": this is a folder, not a file");
   const File pipe(std::fopen(path.c_str(), "rb"));
   if (pipe == nullptr) throw UserError(path + ": cannot be opened: " + describeError());
-  const PipeCopy copy(pipe.get(), path);
-  readFile(copy.getPath(), path, version, manager, notes);
+  copyFrom(pipe.get());
+}
+
+std::ifstream Input::open() const {
+  std::ifstream file(path);
+  if (!file) throw UserError(shownPath + ": cannot be opened: " + describeError());
+  return file;
+}
+
+void Input::copyFrom(std::FILE* pipe) {
+  try {
+    copied =
+        std::make_unique<TemporaryFile>(TemporaryFile::findFolder(), TemporaryFile::Readers::owner);
+    const File file(std::fopen(copied->getPath().c_str(), "wb"));
+    if (file == nullptr) throw std::system_error(errno, std::generic_category());
+    copy(pipe, file.get());
+  } catch (const std::system_error& error) {
+    throw UserError(shownPath +
+                    ": cannot be copied to a temporary file: " + error.code().message());
+  }
+  path = copied->getPath();
+}
+
+bool isBedding(const KvXmlN::Data& element) {
+  const std::string& name = element.getName();
+  return name == firstBedding || name == "CurveBedding" || name == "SurfaceBedding";
+}
+
+std::vector<const KvXmlN::Data*> listContainers(const KvXmlN::Data& root) {
+  const auto isNamed = [](const KvXmlN::Data* element) {
+    return element->getName() == emptyContainer;
+  };
+  std::vector<const KvXmlN::Data*> containers;
+  addContainers(root, containers);
+  // Beside elements that are named so, one with a child of that name holds something else.
+  const auto firstOther = std::stable_partition(containers.begin(), containers.end(), isNamed);
+  if (firstOther != containers.begin()) containers.erase(firstOther, containers.end());
+  if (!containers.empty() || root.getName() == listingRoot) return containers;
+  addNamed(root, containers);
+  return containers;
+}
+
+std::string getVersion(Form form) { return form == Form::firstExchange ? firstVersion : "current"; }
+
+Tree parse(const Input& input, const std::optional<std::string>& version) {
+  return isLegacy(input.open()) ? parseLegacy(input) : parseExchange(input, version);
+}
+
+Reading read(const Input& input, const std::optional<std::string>& version,
+             Found::FoundationManager& manager, std::ostream& notes) {
+  if (isLegacy(input.open())) {
+    readLegacy(input, manager);
+    return {Form::legacy, 0};
+  }
+  const Tree tree = parseExchange(input, version);
+  NoteMessenger messenger(notes, "kvfound: " + tree.shownPath + ": ");
+  const Tools::VersionText versionText(getVersion(tree.form));
+  Found::Umo::BeddingReader reader(manager, versionText);
+  reader.setMessenger(&messenger);
+  for (const KvXmlN::Data* container : tree.containers) reader.read(*container);
+  return {tree.form, messenger.getNumberOfNotes()};
 }
 
 }  // namespace Documents

@@ -7,10 +7,13 @@
 NoteMessenger::NoteMessenger(std::ostream& notes, const std::string& prefix)
     : out(notes), linePrefix(DisplayText::fromName(prefix)) {}
 
-void NoteMessenger::note(const std::string& sentence) { out << linePrefix << sentence << '\n'; }
+void NoteMessenger::note(const std::string& sentence) {
+  out << linePrefix << sentence << '\n';
+  ++numberOfNotes;
+}
 
 void NoteMessenger::onReadFinished(std::size_t count) {
-  note(std::to_string(count) + (count == 1 ? " bedding was read" : " beddings were read"));
+  out << linePrefix << count << (count == 1 ? " bedding was read\n" : " beddings were read\n");
 }
 
 void NoteMessenger::onUnknownElement(const std::string& elementName) {

@@ -21,9 +21,13 @@ class NoteMessenger : public Found::Umo::ReadMessenger {
   void onInvalidNumber(const std::string& elementName, int number) override;
   void onNameChanged(const std::string& oldName, const std::string& newName) override;
 
+  /// How many beddings were refused or changed.
+  std::size_t getNumberOfNotes() const { return numberOfNotes; }
+
  private:
   void note(const std::string& sentence);
 
   std::ostream& out;
   std::string linePrefix;
+  std::size_t numberOfNotes = 0;
 };

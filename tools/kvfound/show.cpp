@@ -1,99 +1,51 @@
-#include "show.h"
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
 
-#include <initializer_list>
-#include <ostream>
-
-#include "display_text.h"
+#include "commands.h"
 #include "documents.h"
 #include "found/foundation_manager.h"
-#include "table.h"
+#include "show_formats.h"
+#include "terminal.h"
 
 namespace {
 
-using Found::Foundation;
-using Found::FoundationManager;
+struct Options {
+  std::string path = "-";
+  std::string format = "table";
+  std::optional<std::string> version;
+};
 
-constexpr std::size_t longestName = 60;  // one long name must not stretch every row
-
-std::string showComponent(bool isPresent, double value) {
-  return isPresent ? DisplayText::fromNumber(value) : "-";
-}
-
-/// One direction that fails, such as "zT"; empty when it does not.
-std::string showFailure(char direction, Foundation::Failure failure) {
-  switch (failure) {
-    case Foundation::None:
-      return "";
-    case Foundation::Tension:
-      return {direction, 'T'};
-    case Foundation::Compression:
-      return {direction, 'C'};
-  }
-  return direction + std::to_string(static_cast<int>(failure));  // a document may hold any number
-}
-
-std::string join(std::initializer_list<std::string> parts) {
-  std::string text;
-  for (const std::string& part : parts)
-    if (!part.empty()) text += (text.empty() ? "" : " ") + part;
-  return text.empty() ? "-" : text;
-}
-
-Table makeTable() {
-  constexpr auto right = Table::Align::right;
-  return Table({{"", "", {}},
-                {"", "No", right},
-                {"", "Name", {}},
-                {"", "Gen", {}},
-                {"Area", "x", right},
-                {"Area", "y", right},
-                {"Area", "z", right},
-                {"Area", "Fails", {}},
-                {"Area", "Factor", right},
-                {"Line", "x", right},
-                {"Line", "y", right},
-                {"Line", "z", right},
-                {"Line", "rot x", right},
-                {"Line", "Fails", {}},
-                {"Line", "Factor", right}});
-}
-
-void addRow(Table& table, Foundation& foundation, bool isCurrent) {
-  KvVector3D area;
-  KvVector3D line;
-  KvVector3D rotation;
-  const bool hasArea = foundation.getDispArea(area);
-  const bool hasLine = foundation.getDispLine(line);
-  const bool hasRotation = foundation.getRotLine(rotation);
-  table.addRow({isCurrent ? "*" : "", std::to_string(foundation.getNumber()),
-                DisplayText::shorten(DisplayText::fromName(foundation.getName()), longestName),
-                foundation.isGenerated() ? "gen" : "", showComponent(hasArea, area.x),
-                showComponent(hasArea, area.y), showComponent(hasArea, area.z),
-                join({showFailure('z', foundation.getFailAreaZ())}),
-                DisplayText::fromNumber(foundation.getFactorArea()), showComponent(hasLine, line.x),
-                showComponent(hasLine, line.y), showComponent(hasLine, line.z),
-                showComponent(hasRotation, rotation.x),
-                join({showFailure('x', foundation.getFailLineX()),
-                      showFailure('y', foundation.getFailLineY()),
-                      showFailure('z', foundation.getFailLineZ())}),
-                DisplayText::fromNumber(foundation.getFactorLine())});
+void show(const Options& options, std::ostream& out, std::ostream& notes) {
+  Found::FoundationManager manager;
+  Documents::read(options.path, options.version, manager, notes);
+  manager.updateFoundationMaximum();
+  if (options.format == "json")
+    ShowFormats::printJson(manager, out);
+  else if (options.format == "csv")
+    ShowFormats::printCsv(manager, out);
+  else
+    ShowFormats::printTable(manager, out, Terminal::getWidth(stdout), Terminal::Painter(stdout));
 }
 
 }  // namespace
 
-void show(const std::string& path, const std::optional<std::string>& version, std::ostream& out,
-          std::ostream& notes) {
-  FoundationManager manager;
-  Documents::read(path, version, manager, notes);
-  manager.updateFoundationMaximum();
-  const std::vector<Foundation*>& foundations = manager.getFoundations();
-  if (!foundations.empty()) {
-    Table table = makeTable();
-    for (Foundation* foundation : foundations)
-      addRow(table, *foundation, foundation == manager.getCurrentFoundation());
-    table.print(out);
-    out << "\n* current   gen generated   T fails in tension   C fails in compression   - none\n";
-  }
-  out << foundations.size() << (foundations.size() == 1 ? " foundation" : " foundations")
-      << ", largest stiffness " << DisplayText::fromNumber(manager.getMaxFoundationValue()) << "\n";
+void Commands::addShow(CLI::App& program, Status& /*status*/) {
+  const auto options = std::make_shared<Options>();
+  CLI::App* const command = program.add_subcommand(
+      "show",
+      "Prints the foundations of a legacy model or an exchange document, as a table or as data");
+  command->add_option("FILE", options->path,
+                      "the document; standard input when it is - or left out");
+  command->add_option("--format", options->format, "table, json or csv")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({"table", "json", "csv"}).description(""));
+  command
+      ->add_option("--version", options->version,
+                   "version of an exchange document; when left out, 1.0 if it holds a Bedding "
+                   "element, else the current one")
+      ->type_name("VERSION");
+  command->footer("Example: kvfound show model.xml --format csv");
+  command->callback([options] { show(*options, std::cout, std::cerr); });
 }

@@ -1,0 +1,60 @@
+#include "check_findings.h"
+
+#include <algorithm>
+#include <ostream>
+#include <tuple>
+#include <utility>
+
+#include "display_text.h"
+
+namespace Checks {
+
+void Findings::add(KvXmlPosition position, std::string sentence) {
+  findings.push_back({position, std::move(sentence)});
+}
+
+const std::vector<Finding>& Findings::list() {
+  const auto isBefore = [](const Finding& a, const Finding& b) {
+    return std::tie(a.position.line, a.position.column) <
+           std::tie(b.position.line, b.position.column);
+  };
+  std::stable_sort(findings.begin(), findings.end(), isBefore);
+  return findings;
+}
+
+void Findings::print(std::ostream& out, const std::string& shownPath,
+                     const Terminal::Painter& painter) {
+  const std::string file = DisplayText::fromName(shownPath);
+  const std::string warning = painter.paint(Terminal::Style::yellow, "warning:");
+  for (const auto& [position, sentence] : list())
+    out << file << ':' << position.line << ':' << position.column << ": " << warning << ' '
+        << sentence << '\n';
+}
+
+std::string showText(const std::string& text) {
+  constexpr std::size_t longest = 60;
+  return DisplayText::shorten(DisplayText::fromName(text), longest);
+}
+
+std::string quote(const std::string& text) { return '"' + showText(text) + '"'; }
+
+std::string showAttribute(const KvXmlN::Data& element, const std::string& name) {
+  return name + "=" + quote(KvXmlN::AttributeIn::readString(element, name).value_or(""));
+}
+
+std::string showElement(const KvXmlN::Data& element) {
+  return "<" + showText(element.getName()) + ">";
+}
+
+KvXmlPosition locate(const KvXmlN::Data& element, const std::string& name) {
+  const KvXmlPosition position = element.getAttributePosition(name);
+  return position.line > 0 ? position : element.getPosition();
+}
+
+std::string showPlace(KvXmlPosition earlier, KvXmlPosition here) {
+  if (earlier.line == here.line)
+    return "in column " + std::to_string(earlier.column) + " of this line";
+  return "in line " + std::to_string(earlier.line);
+}
+
+}  // namespace Checks

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "check_findings.h"
+#include "documents.h"
+#include "found/foundation_manager.h"
+
+/// What a reader of each form accepts in silence.
+namespace Checks {
+
+/// All that is found in a document, whatever its form. `read` holds what the reader made of it when
+/// it is a legacy model.
+Findings find(const Documents::Tree& tree, const Found::FoundationManager& read);
+
+void checkLegacy(const Documents::Tree& tree, const Found::FoundationManager& read,
+                 Findings& findings);
+void checkExchange(const Documents::Tree& tree, Findings& findings);
+
+}  // namespace Checks

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+/// What the user wrote on the command line, and how it is answered.
+namespace CommandLine {
+
+/// Runs the command that is named, or prints the help or the version when asked. Throws UserError
+/// when something cannot be understood; it names the option or command that may be meant, or tells
+/// with the help text of an option which values this takes.
+void run(CLI::App& program, int argc, const char* const* argv);
+
+}  // namespace CommandLine

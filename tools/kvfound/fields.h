@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "found/foundation.h"
+
+/// What documents hold of a foundation, field by field, under names that every output shares and
+/// that stay as they are: scripts rely on them.
+namespace Fields {
+
+/// Nothing: a component of a vector that the foundation does not have.
+using Value = std::variant<std::monostate, bool, int, double, std::string>;
+
+struct Field {
+  const char* name;
+  Value (*get)(Found::Foundation& foundation);
+};
+
+/// All fields, in the order in which they are shown. Texts are as the foundation has them, failure
+/// modes are "none", "tension", "compression", or a number where a document held another one.
+const std::vector<Field>& list();
+
+/// True when the two mean the same: a stiffness that is absent supports as little as one of zero,
+/// and forms differ in which of the two they hold; a name is the same in UTF-8 and in an 8-bit code
+/// page.
+bool areAlike(const Value& a, const Value& b);
+
+/// As an engineer reads it, in UTF-8: "-" for nothing, yes or no, the shortest text of a number.
+std::string show(const Value& value);
+
+/// How messages call a foundation: number 3 "Raft on stiff clay".
+std::string describe(const Found::Foundation& foundation);
+
+}  // namespace Fields

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <vector>
+
+#include "found/foundation.h"
+
+/// Finds the same foundations in two lists.
+namespace Matching {
+
+/// Foundations that belong together; null where one has no counterpart.
+struct Pair {
+  Found::Foundation* first;
+  Found::Foundation* second;
+};
+
+enum class Key { number, name, place };
+
+/// Pairs those of equal number and name, then, key by key, what is left: of several with the same
+/// key the first of one list with the first of the other. `Key::place` pairs whatever is left in
+/// order. The pairs come in the order of the first list, then what only the second has.
+std::vector<Pair> match(const std::vector<Found::Foundation*>& first,
+                        const std::vector<Found::Foundation*>& second,
+                        const std::vector<Key>& keys);
+
+}  // namespace Matching
