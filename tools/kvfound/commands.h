@@ -13,5 +13,6 @@ void addConvert(CLI::App& program, Status& status);
 void addCheck(CLI::App& program, Status& status);
 void addDiff(CLI::App& program, Status& status);
 void addPrune(CLI::App& program, Status& status);
+void addReport(CLI::App& program, Status& status);
 
 }  // namespace Commands

@@ -16,13 +16,14 @@ _kvfound() {
     --used-by | -o | --output | --unit-force | --unit-length) ;;
     *)
       if ((COMP_CWORD == 1)); then
-        words="show convert check diff prune --help --version"
+        words="show convert check diff prune report --help --version"
       elif [[ $current == -* ]]; then
         case ${COMP_WORDS[1]} in
           show) words="--help --format --version" ;;
           convert) words="--help --to --strict --version" ;;
           check | diff) words="--help --version" ;;
           prune) words="--help --generated --used-by --version" ;;
+          report) words="--help --output --unit-force --unit-length --version" ;;
         esac
       fi
       ;;

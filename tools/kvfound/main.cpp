@@ -26,6 +26,7 @@ Status run(int argc, char** argv) {
   Commands::addCheck(program, status);
   Commands::addDiff(program, status);
   Commands::addPrune(program, status);
+  Commands::addReport(program, status);
 
   CommandLine::run(program, argc, argv);
   if (!std::cout.flush()) throw UserError("standard output cannot be written");

@@ -1,0 +1,51 @@
+"""Documents that a report must stand: one with all that is odd, some that are large, one empty."""
+
+import random
+
+BEGIN = '<?xml version="1.0" encoding="UTF-8"?>\n<SMOD>\n<FOUNDATIONS CURRENT="Current">\n'
+END = "</FOUNDATIONS>\n</SMOD>\n"
+
+NASTY = """\
+<FOUND NUMBER="1" NAME="&lt;script&gt;alert(1)&lt;/script&gt;" FZAREA="1"/>
+<FOUND NUMBER="2" NAME="&quot;&gt;&lt;img src=x onerror=alert(2)&gt; &amp;amp;" FZLINE="10"/>
+<FOUND NUMBER="3" NAME="&lt;/title&gt;&lt;/style&gt;&lt;/svg&gt;&lt;!--" FXAREA="1" FZAREA="2"/>
+<FOUND NUMBER="4" NAME="Current" FXAREA="-5" FYAREA="inf" FZAREA="nan" FAILZAREA="7"/>
+<FOUND NUMBER="5" NAME="Zero" FXAREA="0" FYAREA="0" FZAREA="0"/>
+<FOUND NUMBER="6" NAME="Failures only" FAILXLINE="-1" FAILYLINE="1" FAILZLINE="-12"/>
+<FOUND NUMBER="7" NAME="Rotation only" FXX="12345.6789012345"/>
+<FOUND NUMBER="8" NAME="Tiny and huge" FXAREA="5e-324" FYAREA="1" FZAREA="1.7976931348623157e308"/>
+<FOUND NUMBER="9" NAME="A name that is far too long for its place, twice over" FZLINE="0.1" FXX="1e-7"/>
+<FOUND NUMBER="2147483647" NAME="WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW" FZLINE="3" IsGenerated="1"/>
+<FOUND NUMBER="-12" NAME="&#x645;&#x633;&#x62A;&#x648;&#x64A; 12" FZLINE="4" FAILZLINE="1"/>
+<FOUND NUMBER="12" NAME="&#x57FA;&#x790E;&#x306E;&#x57FA;&#x790E;&#x306E;&#x57FA;&#x790E;&#x306E;&#x57FA;&#x790E;&#x306E;&#x57FA;&#x790E;" FZLINE="5"/>
+<FOUND NUMBER="13" NAME="a&#10;b&#9;c&#x202E;d" FZLINE="6"/>
+<FOUND NUMBER="13" NAME="Current" FZLINE="seven" FZLNE="7"/>
+"""
+
+
+def write(path, text):
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(text)
+
+
+def write_nasty(path):
+    write(path, BEGIN + NASTY + END)
+
+
+def write_many(path, count):
+    """Half of them for areas, half for lines, a few for both, and one far from all others."""
+    numbers = random.Random(1)
+    lines = []
+    for i in range(1, count + 1):
+        size = round(10 ** numbers.uniform(3, 4.5), 1)
+        area = f' FXAREA="{size / 10:.4g}" FYAREA="{size / 10:.4g}" FZAREA="{size}" FAILZAREA="-1"'
+        line = f' FXLINE="{size / 5:.4g}" FYLINE="{size / 4:.4g}" FZLINE="{size}" FXX="{size / 2}"'
+        if i == count * 2 // 3 + 1:
+            area = line = ' FXLINE="0.5" FYLINE="9000" FZLINE="9000"'
+        parts = area + line if i % 20 == 0 else area if i % 2 == 0 else line
+        lines.append(f'<FOUND NUMBER="{i}" NAME="Bedding of slab {i}"{parts}/>\n')
+    write(path, BEGIN + "".join(lines) + END)
+
+
+def write_empty(path):
+    write(path, BEGIN + END)

@@ -1,0 +1,13 @@
+#pragma once
+
+/// What stands in every report as it is.
+namespace ReportAssets {
+
+extern const char* const styleSheet;
+
+/// Sorts the table; the page is complete without it.
+extern const char* const script;
+/// Of `script`, in base 64: no other script runs in a report.
+extern const char* const scriptSha256;
+
+}  // namespace ReportAssets

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+/// Text in an HTML page.
+namespace ReportHtml {
+
+/// `text`, in UTF-8, as it stands between tags or in an attribute: it opens and closes neither.
+std::string escape(const std::string& text);
+
+/// A name from a document for people, escaped.
+std::string showName(const std::string& name);
+
+}  // namespace ReportHtml

@@ -1,0 +1,201 @@
+#include "report_page.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "display_text.h"
+#include "paths.h"
+#include "report_assets.h"
+#include "report_html.h"
+#include "report_svg.h"
+#include "report_table.h"
+
+namespace {
+
+using Documents::Form;
+using Found::Foundation;
+using KvXmlN::AttributeIn;
+using ReportBars::Part;
+using ReportHtml::escape;
+using ReportHtml::showName;
+using ReportPage::Content;
+
+std::string count(std::size_t number, const std::string& noun) {
+  return std::to_string(number) + " " + noun + (number == 1 ? "" : "s");
+}
+
+class PagePrinter {
+ public:
+  PagePrinter(const Content& shown, std::ostream& target)
+      : content(shown),
+        foundations(shown.manager.getFoundations()),
+        findings(shown.findings.list()),
+        title(showName(Paths::toText(Paths::fromText(shown.tree.shownPath).filename()))),
+        out(target) {}
+
+  void print() {
+    printHead();
+    out << "<body>\n";
+    printHeader();
+    out << "<main>\n";
+    if (foundations.empty()) {
+      out << "<p class=\"lead\">The document holds no foundations.</p>\n";
+    } else {
+      printLegend();
+      printPart(Part::area, "Area stiffness");
+      printPart(Part::line, "Line stiffness");
+      printTable();
+    }
+    printFindings();
+    out << "</main>\n<footer>Made by kvfound " KVFOUND_VERSION ".</footer>\n";
+    if (!foundations.empty()) out << "<script>" << ReportAssets::script << "</script>\n";
+    out << "</body>\n</html>\n";
+  }
+
+ private:
+  /// Nothing is loaded, and no script runs but the page's own, whatever a document holds.
+  void printHead() {
+    out << "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+           "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
+           "'unsafe-inline'; script-src 'sha256-"
+        << ReportAssets::scriptSha256
+        << "'\">\n<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+           "<title>Beddings of "
+        << title << "</title>\n<style>" << ReportAssets::styleSheet << "</style>\n</head>\n";
+  }
+
+  void printHeader() {
+    out << "<header>\n<p class=\"over\">Beddings of</p>\n<h1>" << title
+        << "</h1>\n<ul class=\"facts\">\n";
+    printFact("Form", content.tree.form == Form::legacy ? "Legacy model" : "Exchange document");
+    printVersion();
+    printCount();
+    printFact("Largest stiffness", DisplayText::fromNumber(content.manager.getMaxFoundationValue()),
+              "of a vector of area, line or rotation");
+    printCurrent();
+    printUnits();
+    printCheck();
+    out << "</ul>\n";
+    if (!foundations.empty())
+      out << "<nav aria-label=\"Sections\"><a href=\"#area\">Area stiffness</a> <a "
+             "href=\"#line\">Line stiffness</a> <a href=\"#values\">All values</a> <a "
+             "href=\"#findings\">Findings</a></nav>\n";
+    out << "</header>\n";
+  }
+
+  /// `text` and `remark` are HTML.
+  void printFact(const char* name, const std::string& text, const std::string& remark = "") {
+    out << "<li>" << name << " <strong>" << text << "</strong>"
+        << (remark.empty() ? "" : " <small>" + remark + "</small>") << "</li>\n";
+  }
+
+  void printVersion() {
+    const bool isLegacy = content.tree.form == Form::legacy;
+    const KvXmlN::Data& root = content.tree.document->getRoot();
+    const std::string name = isLegacy ? "VERSION" : "Version";
+    const std::optional<std::string> stated = AttributeIn::readString(root, name);
+    if (isLegacy) return printFact("Version", stated ? showName(*stated) : "not stated");
+    const std::string version = content.tree.form == Form::firstExchange ? "1.0" : "current";
+    printFact("Version", version,
+              stated ? "the document states " + showName(*stated) : "the document states none");
+  }
+
+  void printCount() {
+    const auto countPart = [this](Part part) {
+      return std::to_string(countWith(part)) + " with " + ReportBars::getName(part);
+    };
+    const auto generated = std::count_if(foundations.begin(), foundations.end(),
+                                         [](const Foundation* f) { return f->isGenerated(); });
+    printFact("Foundations", std::to_string(foundations.size()),
+              countPart(Part::area) + ", " + countPart(Part::line) + ", " +
+                  std::to_string(generated) + " generated");
+  }
+
+  std::size_t countWith(Part part) const {
+    return static_cast<std::size_t>(
+        std::count_if(foundations.begin(), foundations.end(),
+                      [part](Foundation* f) { return ReportBars::hasPart(part, *f); }));
+  }
+
+  void printCurrent() {
+    const Foundation* const current = content.manager.getCurrentFoundation();
+    if (current == nullptr) return printFact("Current foundation", "none");
+    printFact("Current foundation", "<bdi>" + showName(current->getName()) + "</bdi>",
+              "number " + std::to_string(current->getNumber()));
+  }
+
+  void printUnits() {
+    const ReportBars::Units& units = content.units;
+    if (units.force.empty()) return printFact("Units", "not stated", "values as in the document");
+    printFact("Units", escape(units.force) + ", " + escape(units.length), "labels only");
+  }
+
+  void printCheck() {
+    if (findings.empty()) return printFact("Check", "no findings");
+    printFact("Check",
+              R"(<a class="warn" href="#findings">)" + count(findings.size(), "finding") + "</a>");
+  }
+
+  void printLegend() {
+    out << "<ul class=\"legend\" aria-label=\"Legend\">\n"
+           "<li class=\"bar\">stiffness, on a logarithmic scale</li>\n"
+           "<li class=\"zero\">zero</li>\n"
+           "<li class=\"beyond\">beyond the scale: negative, infinite or not a number</li>\n"
+           "<li><b>\xE2\x80\x93</b> no value</li>\n"
+           "<li><b class=\"f\">T \xE2\x86\x90\xE2\x86\x92</b> fails in tension</li>\n"
+           "<li><b class=\"f\">C \xE2\x86\x92\xE2\x86\x90</b> fails in compression</li>\n"
+           "<li><b class=\"f\">mode</b> a failure that is neither</li>\n"
+           "<li><b>\xE2\x97\x8F current</b> the current foundation</li>\n"
+           "<li><b>\xE2\x89\x88</b> rounded; the table has all digits</li>\n"
+           "</ul>\n";
+  }
+
+  void printPart(Part part, const char* heading) {
+    const std::string name = ReportBars::getName(part);
+    out << "<section>\n<h2 id=\"" << name << "\">" << heading << "</h2>\n";
+    const std::size_t number = countWith(part);
+    if (number == 0) {
+      out << "<p class=\"lead\">No foundation has a part for " << name << "s.</p>\n";
+    } else {
+      ReportSvg::print(content.manager, part, content.units, out);
+    }
+    out << "</section>\n";
+  }
+
+  void printTable() {
+    out << "<section>\n<h2 id=\"values\">All values</h2>\n"
+           "<p class=\"hint\" hidden>A heading sorts the table by its column.</p>\n"
+           "<div class=\"scroll\" role=\"region\" aria-labelledby=\"values\" tabindex=\"0\">\n";
+    ReportTable::print(content.manager, content.units, out);
+    out << "</div>\n</section>\n";
+  }
+
+  void printFindings() {
+    out << "<section>\n<h2 id=\"findings\">Findings of the check</h2>\n";
+    if (findings.empty()) {
+      out << "<p class=\"lead\">Nothing was found that a reader would accept in silence.</p>\n";
+    } else {
+      out << "<p class=\"lead\">What a reader of the document accepts in silence.</p>\n"
+             "<ul class=\"findings\">\n";
+      for (const auto& [position, sentence] : findings)
+        out << "<li><span class=\"place\">line " << position.line << ", column " << position.column
+            << "</span>" << escape(sentence) << "</li>\n";
+      out << "</ul>\n";
+    }
+    out << "</section>\n";
+  }
+
+  const Content& content;
+  const std::vector<Foundation*>& foundations;
+  const std::vector<Checks::Finding>& findings;
+  std::string title;  // the file's name, escaped
+  std::ostream& out;
+};
+
+}  // namespace
+
+void ReportPage::print(const Content& content, std::ostream& out) {
+  PagePrinter(content, out).print();
+}

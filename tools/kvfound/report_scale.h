@@ -1,0 +1,52 @@
+#pragma once
+
+#include <limits>
+#include <vector>
+
+#include "found/foundation.h"
+#include "report_bars.h"
+
+/// How values get their places in a picture.
+namespace ReportScale {
+
+/// A logarithmic scale over whole decades, wide enough for all values that it was shown. It has a
+/// start and an end once there is one.
+class Scale {
+ public:
+  void include(double value);
+
+  bool isEmpty() const { return least > greatest; }
+  double getLeast() const { return least; }
+  double getGreatest() const { return greatest; }
+
+  /// Exponents of ten. The least value is some way off the start.
+  int getStart() const;
+  int getEnd() const;
+  /// How many decades apart lines stand, so that they are few.
+  int getStep() const;
+
+  /// From 0 at the start to 1 at the end, but far enough from the start to be seen.
+  double place(double value) const;
+  /// The place of a power of ten.
+  double placePower(double exponent) const;
+
+ private:
+  double least = std::numeric_limits<double>::infinity();
+  double greatest = 0.0;
+};
+
+/// The scales of a part: one for all translations, one for rotation.
+class Scales {
+ public:
+  Scales(const std::vector<Found::Foundation*>& foundations, ReportBars::Part part);
+
+  const Scale& get(const ReportBars::Direction& direction) const {
+    return direction.isRotation ? rotation : translation;
+  }
+
+ private:
+  Scale translation;
+  Scale rotation;
+};
+
+}  // namespace ReportScale
