@@ -1,10 +1,8 @@
 #include <algorithm>
 #include <cstdio>
-#include <iostream>
-#include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
-#include <vector>
 
 #include "check_findings.h"
 #include "check_rules.h"
@@ -18,8 +16,8 @@ namespace {
 
 using Commands::Status;
 
-Status check(const std::string& path, const std::optional<std::string>& version, std::ostream& out,
-             std::ostream& notes) {
+Status checkOne(const std::string& path, const std::optional<std::string>& version,
+                std::ostream& out, std::ostream& notes) {
   const Documents::Input input(path);
   const Documents::Tree tree = Documents::parse(input, version);
   Found::FoundationManager manager;
@@ -27,22 +25,6 @@ Status check(const std::string& path, const std::optional<std::string>& version,
   Checks::Findings findings = Checks::find(tree, manager);
   findings.print(out, tree.shownPath, Terminal::Painter(stdout));
   return findings.isEmpty() ? Status::done : Status::findings;
-}
-
-/// A document that cannot be read does not keep the others from being checked.
-Status checkAll(const std::vector<std::string>& paths, const std::optional<std::string>& version,
-                std::ostream& out, std::ostream& errors) {
-  Status status = Status::done;
-  for (const std::string& path : paths) {
-    try {
-      status = std::max(status, check(path, version, out, errors));
-    } catch (const UserError& error) {
-      errors << Terminal::Painter(stderr).paint(Terminal::Style::red, "kvfound:") << ' '
-             << DisplayText::fromName(error.what()) << '\n';
-      status = Status::error;
-    }
-  }
-  return status;
 }
 
 }  // namespace
@@ -56,25 +38,17 @@ Checks::Findings Checks::find(const Documents::Tree& tree, const Found::Foundati
   return findings;
 }
 
-void Commands::addCheck(CLI::App& program, Status& status) {
-  struct Options {
-    std::vector<std::string> paths = {"-"};
-    std::optional<std::string> version;
-  };
-  const auto options = std::make_shared<Options>();
-  CLI::App* const command = program.add_subcommand(
-      "check",
-      "Warns of what a reader of legacy models or exchange documents accepts in silence; exits "
-      "with 1 when it found something, with 2 when a document cannot be read");
-  command->add_option("FILE", options->paths,
-                      "the documents; standard input when it is - or left out");
-  command
-      ->add_option("--version", options->version,
-                   "version of exchange documents; when left out, 1.0 for one that holds a Bedding "
-                   "element, else the current one")
-      ->type_name("VERSION");
-  command->footer("Example: kvfound check model.xml beddings.xml");
-  command->callback([options, &status] {
-    status = checkAll(options->paths, options->version, std::cout, std::cerr);
-  });
+Status Commands::check(const CheckOptions& options, std::ostream& out, std::ostream& notes) {
+  Status status = Status::done;
+  // A document that cannot be read does not keep the others from being checked.
+  for (const std::string& path : options.paths) {
+    try {
+      status = std::max(status, checkOne(path, options.version, out, notes));
+    } catch (const UserError& error) {
+      notes << Terminal::Painter(stderr).paint(Terminal::Style::red, "kvfound:") << ' '
+            << DisplayText::fromName(error.what()) << '\n';
+      status = Status::error;
+    }
+  }
+  return status;
 }

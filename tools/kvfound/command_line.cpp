@@ -1,13 +1,17 @@
 #include "command_line.h"
 
-#include <algorithm>
+#include <iostream>
+#include <map>
 #include <memory>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include <CLI/CLI.hpp>
+
 #include "display_text.h"
+#include "near_name.h"
 #include "terminal.h"
 #include "user_error.h"
 
@@ -53,34 +57,6 @@ class Help : public CLI::Formatter {
   std::size_t width = Terminal::getWidth(stdout);
 };
 
-/// How many letters must be put in, left out, replaced, or swapped with their neighbour.
-std::size_t measureDistance(const std::string& a, const std::string& b) {
-  std::vector<std::vector<std::size_t>> distances(a.size() + 1,
-                                                  std::vector<std::size_t>(b.size() + 1));
-  for (std::size_t i = 0; i <= a.size(); ++i) distances[i][0] = i;
-  for (std::size_t j = 0; j <= b.size(); ++j) distances[0][j] = j;
-  for (std::size_t i = 1; i <= a.size(); ++i)
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      std::size_t& distance = distances[i][j];
-      distance = std::min({distances[i - 1][j] + 1, distances[i][j - 1] + 1,
-                           distances[i - 1][j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1)});
-      if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
-        distance = std::min(distance, distances[i - 2][j - 2] + 1);
-    }
-  return distances[a.size()][b.size()];
-}
-
-/// The name that was most likely meant, when at least two letters in three are right.
-std::optional<std::string> findNear(const std::string& asked,
-                                    const std::vector<std::string>& names) {
-  const auto isNearer = [&asked](const std::string& a, const std::string& b) {
-    return measureDistance(asked, a) < measureDistance(asked, b);
-  };
-  const auto near = std::min_element(names.begin(), names.end(), isNearer);
-  if (near == names.end() || measureDistance(asked, *near) * 3 > near->size()) return {};
-  return *near;
-}
-
 std::vector<std::string> listOptions(const CLI::App& command) {
   std::vector<std::string> names;
   for (const CLI::Option* option : command.get_options())
@@ -112,12 +88,12 @@ std::string describeUnknown(const CLI::App& command, const std::string& argument
   if (argument.size() > 1 && argument[0] == '-') {
     const std::string name = argument.substr(0, argument.find('='));
     return "there is no option \"" + name + "\"" +
-           makeAdvice(command, findNear(name, listOptions(command)));
+           makeAdvice(command, findNearName(name, listOptions(command)));
   }
   const bool isCommand = command.get_parent() == nullptr && command.get_subcommands().empty();
   if (isCommand)
     return "there is no command \"" + argument + "\"" +
-           makeAdvice(command, findNear(argument, listCommands(command)));
+           makeAdvice(command, findNearName(argument, listCommands(command)));
   return "\"" + argument + "\" is one argument too many" + makeAdvice(command);
 }
 
@@ -161,9 +137,166 @@ std::string describe(const CLI::App& program, const CLI::ParseError& error,
   return error.what() + makeAdvice(command);
 }
 
+// --- The commands. Each runs when it is named; `status` then tells how it ended.
+
+using Commands::Status;
+
+/// Names on the command line, in the order that messages list them.
+template <typename Value>
+using Choices = std::map<std::string, Value>;
+
+template <typename Value>
+CLI::Option* addChoice(CLI::App& command, const std::string& name, Value& value,
+                       const Choices<Value>& choices, const std::string& description) {
+  const auto choose = [&value, choices](const std::string& chosen) { value = choices.at(chosen); };
+  return command.add_option_function<std::string>(name, choose, description)
+      ->check(CLI::IsMember(choices).description(""));
+}
+
+void addVersion(CLI::App& command, std::optional<std::string>& version,
+                const std::string& description) {
+  command.add_option("--version", version, description)->type_name("VERSION");
+}
+
+const std::string versionOfFile =
+    "version of an exchange document; when left out, 1.0 if it holds a Bedding element, else the "
+    "current one";
+const std::string versionOfIn = "version of an exchange document IN";
+
+void addShow(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::ShowOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "show",
+      "Prints the foundations of a legacy model or an exchange document, as a table or as data");
+  command->add_option("FILE", options->path,
+                      "the document; standard input when it is - or left out");
+  using Format = Commands::ShowOptions::Format;
+  addChoice<Format>(*command, "--format", options->format,
+                    {{"table", Format::table}, {"json", Format::json}, {"csv", Format::csv}},
+                    "table, json or csv")
+      ->type_name("FORMAT");
+  addVersion(*command, options->version, versionOfFile);
+  command->footer("Example: kvfound show model.xml --format csv");
+  command->callback([options, &status] { status = show(*options, std::cout, std::cerr); });
+}
+
+void addConvert(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::ConvertOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "convert", "Writes the foundations of a document in another form and tells what is lost");
+  command->add_option("IN", options->in, "a legacy model or an exchange document, or -")
+      ->required();
+  command
+      ->add_option("OUT", options->out,
+                   "the file to write, or -; may be IN. Of a model or an exchange document of the "
+                   "same form that is there, only the foundations change")
+      ->required();
+  using Documents::Form;
+  addChoice<Form>(*command, "--to", options->form,
+                  {{"legacy", Form::legacy},
+                   {"exchange", Form::exchange},
+                   {"exchange-1.0", Form::firstExchange},
+                   {"kvml", Form::kvml}},
+                  "legacy, exchange, exchange-1.0 or kvml")
+      ->required()
+      ->type_name("FORM");
+  command->add_flag("--strict", options->isStrict,
+                    "write nothing when something would be lost, and exit with 1");
+  addVersion(*command, options->version, versionOfIn);
+  command->footer("Example: kvfound convert model.xml beddings.xml --to exchange");
+  command->callback([options, &status] { status = convert(*options, std::cerr); });
+}
+
+void addCheck(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::CheckOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "check",
+      "Warns of what a reader of legacy models or exchange documents accepts in silence; exits "
+      "with 1 when it found something, with 2 when a document cannot be read");
+  command->add_option("FILE", options->paths,
+                      "the documents; standard input when it is - or left out");
+  addVersion(*command, options->version,
+             "version of exchange documents; when left out, 1.0 for one that holds a Bedding "
+             "element, else the current one");
+  command->footer("Example: kvfound check model.xml beddings.xml");
+  command->callback([options, &status] { status = check(*options, std::cout, std::cerr); });
+}
+
+void addDiff(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::DiffOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "diff", "Tells how the foundations of two documents differ, whatever their forms");
+  command->add_option("A", options->first, "the document before, or -")->required();
+  command->add_option("B", options->second, "the document after, or -")->required();
+  addVersion(*command, options->version, "version of exchange documents");
+  command->footer(
+      "Exit status: 0 when the foundations are alike, 1 when they differ, 2 after an error.\n"
+      "Example: kvfound diff before.xml after.xml");
+  command->callback([options, &status] { status = diff(*options, std::cout, std::cerr); });
+}
+
+void addPrune(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::PruneOptions>();
+  CLI::App* const command =
+      program.add_subcommand("prune", "Removes foundations that were generated or are not used");
+  command->add_option("IN", options->in, "a legacy model or an exchange document, or -")
+      ->required();
+  command
+      ->add_option("OUT", options->out,
+                   "the file to write, in the form of IN, or -; may be IN. It is IN without the "
+                   "foundations removed, or where OUT is another such document, OUT with those "
+                   "that are left")
+      ->required();
+  command->add_flag("--generated", options->isGenerated,
+                    "remove generated foundations and number the rest 1, 2, 3, ...");
+  command
+      ->add_option("--used-by", options->usedBy,
+                   "keep the foundations whose number or name stands in FILE, one a line, and "
+                   "remove all others; with --generated only others that were generated")
+      ->type_name("FILE");
+  addVersion(*command, options->version, versionOfIn);
+  command->footer("Example: kvfound prune model.xml pruned.xml --generated");
+  command->callback([options, &status] { status = prune(*options, std::cerr); });
+}
+
+void addReport(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::ReportOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "report",
+      "Makes a page of HTML that shows the foundations of a document in pictures and in a table, "
+      "with what check finds");
+  command->add_option("FILE", options->in, "the document; standard input when it is - or left out");
+  command
+      ->add_option("-o,--output", options->out,
+                   "the file to write; standard output when it is - or left out")
+      ->type_name("OUT");
+  command
+      ->add_option("--unit-force", options->units.force,
+                   "the unit of force that the values are labelled with, such as kN; nothing is "
+                   "converted")
+      ->type_name("UNIT");
+  command
+      ->add_option("--unit-length", options->units.length,
+                   "the unit of length that they are labelled with, such as m")
+      ->type_name("UNIT");
+  addVersion(*command, options->version, versionOfFile);
+  command->footer(
+      "Example: kvfound report model.xml -o model.html --unit-force kN --unit-length m");
+  command->callback([options, &status] { status = report(*options, std::cerr); });
+}
+
 }  // namespace
 
-void run(CLI::App& program, int argc, const char* const* argv) {
+Status run(int argc, const char* const* argv) {
+  CLI::App program("Looks at the beddings (foundations) of structural models.", "kvfound");
+  program.allow_windows_style_options(false);  // a path may begin with a slash
+  program.set_version_flag("--version", "kvfound " KVFOUND_VERSION);
+  program.require_subcommand(1);
+  program.footer("kvfound COMMAND --help tells more. Example: kvfound show model.xml");
+  Status status = Status::done;
+  for (const auto add : {addShow, addConvert, addCheck, addDiff, addPrune, addReport})
+    add(program, status);
+
   const auto help = std::make_shared<Help>();
   program.formatter(help);
   for (CLI::App* command : program.get_subcommands({})) command->group("Commands")->formatter(help);
@@ -173,6 +306,7 @@ void run(CLI::App& program, int argc, const char* const* argv) {
     if (error.get_exit_code() != 0) throw UserError(describe(program, error, argv[argc - 1]));
     program.exit(error);  // prints the help or the version
   }
+  return status;
 }
 
 }  // namespace CommandLine

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "commands.h"
 
 /// What the user wrote on the command line, and how it is answered.
 namespace CommandLine {
@@ -8,6 +8,6 @@ namespace CommandLine {
 /// Runs the command that is named, or prints the help or the version when asked. Throws UserError
 /// when something cannot be understood; it names the option or command that may be meant, or tells
 /// with the help text of an option which values this takes.
-void run(CLI::App& program, int argc, const char* const* argv);
+Commands::Status run(int argc, const char* const* argv);
 
 }  // namespace CommandLine

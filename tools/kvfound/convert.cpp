@@ -1,36 +1,20 @@
-#include <iostream>
-#include <map>
-#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
 
 #include "commands.h"
 #include "display_text.h"
 #include "documents.h"
+#include "user_error.h"
 #include "writing.h"
 
-namespace {
+namespace Commands {
 
-using Commands::Status;
-using Documents::Form;
-using Found::FoundationManager;
-
-const std::map<std::string, Form> forms = {{"legacy", Form::legacy},
-                                           {"exchange", Form::exchange},
-                                           {"exchange-1.0", Form::firstExchange},
-                                           {"kvml", Form::kvml}};
-
-struct Options {
-  std::string in;
-  std::string out;
-  std::string form;
-  std::optional<std::string> version;
-  bool isStrict = false;
-};
-
-Status convert(const Options& options, std::ostream& notes) {
+Status convert(const ConvertOptions& options, std::ostream& notes) {
   const Documents::Input in(options.in);
-  FoundationManager manager;
+  Found::FoundationManager manager;
   const Documents::Reading reading = Documents::read(in, options.version, manager, notes);
-  Writing::Output output(options.out, forms.at(options.form), in, options.version);
+  Writing::Output output(options.out, options.form, in, options.version);
   output.isUpdate() ? output.update(manager) : output.write(manager);
 
   const std::vector<std::string> losses = output.listLosses(manager);
@@ -49,27 +33,4 @@ Status convert(const Options& options, std::ostream& notes) {
   return Status::done;
 }
 
-}  // namespace
-
-void Commands::addConvert(CLI::App& program, Status& status) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const command = program.add_subcommand(
-      "convert", "Writes the foundations of a document in another form and tells what is lost");
-  command->add_option("IN", options->in, "a legacy model or an exchange document, or -")
-      ->required();
-  command
-      ->add_option("OUT", options->out,
-                   "the file to write, or -; may be IN. Of a model or an exchange document of the "
-                   "same form that is there, only the foundations change")
-      ->required();
-  command->add_option("--to", options->form, "legacy, exchange, exchange-1.0 or kvml")
-      ->required()
-      ->type_name("FORM")
-      ->check(CLI::IsMember(forms).description(""));
-  command->add_flag("--strict", options->isStrict,
-                    "write nothing when something would be lost, and exit with 1");
-  command->add_option("--version", options->version, "version of an exchange document IN")
-      ->type_name("VERSION");
-  command->footer("Example: kvfound convert model.xml beddings.xml --to exchange");
-  command->callback([options, &status] { status = convert(*options, std::cerr); });
-}
+}  // namespace Commands

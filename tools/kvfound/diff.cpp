@@ -1,23 +1,19 @@
-#include <iostream>
-#include <memory>
+#include <cstdio>
+#include <ostream>
+#include <string>
+#include <vector>
 
 #include "commands.h"
 #include "documents.h"
 #include "fields.h"
 #include "matching.h"
 #include "terminal.h"
+#include "user_error.h"
 
 namespace {
 
-using Commands::Status;
 using Found::Foundation;
 using Found::FoundationManager;
-
-struct Options {
-  std::string first;
-  std::string second;
-  std::optional<std::string> version;
-};
 
 std::string describeCurrent(const FoundationManager& manager) {
   const Foundation* const current = manager.getCurrentFoundation();
@@ -54,7 +50,11 @@ bool printChanges(const Matching::Pair& pair, const Terminal::Painter& painter, 
   return false;
 }
 
-Status diff(const Options& options, std::ostream& out, std::ostream& notes) {
+}  // namespace
+
+namespace Commands {
+
+Status diff(const DiffOptions& options, std::ostream& out, std::ostream& notes) {
   if (options.first == "-" && options.second == "-")
     throw UserError("A and B cannot both come from standard input");
   FoundationManager first;
@@ -82,18 +82,4 @@ Status diff(const Options& options, std::ostream& out, std::ostream& notes) {
   return areAlike && isSameCurrent && skipped == 0 ? Status::done : Status::findings;
 }
 
-}  // namespace
-
-void Commands::addDiff(CLI::App& program, Status& status) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const command = program.add_subcommand(
-      "diff", "Tells how the foundations of two documents differ, whatever their forms");
-  command->add_option("A", options->first, "the document before, or -")->required();
-  command->add_option("B", options->second, "the document after, or -")->required();
-  command->add_option("--version", options->version, "version of exchange documents")
-      ->type_name("VERSION");
-  command->footer(
-      "Exit status: 0 when the foundations are alike, 1 when they differ, 2 after an error.\n"
-      "Example: kvfound diff before.xml after.xml");
-  command->callback([options, &status] { status = diff(*options, std::cout, std::cerr); });
-}
+}  // namespace Commands

@@ -1,30 +1,27 @@
 #include <algorithm>
-#include <iostream>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
+#include <ostream>
 #include <set>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "commands.h"
 #include "display_text.h"
 #include "documents.h"
 #include "fields.h"
 #include "found/foundation_user.h"
+#include "user_error.h"
 #include "writing.h"
 
 namespace {
 
-using Commands::Status;
+using Commands::PruneOptions;
 using Found::Foundation;
 using Found::FoundationManager;
-
-struct Options {
-  std::string in;
-  std::string out;
-  bool isGenerated = false;
-  std::optional<std::string> usedBy;
-  std::optional<std::string> version;
-};
 
 /// Uses the foundations whose number or name, as it is in the document or as it is shown, stands in
 /// a list.
@@ -96,7 +93,7 @@ void removeUnused(const std::string& usedBy, bool onlyGenerated, FoundationManag
   manager.removeUser(&user);
 }
 
-void checkOptions(const Options& options) {
+void checkOptions(const PruneOptions& options) {
   if (!options.isGenerated && !options.usedBy)
     throw UserError(
         "tell what to prune: --generated, --used-by FILE or both; see kvfound prune --help");
@@ -104,7 +101,7 @@ void checkOptions(const Options& options) {
     throw UserError("the document and the list cannot both come from standard input");
 }
 
-void remove(const Options& options, Documents::Form form, FoundationManager& manager,
+void remove(const PruneOptions& options, Documents::Form form, FoundationManager& manager,
             std::ostream& notes) {
   if (options.usedBy)
     removeUnused(*options.usedBy, options.isGenerated, manager, notes);
@@ -123,7 +120,11 @@ void refuseLosses(const Writing::Output& output, const FoundationManager& manage
                     ": was not written, since something would be lost: " + losses.front());
 }
 
-Status prune(const Options& options, std::ostream& notes) {
+}  // namespace
+
+namespace Commands {
+
+Status prune(const PruneOptions& options, std::ostream& notes) {
   checkOptions(options);
   const Documents::Input in(options.in);
   FoundationManager manager;
@@ -165,29 +166,4 @@ Status prune(const Options& options, std::ostream& notes) {
   return Status::done;
 }
 
-}  // namespace
-
-void Commands::addPrune(CLI::App& program, Status& status) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const command =
-      program.add_subcommand("prune", "Removes foundations that were generated or are not used");
-  command->add_option("IN", options->in, "a legacy model or an exchange document, or -")
-      ->required();
-  command
-      ->add_option("OUT", options->out,
-                   "the file to write, in the form of IN, or -; may be IN. It is IN without the "
-                   "foundations removed, or where OUT is another such document, OUT with those "
-                   "that are left")
-      ->required();
-  command->add_flag("--generated", options->isGenerated,
-                    "remove generated foundations and number the rest 1, 2, 3, ...");
-  command
-      ->add_option("--used-by", options->usedBy,
-                   "keep the foundations whose number or name stands in FILE, one a line, and "
-                   "remove all others; with --generated only others that were generated")
-      ->type_name("FILE");
-  command->add_option("--version", options->version, "version of an exchange document IN")
-      ->type_name("VERSION");
-  command->footer("Example: kvfound prune model.xml pruned.xml --generated");
-  command->callback([options, &status] { status = prune(*options, std::cerr); });
-}
+}  // namespace Commands
