@@ -1,19 +1,21 @@
 #!/usr/bin/env bash
-# Builds and runs a host in each of the four ways that README.md names: from an installed tree
-# through the CMake package and through pkg-config, with the project below it, and with companion
-# libraries of its own.
+# Builds and runs a host in each of the four ways that README.md names: from an installed tree, of shared
+# and of static libraries, through the CMake package and through pkg-config, with the project below it,
+# and with companion libraries of its own.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/release.sh
 
-install_packages "${build_packages[@]}" make pkg-config
+install_packages make pkg-config
+build_release
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # build NAME SOURCE [CMAKE-OPTION...]
 build() {
-  cmake -S "$2" -B "$work/$1" -G Ninja -DCMAKE_BUILD_TYPE=Release "${@:3}" >/dev/null
-  cmake --build "$work/$1" >/dev/null
+  cmake -S "$2" -B "$work/$1" -G Ninja -DCMAKE_BUILD_TYPE=Release "${@:3}" >"$work/log"
+  cmake --build "$work/$1" >"$work/log" || { cat "$work/log" >&2; return 1; }
 }
 
 # expect WAY LINE COMMAND...
@@ -22,14 +24,29 @@ expect() {
 }
 
 check_host() {
-  expect "$1" "13 foundations, 10 kept" "$2" examples/model.xml examples/beddings.xml "$work/saved"
+  expect "$1" "15 foundations, 12 kept" "$2" examples/model.xml examples/beddings.xml "$work/saved"
 }
 
-build tree . -DCMAKE_INSTALL_PREFIX="$work/prefix" -DCMAKE_INSTALL_LIBDIR=lib
-cmake --install "$work/tree" >/dev/null
+# check_tree KIND BUILD: installed elsewhere than it was configured for.
+check_tree() {
+  local kind=$1 prefix=$work/$1/prefix lib
+  cmake --install "$2" --prefix "$prefix" >/dev/null
+  build "$kind/package" tests/consume/package -DCMAKE_PREFIX_PATH="$prefix"
+  check_host "the CMake package, $kind" "$work/$kind/package/minimal_host"
 
-build package tests/consume/package -DCMAKE_PREFIX_PATH="$work/prefix"
-check_host "the CMake package" "$work/package/minimal_host"
+  lib=$(dirname "$(find "$prefix" -name pkgconfig)")
+  cp -r tests/consume/pkg-config "$work/$kind"
+  PKG_CONFIG_PATH=$lib/pkgconfig \
+    make -s -C "$work/$kind/pkg-config" -f Makefile VPATH="$PWD/examples" minimal_host CXX=g++
+  LD_LIBRARY_PATH=$lib check_host "pkg-config, $kind" "$work/$kind/pkg-config/minimal_host"
+}
+
+check_tree shared "$release"
+expect "the installed program" "12 foundations, largest stiffness 350730.6658962116" \
+  "$work/shared/prefix/bin/kvfound" show examples/model.xml
+
+build static-libraries . -DBUILD_SHARED_LIBS=OFF -DKVFOUND_TOOLS=OFF -DKVFOUND_EXAMPLES=OFF
+check_tree static "$work/static-libraries"
 
 build subproject tests/consume/subproject
 check_host "add_subdirectory" "$work/subproject/minimal_host"
@@ -37,13 +54,4 @@ check_host "add_subdirectory" "$work/subproject/minimal_host"
 build own_platform tests/consume/own_platform
 expect "companion libraries of its own" "Gravel: 62500 after calls of the host's own libraries" \
   "$work/own_platform/own_platform_host"
-
-export PKG_CONFIG_PATH=$work/prefix/lib/pkgconfig LD_LIBRARY_PATH=$work/prefix/lib
-cp -r tests/consume/pkg-config "$work"
-make -s -C "$work/pkg-config" -f Makefile VPATH="$PWD/examples" minimal_host CXX=g++ \
-  >/dev/null
-check_host "pkg-config" "$work/pkg-config/minimal_host"
-
-expect "the installed program" "12 foundations, largest stiffness 350730.6658962116" \
-  "$work/prefix/bin/kvfound" show examples/model.xml
 echo "Hosts work through the CMake package, add_subdirectory, pkg-config, and with libraries of their own."

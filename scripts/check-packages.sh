@@ -4,14 +4,14 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/release.sh
 
-install_packages "${build_packages[@]}" dpkg-dev file mmdebstrap
+install_packages dpkg-dev file mmdebstrap
+build_release
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
 
-cmake -S . -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr >/dev/null
-cmake --build "$work/build" >/dev/null
-(cd "$work/build" && cpack -G DEB >/dev/null)
+(cd "$release" && cpack -G DEB -B "$work/build" >/dev/null)
 packages=("$work"/build/*.deb)
 
 # What they need besides one another.

@@ -4,10 +4,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/release.sh
 
-install_packages "${build_packages[@]}" chromium chromium-driver fonts-dejavu-core python3 tidy
-build=build/release
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
-cmake --build "$build" --target kvfound-cli
+install_packages chromium chromium-driver fonts-dejavu-core python3 tidy
+build_release
 rm -rf build/report
-python3 -B tests/tools/report_browser/check_pages.py "$build/tools/kvfound/kvfound" examples build/report
+python3 -B tests/tools/report_browser/check_pages.py "$release/tools/kvfound/kvfound" examples build/report

@@ -1,0 +1,9 @@
+# Sourced by the scripts that need the optimised build: makes it in $release, as for a Debian package.
+release=build/release
+build_release() {
+  install_packages "${build_packages[@]}"
+  local log=$release/build.log
+  mkdir -p "$release"
+  { cmake -S . -B "$release" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr &&
+    cmake --build "$release"; } >"$log" 2>&1 || { cat "$log" >&2; return 1; }
+}
