@@ -1,5 +1,5 @@
-// Loads the foundations of a model, adds those of an exchange document, finds or creates one,
-// prunes what nobody uses and saves the rest in all three forms:
+// Loads the foundations of a model, takes over what an exchange document has besides, finds or
+// creates one, prunes what nobody uses and saves the rest in all three forms:
 //   minimal_host MODEL EXCHANGE OUT      writes OUT.xml, OUT.exchange.xml and OUT.kvml
 #include <algorithm>
 #include <exception>
@@ -30,14 +30,16 @@ class Slab : public Found::FoundationUser {
 /// Tells the user what an exchange document holds but cannot be read.
 class Messenger : public Found::Umo::ReadMessenger {
  public:
-  void onReadFinished(std::size_t count) override { std::cout << count << " beddings added\n"; }
+  void onReadFinished(std::size_t count) override { std::cout << count << " beddings read\n"; }
   void onUnknownElement(const std::string& element) override { skip("<" + element + ">"); }
   void onMissingName(int number) override { skip("number " + std::to_string(number)); }
   void onMissingBeddingName() override { skip("a bedding without a name"); }
   void onEmptyName(int number, const std::string&) override { onMissingName(number); }
   void onEmptyBeddingName(const std::string&) override { onMissingBeddingName(); }
   void onMissingNumber(const std::string& element) override { skip("<" + element + ">"); }
-  void onInvalidNumber(const std::string&, int number) override { onMissingName(number); }
+  void onInvalidNumber(const std::string& element, int number) override {
+    skip("<" + element + "> " + std::to_string(number));
+  }
   void onNameChanged(const std::string& oldName, const std::string& newName) override {
     std::cout << oldName << " is now " << newName << "\n";
   }
@@ -50,17 +52,23 @@ static void check(std::ostream& file, const std::string& path) {
   if (!file.flush()) throw std::runtime_error(path + " cannot be written");
 }
 
-static void load(FoundationManager& manager, const std::string& model,
-                 const std::string& exchange) {
-  if (!manager.readXml(model)) throw std::runtime_error(model + " is no XML file");
-
+/// Adds the beddings of an exchange document that the model does not have by their values. Into a
+/// manager that has their numbers already they could not be read, hence one of their own.
+static void takeOver(FoundationManager& manager, const std::string& exchange) {
   std::ifstream file(exchange);
   const KvXmlN::Document document(file);  // a file that cannot be read throws KvXmlError
   const Tools::VersionText version("2.0");
+  FoundationManager imported;
   Messenger messenger;
-  Found::Umo::BeddingReader reader(manager, version);
+  Found::Umo::BeddingReader reader(imported, version);
   reader.setMessenger(&messenger);
   reader.read(*document.getRoot().getChildren().at(0));
+
+  for (Foundation* f : imported.getFoundations()) {
+    if (manager.findFoundation(*f) != nullptr) continue;
+    f->setName(f->getName() + ", imported");
+    std::cout << "new: " << manager.giveFoundation(*f, false)->getName() << "\n";
+  }
 }
 
 /// What pruning takes out of the manager belongs to the host from then on.
@@ -97,7 +105,9 @@ int main(int argc, char** argv) {
   try {
     if (argc != 4) throw std::runtime_error("usage: minimal_host MODEL EXCHANGE OUT");
     FoundationManager manager;
-    load(manager, argv[1], argv[2]);
+    if (!manager.readXml(argv[1]))
+      throw std::runtime_error(argv[1] + std::string(" is no XML file"));
+    takeOver(manager, argv[2]);
 
     Slab slab;
     manager.addUser(&slab);

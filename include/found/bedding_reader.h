@@ -34,8 +34,9 @@ class FOUND_API BeddingReader {
   void setMessenger(ReadMessenger* messenger);
 
   /// Reads all children of `container`, whatever its name. May be called again; every call adds
-  /// and counts from 0 anew. In version "1.0" a foundation gets the number of foundations that
-  /// this call has added, itself included, whether or not the manager has that number already.
+  /// and counts from 0 anew. In version "1.0" a "Bedding", which has no number, gets the number of
+  /// foundations that this call has added, itself included, whether or not the manager has that
+  /// number already. A "CurveBedding" or "SurfaceBedding" keeps its own in every version.
   ///
   /// Missing or misspelt stiffness reads as 0.0, misspelt failure texts as `None`, in silence. Of a
   /// curve and a surface bedding of the same number only the first is read. What memory, the XML

@@ -22,8 +22,8 @@ namespace Found {
 /// A vector may be absent; wherever values are computed, an absent vector counts as (0, 0, 0).
 /// Equality and assignment look at the values and leave name and number alone.
 ///
-/// No value is refused: out-of-range directions are ignored by setters and answered with 0.0 or
-/// `None` by getters; infinities and not-a-numbers are stored as they are. The only exception is
+/// No value is refused: a setter does nothing for a direction that there is not, a getter says 0.0
+/// or `None` for it; infinities and not-a-numbers are stored as they are. The only exception is
 /// std::bad_alloc, from operations that store a vector or a name: the foundation stays valid, and
 /// the vector or name concerned keeps its old value. An operation that stores several (the value
 /// operations) may then have stored the earlier ones.
@@ -73,14 +73,15 @@ class FOUND_API Foundation {
   /// @name Flags
   /// @{
 
-  /// Set by every setter that really changes a value, cleared only by setChanged(false) and by
-  /// copying from a foundation whose flag is clear.
+  /// Set by every setter that really changes a value. What clears it is setChanged(false), or
+  /// taking over the values of a foundation that is not marked.
   bool getChanged() const;
   void setChanged(bool value);  ///< unconditionally
   /// Made by the system, not by the user; pruning selects by it. Setting does not mark as changed.
   bool isGenerated() const;
   void setGenerated(bool value);  ///< unconditionally
-  /// While false, getFailureArea() and getFailureLine() report `None`, whatever is stored.
+  /// Whether the stored failure modes act. Until then getFailureArea() and getFailureLine() say
+  /// `None` in every direction.
   bool getFailPossible() const;
   void setFailPossible(bool value);  ///< marks as changed when it differs
   /// @}
@@ -95,7 +96,7 @@ class FOUND_API Foundation {
   /// @}
 
   /// @name Stored failure modes
-  /// Read and written whatever getFailPossible() says. z is the only area direction that can fail.
+  /// Read and written whatever getFailPossible() says. An area fails in z or not at all.
   /// @{
   Failure getFailAreaZ();            ///< of the area in z
   Failure getFailLineX();            ///< of the line in x
@@ -133,17 +134,17 @@ class FOUND_API Foundation {
   /// z of the area translation, 0.0 when it is absent.
   double getDispAreaZ() const;
   /// Stores a copy of `*v` as area translation; null removes the vector. A zero vector stays
-  /// present. Removing always marks the foundation as changed, even when there was nothing to
-  /// remove: a host that clears a bedding wants it saved. Storing marks it when the vector was
-  /// absent or different.
+  /// present. Removing marks as changed in any case, also when there was nothing to remove: a host
+  /// that clears a bedding wants it saved. Storing marks it when the vector was absent or
+  /// different.
   void setDispArea(const KvVector3D* v);
   void setDispLine(const KvVector3D* v);  ///< the same for the line translation
   void setRotLine(const KvVector3D* v);   ///< the same for the line rotation
   /// @}
 
-  /// True when vectors, factors, getFailPossible() and stored failure modes agree. Name, number,
-  /// `changed` and `generated` take no part, so a manager can recognise a bedding it already has.
-  /// Vectors are equal when no component differs, or when one is absent and the other shorter
+  /// True when vectors, factors, getFailPossible() and stored failure modes agree. Neither name and
+  /// number nor `changed` and `generated` count, so a manager can recognise a bedding it already
+  /// has. Vectors are equal when no component differs, or when one is absent and the other shorter
   /// than KvVector3D::getTolerance(). Factors are compared exactly; a NaN never compares equal.
   bool operator==(const Foundation& other) const;
 
@@ -163,11 +164,13 @@ class FOUND_API Foundation {
 
   /// Makes this the linear interpolation between `a` (`t` = 0) and `b` (`t` = 1); other `t`
   /// extrapolate. It is computed as `a` + `t` * (`b` - `a`), so at 1 it is `b` as exactly as the
-  /// difference can be told. Flags, failure modes and factors become those of `a`; an interpolated
-  /// vector whose length is 0 or not a number becomes absent. The name becomes that of `a` when `t`
-  /// is exactly 0, that of `b` when exactly 1, else empty; the number stays. This object may be
-  /// `a`. It may also be `b`, but then the vectors of `a` overwrite it first and the result is
-  /// computed from these.
+  /// difference can be told. `generated`, `failPossible`, failure modes and factors become those of
+  /// `a`; an interpolated vector whose length is 0 or not a number becomes absent. `changed`
+  /// becomes that of `a` too, and is then set where storing a vector marks, see setDispArea():
+  /// always when one becomes absent, even if `a` has none and is not marked. The name becomes that
+  /// of `a` when `t` is exactly 0, that of `b` when exactly 1, else empty; the number stays. This
+  /// object may be `a`. It may also be `b`, but then the vectors of `a` overwrite it first and the
+  /// result is computed from these.
   void interpolate(const Foundation& a, const Foundation& b, double t);
 
   /// Removes the area translation and resets the area's factor and failure mode. Does not mark as

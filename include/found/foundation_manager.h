@@ -14,7 +14,7 @@ namespace Found {
 
 class FoundationUser;
 
-/// The foundations of one model, in the order in which they were added.
+/// The foundations of one model, each behind those that were there when it was added.
 ///
 /// Owns the foundations in its live list, and nothing else: users, foundations on the removed list
 /// and the current foundation are only pointed to. Numbers and names are not kept unique. Every
@@ -179,6 +179,9 @@ class FOUND_API FoundationManager {
   /// line has more than 1,023 characters. True otherwise, also when the document holds no
   /// foundations and the manager is now empty; so too for a file that was cut off within or right
   /// behind its first line, where nothing is left that could be wrong.
+  ///
+  /// `path` goes to the operating system as it is: on Windows as text in the code page that the
+  /// process opens files in, and where it cannot be opened there, once more in its short form.
   bool readXml(const std::string& path);
 
   /// Writes the foundations below the current element of `tree`, which ends as current again.

@@ -20,8 +20,8 @@ class FOUND_API FoundationUser {
   virtual ~FoundationUser();
 
   /// True when this user refers to `foundation`, which is the pointer that the manager holds (or
-  /// the one passed to FoundationManager::checkUsed()). Called on the caller's thread while the
-  /// manager walks its lists: it must not add or remove users or foundations. What it throws
+  /// the one passed to FoundationManager::checkUsed()). The manager asks in the midst of a walk, on
+  /// the thread that called it: do not add or remove users or foundations here. What it throws
   /// passes through to the caller of the manager.
   virtual bool usesFoundation(const Foundation* foundation) = 0;
 };

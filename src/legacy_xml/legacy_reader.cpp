@@ -73,7 +73,8 @@ std::unique_ptr<Foundation> readFoundation(const KvXmlData& element) {
   const KvVector3D line = readVector(element, Keys::lineX, Keys::lineY, Keys::lineZ);
   const KvVector3D rotation(readDouble(element, Keys::rotationX, 0.0), 0.0, 0.0);
 
-  // The area translation is present after reading, even as (0, 0, 0); the others only with a value.
+  // A foundation that was read always has an area translation, if only a zero one; the other
+  // vectors only where there is a value.
   auto created = std::make_unique<Foundation>(&area, nullIfZero(rotation));
   Foundation& foundation = *created;
   foundation.setDispLine(nullIfZero(line));

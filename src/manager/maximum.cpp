@@ -8,7 +8,7 @@ void FoundationManager::setMaxFoundationValue(double value) { maxFoundationValue
 
 void FoundationManager::updateFoundationMaximum() {
   maxFoundationValue = 0.0;
-  // Strictly greater: a length that is not a number never replaces the maximum.
+  // Compared so that NaN loses: it is greater than nothing.
   const auto raise = [this](bool isPresent, const KvVector3D& v) {
     if (!isPresent) return;
     const double length = v.length();

@@ -5,8 +5,7 @@
 
 namespace Found {
 
-/// Selects foundations. Lives on the stack of the operation that uses it, so it needs no virtual
-/// destructor.
+/// Selects foundations. No virtual destructor: the operation that selects has it on its stack.
 struct FoundationManager::Predicate {
   virtual bool operator()(const Foundation* foundation) const = 0;
 

@@ -1,5 +1,5 @@
-"""Fails when a relative link of the documents given leads to no file or to no heading, and when a
-script that they name does not exist."""
+"""Fails when a relative link of the documents given leads to no file or to no heading, when a script
+that they name does not exist, and when CONTRIBUTING.md does not name one that can be called."""
 
 import pathlib
 import re
@@ -11,6 +11,7 @@ LINK = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
 SCRIPT = re.compile(r"\bscripts/[\w.-]+\.\w+")
 HEADING = re.compile(r"^#+ +(.*)$", re.MULTILINE)
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
+SOURCED = {"scripts/packages.sh", "scripts/release.sh"}  # by the others
 
 
 def read(document):
@@ -47,9 +48,17 @@ def check(document):
             yield f"{document}:{text.count(chr(10), 0, match.start()) + 1}: {match[0]}: {reason}"
 
 
+def find_unnamed_scripts():
+    document = PROJECT / "CONTRIBUTING.md"
+    scripts = {f"scripts/{path.name}" for path in (PROJECT / "scripts").glob("*.sh")}
+    for script in sorted(scripts - SOURCED - set(SCRIPT.findall(read(document)))):
+        yield f"{document}: {script} is not named"
+
+
 def main():
     failures = [failure for name in sys.argv[1:] for failure in check(pathlib.Path(name))]
-    print(*failures, f"{len(failures)} links lead nowhere", sep="\n")
+    failures += find_unnamed_scripts()
+    print(*failures, f"{len(failures)} links or scripts are wrong or missing", sep="\n")
     return 1 if failures else 0
 
 

@@ -2,9 +2,9 @@
 
 samples.py write FOLDER DOCUMENT...
     writes the sources of all C++ samples, and samples.cmake, which builds them
-samples.py check DOCUMENT PROGRAMS PROJECT BUILD
-    runs the samples of a document, built in PROGRAMS, and checks the other blocks against the project
-    and its build folder
+samples.py check DOCUMENT PROGRAMS PROJECT BUILD [KVFOUND]
+    runs the samples of a document, built in PROGRAMS, and checks the other blocks against the project,
+    its build folder and what the program KVFOUND prints
 """
 
 import pathlib
@@ -22,6 +22,8 @@ project(my_host LANGUAGES CXX)
 add_executable(my_host main.cpp)
 """
 COMPANIONS = "add_library(companions INTERFACE)\n"
+
+OMISSION = re.compile(r"^ *\.\.\.\n", re.MULTILINE)  # a line that stands for any others
 
 
 class Block(NamedTuple):
@@ -112,11 +114,12 @@ def write(folder, documents):
 
 
 class Check:
-    def __init__(self, document, programs, project, build):
+    def __init__(self, document, programs, project, build, kvfound=None):
         self.document = document
         self.programs = programs
         self.project = project
         self.build = build
+        self.kvfound = kvfound  # None where it is not built
         self.failures = 0
 
     def fail(self, block, reason):
@@ -168,6 +171,15 @@ class Check:
         if not block.text.strip() or not any(squeeze(block.text) in squeeze(text) for text in texts):
             self.fail(block, "this text is in no example and printed by no sample")
 
+    def check_table(self, block):
+        """Compares an excerpt with what the program shows of the model."""
+        if self.kvfound is None:
+            return
+        pieces = [re.escape(piece) for piece in OMISSION.split(block.text)]
+        shown = self.run(block, self.kvfound, "show", "examples/model.xml")
+        if not re.fullmatch("(.*\n)*".join(pieces), shown):
+            self.fail(block, f"kvfound shows something else:\n{shown}")
+
     def check(self):
         blocks = find_blocks(self.document)
         texts = [path.read_text() for path in (self.project / "examples").glob("*ml")]
@@ -185,7 +197,9 @@ class Check:
             elif block.language == "cmake":
                 self.check_cmake(block)
         for block in blocks:
-            if block.language in ("text", "xml"):
+            if block.language == "text" and OMISSION.search(block.text):
+                self.check_table(block)
+            elif block.language in ("text", "xml"):
                 self.check_text(block, texts)
         print(f"{len(blocks)} blocks, {self.failures} failures")
         return 1 if self.failures else 0

@@ -855,6 +855,20 @@ TEST_F(FoundationInterpolate, AnAbsentResultMarksAsChanged) {
   }
 }
 
+TEST_F(FoundationInterpolate, EmptyingAVectorOfTheTargetMarksAsChanged) {
+  for (const VectorSlot& slot : vectorSlots) {
+    Foundation lacking(a);
+    slot.remove(lacking);
+    lacking.setChanged(false);
+    Foundation target(a);
+
+    target.interpolate(lacking, b, 0.0);
+
+    EXPECT_EQ(slot.get(target), absent) << slot.name;
+    EXPECT_TRUE(target.getChanged()) << slot.name;
+  }
+}
+
 TEST_F(FoundationInterpolate, LeavesTheTwoOthersAlone) {
   const Record recordOfA = recordOf(a);
   const Record recordOfB = recordOf(b);

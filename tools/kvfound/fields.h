@@ -10,7 +10,7 @@
 /// that stay as they are: scripts rely on them.
 namespace Fields {
 
-/// Nothing: a component of a vector that the foundation does not have.
+/// Nothing: the foundation lacks the vector.
 using Value = std::variant<std::monostate, bool, int, double, std::string>;
 
 struct Field {

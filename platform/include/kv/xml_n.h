@@ -20,6 +20,8 @@
 /// are not expanded and could not be printed again. Numbers are converted alike under every process
 /// locale. Where memory runs out std::bad_alloc is thrown. The `bool` arguments named `flag` have
 /// no effect.
+///
+/// Parsing is lenient like that of the legacy XML library, see kv/xml_tree.h.
 
 namespace KvXmlN {
 
@@ -120,9 +122,9 @@ class KV_API Document {
   explicit Document(const std::string& rootName);
 
   /// Parses from the stream's position to its end. Throws KvXmlError when the text has no root
-  /// element, is not well-formed, has several roots or text outside the root, gives an attribute
-  /// twice, nests deeper than 1,000 levels or holds a NUL character, or when the stream cannot be
-  /// read.
+  /// element, is not well-formed (this file's description tells what passes), has several roots or
+  /// text outside the root, gives an attribute twice, nests deeper than 1,000 levels or holds a NUL
+  /// character, or when the stream cannot be read.
   explicit Document(std::istream& in);
 
   ~Document();

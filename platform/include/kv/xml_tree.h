@@ -20,6 +20,10 @@
 /// are not expanded and could not be printed again. Numbers are converted alike under every process
 /// locale. Where memory runs out std::bad_alloc is thrown. The `bool` arguments named `flag` have
 /// no effect unless said otherwise.
+///
+/// Parsing lets pass, on purpose, what is not well-formed but prints well-formed: "]]>" in a text,
+/// references to white space outside the root, white space before the XML declaration, and in that
+/// other attributes than it should have. What a document type declares is kept and not looked into.
 
 namespace KvXmlView {
 struct AttributeBlock;
@@ -134,8 +138,9 @@ class KV_API KvXmlTree {
 
   /// Parses from the stream's position to its end. A text of nothing but white space, comments and
   /// processing instructions gives an empty document. Throws KvXmlError when the text is not
-  /// well-formed, has several roots or text outside the root, gives an attribute twice, nests
-  /// deeper than 1,000 levels or holds a NUL character, or when the stream cannot be read.
+  /// well-formed (this file's description tells what passes), has several roots or text outside the
+  /// root, gives an attribute twice, nests deeper than 1,000 levels or holds a NUL character, or
+  /// when the stream cannot be read.
   explicit KvXmlTree(std::istream& in);
 
   /// Frees all elements.
