@@ -1,11 +1,8 @@
 #include "writing.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <iostream>
+#include <fstream>
 #include <iterator>
 #include <set>
 
@@ -58,34 +55,7 @@ void readBack(const std::string& path, Form form, FoundationManager& manager) {
     reader.read(*container);
 }
 
-// --- Files
-
-[[noreturn]] void fail(const std::string& shownPath, const std::string& reason) {
-  throw UserError(shownPath + ": cannot be written: " + reason);
-}
-
-void copyTo(std::ostream& out, const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::array<char, 1 << 16> buffer{};
-  while (in.read(buffer.data(), buffer.size()) || in.gcount() > 0)
-    out.write(buffer.data(), in.gcount());
-  out.flush();
-}
-
-/// The file that is meant, also by a link, which stays a link; empty for what is no file.
-std::string findTarget(const std::string& asked) {
-  if (asked.empty()) throw UserError("the name of the file to write is empty");
-  std::error_code error;
-  fs::path path = Paths::fromText(asked);
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) fail(asked, error.message());
-  if (fs::is_directory(status)) throw UserError(asked + ": this is a folder, not a file");
-  if (fs::is_regular_file(status)) return Paths::toText(fs::canonical(path));
-  if (fs::exists(status)) return "";
-  while (fs::is_symlink(fs::symlink_status(path)))
-    path = path.parent_path() / fs::read_symlink(path);
-  return Paths::toText(path);
-}
+// --- What is there
 
 /// True for a file that is empty or a listing, which is only written and never read.
 bool isReplaceable(const std::string& path) {
@@ -124,104 +94,63 @@ bool holdsOnlyBeddings(const Documents::Tree& tree) {
 
 Output::Output(const std::string& asked, Form written, const Documents::Input& in,
                const std::optional<std::string>& version)
-    : shownPath(asked), form(written), isStandard(asked == "-" || asked == "/dev/stdout") {
-  if (isStandard)
-    shownPath = "standard output";
-  else
-    target = findTarget(asked);
-  if (fs::exists(Paths::fromText(target))) protect(isSameFile(in) ? version : std::nullopt);
-  const std::string folder = findFolder();
-  try {
-    file.emplace(folder,
-                 target.empty() ? TemporaryFile::Readers::owner : TemporaryFile::Readers::everyone);
-  } catch (const std::system_error& error) {
-    fail(shownPath, "no file can be made in " + folder + ": " + error.code().message());
-  }
+    : file(asked), form(written) {
+  if (fs::exists(Paths::fromText(file.getTarget())))
+    protect(isSameFile(in) ? version : std::nullopt);
+  file.create();
 }
 
 void Output::protect(const std::optional<std::string>& version) {
-  if (!std::fstream(target, std::ios::in | std::ios::out)) fail(shownPath, std::strerror(errno));
-  const std::optional<Documents::Tree> tree = parse(shownPath, version);
+  const std::string& path = file.getShownPath();
+  const std::optional<Documents::Tree> tree = parse(path, version);
   if (!tree) return;
   isThere = tree->form == form;
   if (isThere || holdsOnlyBeddings(*tree)) return;
-  throw UserError(shownPath + (tree->form == Form::legacy
-                                   ? ": this is a legacy model, which a document of another form "
-                                     "would destroy; name another file"
-                                   : ": this holds more than beddings, which a document of another "
-                                     "form would destroy; name another file"));
-}
-
-std::string Output::findFolder() const {
-  if (target.empty()) return TemporaryFile::findFolder();
-  const std::string folder = Paths::toText(Paths::fromText(target).parent_path());
-  return folder.empty() ? "." : folder;
+  throw UserError(path + (tree->form == Form::legacy
+                              ? ": this is a legacy model, which a document of another form "
+                                "would destroy; name another file"
+                              : ": this holds more than beddings, which a document of another "
+                                "form would destroy; name another file"));
 }
 
 bool Output::isSameFile(const Documents::Input& input) const {
   std::error_code ignored;
+  const std::string& target = file.getTarget();
   return !target.empty() &&
          fs::equivalent(Paths::fromText(target), Paths::fromText(input.getPath()), ignored);
 }
 
-std::ofstream Output::open() const {
-  std::ofstream out(file->getPath(), std::ios::binary);
-  if (!out) fail(shownPath, std::strerror(errno));
-  return out;
-}
-
-void Output::close(std::ofstream& out) const {
-  out.close();
-  if (!out) fail(shownPath, std::strerror(errno));
-}
-
 void Output::write(const FoundationManager& manager) {
-  std::ofstream out = open();
+  std::ofstream out = file.open();
   if (form == Form::legacy)
     manager.writeXml(out);
   else if (form == Form::kvml)
     writeKvml(manager, out);
   else
     writeExchange(manager, form, out);
-  close(out);
+  file.close(out);
 }
 
 void Output::update(const FoundationManager& manager) {
-  std::ofstream out = open();
-  Updating::update(Documents::Input(target), form, manager, out);
-  close(out);
+  std::ofstream out = file.open();
+  Updating::update(Documents::Input(file.getTarget()), form, manager, out);
+  file.close(out);
 }
 
 void Output::prune(const Documents::Input& base, const std::vector<Updating::Change>& changes,
                    const FoundationManager& manager) {
-  std::ofstream out = open();
+  std::ofstream out = file.open();
   Updating::prune(base, form, changes, manager, out);
-  close(out);
+  file.close(out);
 }
 
 std::vector<std::string> Output::listLosses(const FoundationManager& manager) const {
   using Matching::Key;
   if (form == Form::kvml) return Losses::listOfKvml(manager);
   FoundationManager written;
-  readBack(file->getPath(), form, written);
+  readBack(file.getWrittenPath(), form, written);
   if (form == Form::firstExchange) return Losses::list(manager, written, {Key::name, Key::place});
   return Losses::list(manager, written, {Key::number, Key::name});
-}
-
-void Output::commit() {
-  if (isStandard) {
-    copyTo(std::cout, file->getPath());
-  } else if (target.empty()) {
-    std::ofstream device(shownPath, std::ios::binary);
-    copyTo(device, file->getPath());
-    if (!device) fail(shownPath, std::strerror(errno));
-  } else {
-    try {
-      file->replace(target);
-    } catch (const std::system_error& error) {
-      fail(shownPath, error.code().message());
-    }
-  }
 }
 
 }  // namespace Writing

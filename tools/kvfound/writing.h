@@ -1,13 +1,12 @@
 #pragma once
 
-#include <fstream>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "documents.h"
 #include "found/foundation_manager.h"
-#include "temporary_file.h"
+#include "output_file.h"
 #include "updating.h"
 
 /// Documents as they are written to files. A path "-" stands for standard output.
@@ -38,24 +37,18 @@ class Output {
   std::vector<std::string> listLosses(const Found::FoundationManager& manager) const;
 
   /// Lets the document take its place.
-  void commit();
+  void commit() { file.commit(); }
 
   /// As messages call the file.
-  const std::string& getShownPath() const { return shownPath; }
+  const std::string& getShownPath() const { return file.getShownPath(); }
 
  private:
   /// Looks at the document that is there.
   void protect(const std::optional<std::string>& version);
-  std::string findFolder() const;
-  std::ofstream open() const;
-  void close(std::ofstream& file) const;
 
-  std::string target;  // empty for what is no file: standard output or a device
-  std::string shownPath;
+  OutputFile file;
   Documents::Form form;
-  bool isStandard = false;
   bool isThere = false;
-  std::optional<TemporaryFile> file;
 };
 
 }  // namespace Writing
