@@ -1,5 +1,4 @@
-#include "faults/every_fault.h"
-#include "faults/scenes.h"
+#include "faults/manager_operation.h"
 #include "support/foundations.h"
 
 namespace FaultTest {
@@ -7,12 +6,6 @@ namespace {
 
 using Scene = ManagerScene;
 using Run = std::function<void(Scene&)>;
-
-/// An operation on the manager of the scene.
-Operation on(const std::string& name, Meets meets, const Run& run, const States& failed,
-             const std::string& completed) {
-  return makeOperation<Scene>(name, meets, nullptr, run, failed, completed);
-}
 
 /// What only looks: calls may fail, and then nothing is known.
 Operation look(const std::string& name, Meets meets, const Run& run, const std::string& result) {

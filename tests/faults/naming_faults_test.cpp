@@ -1,18 +1,11 @@
 #include <limits>
 
-#include "faults/every_fault.h"
-#include "faults/scenes.h"
+#include "faults/manager_operation.h"
 
 namespace FaultTest {
 namespace {
 
 using Scene = ManagerScene;
-using Run = std::function<void(Scene&)>;
-
-Operation on(const std::string& name, Meets meets, const Run& run, const States& failed,
-             const std::string& completed) {
-  return makeOperation<Scene>(name, meets, nullptr, run, failed, completed);
-}
 
 void give(Scene& s, const Foundation& foundation, bool findEqual) {
   s.result = s.manager.giveFoundation(foundation, findEqual)->getNumber();

@@ -74,7 +74,7 @@ void removeAllNotUsedGeneratedPlainly(const Asking& asking) {
 
 // --- Random managers and users
 
-struct NoAnswer {};
+struct Refusal {};
 
 /// What users were asked, in order, and who must not answer.
 struct Hearing {
@@ -99,7 +99,7 @@ class MoodyUser : public FoundationUser {
                                     [=](const auto& object) { return object.get() == foundation; });
     hearing.log.push_back(name + " is asked about " + std::to_string(place - objects.begin()) +
                           " of " + std::to_string(manager.getFoundations().size()));
-    if (++hearing.questions == hearing.refused) throw NoAnswer();
+    if (++hearing.questions == hearing.refused) throw Refusal();
     return random.oneIn(yes);
   }
 
@@ -146,7 +146,7 @@ class Scene {
   void run(const Prune& prune) {
     try {
       prune(Asking{manager, registered});
-    } catch (const NoAnswer&) {
+    } catch (const Refusal&) {
       hearing.log.push_back("no answer");
     }
   }
