@@ -10,25 +10,35 @@
 namespace Checks {
 
 void Findings::add(KvXmlPosition position, std::string sentence) {
-  findings.push_back({position, std::move(sentence)});
+  findings.push_back({position, std::move(sentence), nullptr});
 }
 
-const std::vector<Finding>& Findings::list() {
+void Findings::arrange(const Owners& owners) {
   const auto isBefore = [](const Finding& a, const Finding& b) {
     return std::tie(a.position.line, a.position.column) <
            std::tie(b.position.line, b.position.column);
   };
   std::stable_sort(findings.begin(), findings.end(), isBefore);
-  return findings;
+  for (Finding& finding : findings) {
+    const auto owner = owners.find({finding.position.line, finding.position.column});
+    if (owner == owners.end()) continue;
+    finding.foundation = owner->second;
+    ++counts[owner->second];
+  }
+}
+
+std::size_t Findings::count(const Found::Foundation& foundation) const {
+  const auto counted = counts.find(&foundation);
+  return counted == counts.end() ? 0 : counted->second;
 }
 
 void Findings::print(std::ostream& out, const std::string& shownPath,
-                     const Terminal::Painter& painter) {
+                     const Terminal::Painter& painter) const {
   const std::string file = DisplayText::fromName(shownPath);
   const std::string warning = painter.paint(Terminal::Style::yellow, "warning:");
-  for (const auto& [position, sentence] : list())
-    out << file << ':' << position.line << ':' << position.column << ": " << warning << ' '
-        << sentence << '\n';
+  for (const Finding& finding : findings)
+    out << file << ':' << finding.position.line << ':' << finding.position.column << ": " << warning
+        << ' ' << finding.sentence << '\n';
 }
 
 std::string showText(const std::string& text) {

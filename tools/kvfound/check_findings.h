@@ -1,9 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
+#include <map>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "found/foundation.h"
 #include "kv/xml_n.h"
 #include "terminal.h"
 
@@ -12,7 +17,11 @@ namespace Checks {
 struct Finding {
   KvXmlPosition position;
   std::string sentence;
+  const Found::Foundation* foundation = nullptr;  // that it is about, where that is known
 };
+
+/// Foundations by line and column of the elements and attributes that tell of them.
+using Owners = std::map<std::pair<std::size_t, std::size_t>, const Found::Foundation*>;
 
 /// What was found in one document.
 class Findings {
@@ -22,14 +31,20 @@ class Findings {
 
   bool isEmpty() const { return findings.empty(); }
 
-  /// In the order of the document.
-  const std::vector<Finding>& list();
+  /// Puts them in the order of the document, and tells each the foundation that it is about.
+  void arrange(const Owners& owners);
 
-  /// A line each, in the same order.
-  void print(std::ostream& out, const std::string& shownPath, const Terminal::Painter& painter);
+  const std::vector<Finding>& list() const { return findings; }
+  /// How many are about `foundation`.
+  std::size_t count(const Found::Foundation& foundation) const;
+
+  /// A line each.
+  void print(std::ostream& out, const std::string& shownPath,
+             const Terminal::Painter& painter) const;
 
  private:
   std::vector<Finding> findings;
+  std::unordered_map<const Found::Foundation*, std::size_t> counts;
 };
 
 /// Text from a document as warnings show it: in UTF-8, and cut off where it is long.

@@ -7,8 +7,8 @@
 /// What a reader of each form accepts in silence.
 namespace Checks {
 
-/// All that is found in a document, whatever its form. `read` holds what the reader made of it when
-/// it is a legacy model.
+/// All that is found in a document, whatever its form, in its order. `read` holds what the reader
+/// made of it; for an exchange document it may be empty, and then no foundations are told.
 Findings find(const Documents::Tree& tree, const Found::FoundationManager& read);
 
 void checkLegacy(const Documents::Tree& tree, const Found::FoundationManager& read,

@@ -5,10 +5,12 @@
 
 #include "check_rules.h"
 #include "commands.h"
+#include "display_text.h"
 #include "documents.h"
 #include "found/foundation_manager.h"
 #include "output_file.h"
 #include "report_page.h"
+#include "report_text.h"
 #include "user_error.h"
 
 namespace {
@@ -22,12 +24,19 @@ bool mentionsBeddings(const std::string& path) {
   return false;
 }
 
+/// A unit as it is shown; one that is blank counts as none.
+std::string readUnit(const std::string& given) {
+  std::string unit = DisplayText::fromName(given);
+  return ReportText::isBlank(unit) ? "" : unit;
+}
+
 }  // namespace
 
 namespace Commands {
 
 Status report(const ReportOptions& options, std::ostream& notes) {
-  if (options.units.force.empty() != options.units.length.empty())
+  const ReportBars::Units units = {readUnit(options.units.force), readUnit(options.units.length)};
+  if (units.force.empty() != units.length.empty())
     throw UserError(
         "--unit-force and --unit-length are given together or not at all; see kvfound report "
         "--help");
@@ -40,10 +49,10 @@ Status report(const ReportOptions& options, std::ostream& notes) {
   Documents::read(in, options.version, manager, notes);
   manager.updateFoundationMaximum();
   const Documents::Tree tree = Documents::parse(in, options.version);
-  Checks::Findings findings = Checks::find(tree, manager);
+  const Checks::Findings findings = Checks::find(tree, manager);
   output.create();
   std::ofstream page = output.open();
-  ReportPage::print({tree, manager, findings, options.units}, page);
+  ReportPage::print({tree, manager, findings, units}, page);
   output.close(page);
   output.commit();
   return Status::done;

@@ -50,12 +50,12 @@ body {
   font-variant-numeric: tabular-nums;
   overflow-wrap: break-word;
 }
-h1 { margin: 0; font-size: 2rem; line-height: 1.2; font-weight: 650; overflow-wrap: anywhere; }
+h1 { margin: 0; overflow: hidden; font-size: 2rem; line-height: 1.2; font-weight: 650; overflow-wrap: anywhere; }
 h2 { margin: 3rem 0 .25rem; font-size: 1.25rem; line-height: 1.3; font-weight: 650; }
 p { margin: 0; }
 a { color: var(--bar); }
 .over, .lead, .facts, footer, .hint { color: var(--soft); }
-.over, .facts, .legend, .hint, footer { font-size: .875rem; }
+.over, .facts, .legend, .hint, .lead, .closed, footer { font-size: .875rem; }
 .warn { color: var(--warn); font-weight: 650; }
 
 .facts {
@@ -68,7 +68,7 @@ a { color: var(--bar); }
   border: solid var(--rule);
   border-width: 1px 0;
 }
-.facts strong, .facts small { display: block; overflow-wrap: anywhere; }
+.facts strong, .facts small { display: block; overflow: hidden; overflow-wrap: anywhere; }
 .facts strong { color: var(--ink); font-size: 1rem; font-weight: 600; }
 .facts small { font-size: .8125rem; }
 
@@ -91,20 +91,26 @@ nav { display: flex; flex-wrap: wrap; gap: .25rem 1.5rem; }
 .legend .beyond::before { top: .5625rem; border-top: .125rem dashed var(--warn); }
 
 /* Pictures: rows like those of a table, their names left of the bars where there is room. The
-   window of the drawing is where the bars are; names and headings stand in its margins.
-     h, hu      heading of a direction, its unit
-     a, e, s    end of a scale, text at the right, superscript
-     r          row: c of the current foundation, l of one that lacks the part, o of all together
-     no, n, m   number, name and marks
-     g          line of a decade
-     f, k       failure, its arrows
-     w          value without a place on the scale
-     z, x, t    lines for zero, for such a value, and for one value of many */
+   window of the drawing is where the bars are; names and headings stand in its margins. Directions
+   stand beside one another: --at tells how many are left of one, --level how many above it, and
+   --fraction the width of each. In a picture are
+     d      an axis: heading, unit (u), ends of the scale (a, e), lines of decades; in the overview
+            also all values (g)
+     g      a row: number, name and marks (g), and for each direction a bar and a value; c of the
+            current foundation, l of one that lacks the part
+     z, x   bars of zero and of a value without a place on the scale (w) */
 .picture {
   --row: 2.25rem;
-  --head: 2.5rem;
-  --names: 17rem;
   --base: 1rem;
+  --name: 1rem;
+  --second: .9375rem;
+  --bar-at: .5625rem;
+  --names: 17rem;
+  --heading: 2.5rem;
+  --head: var(--heading);
+  --next: 0rem;
+  --step: 34.333%;
+  --fraction: .31333;
   display: block;
   width: 100%;
   height: calc(var(--head) + var(--rows) * var(--row) + 1px);
@@ -117,42 +123,66 @@ nav { display: flex; flex-wrap: wrap; gap: .25rem 1.5rem; }
   font-size: .8125rem;
   fill: var(--ink);
 }
-.picture .r { transform: translateY(calc(var(--i) * var(--row) + var(--base))); }
-.picture .h { transform: translateY(-1.5rem); font-weight: 650; }
-.picture .hu { transform: translateY(-1.5rem); }
-.picture .a { transform: translateY(-.375rem); }
-.picture .a, .picture .hu { fill: var(--soft); font-size: .75rem; }
-.picture .e { text-anchor: end; }
-.picture .r tspan { fill: var(--soft); font-size: .75rem; }
-.picture .s { font-size: .5625rem; }
-.picture .no { transform: translateX(calc(2rem - var(--names))); text-anchor: end; fill: var(--soft); }
-.picture .n { transform: translateX(calc(2.75rem - var(--names))); }
-.picture .m { transform: translate(calc(2.75rem - var(--names)), .9375rem); fill: var(--soft); font-size: .75rem; }
-.picture .c .n, .picture .c .m { font-weight: 700; fill: var(--ink); }
-.picture .l, .picture .l .no { fill: var(--soft); }
-.picture .l text:last-child { font-style: italic; }
-.picture .r .f, .picture .r .k { fill: var(--fail); font-size: inherit; font-weight: 650; }
+.picture.line { --heading: 3.5rem; --step: 25.75%; --fraction: .2275; }
+.picture:not(:has(.d .u)) { --heading: 2.5rem; }
+.d:nth-of-type(2), .picture > g > line:nth-of-type(2), .picture > g:not(.d) > text:nth-of-type(3) { --at: 1; }
+.d:nth-of-type(3), .picture > g > line:nth-of-type(3), .picture > g:not(.d) > text:nth-of-type(4) { --at: 2; }
+.d:nth-of-type(4), .picture > g > line:nth-of-type(4), .picture > g:not(.d) > text:nth-of-type(5) { --at: 3; }
+.picture :is(text, line, rect) { --x: calc(var(--at, 0) * var(--step)); --y: calc(var(--level, 0) * var(--next)); }
+
+.picture > g { transform: translateY(calc(var(--i) * var(--row) + var(--base))); }
+.picture text { transform: translate(var(--x), var(--y)); }
+.picture tspan { fill: var(--fail); font-weight: 650; }
+.picture line { stroke: var(--bar); stroke-width: .4375rem; transform: translate(var(--x), calc(var(--y) + var(--bar-at))) scaleX(var(--fraction)); }
+.picture .x { stroke: var(--warn); stroke-width: .125rem; stroke-dasharray: calc(.375rem / var(--fraction)) calc(.25rem / var(--fraction)); }
+.picture .z { stroke-linecap: round; transform: translate(calc(var(--x) + .21875rem), calc(var(--y) + var(--bar-at))); }
+.picture g > text:first-child { transform: translate(calc(2.125rem - var(--names)), calc(var(--name) - var(--base))); text-anchor: end; fill: var(--soft); }
+.picture g g { transform: translate(calc(2.75rem - var(--names)), calc(var(--name) - var(--base))); clip-path: inset(-2rem calc(100% - var(--names) + 3.25rem) -2rem 0) view-box; }
+.picture g g text:first-child { transform: none; text-anchor: start; fill: inherit; }
+.picture g g text + text { transform: translateY(var(--second)); fill: var(--soft); font-size: .75rem; }
+.picture .c g text { font-weight: 700; fill: var(--ink); }
+.picture .l, .picture .l > text:first-child { fill: var(--soft); }
+.picture .l > text:last-child { font-style: italic; }
+
+.picture .d { --lift: calc((1 - var(--level, 0)) * (var(--head) - var(--heading))); transform: none; }
+.picture .d text { transform: translate(var(--x), calc(-1 * var(--lift) - .375rem)); fill: var(--soft); font-size: .75rem; }
+.picture .d text:first-child { transform: translate(var(--x), calc(1rem - var(--lift) - var(--heading))); text-anchor: start; fill: var(--ink); font-size: inherit; font-weight: 650; }
+.picture .d .u { transform: translate(calc(var(--x) + 1rem), calc(1rem - var(--lift) - var(--heading))); }
+.line .d .u { transform: translate(var(--x), calc(-1 * var(--lift) - 1.5rem)); }
+.picture .d .e { transform: translate(calc(var(--x) + 100% * var(--fraction)), calc(-1 * var(--lift) - .375rem)); text-anchor: end; }
+.d tspan { font-size: .625rem; }
+.picture .u, .picture .d tspan { fill: var(--soft); font-weight: 400; }
+.picture g .u { font-size: .75rem; }
 .picture .w { fill: var(--warn); font-weight: 650; }
-.picture line { stroke: var(--bar); stroke-width: .4375rem; transform: translateY(.5625rem); }
-.picture .g { stroke: var(--grid); stroke-width: 1px; transform: none; }
-.picture .z { stroke-linecap: round; transform: translate(.21875rem, .5625rem); }
-.picture .x { stroke: var(--warn); stroke-width: .125rem; stroke-dasharray: .375rem .25rem; }
-.picture .t { stroke-width: 1.5px; transform: translateY(.25rem); }
+.picture rect { width: calc(1px / var(--fraction)); height: 100%; fill: var(--grid); transform: translateX(var(--x)) scaleX(var(--fraction)); }
+.picture .d g { transform: translateY(calc(var(--base) - var(--name))); clip-path: none; --bar-at: 1rem; }
+.picture .d .x { --bar-at: 1.625rem; }
+.d g rect { width: calc(1.5px / var(--fraction)); height: .5rem; fill: var(--bar); transform: translate(var(--x), calc(var(--y) + .75rem)) scaleX(var(--fraction)); }
+
+.ranges { display: flex; flex-wrap: wrap; gap: 0 1.75rem; color: var(--soft); font-size: .875rem; }
+.ranges b { color: var(--ink); font-weight: 600; }
+.ranges .warn { color: var(--warn); }
+p.ranges { margin: -.75rem 0 1.5rem; }
 details { border-top: 1px solid var(--rule); }
-summary { padding: .375rem 0; cursor: pointer; }
-summary span { float: right; color: var(--soft); }
+summary { padding: .5rem 0; cursor: pointer; }
+summary .ranges { padding-left: 1.125rem; }
+.closed { display: none; }
 
 .scroll { margin-top: 1rem; max-height: 90vh; overflow: auto; border: solid var(--rule); border-width: 1px 0; }
 table { width: 100%; border-collapse: separate; border-spacing: 0; font-size: .8125rem; line-height: 1.35; }
 thead { position: sticky; top: 0; z-index: 1; }
 th, td { padding: .375rem .5rem; border-bottom: 1px solid var(--rule); text-align: left; vertical-align: top; }
 thead th { background: var(--panel); font-weight: 600; vertical-align: bottom; white-space: nowrap; }
-thead small { font-size: .75rem; font-weight: 400; color: var(--soft); }
-tbody th { min-width: 9rem; max-width: 20rem; font-weight: 400; overflow-wrap: anywhere; }
+thead small { white-space: normal; overflow-wrap: anywhere; font-size: .75rem; font-weight: 400; color: var(--soft); }
+tbody th { min-width: 9rem; max-width: 20rem; overflow: hidden; font-weight: 400; overflow-wrap: anywhere; unicode-bidi: plaintext; }
 td, thead .num { text-align: right; white-space: nowrap; }
-td:nth-child(3), td:nth-child(7), td:nth-child(13) { text-align: left; }
-td:nth-child(7), td:nth-child(13), .num + .text { padding-left: 1rem; }
-td:nth-child(4), td:nth-child(9), .part { border-left: 1px solid var(--rule); }
+td:nth-child(3), .area td:nth-child(7), .area.line td:nth-child(13), .line:not(.area) td:nth-child(8) { text-align: left; }
+.area td:nth-child(7), .area.line td:nth-child(13), .line:not(.area) td:nth-child(8), .text { padding-left: 1rem; }
+td:nth-child(4), .area.line td:nth-child(9), .part { border-left: 1px solid var(--rule); }
+td:nth-child(3) { white-space: normal; }
+td a { white-space: nowrap; }
+tr { scroll-margin-top: 4rem; }
+:target > * { background: var(--panel); }
 .c th, .c td { font-weight: 700; }
 .f { color: var(--fail); }
 th button {
@@ -164,32 +194,40 @@ th button {
   font: inherit;
   cursor: pointer;
 }
-th button::after { content: " \2195"; color: var(--soft); }
-th[aria-sort=ascending] button::after { content: " \2191"; color: inherit; }
-th[aria-sort=descending] button::after { content: " \2193"; color: inherit; }
+th button::after { content: " \2195"; content: " \2195" / ""; color: var(--soft); }
+th[aria-sort=ascending] button::after { content: " \2191"; content: " \2191" / ""; color: inherit; }
+th[aria-sort=descending] button::after { content: " \2193"; content: " \2193" / ""; color: inherit; }
 :focus-visible { outline: 3px solid var(--bar); outline-offset: -3px; }
 a:focus-visible, summary:focus-visible { outline-offset: 2px; }
 
 .findings { margin: 1rem 0 0; padding: 0; list-style: none; }
-.findings li { padding: .375rem 0; border-bottom: 1px solid var(--rule); overflow-wrap: anywhere; }
+.findings a { margin-right: .5rem; }
+.findings li { overflow: hidden; padding: .375rem 0; border-bottom: 1px solid var(--rule); overflow-wrap: anywhere; }
 .place { display: inline-block; min-width: 10rem; margin-right: 1rem; color: var(--soft); }
 footer { margin-top: 3rem; }
 
-/* Narrow windows, also by magnification: names above the bars, a unit only in the heading. */
-@media screen and (max-width: 56rem) {
+/* Where four directions leave no room for units, these stand only in the headings. */
+@media (max-width: 75rem) { .line > g:not(.d) .u { display: none; } }
+
+/* Narrow windows, also by magnification: names above the bars. */
+@media screen and (max-width: 60rem) {
   body { padding: 1.25rem 1rem 3rem; }
   h1 { font-size: 1.5rem; }
-  summary span { float: none; display: block; }
-  .picture { --row: 3.5rem; --base: 2.25rem; --head: 3.5rem; padding-left: 0; font-size: .75rem; }
-  .picture .r tspan:not(.f), .picture .o text:not(.n) { display: none; }
-  .picture .h { transform: translateY(-2.5rem); }
-  .picture .no { transform: translate(0, -1.25rem); text-anchor: start; }
-  .picture .n { transform: translate(2.5rem, -1.25rem); }
-  .picture .m { transform: translate(100%, -1.25rem); text-anchor: end; }
-  .picture .l text:last-child { transform: translateX(2.5rem); }
+  .picture { --mark: .9375rem; --base: calc(2.25rem + var(--mark)); --row: calc(3.5rem + var(--mark) + var(--next)); padding-left: 0; font-size: .75rem; }
+  .picture:not(:has(g g text + text)) { --mark: 0rem; }
+  .picture > g:not(.d) .u { display: none; }
+  .picture > g:not(.d) > text:first-child { transform: translateY(calc(var(--name) - var(--base))); text-anchor: start; }
+  .picture > g:not(.d) > g { transform: translate(2.75rem, calc(var(--name) - var(--base))); clip-path: inset(-2rem 2.75rem -2rem 0) view-box; }
   .place { display: block; }
   .scroll { max-height: none; }
   thead { position: static; }
+}
+/* Still narrower ones: two directions below the others. */
+@media screen and (max-width: 34rem) {
+  .picture, .picture.line { --head: calc(2 * var(--heading) + .25rem); --next: 2.25rem; --step: 51.5%; --fraction: .485; }
+  .d:nth-of-type(3), .picture > g > line:nth-of-type(3), .picture > g:not(.d) > text:nth-of-type(4) { --at: 0; --level: 1; }
+  .d:nth-of-type(4), .picture > g > line:nth-of-type(4), .picture > g:not(.d) > text:nth-of-type(5) { --at: 1; --level: 1; }
+  .d > rect { display: none; }
 }
 
 @page { size: A4; margin: 14mm 12mm; }
@@ -209,18 +247,31 @@ footer { margin-top: 3rem; }
   html { font-size: 12.5px; print-color-adjust: exact; -webkit-print-color-adjust: exact; }
   body { max-width: none; padding: 0; }
   nav, .hint { display: none; }
-  h2 { margin-top: 2rem; break-after: avoid; }
-  .lead { break-after: avoid; }
-  .facts, .legend, .picture, .findings li, tr { break-inside: avoid; }
-  .picture { --names: 15rem; }
+  h2 { margin-top: 1.5rem; break-after: avoid; }
+  .over, .facts, .facts small, .legend, .lead, .closed, .ranges, footer, table, thead small { font-size: .8125rem; }
+  .facts { gap: .5rem 2rem; margin: 1rem 0; padding: .5rem 0; }
+  .legend { margin-top: 1rem; padding: .5rem .75rem; }
+  .lead, summary, .picture:has(+ .ranges) { break-after: avoid; }
+  .facts, .legend, .lead, .picture, .findings li, tr, p.ranges, summary { break-inside: avoid; }
+  .picture { --names: 14.5rem; --row: 1.85rem; --base: .8125rem; --name: .8125rem; --second: .8125rem; --bar-at: .4375rem; margin: .5rem 0 .75rem; }
+  .picture .d text, .d tspan, .picture g .u, .picture g g text + text { font-size: .8125rem; }
+  .picture line { stroke-width: .375rem; }
+  summary { padding: .25rem 0; list-style: none; }
+  summary .ranges { padding: 0; }
+  /* What is folded is printed, or where it cannot be a sentence tells of it. */
+  details::details-content { content-visibility: visible; }
   .scroll { max-height: none; overflow: visible; }
   thead { position: static; display: table-header-group; }
-  table { font-size: .6875rem; }
-  th, td { padding: .25rem .25rem; }
-  tbody th { min-width: 7rem; }
-  td { white-space: normal; overflow-wrap: anywhere; }
-  .f { white-space: nowrap; }
+  th, td { padding: .25rem .125rem; }
+  thead th { white-space: normal; }
+  tbody th { min-width: 6rem; }
+  td, .v { white-space: normal; }
+  .v { overflow-wrap: anywhere; }
+  th button { margin: 0; padding: 0; }
   th button::after { content: none; }
+}
+@supports not selector(details::details-content) {
+  @media print { .closed { display: block; break-after: avoid; } }
 }
 )";
 
@@ -235,7 +286,7 @@ const char* const ReportAssets::script = R"(
   // What is not there, or not a number, stands last either way.
   const readKey = (cell, isNumber) => {
     const text = cell.textContent;
-    if (text === "\u2013" || text === "nan") return null;
+    if (text === "\u2013" || (isNumber && text === "nan")) return null;
     if (!isNumber) return text;
     return text.endsWith("inf") ? (text[0] === "-" ? -Infinity : Infinity) : Number(text);
   };
@@ -266,4 +317,4 @@ const char* const ReportAssets::script = R"(
 })();
 )";
 
-const char* const ReportAssets::scriptSha256 = "a/noJgIOjK/3nubNjZjGEfoIihxG52BK2b/9i0beefo=";
+const char* const ReportAssets::scriptSha256 = "ERAEH7jr4KWhLDFzwQA2usBNYV68g8jIufvGvLyCFvM=";

@@ -1,6 +1,6 @@
 #include "report_html.h"
 
-#include "display_text.h"
+#include "report_text.h"
 
 namespace ReportHtml {
 namespace {
@@ -35,6 +35,6 @@ std::string escape(const std::string& text) {
   return escaped;
 }
 
-std::string showName(const std::string& name) { return escape(DisplayText::fromName(name)); }
+std::string showName(const std::string& name) { return escape(ReportText::showName(name)); }
 
 }  // namespace ReportHtml

@@ -8,7 +8,7 @@ namespace ReportHtml {
 /// `text`, in UTF-8, as it stands between tags or in an attribute: it opens and closes neither.
 std::string escape(const std::string& text);
 
-/// A name from a document for people, escaped.
+/// A name from a document, which is seen whatever it consists of, escaped.
 std::string showName(const std::string& name);
 
 }  // namespace ReportHtml

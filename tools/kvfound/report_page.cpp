@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "display_text.h"
@@ -11,6 +12,7 @@
 #include "report_html.h"
 #include "report_svg.h"
 #include "report_table.h"
+#include "report_text.h"
 
 namespace {
 
@@ -20,20 +22,20 @@ using KvXmlN::AttributeIn;
 using ReportBars::Part;
 using ReportHtml::escape;
 using ReportHtml::showName;
-using ReportPage::Content;
+using ReportText::count;
 
-std::string count(std::size_t number, const std::string& noun) {
-  return std::to_string(number) + " " + noun + (number == 1 ? "" : "s");
-}
+constexpr std::size_t mostFindings = 50;  // more of them are folded
 
 class PagePrinter {
  public:
-  PagePrinter(const Content& shown, std::ostream& target)
+  PagePrinter(const ReportContent& shown, std::ostream& target)
       : content(shown),
         foundations(shown.manager.getFoundations()),
         findings(shown.findings.list()),
         title(showName(Paths::toText(Paths::fromText(shown.tree.shownPath).filename()))),
-        out(target) {}
+        out(target) {
+    for (const Foundation* foundation : foundations) places.emplace(foundation, places.size());
+  }
 
   void print() {
     printHead();
@@ -73,7 +75,7 @@ class PagePrinter {
     printVersion();
     printCount();
     printFact("Largest stiffness", DisplayText::fromNumber(content.manager.getMaxFoundationValue()),
-              "of a vector of area, line or rotation");
+              "length of the longest vector (x, y, z) of an area or a line, or of a rotation");
     printCurrent();
     printUnits();
     printCheck();
@@ -146,7 +148,7 @@ class PagePrinter {
            "<li><b>\xE2\x80\x93</b> no value</li>\n"
            "<li><b class=\"f\">T \xE2\x86\x90\xE2\x86\x92</b> fails in tension</li>\n"
            "<li><b class=\"f\">C \xE2\x86\x92\xE2\x86\x90</b> fails in compression</li>\n"
-           "<li><b class=\"f\">mode</b> a failure that is neither</li>\n"
+           "<li><b class=\"f\">mode</b> fails in another mode, which the table tells</li>\n"
            "<li><b>\xE2\x97\x8F current</b> the current foundation</li>\n"
            "<li><b>\xE2\x89\x88</b> rounded; the table has all digits</li>\n"
            "</ul>\n";
@@ -159,7 +161,7 @@ class PagePrinter {
     if (number == 0) {
       out << "<p class=\"lead\">No foundation has a part for " << name << "s.</p>\n";
     } else {
-      ReportSvg::print(content.manager, part, content.units, out);
+      ReportSvg::print(content, part, out);
     }
     out << "</section>\n";
   }
@@ -168,34 +170,60 @@ class PagePrinter {
     out << "<section>\n<h2 id=\"values\">All values</h2>\n"
            "<p class=\"hint\" hidden>A heading sorts the table by its column.</p>\n"
            "<div class=\"scroll\" role=\"region\" aria-labelledby=\"values\" tabindex=\"0\">\n";
-    ReportTable::print(content.manager, content.units, out);
+    ReportTable::print(content, out);
     out << "</div>\n</section>\n";
   }
 
   void printFindings() {
     out << "<section>\n<h2 id=\"findings\">Findings of the check</h2>\n";
     if (findings.empty()) {
-      out << "<p class=\"lead\">Nothing was found that a reader would accept in silence.</p>\n";
-    } else {
-      out << "<p class=\"lead\">What a reader of the document accepts in silence.</p>\n"
-             "<ul class=\"findings\">\n";
-      for (const auto& [position, sentence] : findings)
-        out << "<li><span class=\"place\">line " << position.line << ", column " << position.column
-            << "</span>" << escape(sentence) << "</li>\n";
-      out << "</ul>\n";
+      out << "<p class=\"lead\">Nothing looks wrong.</p>\n</section>\n";
+      return;
+    }
+    out << "<p class=\"lead\">The document can be read, but these places look wrong.</p>\n";
+    const std::size_t shown = std::min(findings.size(), mostFindings);
+    printFindings(0, shown);
+    if (shown < findings.size()) {
+      out << "<p class=\"closed\">Findings that are folded are not printed.</p>\n"
+             "<details><summary>"
+          << ReportText::showSpan("Finding", shown + 1, findings.size()) << "</summary>\n";
+      printFindings(shown, findings.size());
+      out << "</details>\n";
     }
     out << "</section>\n";
   }
 
-  const Content& content;
+  void printFindings(std::size_t first, std::size_t last) {
+    out << "<ul class=\"findings\">\n";
+    for (; first < last; ++first) printFinding(findings[first]);
+    out << "</ul>\n";
+  }
+
+  void printFinding(const Checks::Finding& finding) {
+    out << "<li><span class=\"place\">line " << finding.position.line << ", column "
+        << finding.position.column << "</span> ";
+    if (finding.foundation != nullptr) printLink(*finding.foundation);
+    out << escape(ReportText::limitMarks(finding.sentence)) << "</li>\n";
+  }
+
+  void printLink(const Foundation& foundation) {
+    constexpr std::size_t longestName = 60;
+    const std::string name = ReportText::showName(foundation.getName());
+    out << "<a href=\"#" << ReportTable::makeRowId(places.at(&foundation)) << "\">foundation "
+        << foundation.getNumber() << ", " << escape(DisplayText::shorten(name, longestName))
+        << "</a> ";
+  }
+
+  const ReportContent& content;
   const std::vector<Foundation*>& foundations;
   const std::vector<Checks::Finding>& findings;
-  std::string title;  // the file's name, escaped
+  std::unordered_map<const Foundation*, std::size_t> places;  // in the list
+  std::string title;                                          // the file's name, escaped
   std::ostream& out;
 };
 
 }  // namespace
 
-void ReportPage::print(const Content& content, std::ostream& out) {
+void ReportPage::print(const ReportContent& content, std::ostream& out) {
   PagePrinter(content, out).print();
 }

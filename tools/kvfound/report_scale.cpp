@@ -39,15 +39,38 @@ double Scale::placePower(double exponent) const {
   return (exponent - getStart()) / (getEnd() - getStart());
 }
 
-Scales::Scales(const std::vector<Foundation*>& foundations, Part part) {
-  const std::vector<Direction> directions = ReportBars::listDirections(part, {});
+void Summary::include(const Bar& bar) {
+  if (ReportBars::isDrawable(bar))
+    range.include(bar.value);
+  else if (ReportBars::isBeyond(bar))
+    ++beyond;
+  else if (bar.isPresent)
+    ++zeros;
+  else
+    ++lacking;
+  if (bar.failure != Foundation::None) ++failures[bar.failure];
+}
+
+std::vector<Summary> summarize(const std::vector<Foundation*>& foundations, Part part) {
+  std::vector<Summary> summaries(ReportBars::listDirections(part, {}).size());
   for (Foundation* foundation : foundations) {
     if (!ReportBars::hasPart(part, *foundation)) continue;
     const std::vector<Bar> bars = ReportBars::listBars(part, *foundation);
-    for (std::size_t i = 0; i < bars.size(); ++i)
-      if (ReportBars::isDrawable(bars[i]))
-        (directions[i].isRotation ? rotation : translation).include(bars[i].value);
+    for (std::size_t i = 0; i < bars.size(); ++i) summaries[i].include(bars[i]);
   }
+  return summaries;
+}
+
+Scales makeScales(const std::vector<Direction>& directions, const std::vector<Summary>& summaries) {
+  Scales scales;
+  for (std::size_t i = 0; i < directions.size(); ++i) {
+    const Scale& range = summaries[i].range;
+    if (range.isEmpty()) continue;
+    Scale& scale = directions[i].isRotation ? scales.rotation : scales.translation;
+    scale.include(range.getLeast());
+    scale.include(range.getGreatest());
+  }
+  return scales;
 }
 
 }  // namespace ReportScale

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <limits>
+#include <map>
 #include <vector>
 
 #include "found/foundation.h"
@@ -35,18 +37,33 @@ class Scale {
   double greatest = 0.0;
 };
 
+/// What foundations have in one direction of a part.
+struct Summary {
+  Scale range;  // of the values that have a place on a scale
+  std::size_t zeros = 0;
+  std::size_t beyond = 0;   // the scale
+  std::size_t lacking = 0;  // the value, though they have the part
+  std::map<Found::Foundation::Failure, std::size_t> failures;  // but those that never fail
+
+  void include(const ReportBars::Bar& bar);
+};
+
+/// Of those that have the part, direction by direction.
+std::vector<Summary> summarize(const std::vector<Found::Foundation*>& foundations,
+                               ReportBars::Part part);
+
 /// The scales of a part: one for all translations, one for rotation.
-class Scales {
- public:
-  Scales(const std::vector<Found::Foundation*>& foundations, ReportBars::Part part);
+struct Scales {
+  Scale translation;
+  Scale rotation;
 
   const Scale& get(const ReportBars::Direction& direction) const {
     return direction.isRotation ? rotation : translation;
   }
-
- private:
-  Scale translation;
-  Scale rotation;
 };
+
+/// As wide as `summaries` of these directions ask.
+Scales makeScales(const std::vector<ReportBars::Direction>& directions,
+                  const std::vector<Summary>& summaries);
 
 }  // namespace ReportScale

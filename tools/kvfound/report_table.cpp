@@ -1,70 +1,61 @@
 #include "report_table.h"
 
-#include <string>
+#include <algorithm>
 #include <vector>
 
 #include "display_text.h"
 #include "report_html.h"
+#include "report_text.h"
 
 namespace {
 
 using Found::Foundation;
-using Found::FoundationManager;
 using ReportBars::Bar;
 using ReportBars::Direction;
 using ReportBars::Part;
 using ReportHtml::escape;
 
-constexpr const char* absent = "\xE2\x80\x93";  // a dash
-
-constexpr Part parts[] = {Part::area, Part::line};
-
-std::string showFailure(const char* direction, Foundation::Failure failure) {
-  switch (failure) {
-    case Foundation::None:
-      return "";
-    case Foundation::Tension:
-      return std::string(direction) + " tension";
-    case Foundation::Compression:
-      return std::string(direction) + " compression";
-  }
-  return std::string(direction) + " mode " + std::to_string(static_cast<int>(failure));
-}
+/// Those of a part that some foundation has.
+struct Columns {
+  Part part;
+  std::vector<Direction> directions;
+};
 
 class TablePrinter {
  public:
-  TablePrinter(const FoundationManager& shown, const ReportBars::Units& units, std::ostream& target)
-      : manager(shown), out(target) {
-    for (const Part part : parts) directions.push_back(ReportBars::listDirections(part, units));
+  TablePrinter(const ReportContent& shown, std::ostream& target)
+      : content(shown), foundations(shown.manager.getFoundations()), out(target) {
+    for (const Part part : {Part::area, Part::line})
+      if (std::any_of(foundations.begin(), foundations.end(),
+                      [part](Foundation* f) { return ReportBars::hasPart(part, *f); }))
+        parts.push_back({part, ReportBars::listDirections(part, shown.units)});
   }
 
   void print() {
-    out << "<table>\n<thead>\n<tr>";
+    out << "<table class=\"of";
+    for (const Columns& columns : parts) out << ' ' << ReportBars::getName(columns.part);
+    out << "\">\n<thead>\n<tr>";
     printHeading("No", R"(rowspan="2" class="num")");
     printHeading("Name", "rowspan=\"2\"");
     printHeading("Marks", "rowspan=\"2\"");
-    for (const Part part : parts) printGroup(part);
+    for (const Columns& columns : parts) printGroup(columns);
     out << "</tr>\n<tr>";
-    for (const Part part : parts) printHeadings(part);
+    for (const Columns& columns : parts) printHeadings(columns);
     out << "</tr>\n</thead>\n<tbody>\n";
-    for (Foundation* foundation : manager.getFoundations()) printRow(*foundation);
+    for (std::size_t i = 0; i < foundations.size(); ++i) printRow(*foundations[i], i);
     out << "</tbody>\n</table>\n";
   }
 
  private:
-  const std::vector<Direction>& getDirections(Part part) const {
-    return directions[part == Part::area ? 0 : 1];
-  }
-
   void printHeading(const std::string& text, const std::string& attributes) {
     out << R"(<th scope="col" data-column=")" << column++ << '"'
         << (attributes.empty() ? "" : " " + attributes) << '>' << text << "</th>";
   }
 
-  void printGroup(Part part) {
-    const std::vector<Direction>& all = getDirections(part);
+  void printGroup(const Columns& columns) {
+    const std::vector<Direction>& all = columns.directions;
     out << R"(<th scope="colgroup" class="part" colspan=")" << all.size() + 2 << "\">"
-        << (part == Part::area ? "Area" : "Line");
+        << (columns.part == Part::area ? "Area" : "Line");
     if (!all.front().unit.empty()) {
       out << " <small>" << escape(all.front().unit);
       if (all.back().isRotation) out << ", rotation " << escape(all.back().unit);
@@ -73,66 +64,80 @@ class TablePrinter {
     out << "</th>";
   }
 
-  void printHeadings(Part part) {
-    bool isFirst = true;
-    for (const Direction& direction : getDirections(part)) {
-      printHeading(direction.name, isFirst ? "class=\"num part\"" : "class=\"num\"");
-      isFirst = false;
+  void printHeadings(const Columns& columns) {
+    const char* attributes = "class=\"num part\"";
+    for (const Direction& direction : columns.directions) {
+      printHeading(direction.name, attributes);
+      attributes = "class=\"num\"";
     }
     printHeading("Fails", "class=\"text\"");
     printHeading("Factor", "class=\"num\"");
   }
 
-  void printRow(Foundation& foundation) {
-    const bool isCurrent = &foundation == manager.getCurrentFoundation();
-    out << "<tr" << (isCurrent ? " class=\"c\"" : "") << '>';
-    printCell(std::to_string(foundation.getNumber()));
-    out << "<th scope=\"row\"><bdi>" << ReportHtml::showName(foundation.getName()) << "</bdi></th>";
-    const bool isGenerated = foundation.isGenerated();
-    printCell(std::string(isCurrent ? "current" : "") + (isCurrent && isGenerated ? ", " : "") +
-              (isGenerated ? "generated" : ""));
-    for (const Part part : parts) printPart(part, foundation);
+  void printRow(Foundation& foundation, std::size_t place) {
+    const bool isCurrent = &foundation == content.manager.getCurrentFoundation();
+    const std::size_t found = content.findings.count(foundation);
+    out << "<tr" << (isCurrent ? " class=\"c\"" : "");
+    if (found > 0) out << " id=\"" << ReportTable::makeRowId(place) << '"';
+    out << '>';
+    printDigits(std::to_string(foundation.getNumber()));
+    out << "<th scope=\"row\">" << ReportHtml::showName(foundation.getName());
+    const std::string findings = found == 0 ? ""
+                                            : R"(<a class="warn" href="#findings">)" +
+                                                  ReportText::count(found, "finding") + "</a>";
+    printCell(
+        ReportText::join(ReportText::listMarks(isCurrent, foundation.isGenerated()), findings));
+    for (const Columns& columns : parts) printPart(columns, foundation);
     out << "</tr>\n";
   }
 
-  void printPart(Part part, Foundation& foundation) {
-    const std::vector<Direction>& all = getDirections(part);
-    const std::vector<Bar> bars = ReportBars::listBars(part, foundation);
-    const bool isThere = ReportBars::hasPart(part, foundation);
+  void printPart(const Columns& columns, Foundation& foundation) {
+    const std::vector<Bar> bars = ReportBars::listBars(columns.part, foundation);
+    const bool isThere = ReportBars::hasPart(columns.part, foundation);
     std::string failures;
-    for (std::size_t i = 0; i < all.size(); ++i) {
+    for (std::size_t i = 0; i < bars.size(); ++i) {
       printNumber(isThere && bars[i].isPresent, bars[i].value);
-      const std::string failure = showFailure(all[i].name, bars[i].failure);
-      if (!failure.empty()) failures += (failures.empty() ? "" : ",<br>") + failure;
+      if (bars[i].failure == Foundation::None) continue;
+      failures += (failures.empty() ? "" : ",<br>") + std::string(columns.directions[i].name) +
+                  " " + ReportText::nameFailure(bars[i].failure);
     }
     if (!isThere)
-      printCell(absent);
+      printCell(ReportText::absent);
     else if (failures.empty())
       printCell("none");
     else
-      printCell(failures, "f");
-    printNumber(isThere,
-                part == Part::area ? foundation.getFactorArea() : foundation.getFactorLine());
+      printCell(failures, " class=\"f\"");
+    printNumber(isThere, columns.part == Part::area ? foundation.getFactorArea()
+                                                    : foundation.getFactorLine());
   }
 
   void printNumber(bool isPresent, double value) {
-    isPresent ? printCell(DisplayText::fromNumber(value)) : printCell(absent);
+    printDigits(isPresent ? DisplayText::fromNumber(value) : ReportText::absent);
   }
 
-  /// The style sheet knows the columns, so that large tables stay small.
-  void printCell(const std::string& text, const std::string& classes = "") {
-    out << "<td" << (classes.empty() ? "" : " class=\"" + classes + "\"") << '>' << text << "</td>";
+  /// Long numbers may be broken on paper.
+  void printDigits(const std::string& number) {
+    constexpr std::size_t longest = 6;
+    printCell(number, number.size() > longest ? " class=\"v\"" : "");
   }
 
-  const FoundationManager& manager;
-  std::vector<std::vector<Direction>> directions;
+  /// The style sheet knows the columns, and the next cell ends this one, so that large tables stay
+  /// small.
+  void printCell(const std::string& text, const char* attributes = "") {
+    out << "<td" << attributes << '>' << text;
+  }
+
+  const ReportContent& content;
+  const std::vector<Foundation*>& foundations;
+  std::vector<Columns> parts;
   std::size_t column = 0;
   std::ostream& out;
 };
 
 }  // namespace
 
-void ReportTable::print(const FoundationManager& manager, const ReportBars::Units& units,
-                        std::ostream& out) {
-  TablePrinter(manager, units, out).print();
+void ReportTable::print(const ReportContent& content, std::ostream& out) {
+  TablePrinter(content, out).print();
 }
+
+std::string ReportTable::makeRowId(std::size_t place) { return "row-" + std::to_string(place + 1); }

@@ -1,14 +1,41 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
-/// Text in pictures, where room is short: the table of a report has all of it.
+#include "found/foundation.h"
+
+/// Words and numbers of a report, in UTF-8 and not yet escaped.
 namespace ReportText {
 
-/// Exact, or where that is long rounded and marked so.
+/// Stands for a value that is not there.
+constexpr const char* absent = "\xE2\x80\x93";
+
+/// A value in a picture, where room is short: rounded and marked so when it is long.
 std::string showValue(double value);
 
-/// `name`, in UTF-8, or where it is wider than so many small letters its start and an ellipsis.
-std::string shortenName(const std::string& name, double widest);
+/// A name from a document, so that it is seen whatever it consists of and stays on its line.
+std::string showName(const std::string& name);
+
+/// `text` without marks that would pile up over one letter; an ellipsis tells of them.
+std::string limitMarks(const std::string& text);
+
+/// True for text that shows nothing.
+bool isBlank(const std::string& text);
+
+/// "tension", "compression", "mode 7"; empty for none.
+std::string nameFailure(Found::Foundation::Failure failure);
+
+/// "2 findings".
+std::string count(std::size_t number, const std::string& noun);
+
+/// "rows 13 to 24", or "row 13" alone.
+std::string showSpan(const std::string& noun, std::size_t first, std::size_t last);
+
+/// The texts with a comma between them, where both are there.
+std::string join(const std::string& first, const std::string& second);
+
+/// "current, generated"
+std::string listMarks(bool isCurrent, bool isGenerated);
 
 }  // namespace ReportText

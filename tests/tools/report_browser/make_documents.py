@@ -20,7 +20,23 @@ NASTY = """\
 <FOUND NUMBER="12" NAME="&#x57FA;&#x790E;&#x306E;&#x57FA;&#x790E;&#x306E;&#x57FA;&#x790E;&#x306E;&#x57FA;&#x790E;&#x306E;&#x57FA;&#x790E;" FZLINE="5"/>
 <FOUND NUMBER="13" NAME="a&#10;b&#9;c&#x202E;d" FZLINE="6"/>
 <FOUND NUMBER="13" NAME="Current" FZLINE="seven" FZLNE="7"/>
-"""
+<FOUND NUMBER="14" NAME=" &#x200B;" FYAREA="-inf"/>
+<FOUND NUMBER="15" NAME="nan" FYAREA="nan"/>
+<FOUND NUMBER="16" NAME="A%s" FYAREA="2"/>
+""" % ("&#x301;" * 3000)
+
+# Values as long as pictures show them, failures in all directions, and names of wide letters.
+WIDE = """\
+<FOUND NUMBER="9999" NAME="Current" FXAREA="150000.25" FYAREA="123456.78" FZAREA="888888.88" \
+FAILZAREA="-1" FXLINE="150000.25" FYLINE="123456.78" FZLINE="888888.88" FXX="123456.78" \
+FAILXLINE="-1" FAILYLINE="1" FAILZLINE="-1" IsGenerated="1" X="1" Y="2"/>
+<FOUND NUMBER="2" NAME="%s" FXAREA="-1.234e-300" FYAREA="-1.79e+308" FZAREA="-0.00012345678" \
+FAILZAREA="1" FXLINE="-1.23e-300" FYLINE="-123456.789" FZLINE="-123456.789" FXX="-123456.789" \
+FAILXLINE="2147483647" FAILYLINE="-2147483648" FAILZLINE="-2147483648" IsGenerated="1"/>
+<FOUND NUMBER="3" NAME="%s" FXAREA="150000.25" FYAREA="123456.78" FZAREA="888888.88" FXLINE="1"/>
+<FOUND NUMBER="2147483647" NAME="%s" FXAREA="1" FXLINE="1" FAILXLINE="1"/>
+<FOUND NUMBER="4" NAME="%s" FXAREA="1" FXLINE="1" FAILXLINE="1"/>
+""" % ("W" * 40, "&#x416;" * 40, "@%" * 20, "&#x57FA;" * 40)
 
 
 def write(path, text):
@@ -32,8 +48,13 @@ def write_nasty(path):
     write(path, BEGIN + NASTY + END)
 
 
-def write_many(path, count):
-    """Half of them for areas, half for lines, a few for both, and one far from all others."""
+def write_wide(path):
+    write(path, BEGIN + WIDE + END)
+
+
+def write_many(path, count, share_of_both=20):
+    """Half of them for areas, half for lines, every so many for both, and one far from all
+    others."""
     numbers = random.Random(1)
     lines = []
     for i in range(1, count + 1):
@@ -41,8 +62,8 @@ def write_many(path, count):
         area = f' FXAREA="{size / 10:.4g}" FYAREA="{size / 10:.4g}" FZAREA="{size}" FAILZAREA="-1"'
         line = f' FXLINE="{size / 5:.4g}" FYLINE="{size / 4:.4g}" FZLINE="{size}" FXX="{size / 2}"'
         if i == count * 2 // 3 + 1:
-            area = line = ' FXLINE="0.5" FYLINE="9000" FZLINE="9000"'
-        parts = area + line if i % 20 == 0 else area if i % 2 == 0 else line
+            area, line = "", ' FXLINE="0.5" FYLINE="9000" FZLINE="9000"'
+        parts = area + line if not area or i % share_of_both == 0 else area if i % 2 == 0 else line
         lines.append(f'<FOUND NUMBER="{i}" NAME="Bedding of slab {i}"{parts}/>\n')
     write(path, BEGIN + "".join(lines) + END)
 
