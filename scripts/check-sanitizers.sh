@@ -9,4 +9,4 @@ install_packages clang libclang-rt-dev
 export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1
 export UBSAN_OPTIONS=print_stacktrace=1
 KVFOUND_BUILD=build/sanitize scripts/test.sh -DCMAKE_CXX_COMPILER=clang++ -DKVFOUND_SANITIZE=address,undefined \
-  -DKVFOUND_UNITY_TESTS=ON
+  -DKVFOUND_TESTS_TOGETHER=ON

@@ -64,7 +64,7 @@ printf '%s\n' include/found/*.h platform/include/kv/*.h |
   xargs -P "$(nproc)" -I{} "$compiler" -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
     -fsyntax-only -Iinclude -Iplatform/include -include {} -x c++ /dev/null
 cmake --preset windows -B "$build" -DCMAKE_FIND_ROOT_PATH="$sysroot" -DCMAKE_CXX_FLAGS_RELEASE=-O1 \
-  -DKVFOUND_UNITY_TESTS=ON "$@"
+  -DKVFOUND_TESTS_TOGETHER=ON "$@"
 cmake --build "$build"
 for library in libstdc++-6 libgcc_s_seh-1 libwinpthread-1; do
   cp "$("$compiler" -print-file-name=$library.dll)" "$build/bin"
