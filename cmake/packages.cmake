@@ -24,7 +24,7 @@ set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "Beddings of structural models: the libr
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Beddings of structural models: for programmers
  Headers, a CMake package and a pkg-config file for programs that use the libraries.")
 set(CPACK_COMPONENT_TOOL_DESCRIPTION "Beddings of structural models: the command kvfound
- Shows, converts, checks, compares and prunes the beddings of documents from a shell.")
+ Shows, converts, checks, compares, prunes and reports on the beddings of documents from a shell.")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)

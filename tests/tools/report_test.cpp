@@ -726,9 +726,20 @@ TEST(ReportFindings, NameTheFoundationsOfAnExchangeDocument) {
 
   ASSERT_EQ(findings.size(), 5U);
   EXPECT_TRUE(holds(findings[0], "|foundation 1, A| StiffnessX=&quot;-1&quot;"));
-  EXPECT_FALSE(holds(findings[1] + findings[2], "|foundation"));
+  EXPECT_TRUE(holds(findings[1], "|foundation 1, A| the number 1 is taken")) << findings[1];
+  EXPECT_FALSE(holds(findings[2], "|foundation"));
   EXPECT_TRUE(holds(findings[3], "|foundation 3, A_1| the name")) << findings[3];
   EXPECT_TRUE(holds(findings[4], "|foundation 3, A_1| StiffnessX=&quot;-3&quot;"));
+}
+
+TEST(ReportFindings, LeadToTheFoundationThatKeptABeddingFromBeingRead) {
+  const std::string in = makeFile("in.xml",
+                                  "<X><CurveBedding Number='1' Name='A' StiffnessX='1'/>\n"
+                                  "<SurfaceBedding Number='1' Name='A' StiffnessX='2'/></X>");
+  const std::string page = run("report '" + in + "'").out;
+
+  EXPECT_TRUE(holds(readSection(page, "findings"), "<a href=\"#row-1\">foundation 1, A</a> the"));
+  EXPECT_EQ(listTableRows(page).at(0).substr(0, 16), "|1|A|1 finding|1");
 }
 
 TEST(ReportFindings, NameTheFoundationsOfTheFirstVersion) {

@@ -108,12 +108,13 @@ class BeddingCheck {
     const KvXmlPosition here = locate(element, "Number");
     const std::string place = showPlace(first.getPosition(), here);
     const std::string shown = std::to_string(number);
-    findings.add(here, areParts(first, element, name)
-                           ? "the foundation number " + shown + " " + quote(name) +
-                                 " is in two parts; the first, " + place +
-                                 ", is read, and this one is lost"
-                           : "the number " + shown + " is taken by the bedding " + place +
-                                 "; this one is skipped");
+    findings.add(
+        here,
+        areParts(first, element, name)
+            ? "the foundation number " + shown + " " + quote(name) +
+                  " is in two parts; the first, " + place + ", is read, and this one is lost"
+            : "the number " + shown + " is taken by the bedding " + place + "; this one is skipped",
+        first.getPosition());
     return false;
   }
 

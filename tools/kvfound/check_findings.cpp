@@ -10,7 +10,11 @@
 namespace Checks {
 
 void Findings::add(KvXmlPosition position, std::string sentence) {
-  findings.push_back({position, std::move(sentence), nullptr});
+  add(position, std::move(sentence), position);
+}
+
+void Findings::add(KvXmlPosition position, std::string sentence, KvXmlPosition owner) {
+  findings.push_back({position, std::move(sentence), owner, nullptr});
 }
 
 void Findings::arrange(const Owners& owners) {
@@ -20,7 +24,7 @@ void Findings::arrange(const Owners& owners) {
   };
   std::stable_sort(findings.begin(), findings.end(), isBefore);
   for (Finding& finding : findings) {
-    const auto owner = owners.find({finding.position.line, finding.position.column});
+    const auto owner = owners.find({finding.owner.line, finding.owner.column});
     if (owner == owners.end()) continue;
     finding.foundation = owner->second;
     ++counts[owner->second];

@@ -17,6 +17,7 @@ namespace Checks {
 struct Finding {
   KvXmlPosition position;
   std::string sentence;
+  KvXmlPosition owner;  // where the element or attribute stands that it concerns
   const Found::Foundation* foundation = nullptr;  // that it is about, where that is known
 };
 
@@ -28,6 +29,8 @@ class Findings {
  public:
   /// `sentence` is in UTF-8, and holds names and texts from the document only by quote() and such.
   void add(KvXmlPosition position, std::string sentence);
+  /// Of a place that concerns what stands at another one, `owner`.
+  void add(KvXmlPosition position, std::string sentence, KvXmlPosition owner);
 
   bool isEmpty() const { return findings.empty(); }
 
