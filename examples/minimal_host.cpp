@@ -48,21 +48,26 @@ class Messenger : public Found::Umo::ReadMessenger {
   static void skip(const std::string& what) { std::cout << "skipped: " << what << "\n"; }
 };
 
-static void check(std::ostream& file, const std::string& path) {
-  if (!file.flush()) throw std::runtime_error(path + " cannot be written");
+/// That a disk is full may show only when the file is closed.
+static void close(std::ofstream& file, const std::string& path) {
+  file.close();
+  if (!file) throw std::runtime_error(path + " cannot be written");
 }
 
 /// Adds the beddings of an exchange document that the model does not have by their values. Into a
 /// manager that has their numbers already they could not be read, hence one of their own.
 static void takeOver(FoundationManager& manager, const std::string& exchange) {
   std::ifstream file(exchange);
-  const KvXmlN::Document document(file);  // a file that cannot be read throws KvXmlError
+  if (!file) throw std::runtime_error(exchange + " cannot be opened");
+  const KvXmlN::Document document(file);  // throws KvXmlError when it is no XML
+  const std::vector<KvXmlN::Data*>& containers = document.getRoot().getChildren();
+  if (containers.empty()) throw std::runtime_error(exchange + " holds no beddings");
   const Tools::VersionText version("2.0");
   FoundationManager imported;
   Messenger messenger;
   Found::Umo::BeddingReader reader(imported, version);
   reader.setMessenger(&messenger);
-  reader.read(*document.getRoot().getChildren().at(0));
+  reader.read(*containers.front());
 
   for (Foundation* f : imported.getFoundations()) {
     if (manager.findFoundation(*f) != nullptr) continue;
@@ -84,21 +89,21 @@ static void prune(FoundationManager& manager) {
 static void save(const FoundationManager& manager, const std::string& out) {
   std::ofstream legacy(out + ".xml");
   manager.writeXml(legacy);
-  check(legacy, out + ".xml");
+  close(legacy, out + ".xml");
 
   KvXmlN::Document beddings("Beddings");
   const Tools::VersionText version("2.0");
   Found::Umo::BeddingWriter(manager, version).write(beddings.getRoot());
   std::ofstream exchange(out + ".exchange.xml");
   beddings.putToStream(exchange);
-  check(exchange, out + ".exchange.xml");
+  close(exchange, out + ".exchange.xml");
 
   KvXmlN::Document listing("Kvml");
   const std::set<Foundation*> all(manager.getFoundations().begin(), manager.getFoundations().end());
   Found::KvmlWriter().write(listing.getRoot(), all, all);
   std::ofstream kvml(out + ".kvml");
   listing.putToStream(kvml);
-  check(kvml, out + ".kvml");
+  close(kvml, out + ".kvml");
 }
 
 int main(int argc, char** argv) {
@@ -106,7 +111,7 @@ int main(int argc, char** argv) {
     if (argc != 4) throw std::runtime_error("usage: minimal_host MODEL EXCHANGE OUT");
     FoundationManager manager;
     if (!manager.readXml(argv[1]))
-      throw std::runtime_error(argv[1] + std::string(" is no XML file"));
+      throw std::runtime_error(argv[1] + std::string(" cannot be opened or is no XML file"));
     takeOver(manager, argv[2]);
 
     Slab slab;

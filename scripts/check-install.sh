@@ -49,6 +49,7 @@ build static-libraries . -DBUILD_SHARED_LIBS=OFF -DKVFOUND_TOOLS=OFF -DKVFOUND_E
 check_tree static "$work/static-libraries"
 
 build subproject tests/consume/subproject
+build subproject tests/consume/subproject  # once more, with the cache that the first has left
 check_host "add_subdirectory" "$work/subproject/minimal_host"
 
 build own_platform tests/consume/own_platform

@@ -66,6 +66,11 @@ printf '%s\n' include/found/*.h platform/include/kv/*.h |
 cmake --preset windows -B "$build" -DCMAKE_FIND_ROOT_PATH="$sysroot" -DCMAKE_CXX_FLAGS_RELEASE=-O1 \
   -DKVFOUND_TESTS_TOGETHER=ON "$@"
 cmake --build "$build"
+cmake --install "$build" --prefix "$build/installed" >/dev/null
+cmake -S tests/consume/package -B "$build/consumer" -G Ninja --toolchain "$PWD/cmake/mingw-w64.cmake" \
+  -DCMAKE_FIND_ROOT_PATH="$build/installed"
+cmake --build "$build/consumer"
+cp "$build"/consumer/minimal_host.exe "$build/bin/consumer.exe"
 for library in libstdc++-6 libgcc_s_seh-1 libwinpthread-1; do
   cp "$("$compiler" -print-file-name=$library.dll)" "$build/bin"
 done
@@ -80,4 +85,6 @@ mkdir -p "$WINEPREFIX"
 # Started beforehand: ctest waits for all that a test has started, and these services stay.
 /usr/lib/wine/wineserver64 -p
 /usr/lib/wine/wine64 wineboot -i >/dev/null 2>&1
+/usr/lib/wine/wine64 "$build/bin/consumer.exe" examples/model.xml examples/beddings.xml "$build/saved" |
+  tr -d '\r' | grep -x "15 foundations, 12 kept"
 ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)"
