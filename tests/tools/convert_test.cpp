@@ -9,10 +9,6 @@ namespace {
 
 const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
-std::string makeModel(const std::string& foundations) {
-  return makeFile("model.xml", makeDocument("<FOUNDATIONS>" + foundations + "</FOUNDATIONS>"));
-}
-
 /// Converts to standard output.
 Result convert(const std::string& in, const std::string& form) {
   return run("convert '" + in + "' - --to " + form);
@@ -22,7 +18,7 @@ Result convert(const std::string& in, const std::string& form) {
 /// lines have.
 std::string listLosses(const std::string& foundations, const std::string& form) {
   const std::string prefix = "kvfound: standard output: ";
-  std::string losses = convert(makeModel(foundations), form).err;
+  std::string losses = convert(makeModelFile(foundations), form).err;
   for (std::size_t at = losses.find(prefix); at != losses.npos; at = losses.find(prefix, at))
     losses.erase(at, prefix.size());
   return losses;
@@ -66,7 +62,7 @@ std::string makeLegacyOut(const std::string& area) {
 }
 
 TEST(Convert, WritesEveryFormFromALegacyModel) {
-  const std::string path = makeModel(
+  const std::string path = makeModelFile(
       "<FOUND NUMBER='1' NAME='A' FXLINE='1' FYLINE='2' FZLINE='3.5' FXX='4' FAILYLINE='-1' "
       "FAILZLINE='1' FACLINE='0.5'/>");
   const struct {
@@ -109,7 +105,7 @@ TEST(Convert, WritesEveryFormFromExchangeDocumentsOfBothVersions) {
 }
 
 TEST(Convert, ReadsStandardInput) {
-  const std::string path = makeModel("<FOUND NUMBER='3' NAME='A' FZAREA='7'/>");
+  const std::string path = makeModelFile("<FOUND NUMBER='3' NAME='A' FZAREA='7'/>");
 
   const Result result = run("convert - - --to kvml < '" + path + "'");
 
@@ -134,7 +130,7 @@ TEST(Convert, TakesTheVersionThatIsGivenForWhatItReads) {
 }
 
 TEST(Convert, WritesADocumentWithoutFoundations) {
-  const std::string path = makeModel("");
+  const std::string path = makeModelFile("");
 
   EXPECT_EQ(convert(path, "legacy").out, declaration + "<SMOD>\n  <FOUNDATIONS />\n</SMOD>\n");
   EXPECT_EQ(convert(path, "exchange").out, declaration + "<Beddings />\n");
@@ -143,7 +139,8 @@ TEST(Convert, WritesADocumentWithoutFoundations) {
 }
 
 TEST(Convert, KeepsNumbersToTheLastDigit) {
-  const std::string path = makeModel("<FOUND NAME='A' FZAREA='0.1' FYAREA='1e300' FXAREA='-inf'/>");
+  const std::string path =
+      makeModelFile("<FOUND NAME='A' FZAREA='0.1' FYAREA='1e300' FXAREA='-inf'/>");
 
   EXPECT_NE(convert(path, "exchange")
                 .out.find("StiffnessX=\"-inf\" StiffnessY=\"1e+300\" StiffnessZ=\"0.1\""),
@@ -151,7 +148,7 @@ TEST(Convert, KeepsNumbersToTheLastDigit) {
 }
 
 TEST(Convert, KeepsTheBytesOfNamesInACodePage) {
-  const std::string path = makeModel(
+  const std::string path = makeModelFile(
       "<FOUND NAME='Stra\xDF"
       "e' FZAREA='1'/>");
 
@@ -168,7 +165,7 @@ TEST(Convert, KeepsTheBytesOfNamesInACodePage) {
 }
 
 TEST(Convert, KeepsNamesThatXmlMustEscape) {
-  const std::string path = makeModel("<FOUND NAME='&lt;a&amp;&quot;b&#10;c' FZAREA='1'/>");
+  const std::string path = makeModelFile("<FOUND NAME='&lt;a&amp;&quot;b&#10;c' FZAREA='1'/>");
   const std::string out = makePath("out.xml");
 
   EXPECT_EQ(run("convert '" + path + "' '" + out + "' --to exchange-1.0 --strict").err, "");
@@ -178,7 +175,7 @@ TEST(Convert, KeepsNamesThatXmlMustEscape) {
 TEST(Convert, WritesAndReplacesAFileWithBlanksAndUmlautsInItsPath) {
   const std::string out = makePath("aus der M\xFChle.kvml");
   for (int i = 0; i < 2; ++i) {
-    const Result result = run("convert '" + makeModel("") + "' '" + out + "' --to kvml");
+    const Result result = run("convert '" + makeModelFile("") + "' '" + out + "' --to kvml");
 
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(readFile(out).substr(0, declaration.size() + 5), declaration + "<Kvml");
@@ -340,7 +337,7 @@ TEST(ConvertLosses, ShowsNamesWithoutControlCharactersOnOneLine) {
 // --- Strict
 
 TEST(ConvertStrict, WritesNothingWhenSomethingWouldBeLost) {
-  const std::string path = makeModel("<FOUND NAME='A' FZAREA='1' IsGenerated='1'/>");
+  const std::string path = makeModelFile("<FOUND NAME='A' FZAREA='1' IsGenerated='1'/>");
   const std::string out = makeFile("out.xml", "<Kvml/>");
 
   const Result result = run("convert --strict '" + path + "' '" + out + "' --to exchange");
@@ -353,7 +350,7 @@ TEST(ConvertStrict, WritesNothingWhenSomethingWouldBeLost) {
 }
 
 TEST(ConvertStrict, PrintsNothingWhenSomethingWouldBeLost) {
-  const std::string path = makeModel("<FOUND NAME='A' FZAREA='1' IsGenerated='1'/>");
+  const std::string path = makeModelFile("<FOUND NAME='A' FZAREA='1' IsGenerated='1'/>");
 
   const Result result = run("convert --strict '" + path + "' - --to exchange");
 
@@ -381,7 +378,7 @@ TEST(ConvertStrict, WritesNothingWhenNotEverythingCouldBeRead) {
 }
 
 TEST(ConvertStrict, WritesWhenNothingIsLost) {
-  const std::string path = makeModel("<FOUND NAME='A' FZAREA='1'/>");
+  const std::string path = makeModelFile("<FOUND NAME='A' FZAREA='1'/>");
   const std::string out = makePath("out.xml");
 
   const Result result = run("convert --strict '" + path + "' '" + out + "' --to exchange");
@@ -572,7 +569,7 @@ TEST(ConvertUpdate, WritesNamesInUtf8WhereTheModelIsInUtf8) {
 // --- Updates of an exchange document
 
 TEST(ConvertUpdate, KeepsTheRestOfAnExchangeDocument) {
-  const std::string in = makeModel("<FOUND NUMBER='3' NAME='A' FZAREA='1'/>");
+  const std::string in = makeModelFile("<FOUND NUMBER='3' NAME='A' FZAREA='1'/>");
   const struct {
     const char* form;
     const char* old;
@@ -602,7 +599,7 @@ TEST(ConvertUpdate, KeepsTheRestOfAnExchangeDocument) {
 }
 
 TEST(ConvertUpdate, FillsAnElementForBeddingsThatIsEmpty) {
-  const std::string in = makeModel("<FOUND NUMBER='3' NAME='A' FZAREA='1'/>");
+  const std::string in = makeModelFile("<FOUND NUMBER='3' NAME='A' FZAREA='1'/>");
   const std::string out = makeFile("out.xml", "<X><Load/><Beddings/></X>");
 
   run("convert '" + in + "' '" + out + "' --to exchange");
@@ -618,7 +615,7 @@ TEST(ConvertUpdate, FillsAnElementForBeddingsThatIsEmpty) {
 
 /// Tries to convert a model to a file with this text, which must stay.
 std::string tryToReplace(const std::string& text, const std::string& form) {
-  const std::string in = makeModel("<FOUND NUMBER='3' NAME='A' FZAREA='1'/>");
+  const std::string in = makeModelFile("<FOUND NUMBER='3' NAME='A' FZAREA='1'/>");
   const std::string out = makeFile("out.xml", text);
   const Result result = run("convert '" + in + "' '" + out + "' --to " + form);
   EXPECT_EQ(result.status, 2);
@@ -671,7 +668,7 @@ TEST(ConvertRefusal, LosesNothingOfTheDocumentThatIsRead) {
 }
 
 TEST(Convert, LeavesElementsAloneThatHaveABeddingBesideThoseThatHoldThem) {
-  const std::string in = makeModel("<FOUND NUMBER='3' NAME='A' FXX='1'/>");
+  const std::string in = makeModelFile("<FOUND NUMBER='3' NAME='A' FXX='1'/>");
   const std::string out =
       makeFile("out.xml",
                "<X><Beddings><Bedding Name='B'/></Beddings><Slab><Bedding Number='3'/></Slab></X>");
@@ -703,7 +700,7 @@ TEST(ConvertRefusal, TakesTheVersionThatIsGivenForWhatItReadsOnly) {
 }
 
 TEST(Convert, ReplacesADocumentThatHoldsNothingElse) {
-  const std::string in = makeModel("<FOUND NUMBER='3' NAME='A' FXX='1'/>");
+  const std::string in = makeModelFile("<FOUND NUMBER='3' NAME='A' FXX='1'/>");
   for (const char* text : {"<Beddings><Bedding Name='A'/></Beddings>", "<Beddings/>",
                            "<Kvml><Beddings/></Kvml>", ""}) {
     const std::string out = makeFile("out.xml", text);
@@ -730,7 +727,7 @@ TEST(ConvertErrors, WritesNothingWhenTheDocumentCannotBeRead) {
 }
 
 TEST(ConvertErrors, AsksForNamesThatAreEmpty) {
-  const std::string in = makeModel("");
+  const std::string in = makeModelFile("");
 
   EXPECT_EQ(run("convert '' x --to legacy").err,
             "kvfound: the name of the file to read is empty\n");

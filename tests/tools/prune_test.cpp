@@ -10,10 +10,6 @@ namespace {
 
 const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
-std::string makeModel(const std::string& foundations) {
-  return makeFile("model.xml", makeDocument("<FOUNDATIONS>" + foundations + "</FOUNDATIONS>"));
-}
-
 /// Numbers, names and whether they were generated.
 const char* const fourFoundations =
     "<FOUND NUMBER='2' NAME='A' FZAREA='1'/>"
@@ -34,14 +30,15 @@ std::string listFoundations(const std::string& path) {
 
 /// Prunes the four foundations with these options and a list of this text.
 Result pruneFour(const std::string& options, const std::string& list) {
-  return run("prune '" + makeModel(fourFoundations) + "' '" + makePath("out.xml") + "' " + options +
-             " --used-by '" + makeFile("list", list) + "'");
+  return run("prune '" + makeModelFile(fourFoundations) + "' '" + makePath("out.xml") + "' " +
+             options + " --used-by '" + makeFile("list", list) + "'");
 }
 
 TEST(Prune, RemovesGeneratedFoundationsAndRenumbers) {
   const std::string out = makePath("out.xml");
 
-  const Result result = run("prune '" + makeModel(fourFoundations) + "' '" + out + "' --generated");
+  const Result result =
+      run("prune '" + makeModelFile(fourFoundations) + "' '" + out + "' --generated");
 
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(result.err,
@@ -88,7 +85,7 @@ TEST(Prune, RenumbersWhenNothingWasGenerated) {
   const std::string out = makePath("out.xml");
 
   const Result result =
-      run("prune '" + makeModel("<FOUND NUMBER='5' NAME='A'/><FOUND NUMBER='1' NAME='B'/>") +
+      run("prune '" + makeModelFile("<FOUND NUMBER='5' NAME='A'/><FOUND NUMBER='1' NAME='B'/>") +
           "' '" + out + "' --generated");
 
   EXPECT_EQ(result.err,
@@ -144,14 +141,14 @@ TEST(PruneList, TakesLineEndsAndAByteOrderMarkOfOtherSystems) {
 TEST(PruneList, KeepsBothTheNumberAndTheNameThatALineFits) {
   const std::string out = makePath("out.xml");
 
-  run("prune '" + makeModel("<FOUND NUMBER='2' NAME='A'/><FOUND NUMBER='3' NAME='2'/>") + "' '" +
-      out + "' --used-by '" + makeFile("list", "2\n") + "'");
+  run("prune '" + makeModelFile("<FOUND NUMBER='2' NAME='A'/><FOUND NUMBER='3' NAME='2'/>") +
+      "' '" + out + "' --used-by '" + makeFile("list", "2\n") + "'");
 
   EXPECT_EQ(listFoundations(out), "2,A\n3,2\n");
 }
 
 TEST(PruneList, FindsNamesInAnyEncodingAndAsTheyAreShown) {
-  const std::string model = makeModel(
+  const std::string model = makeModelFile(
       "<FOUND NAME='Stra\xDF"
       "e'/><FOUND NAME='a&#10;b'/><FOUND NAME='other'/>");
   for (const std::string name : {"Stra\xC3\x9F"
@@ -170,7 +167,7 @@ TEST(PruneList, FindsNamesInAnyEncodingAndAsTheyAreShown) {
 TEST(PruneList, IsReadFromStandardInput) {
   const std::string list = makeFile("list", "A\nx\n");
   const Result result =
-      run("prune '" + makeModel(fourFoundations) + "' - --used-by - < '" + list + "'");
+      run("prune '" + makeModelFile(fourFoundations) + "' - --used-by - < '" + list + "'");
 
   EXPECT_EQ(result.err,
             "kvfound: standard input: there is no foundation \"x\"\n"
@@ -233,7 +230,7 @@ TEST(PruneModel, LeavesNoFoundationCurrentWhenTheCurrentOneGoes) {
 
 TEST(PruneModel, WritesNumbersAndNamesWhereThereWereNone) {
   const std::string path =
-      makeModel("<FOUND IsGenerated='1'/><FOUND FZAREA='1'/><FOUND FZAREA='2'/>");
+      makeModelFile("<FOUND IsGenerated='1'/><FOUND FZAREA='1'/><FOUND FZAREA='2'/>");
   const std::string out = makePath("out.xml");
 
   EXPECT_EQ(run("prune '" + path + "' '" + out + "' --generated").err,
@@ -248,8 +245,8 @@ TEST(PruneModel, RemovesOneOfTwoWithTheSameNumber) {
   const std::string out = makePath("out.xml");
 
   run("prune '" +
-      makeModel("<FOUND NUMBER='2' NAME='A' FZLINE='1' COLOUR='red'/>"
-                "<FOUND NUMBER='2' NAME='B' FZAREA='1' COLOUR='blue'/>") +
+      makeModelFile("<FOUND NUMBER='2' NAME='A' FZLINE='1' COLOUR='red'/>"
+                    "<FOUND NUMBER='2' NAME='B' FZAREA='1' COLOUR='blue'/>") +
       "' '" + out + "' --used-by '" + makeFile("list", "B\n") + "'");
 
   EXPECT_EQ(readFile(out),
@@ -263,8 +260,8 @@ TEST(PruneModel, RenumbersThoseWithTheSameNumber) {
   const std::string out = makePath("out.xml");
 
   run("prune '" +
-      makeModel("<FOUND NUMBER='2' NAME='A'/><FOUND NUMBER='2' NAME='B'/>"
-                "<FOUND NUMBER='1' NAME='C'/>") +
+      makeModelFile("<FOUND NUMBER='2' NAME='A'/><FOUND NUMBER='2' NAME='B'/>"
+                    "<FOUND NUMBER='1' NAME='C'/>") +
       "' '" + out + "' --generated");
 
   EXPECT_EQ(listFoundations(out), "1,A\n2,B\n3,C\n");
@@ -272,7 +269,7 @@ TEST(PruneModel, RenumbersThoseWithTheSameNumber) {
 
 TEST(PruneModel, RefusesToMakeOneOfTwoWithTheSameNumber) {
   const std::string path =
-      makeModel("<FOUND NUMBER='2' NAME='A'/><FOUND NUMBER='2' NAME='B'/><FOUND NAME='C'/>");
+      makeModelFile("<FOUND NUMBER='2' NAME='A'/><FOUND NUMBER='2' NAME='B'/><FOUND NAME='C'/>");
   const std::string before = readFile(path);
 
   const Result result =
@@ -290,7 +287,7 @@ TEST(PruneModel, PutsWhatIsLeftIntoAnotherModelThatIsThere) {
       makeFile("other.xml", makeDocument("<KEPT/><FOUNDATIONS><FOUND NUMBER='1' COLOUR='red'/>"
                                          "<FOUND NUMBER='7'/></FOUNDATIONS>"));
 
-  run("prune '" + makeModel("<FOUND NUMBER='3' NAME='A' FZAREA='1'/>") + "' '" + other +
+  run("prune '" + makeModelFile("<FOUND NUMBER='3' NAME='A' FZAREA='1'/>") + "' '" + other +
       "' --generated");
 
   EXPECT_EQ(readFile(other),
@@ -497,7 +494,7 @@ TEST(PruneErrors, AsksWhatToPrune) {
 }
 
 TEST(PruneErrors, NamesAListThatIsMissing) {
-  const std::string path = makeModel(fourFoundations);
+  const std::string path = makeModelFile(fourFoundations);
   const std::string before = readFile(path);
 
   EXPECT_EQ(run("prune '" + path + "' '" + path + "' --used-by /no/such").err,
@@ -513,7 +510,7 @@ TEST(PruneErrors, ReadsStandardInputOnlyOnce) {
 }
 
 TEST(PruneErrors, ReplacesNoDocumentOfAnotherForm) {
-  const std::string path = makeModel(fourFoundations);
+  const std::string path = makeModelFile(fourFoundations);
   const std::string other = makeFile("other.xml", "<X><Load/><Beddings/></X>");
 
   EXPECT_EQ(run("prune '" + path + "' '" + other + "' --generated").err,
