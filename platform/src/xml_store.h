@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -15,7 +14,9 @@
 #include <pugixml.hpp>
 
 #include "kv/xml_view.h"
+#include "xml_attribute_succession.h"
 #include "xml_handles.h"
+#include "xml_nodes.h"
 #include "xml_parse.h"
 #include "xml_pool.h"
 #include "xml_text.h"
@@ -25,39 +26,6 @@ namespace KvXmlView {
 /// Keeps the attributes of all elements; each library has its own.
 template <class Element>
 class AttributePool;
-
-/// Knows that an attribute is not there without looking for it. Elements of a document are mostly
-/// made alike: when a new one is given attributes in the order in which the one before got its own,
-/// which were all different, each is new to it. Its name is then known to be an XML name, too.
-class AttributeSuccession {
- public:
-  /// `element` has no attributes yet.
-  void start(const NodeHandle* element) {
-    current = element;
-    count = 0;
-  }
-
-  bool isNext(const NodeHandle* element, const std::string& name) const {
-    return element == current && count < names.size() && names[count] == name;
-  }
-
-  /// Takes note of an attribute that was appended to `element`. Out of memory it only knows less.
-  void note(const NodeHandle* element, const std::string& name) noexcept {
-    if (element != current) return;
-    if (!isNext(element, name)) names.resize(count);
-    try {
-      if (count == names.size()) names.push_back(name);
-      ++count;
-    } catch (const std::bad_alloc&) {
-      start(nullptr);
-    }
-  }
-
- private:
-  const NodeHandle* current = nullptr;
-  std::vector<std::string> names;
-  std::size_t count = 0;  // how many of them the current element has
-};
 
 /// The children of an element that have a view. `complete` when all have, in document order.
 template <class Element>
@@ -97,54 +65,17 @@ struct Store {
 
   static pugi::xml_node getNode(const Element& element) { return fromHandle(element.view.node); }
 
-  static bool isElement(const pugi::xml_node& node, const std::string& name) {
-    return node.type() == pugi::node_element && name == node.name();
-  }
-
-  static pugi::xml_node findChild(const pugi::xml_node& parent, const std::string& name) {
-    for (pugi::xml_node node : parent.children())
-      if (isElement(node, name)) return node;
-    return pugi::xml_node();
-  }
-
-  static pugi::xml_node findDescendant(const pugi::xml_node& top, const std::string& name) {
-    return top.find_node([&name](const pugi::xml_node& node) { return isElement(node, name); });
-  }
-
-  /// Throws std::invalid_argument when `name` is no XML name.
-  static void requireName(const std::string& name) {
-    if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
-  }
-
-  static pugi::xml_node append(pugi::xml_node parent, const std::string& name) {
-    requireName(name);
-    pugi::xml_node child = parent.append_child(pugi::node_element);
-    if (!child) throw std::bad_alloc();
-    if (child.set_name(name.c_str())) return child;
-    parent.remove_child(child);
-    throw std::bad_alloc();
-  }
-
-  /// Leaf by leaf: however deep the element, the stack stays flat.
   void erase(const pugi::xml_node& top) {
     lookedUpOn = nullptr;
     succession.start(nullptr);
-    pugi::xml_node leaf = top;
-    while (leaf) {
-      while (leaf.first_child()) leaf = leaf.first_child();
-      pugi::xml_node parent = leaf.parent();
-      const bool isTop = leaf == top;
-      parent.remove_child(leaf);
-      if (isTop) return;
-      leaf = parent;
-    }
+    XmlNodes::erase(top);
   }
 
   /// Sets an attribute to a text that XML can hold.
   static void setAttribute(const Element& element, const std::string& name, const char* text) {
     Store& store = *element.view.store;
     const bool isNew = store.succession.isNext(element.view.node, name);
-    if (!isNew) requireName(name);
+    if (!isNew) XmlNodes::requireName(name);
     pugi::xml_attribute attribute = isNew ? pugi::xml_attribute() : lookUp(element, name);
     if (attribute) {
       if (!attribute.set_value(text)) throw std::bad_alloc();
@@ -214,9 +145,9 @@ struct Store {
   /// Creates an element below `parentNode`, behind all others, and the view of it.
   Element* createElement(const pugi::xml_node& parentNode, const std::string& name,
                          Element* parent) {
-    requireName(name);
+    XmlNodes::requireName(name);
     Element* const element = makeView(pugi::xml_node(), parent);
-    element->view.node = toHandle(append(parentNode, name));
+    element->view.node = toHandle(XmlNodes::append(parentNode, name));
     succession.start(element->view.node);
     return element;
   }
@@ -316,8 +247,8 @@ struct Store {
   void makeDetached(Element& element, const std::string& name) {
     detached.push_back(&element);
     try {
-      if (!nursery) nursery = append(document, "nursery");
-      element.view.node = toHandle(append(nursery, name));
+      if (!nursery) nursery = XmlNodes::append(document, "nursery");
+      element.view.node = toHandle(XmlNodes::append(nursery, name));
       succession.start(element.view.node);
     } catch (...) {
       detached.pop_back();
@@ -369,7 +300,7 @@ struct Store {
   /// there. The other one is kept for its views, which stay where they are; so are those that it
   /// had taken over.
   void takeOver(Store& other) {
-    if (!nursery) nursery = append(document, "nursery");
+    if (!nursery) nursery = XmlNodes::append(document, "nursery");
     const std::vector<Element*> moving = other.detached;
     std::vector<Element*> views;
     for (Element* element : moving) listViews(*element, views);
@@ -423,43 +354,12 @@ struct Store {
     }
   }
 
-  /// Out of memory, the parser copies what it can and does not say so.
-  static bool isFullCopy(pugi::xml_node node, pugi::xml_node copy) {
-    const pugi::xml_node top = node;
-    while (copy) {
-      const bool isSame =
-          std::strcmp(node.name(), copy.name()) == 0 &&
-          std::strcmp(node.value(), copy.value()) == 0 &&
-          std::equal(node.attributes_begin(), node.attributes_end(), copy.attributes_begin(),
-                     copy.attributes_end(),
-                     [](const pugi::xml_attribute& a, const pugi::xml_attribute& b) {
-                       return std::strcmp(a.name(), b.name()) == 0 &&
-                              std::strcmp(a.value(), b.value()) == 0;
-                     });
-      if (!isSame) return false;
-      if (node.first_child()) {
-        node = node.first_child();
-        copy = copy.first_child();
-        continue;
-      }
-      if (copy.first_child()) return false;
-      while (node != top && !node.next_sibling()) {
-        node = node.parent();
-        copy = copy.parent();
-      }
-      if (node == top) return true;
-      node = node.next_sibling();
-      copy = copy.next_sibling();
-    }
-    return false;
-  }
-
   std::vector<pugi::xml_node> copyToNursery(const std::vector<Element*>& originals) {
     std::vector<pugi::xml_node> copies;
     copies.reserve(originals.size());
     for (const Element* element : originals) {
       copies.push_back(nursery.append_copy(getNode(*element)));
-      if (isFullCopy(getNode(*element), copies.back())) continue;
+      if (XmlNodes::isFullCopy(getNode(*element), copies.back())) continue;
       for (const pugi::xml_node& copy : copies)
         if (copy) erase(copy);
       throw std::bad_alloc();

@@ -72,7 +72,7 @@ KvXmlData::~KvXmlData() { Store::release(*this); }
 KvXmlData* KvXmlData::findTree(const std::string& name, bool flag) {
   const pugi::xml_node node = Store::getNode(*this);
   return Store::viewDescendant(
-      *this, flag ? Store::findDescendant(node, name) : Store::findChild(node, name));
+      *this, flag ? XmlNodes::findDescendant(node, name) : XmlNodes::findChild(node, name));
 }
 
 std::vector<KvXmlData*>& KvXmlData::getChildren() { return Store::viewChildren(*this); }

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+#include <pugixml.hpp>
+
+#include "xml_text.h"
+
+/// What is done with nodes of the parser whatever view they have.
+namespace XmlNodes {
+
+inline bool isElement(const pugi::xml_node& node, const std::string& name) {
+  return node.type() == pugi::node_element && name == node.name();
+}
+
+inline pugi::xml_node findChild(const pugi::xml_node& parent, const std::string& name) {
+  for (pugi::xml_node node : parent.children())
+    if (isElement(node, name)) return node;
+  return pugi::xml_node();
+}
+
+inline pugi::xml_node findDescendant(const pugi::xml_node& top, const std::string& name) {
+  return top.find_node([&name](const pugi::xml_node& node) { return isElement(node, name); });
+}
+
+/// Throws std::invalid_argument when `name` is no XML name.
+inline void requireName(const std::string& name) {
+  if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
+}
+
+inline pugi::xml_node append(pugi::xml_node parent, const std::string& name) {
+  requireName(name);
+  pugi::xml_node child = parent.append_child(pugi::node_element);
+  if (!child) throw std::bad_alloc();
+  if (child.set_name(name.c_str())) return child;
+  parent.remove_child(child);
+  throw std::bad_alloc();
+}
+
+/// Out of memory, the parser copies what it can and does not say so.
+inline bool isFullCopy(pugi::xml_node node, pugi::xml_node copy) {
+  const pugi::xml_node top = node;
+  while (copy) {
+    const bool isSame = std::strcmp(node.name(), copy.name()) == 0 &&
+                        std::strcmp(node.value(), copy.value()) == 0 &&
+                        std::equal(node.attributes_begin(), node.attributes_end(),
+                                   copy.attributes_begin(), copy.attributes_end(),
+                                   [](const pugi::xml_attribute& a, const pugi::xml_attribute& b) {
+                                     return std::strcmp(a.name(), b.name()) == 0 &&
+                                            std::strcmp(a.value(), b.value()) == 0;
+                                   });
+    if (!isSame) return false;
+    if (node.first_child()) {
+      node = node.first_child();
+      copy = copy.first_child();
+      continue;
+    }
+    if (copy.first_child()) return false;
+    while (node != top && !node.next_sibling()) {
+      node = node.parent();
+      copy = copy.parent();
+    }
+    if (node == top) return true;
+    node = node.next_sibling();
+    copy = copy.next_sibling();
+  }
+  return false;
+}
+
+/// Erases an element, leaf by leaf: however deep it is, the stack stays flat.
+inline void erase(const pugi::xml_node& top) {
+  pugi::xml_node leaf = top;
+  while (leaf) {
+    while (leaf.first_child()) leaf = leaf.first_child();
+    pugi::xml_node parent = leaf.parent();
+    const bool isTop = leaf == top;
+    parent.remove_child(leaf);
+    if (isTop) return;
+    leaf = parent;
+  }
+}
+
+}  // namespace XmlNodes
