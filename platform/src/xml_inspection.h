@@ -2,14 +2,16 @@
 
 #include <pugixml.hpp>
 
-#include "xml_raw_check.h"
+#include "code_pages.h"
+#include "xml_shapes.h"
 #include "xml_source.h"
 
 namespace XmlInspection {
 
 /// Refuses, with KvXmlError, what the parser lets pass in `document`, which was parsed in place
-/// from the text at `begin`.
-void inspect(const pugi::xml_document& document, const char* begin,
-             const XmlSource::LineTable& lines, const XmlRawCheck::MarkupCounts& counts);
+/// from the text at `begin`, and learns the shapes of its elements. What is let pass on purpose is
+/// changed so that it can be printed.
+void inspect(pugi::xml_document& document, const char* begin, const XmlSource::LineTable& lines,
+             const CodePages::CodePage* page, KvXmlView::Shapes& shapes);
 
 }  // namespace XmlInspection

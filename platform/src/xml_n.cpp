@@ -4,6 +4,7 @@
 #include "xml_parse.h"
 #include "xml_print.h"
 #include "xml_store.h"
+#include "xml_value.h"
 
 /// Of an element those attributes are kept that were asked for.
 template <>
@@ -13,11 +14,7 @@ namespace KvXmlN {
 
 using Store = KvXmlView::Store<Data>;
 
-const std::string& AttributeData::getData() const {
-  const char* const text = KvXmlView::fromHandle(attribute).value();
-  if (data != text) data = text;
-  return data;
-}
+const std::string& AttributeData::getData() const { return data; }
 
 Data::Data() = default;
 
@@ -40,34 +37,47 @@ const AttributeData* Data::findAttribute(const std::string& name) const {
     if (known->attribute == handle) return known;
   AttributeData* const asked = view.store->attributes.make(1);
   asked->attribute = KvXmlView::toHandle(found);
+  asked->data = XmlValue::resolve(found.value(), view.store->parsed.page);
   asked->next = view.attributes;
   view.attributes = asked;
   return asked;
 }
 
 double Data::getAttributeDouble(const std::string& name) const {
-  return NumberText::parseDouble(Store::lookUp(*this, name).value()).value_or(0.0);
+  return XmlValue::readDouble(Store::lookUp(*this, name).value()).value_or(0.0);
 }
 
 Data* Data::createChild(const std::string& name) {
-  return XmlText::isName(name) ? Store::appendChild(*this, name) : nullptr;
+  return XmlText::isName(name, view.store->parsed.page) ? Store::appendChild(*this, name) : nullptr;
+}
+
+/// Lets the attribute of this name, where it was asked for, tell what it means now.
+void Data::refresh(const std::string& name) {
+  if (view.attributes == nullptr) return;
+  const pugi::xml_attribute changed = Store::lookUp(*this, name);
+  for (AttributeData* known = view.attributes; known != nullptr; known = known->next)
+    if (known->attribute == KvXmlView::toHandle(changed))
+      known->data = XmlValue::resolve(changed.value(), view.store->parsed.page);
 }
 
 void Data::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
-  Store::setAttribute(*this, name, XmlText::replaceForbidden(value).c_str());
+  Store::setText(*this, name, value);
+  refresh(name);
 }
 
 void Data::setAttribute(const std::string& name, int value, bool /*flag*/) {
-  Store::setAttribute(*this, name, NumberText::print(value).c_str());
+  Store::setNumber(*this, name, NumberText::print(value).c_str());
+  refresh(name);
 }
 
 void Data::setAttribute(const std::string& name, double value) {
-  Store::setAttribute(*this, name, NumberText::print(value).c_str());
+  Store::setNumber(*this, name, NumberText::print(value).c_str());
+  refresh(name);
 }
 
 void Data::setAttribute(const std::string& name, double value, const char* format) {
-  Store::setAttribute(*this, name,
-                      XmlText::replaceForbidden(NumberText::print(value, format)).c_str());
+  Store::setText(*this, name, NumberText::print(value, format));
+  refresh(name);
 }
 
 void Data::removeChildren(const std::function<bool(const Data&)>& isUnwanted) {
@@ -83,17 +93,15 @@ KvXmlPosition Data::getAttributePosition(const std::string& name) const {
 }
 
 kvt::Nullable<std::string> AttributeIn::readString(const Data& data, const std::string& name) {
-  const pugi::xml_attribute attribute = Store::lookUp(data, name);
-  if (!attribute) return {};
-  return attribute.value();
+  return Store::readText(data, name);
 }
 
 kvt::Nullable<double> AttributeIn::readDouble(const Data& data, const std::string& name) {
-  return NumberText::parseDouble(Store::lookUp(data, name).value());
+  return XmlValue::readDouble(Store::lookUp(data, name).value());
 }
 
 kvt::Nullable<int> AttributeIn::readInteger(const Data& data, const std::string& name) {
-  return NumberText::parseInteger(Store::lookUp(data, name).value());
+  return XmlValue::readInteger(Store::lookUp(data, name).value());
 }
 
 Document::Document(const std::string& rootName) : store(std::make_unique<Store>()) {
@@ -111,7 +119,7 @@ Data& Document::getRoot() { return *store->getRoot(); }
 const Data& Document::getRoot() const { return *store->getRoot(); }
 
 void Document::putToStream(std::ostream& out) const {
-  XmlPrint::print(store->document, store->nursery, store->parsed.layout, out);
+  XmlPrint::print(store->document, store->nursery, store->parsed, out);
 }
 
 }  // namespace KvXmlN

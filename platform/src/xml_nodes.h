@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <stdexcept>
 #include <string>
 
 #include <pugixml.hpp>
-
-#include "xml_text.h"
 
 /// What is done with nodes of the parser whatever view they have.
 namespace XmlNodes {
@@ -27,13 +24,8 @@ inline pugi::xml_node findDescendant(const pugi::xml_node& top, const std::strin
   return top.find_node([&name](const pugi::xml_node& node) { return isElement(node, name); });
 }
 
-/// Throws std::invalid_argument when `name` is no XML name.
-inline void requireName(const std::string& name) {
-  if (!XmlText::isName(name)) throw std::invalid_argument("\"" + name + "\" is no XML name");
-}
-
+/// Appends a new element, whose name must be an XML name.
 inline pugi::xml_node append(pugi::xml_node parent, const std::string& name) {
-  requireName(name);
   pugi::xml_node child = parent.append_child(pugi::node_element);
   if (!child) throw std::bad_alloc();
   if (child.set_name(name.c_str())) return child;

@@ -1,14 +1,17 @@
 #include "xml_parse.h"
 
 #include <algorithm>
-#include <functional>
 #include <new>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "xml_inspection.h"
+#include "xml_prolog.h"
 #include "xml_raw_check.h"
 #include "xml_source.h"
+#include "xml_unclosed.h"
 
 namespace XmlParse {
 namespace {
@@ -17,11 +20,32 @@ using XmlSource::fail;
 using XmlSource::LineTable;
 using XmlSource::Position;
 
-std::string describe(const pugi::xml_parse_result& result, bool atEnd) {
-  switch (result.status) {
+/// What the parser has against a text, and where.
+struct Fault {
+  pugi::xml_parse_status status;
+  std::size_t offset;
+};
+
+// That of an element that the text leaves open; the parser tells it as a wrong end tag.
+constexpr pugi::xml_parse_status notClosed = pugi::status_no_document_element;
+
+/// Where the parser comes to the end of `text`, something does not end: what is told is where that
+/// begins.
+Fault findFault(std::string_view text, std::size_t contentStart, const Fault& found) {
+  const std::size_t unclosed =
+      found.offset == text.size() ? XmlUnclosed::find(text, contentStart) : text.npos;
+  if (unclosed == text.npos) return found;
+  if (found.status != pugi::status_end_element_mismatch) return {found.status, unclosed};
+  const bool isEndTag = text.compare(unclosed, 2, "</") == 0;
+  return {isEndTag ? pugi::status_bad_end_element : notClosed, unclosed};
+}
+
+const char* describe(pugi::xml_parse_status status) {
+  switch (status) {
+    case notClosed:
+      return "the text ends before its last element is closed";
     case pugi::status_end_element_mismatch:
-      return atEnd ? "the text ends before its last element is closed"
-                   : "this end tag does not close the element that is open";
+      return "this end tag does not close the element that is open";
     case pugi::status_bad_attribute:
       return "this attribute is malformed or not closed";
     case pugi::status_bad_start_element:
@@ -39,16 +63,14 @@ std::string describe(const pugi::xml_parse_result& result, bool atEnd) {
     case pugi::status_unrecognized_tag:
       return "a tag cannot start like this";
     default:
-      return result.description();
+      return "this is not well-formed";
   }
 }
 
 }  // namespace
 
 KvXmlPosition Origin::find(const char* name, std::size_t before) const {
-  // A name that was set later stands elsewhere in memory.
-  const std::less<> isBefore;
-  if (begin == nullptr || isBefore(name, begin) || !isBefore(name, begin + size)) return {};
+  if (!contains(name)) return {};  // a name that was set later stands elsewhere in memory
   const Position position = lines.find(static_cast<std::size_t>(name - begin) - before);
   return {position.line, position.column};
 }
@@ -56,26 +78,39 @@ KvXmlPosition Origin::find(const char* name, std::size_t before) const {
 Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
   XmlSource::Text text = XmlSource::read(in);
   LineTable lines(text);
-  const XmlRawCheck::MarkupCounts counts = XmlRawCheck::check(text, lines);
+  const XmlRawCheck::Traits traits = XmlRawCheck::check(text, lines);
 
-  // The encoding is named so that no byte is converted. Text at the top level is kept as in a
-  // fragment so that it can be refused. White space is kept where it is all that an element holds,
-  // and beside CDATA, where it is part of a text, all of it is.
-  const unsigned options = pugi::parse_full | pugi::parse_fragment |
-                           (counts.hasCdata ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+  Parsed parsed;
+  parsed.encoding = XmlProlog::findEncoding(text.before.empty() ? text.get() : text.before);
+  parsed.page = CodePages::find(parsed.encoding);
+  parsed.isAscii = traits.isAscii;
+  parsed.mayHoldText = traits.mayHoldText;
+  const std::size_t contentStart = XmlProlog::checkDocumentType(text, lines, parsed.page);
+
+  // Nothing is resolved or converted. Text at the top level is kept as in a fragment so that it can
+  // be refused, and white space where it is all that an element holds.
+  const unsigned options =
+      pugi::parse_fragment | pugi::parse_declaration | pugi::parse_doctype | pugi::parse_pi |
+      pugi::parse_comments | pugi::parse_cdata |
+      (traits.mayHoldText ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
   const char* const begin = text.data.get();
   const std::size_t size = text.size;
+  const std::streamoff streamOffset = text.offset;
   const pugi::xml_parse_result result = document.load_buffer_inplace_own(
       text.data.release(), size + XmlSource::Text::margin, options, pugi::encoding_utf8);
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
   if (!result) {
-    const std::size_t offset = std::min(static_cast<std::size_t>(result.offset), size);
-    fail(describe(result, offset == size), lines.find(offset));
+    Fault fault{result.status, std::min(static_cast<std::size_t>(result.offset), size)};
+    const std::optional<XmlSource::Text> again = XmlSource::readAgain(in, streamOffset);
+    if (again && again->size == size) fault = findFault(again->get(), contentStart, fault);
+    fail(describe(fault.status), lines.find(fault.offset));
   }
-  XmlInspection::inspect(document, begin, lines, counts);
-  if (root == Root::required && !document.document_element())
+  XmlInspection::inspect(document, begin, lines, parsed.page, parsed.shapes);
+  const bool needsRoot = root == Root::required || contentStart > 0;  // behind a document type
+  if (needsRoot && !document.document_element())
     fail("the document has no root element", lines.find(size));
-  return {counts.hasCdata ? Layout::kept : Layout::free, Origin(begin, size, std::move(lines))};
+  parsed.origin = Origin(begin, size, std::move(lines));
+  return parsed;
 }
 
 }  // namespace XmlParse

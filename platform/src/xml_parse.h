@@ -1,20 +1,21 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <iosfwd>
+#include <string>
 #include <utility>
 
 #include <pugixml.hpp>
 
+#include "code_pages.h"
 #include "kv/xml_position.h"
+#include "xml_shapes.h"
 #include "xml_source.h"
 
 namespace XmlParse {
 
 enum class Root { optional, required };
-
-/// Whether a document is printed with indentation or with the white space that it was parsed with.
-enum class Layout { free, kept };
 
 /// Tells where in its file a name of a parsed document stood.
 class Origin {
@@ -28,19 +29,44 @@ class Origin {
   /// The position of `name`, less `before` characters that stand before it on the same line.
   KvXmlPosition find(const char* name, std::size_t before) const;
 
+  /// True when `place` lies in the text that was parsed.
+  bool contains(const char* place) const {
+    const std::less<> isBefore;
+    return begin != nullptr && !isBefore(place, begin) && isBefore(place, begin + size);
+  }
+
  private:
   const char* begin = nullptr;
   std::size_t size = 0;
   XmlSource::LineTable lines;
 };
 
+/// The quote that the value of an attribute stands between, which the parser leaves in its text.
+inline char findQuote(const pugi::xml_attribute& attribute, const Origin& origin) {
+  const char* const value = attribute.value();
+  return origin.contains(value) ? value[-1] : '"';
+}
+
+/// Lets a value that is set anew stand between the usual quotes, also where the parser puts it in
+/// the place of the one before.
+inline void resetQuote(const pugi::xml_attribute& attribute, const Origin& origin) {
+  const char* const value = attribute.value();
+  if (origin.contains(value)) const_cast<char*>(value)[-1] = '"';
+}
+
+/// What is known of a document beside its nodes; as it stands here, of one that was not parsed.
 struct Parsed {
-  Layout layout = Layout::free;
+  std::string encoding;                       // as declared; empty when it is not
+  const CodePages::CodePage* page = nullptr;  // that of `encoding`, where it is a usual one
+  bool isAscii = true;
+  bool mayHoldText = false;  // other than in attributes
   Origin origin;
+  KvXmlView::Shapes shapes;  // of its elements, as far as they are known
 };
 
-/// Parses `in` from its position to its end into `document`, which keeps every node but white
-/// space between elements. Throws KvXmlError; `document` is then of no use.
+/// Parses `in` from its position to its end into `document`, which keeps all values and texts as
+/// they are written, and every node but white space between elements that hold no text. Throws
+/// KvXmlError; `document` is then of no use.
 Parsed parse(std::istream& in, pugi::xml_document& document, Root root);
 
 }  // namespace XmlParse

@@ -1,39 +1,145 @@
 #include "xml_print.h"
 
+#include <cstring>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "code_pages.h"
 #include "xml_text.h"
 #include "xml_walk.h"
 
 namespace XmlPrint {
 namespace {
 
-/// Passes the text on. A carriage return can only stand in it where it was given as a reference; as
-/// a plain character it would read back as a line end.
-class Writer : public pugi::xml_writer {
+/// Collects what is printed, and hands it on in large pieces. Unformatted: neither the width nor
+/// the fill character of the stream must show.
+class Output {
  public:
-  explicit Writer(std::ostream& stream) : out(stream) {}
+  explicit Output(std::ostream& stream) : out(stream) { text.reserve(2 * piece); }
 
-  void write(const void* data, std::size_t size) override {
-    std::string_view text(static_cast<const char*>(data), size);
-    for (std::size_t at = text.find('\r'); at != text.npos; at = text.find('\r')) {
-      put(text.substr(0, at));
-      put("&#13;");
-      text.remove_prefix(at + 1);
-    }
-    put(text);
+  Output& operator<<(std::string_view more) {
+    text.append(more);
+    if (text.size() >= piece) flush();
+    return *this;
   }
 
-  /// Unformatted: neither the width nor the fill character of the stream must show.
-  void put(std::string_view text) {
+  Output& operator<<(char c) {
+    text += c;
+    return *this;
+  }
+
+  void flush() {
     out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    text.clear();
   }
 
  private:
+  static constexpr std::size_t piece = 32768;
+
   std::ostream& out;
+  std::string text;
+};
+
+bool isWhiteSpace(const pugi::xml_node& node) {
+  const char* const text = node.value();
+  return node.type() == pugi::node_pcdata && text[std::strspn(text, " \t\r\n")] == '\0';
+}
+
+bool isText(const pugi::xml_node& node) {
+  return node.type() == pugi::node_cdata ||
+         (node.type() == pugi::node_pcdata && !isWhiteSpace(node));
+}
+
+/// Prints a node at the top level with all below it. An element that holds text is printed with the
+/// white space that it was parsed with, and so is all below it; the children of others get a line
+/// each.
+class Printer {
+ public:
+  Printer(const XmlParse::Parsed& parsedDocument, Output& output)
+      : parsed(parsedDocument), out(output) {}
+
+  /// However deep the document, the stack stays flat.
+  void print(const pugi::xml_node& top) {
+    pugi::xml_node node = top;
+    for (level = 0; node; node = follow(node, top)) {
+      const bool isOmitted = !kept && isWhiteSpace(node);
+      if (!isOmitted) printStart(node);
+    }
+    out << '\n';
+  }
+
+ private:
+  /// The next node in document order. Ends those that are left behind.
+  pugi::xml_node follow(pugi::xml_node node, const pugi::xml_node& top) {
+    if (node.first_child()) {
+      if (!kept && holdsText(node)) kept = node;
+      ++level;
+      return node.first_child();
+    }
+    while (node != top && !node.next_sibling()) {
+      node = node.parent();
+      --level;
+      printEnd(node);
+    }
+    return node != top ? node.next_sibling() : pugi::xml_node();
+  }
+
+  bool holdsText(const pugi::xml_node& element) const {
+    const pugi::xml_node first = element.first_child();
+    if (first.type() == pugi::node_pcdata && !first.next_sibling()) return true;
+    if (!parsed.mayHoldText) return false;
+    for (const pugi::xml_node child : element.children())
+      if (isText(child)) return true;
+    return std::strcmp(element.attribute("xml:space").value(), "preserve") == 0;
+  }
+
+  void startLine() {
+    if (kept) return;
+    out << '\n';
+    for (int i = 0; i < level; ++i) out << "  ";
+  }
+
+  void printStart(const pugi::xml_node& node) {
+    if (level > 0) startLine();
+    switch (node.type()) {
+      case pugi::node_element:
+        return printTag(node);
+      case pugi::node_comment:
+        return void(out << "<!--" << node.value() << "-->");
+      case pugi::node_cdata:
+        return void(out << "<![CDATA[" << node.value() << "]]>");
+      case pugi::node_pi:
+        out << "<?" << node.name();
+        if (*node.value() != '\0') out << ' ' << node.value();
+        return void(out << "?>");
+      case pugi::node_doctype:
+        return void(out << "<!DOCTYPE " << node.value() << '>');
+      default:
+        return void(out << node.value());
+    }
+  }
+
+  void printTag(const pugi::xml_node& element) {
+    out << '<' << element.name();
+    for (pugi::xml_attribute a = element.first_attribute(); a; a = a.next_attribute()) {
+      const char quote = XmlParse::findQuote(a, parsed.origin);
+      out << ' ' << a.name() << '=' << quote << a.value() << quote;
+    }
+    out << (element.first_child() ? ">" : " />");
+  }
+
+  void printEnd(const pugi::xml_node& element) {
+    startLine();
+    if (kept == element) kept = pugi::xml_node();
+    out << "</" << element.name() << '>';
+  }
+
+  const XmlParse::Parsed& parsed;
+  Output& out;
+  int level = 0;
+  pugi::xml_node kept;  // the outermost element that holds text, while in it
 };
 
 /// The top-level nodes to print; text among them is white space.
@@ -48,20 +154,18 @@ std::vector<pugi::xml_node> listNodes(const pugi::xml_document& document,
   return nodes;
 }
 
-const char* chooseEncoding(const std::vector<pugi::xml_node>& nodes) {
+/// An encoding in which everything is what its bytes say.
+std::string chooseEncoding(const std::vector<pugi::xml_node>& nodes,
+                           const XmlParse::Parsed& parsed) {
+  if (CodePages::isOtherThanUtf8(parsed.encoding)) return parsed.encoding;
   XmlText::EncodingChoice choice;
-  const auto add = [&choice](const char* text) {
-    // Nearly all texts are short and plain: one look at each character tells.
-    const char* c = text;
-    while (*c != '\0' && (*c & 0x80) == 0) ++c;
-    if (*c != '\0') choice.add(text);
-  };
-  const auto addNode = [&add](const pugi::xml_node& node, int /*level*/) {
-    add(node.name());
-    add(node.value());
+  if (parsed.isAscii) return choice.get();
+  const auto addNode = [&choice](const pugi::xml_node& node, int /*level*/) {
+    choice.addName(node.name());
+    choice.add(node.value());
     for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      add(a.name());
-      add(a.value());
+      choice.addName(a.name());
+      choice.add(a.value());
     }
   };
   for (const pugi::xml_node& node : nodes) walkXml(node, addNode);
@@ -69,14 +173,14 @@ const char* chooseEncoding(const std::vector<pugi::xml_node>& nodes) {
 }
 
 /// Version and standalone are kept of the declaration that was parsed, where they are valid.
-std::string makeDeclaration(const pugi::xml_document& document, const char* encoding) {
-  pugi::xml_node parsed = document.first_child();
-  if (parsed.type() != pugi::node_declaration) parsed = pugi::xml_node();
-  const std::string version = parsed.attribute("version").value();
-  const std::string standalone = parsed.attribute("standalone").value();
+std::string makeDeclaration(const pugi::xml_document& document, const std::string& encoding) {
+  const pugi::xml_node declared = document.find_child(
+      [](const pugi::xml_node& node) { return node.type() == pugi::node_declaration; });
+  const std::string version = declared.attribute("version").value();
+  const std::string standalone = declared.attribute("standalone").value();
   std::string text = "<?xml version=\"";
   text += version == "1.1" ? version : "1.0";
-  text += "\" encoding=\"" + std::string(encoding) + "\"";
+  text += "\" encoding=\"" + encoding + "\"";
   if (standalone == "yes" || standalone == "no") text += " standalone=\"" + standalone + "\"";
   return text + "?>\n";
 }
@@ -84,15 +188,13 @@ std::string makeDeclaration(const pugi::xml_document& document, const char* enco
 }  // namespace
 
 void print(const pugi::xml_document& document, const pugi::xml_node& hidden,
-           XmlParse::Layout layout, std::ostream& out) {
+           const XmlParse::Parsed& parsed, std::ostream& out) {
   const std::vector<pugi::xml_node> nodes = listNodes(document, hidden);
-  const bool isFree = layout == XmlParse::Layout::free;
-  Writer writer(out);
-  writer.put(makeDeclaration(document, chooseEncoding(nodes)));
-  for (const pugi::xml_node& node : nodes) {
-    node.print(writer, "  ", isFree ? pugi::format_indent : pugi::format_raw, pugi::encoding_utf8);
-    if (!isFree) writer.put("\n");
-  }
+  Output output(out);
+  output << makeDeclaration(document, chooseEncoding(nodes, parsed));
+  Printer printer(parsed, output);
+  for (const pugi::xml_node& node : nodes) printer.print(node);
+  output.flush();
 }
 
 }  // namespace XmlPrint

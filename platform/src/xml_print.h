@@ -11,6 +11,6 @@ namespace XmlPrint {
 /// Prints all of `document` but the top-level node `hidden`, after a declaration on a line of its
 /// own that tells the encoding truthfully.
 void print(const pugi::xml_document& document, const pugi::xml_node& hidden,
-           XmlParse::Layout layout, std::ostream& out);
+           const XmlParse::Parsed& parsed, std::ostream& out);
 
 }  // namespace XmlPrint

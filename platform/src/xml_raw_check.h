@@ -1,23 +1,17 @@
 #pragma once
 
-#include <cstddef>
-
 #include "xml_source.h"
 
+/// What is looked for in the characters of a text before it is parsed.
 namespace XmlRawCheck {
 
-/// What no longer shows once the text is parsed: how often the marks of markup stand in it.
-struct MarkupCounts {
-  std::size_t plain = 0;       // '<', all but those of end tags
-  std::size_t ends = 0;        // of elements: "</" and "/>"
-  std::size_t references = 0;  // to '<': "&lt;" and the like
-  bool hasCdata = false;       // "<![CDATA[" occurs
+struct Traits {
+  bool isAscii = true;
+  // Whether white space between elements may be part of a text and must be parsed.
+  bool mayHoldText = false;
 };
 
-/// Refuses, with KvXmlError, what can no longer be seen once the text is parsed: control characters
-/// that XML does not allow, and an '&' that starts no reference to a character that XML allows or
-/// to one of its five entities. References are the parser's to resolve; one that it cannot resolve
-/// would be printed as something else.
-MarkupCounts check(const XmlSource::Text& text, const XmlSource::LineTable& lines);
+/// Refuses, with KvXmlError, control characters that XML does not allow.
+Traits check(const XmlSource::Text& text, const XmlSource::LineTable& lines);
 
 }  // namespace XmlRawCheck

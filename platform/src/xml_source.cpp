@@ -15,24 +15,33 @@ namespace {
 
 constexpr int endOfStream = std::char_traits<char>::eof();
 
-/// Where in its file the stream stands. A stream that cannot be rewound counts from where it is.
+/// Where in its file a stream stands, and the beginning of what stands before that.
+struct Start {
+  Position position;
+  std::string before;
+};
+
+/// A stream that cannot be rewound counts from where it is.
 ///
 /// The stream walks back to its place. Where line ends are translated, it may tell another place
 /// than it could be sent to, and its characters are not those of the file; but on the same way it
 /// tells the same places again.
-Position locate(std::streambuf& buffer) {
+Start locate(std::streambuf& buffer) {
+  constexpr std::size_t mostBefore = 1023;  // as long as a declaration may be
   const auto tell = [&buffer] { return buffer.pubseekoff(0, std::ios::cur, std::ios::in); };
   const auto rewind = [&buffer] { return buffer.pubseekpos(0, std::ios::in) == std::streampos(0); };
   const std::streamoff here = tell();
-  Position position;
-  if (here <= 0 || !rewind()) return position;
+  Start start;
+  Position& position = start.position;
+  if (here <= 0 || !rewind()) return start;
 
   for (int c = buffer.sbumpc(); c != endOfStream; c = buffer.sbumpc()) {
+    if (start.before.size() < mostBefore) start.before += static_cast<char>(c);
     if (c != '\n') continue;
     const std::streamoff next = tell();
     if (next > here) break;
     ++position.line;
-    if (next == here) return position;
+    if (next == here) return start;
   }
 
   // Within a line, which is walked character by character.
@@ -45,7 +54,7 @@ Position locate(std::streambuf& buffer) {
   for (; tell() < here && buffer.sbumpc() != endOfStream; ++position.column) {
   }
   if (tell() > here) throw std::ios_base::failure("the place is not found again");
-  return position;
+  return start;
 }
 
 class GrowingText {
@@ -110,18 +119,31 @@ void FreeText::operator()(char* text) const { pugi::get_memory_deallocation_func
 
 Text read(std::istream& in) {
   if (in.rdbuf() == nullptr) fail("there is nothing to read from", Position());
-  Position start;
+  Start start;
   try {
     start = locate(*in.rdbuf());
     if (!in.fail()) {
+      const std::streamoff offset = in.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
       Text text = readAll(*in.rdbuf());
-      text.start = start;
+      text.offset = offset;
+      text.start = start.position;
+      text.before = std::move(start.before);
       return text;
     }
   } catch (const std::ios_base::failure&) {
     // Told below, like a stream that failed before.
   }
-  fail("the text cannot be read from here on", start);
+  fail("the text cannot be read from here on", start.position);
+}
+
+std::optional<Text> readAgain(std::istream& in, std::streamoff offset) {
+  try {
+    if (offset < 0 || in.rdbuf()->pubseekpos(offset, std::ios::in) != std::streampos(offset))
+      return std::nullopt;
+    return readAll(*in.rdbuf());
+  } catch (const std::ios_base::failure&) {
+    return std::nullopt;
+  }
 }
 
 LineTable::LineTable(const Text& text) : begin(text.start) {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <ios>
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,12 +33,18 @@ struct Text {
   std::string_view get() const { return std::string_view(data.get(), size); }
 
   std::unique_ptr<char, FreeText> data;
-  std::size_t size = 0;  // without the margin
-  Position start;        // where in its file it begins
+  std::size_t size = 0;        // without the margin
+  Position start;              // where in its file it begins
+  std::string before;          // the beginning of what stands before it in its file
+  std::streamoff offset = -1;  // where in its stream it begins; negative when that cannot be told
 };
 
 /// Reads `in` from its position to its end. Throws KvXmlError when that is impossible.
 Text read(std::istream& in);
+
+/// Reads the text at `offset` of `in` once more, since the parser leaves nothing of it; empty when
+/// the stream does not go back there.
+std::optional<Text> readAgain(std::istream& in, std::streamoff offset);
 
 /// Finds the place of an offset in a text. Made before the text is parsed, since the parser works
 /// in place and overwrites line ends.

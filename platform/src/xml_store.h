@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,12 +15,13 @@
 #include <pugixml.hpp>
 
 #include "kv/xml_view.h"
-#include "xml_attribute_succession.h"
+#include "xml_attribute_cursor.h"
 #include "xml_handles.h"
 #include "xml_nodes.h"
 #include "xml_parse.h"
 #include "xml_pool.h"
 #include "xml_text.h"
+#include "xml_value.h"
 
 namespace KvXmlView {
 
@@ -66,38 +68,54 @@ struct Store {
   static pugi::xml_node getNode(const Element& element) { return fromHandle(element.view.node); }
 
   void erase(const pugi::xml_node& top) {
-    lookedUpOn = nullptr;
-    succession.start(nullptr);
+    cursor.reset();
     XmlNodes::erase(top);
   }
 
-  /// Sets an attribute to a text that XML can hold.
-  static void setAttribute(const Element& element, const std::string& name, const char* text) {
-    Store& store = *element.view.store;
-    const bool isNew = store.succession.isNext(element.view.node, name);
-    if (!isNew) XmlNodes::requireName(name);
-    pugi::xml_attribute attribute = isNew ? pugi::xml_attribute() : lookUp(element, name);
-    if (attribute) {
-      if (!attribute.set_value(text)) throw std::bad_alloc();
-      return;
-    }
-    pugi::xml_node node = getNode(element);
-    attribute = node.append_attribute(name.c_str());
-    // Out of memory, the parser may leave the name empty and not say so.
-    if (*attribute.name() != '\0' && attribute.set_value(text))
-      return store.succession.note(toHandle(node), name);
-    node.remove_attribute(attribute);
-    throw std::bad_alloc();
+  /// Throws std::invalid_argument when `name` is no XML name.
+  void requireElementName(const std::string& name) {
+    if (parsed.shapes.findEmpty(name) != nullptr) return;
+    requireName(name);
+    parsed.shapes.giveEmpty(name);
   }
 
-  /// The attribute of this name, or none. Attributes are mostly used in the order in which they
-  /// stand, so each is looked for behind the one before.
-  static pugi::xml_attribute lookUp(const Element& element, const std::string& name) {
+  void requireName(const std::string& name) {
+    if (!XmlText::isName(name, parsed.page))
+      throw std::invalid_argument("\"" + name + "\" is no XML name");
+    if (!XmlText::isAscii(name)) parsed.isAscii = false;
+  }
+
+  /// Sets an attribute to a text.
+  static void setText(const Element& element, const std::string& name, const std::string& text) {
+    const std::string written = XmlValue::write(text);
+    if (!XmlText::isAscii(written)) element.view.store->parsed.isAscii = false;
+    setWritten(element, name, written.c_str());
+  }
+
+  /// Sets an attribute to the text of a number, which is written as it is.
+  static void setNumber(const Element& element, const std::string& name, const char* number) {
+    setWritten(element, name, number);
+  }
+
+  /// The cursor, on the attributes of `element`.
+  static AttributeCursor& lookAt(const Element& element) {
     Store& store = *element.view.store;
-    if (store.lookedUpOn != element.view.node) store.lastLookedUp = pugi::xml_attribute();
-    store.lookedUpOn = element.view.node;
-    const pugi::xml_attribute found = getNode(element).attribute(name.c_str(), store.lastLookedUp);
-    return found.name() == std::string_view(name) ? found : pugi::xml_attribute();
+    store.cursor.moveTo(element.view.node, store.parsed.shapes);
+    return store.cursor;
+  }
+
+  /// The attribute of this name, or none.
+  static pugi::xml_attribute lookUp(const Element& element, const std::string& name) {
+    AttributeCursor& cursor = lookAt(element);
+    const std::size_t found = cursor.find(name);
+    return found != AttributeCursor::none ? cursor.get(found) : pugi::xml_attribute();
+  }
+
+  /// What an attribute means, or none when there is no such.
+  static std::optional<std::string> readText(const Element& element, const std::string& name) {
+    const pugi::xml_attribute found = lookUp(element, name);
+    if (!found) return std::nullopt;
+    return XmlValue::resolve(found.value(), element.view.store->parsed.page);
   }
 
   static std::vector<std::string> listAttributes(const Element& element) {
@@ -145,10 +163,9 @@ struct Store {
   /// Creates an element below `parentNode`, behind all others, and the view of it.
   Element* createElement(const pugi::xml_node& parentNode, const std::string& name,
                          Element* parent) {
-    XmlNodes::requireName(name);
+    requireElementName(name);
     Element* const element = makeView(pugi::xml_node(), parent);
     element->view.node = toHandle(XmlNodes::append(parentNode, name));
-    succession.start(element->view.node);
     return element;
   }
 
@@ -247,9 +264,9 @@ struct Store {
   void makeDetached(Element& element, const std::string& name) {
     detached.push_back(&element);
     try {
+      requireElementName(name);
       if (!nursery) nursery = XmlNodes::append(document, "nursery");
       element.view.node = toHandle(XmlNodes::append(nursery, name));
-      succession.start(element.view.node);
     } catch (...) {
       detached.pop_back();
       throw;
@@ -309,6 +326,7 @@ struct Store {
     reserveMore(takenOver, other.takenOver.size() + 1);
     const std::vector<pugi::xml_node> copies = copyToNursery(moving);
 
+    if (!other.parsed.isAscii) parsed.isAscii = false;
     takenOver.emplace_back(&other);
     for (std::unique_ptr<Store>& older : other.takenOver) takenOver.push_back(std::move(older));
     other.takenOver.clear();
@@ -319,6 +337,7 @@ struct Store {
       moving[i]->view.node = toHandle(copies[i]);
       detached.push_back(moving[i]);
     }
+    cursor.reset();
     for (Element* view : views) {
       view->view.store = this;
       rebind(*view);
@@ -339,11 +358,32 @@ struct Store {
   std::unordered_set<std::string> names;  // of elements, each text once
   std::vector<std::unique_ptr<Store>> takenOver;
   const std::string* lastName = nullptr;
-  AttributeSuccession succession;
-  NodeHandle* lookedUpOn = nullptr;
-  pugi::xml_attribute lastLookedUp;  // of that node
+  AttributeCursor cursor;
 
  private:
+  static void setWritten(const Element& element, const std::string& name, const char* written) {
+    AttributeCursor& cursor = lookAt(element);
+    if (!cursor.isKnownToBeNew(name)) {
+      const std::size_t found = cursor.find(name);
+      if (found != AttributeCursor::none)
+        return replaceWritten(*element.view.store, cursor.get(found), written);
+      element.view.store->requireName(name);
+    }
+    pugi::xml_node node = getNode(element);
+    pugi::xml_attribute attribute = node.append_attribute(name.c_str());
+    // Out of memory, the parser may leave the name empty and not say so.
+    if (*attribute.name() != '\0' && attribute.set_value(written))
+      return cursor.append(attribute, name);
+    node.remove_attribute(attribute);
+    throw std::bad_alloc();
+  }
+
+  static void replaceWritten(const Store& store, pugi::xml_attribute attribute,
+                             const char* written) {
+    if (!attribute.set_value(written)) throw std::bad_alloc();
+    XmlParse::resetQuote(attribute, store.parsed.origin);
+  }
+
   /// Adds `top` and all views below it to `views`, parents first; each gets its list of children.
   static void listViews(Element& top, std::vector<Element*>& views) {
     std::size_t i = views.size();

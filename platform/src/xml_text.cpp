@@ -86,17 +86,16 @@ bool isIn(const Range (&ranges)[Size], std::uint32_t character) {
   });
 }
 
-/// One character after the other. In windows-1252 the letters that names may hold have the numbers
-/// of their bytes, but for these few.
-constexpr std::string_view otherLettersOf1252 = "\x83\x8A\x8C\x8E\x9A\x9C\x9E\x9F";
-
-std::uint32_t takeCharacter(std::string_view& text, bool asUtf8) {
-  if (asUtf8 && (text[0] & 0x80) != 0) return takeSequence(text);
-  const auto character = static_cast<unsigned char>(text[0]);
-  const bool isOtherLetter = otherLettersOf1252.find(text[0]) != std::string_view::npos;
-  text.remove_prefix(1);
-  return isOtherLetter ? 'a' : character;
+/// Takes one character off `name`, which is UTF-8 where there is no code page.
+std::uint32_t takeCharacter(std::string_view& name, const CodePages::CodePage* page) {
+  if (page == nullptr && (name[0] & 0x80) != 0) return takeSequence(name);
+  const char first = name[0];
+  name.remove_prefix(1);
+  if (page == nullptr) return static_cast<unsigned char>(first);
+  return CodePages::decode(*page, first).value_or(noCharacter);
 }
+
+constexpr std::string_view reserved = "xml";
 
 }  // namespace
 
@@ -106,23 +105,40 @@ bool isXmlCharacter(std::uint32_t character) {
   return !isSurrogate && character != 0xFFFE && character != 0xFFFF && character <= 0x10FFFF;
 }
 
-bool isName(std::string_view name) {
+bool isName(std::string_view name, const CodePages::CodePage* page) {
   if (name.empty()) return false;
   if (isPlainLetter(name[0]) && std::all_of(name.begin(), name.end(), isPlainPart)) return true;
-  const bool asUtf8 = isUtf8(name.substr(measureAscii(name)));
-  if (!isIn(nameStarts, takeCharacter(name, asUtf8))) return false;
+  if (page == nullptr && !isUtf8(name.substr(measureAscii(name))))
+    page = CodePages::find("windows-1252");
+  if (!isIn(nameStarts, takeCharacter(name, page))) return false;
   while (!name.empty()) {
-    const std::uint32_t character = takeCharacter(name, asUtf8);
+    const std::uint32_t character = takeCharacter(name, page);
     if (!isIn(nameStarts, character) && !isIn(nameParts, character)) return false;
   }
   return true;
 }
 
-std::string replaceForbidden(const std::string& text) {
-  std::string result = text;
-  std::replace_if(result.begin(), result.end(), isForbidden, '?');
-  return result;
+bool isReservedTarget(std::string_view target) {
+  const auto isLike = [](char a, char b) { return (a | 0x20) == b; };
+  return std::equal(target.begin(), target.end(), reserved.begin(), reserved.end(), isLike);
 }
+
+void appendUtf8(std::string& text, std::uint32_t character) {
+  if (character < 0x80) {
+    text += static_cast<char>(character);
+    return;
+  }
+  const Utf8Range* range = std::begin(utf8Ranges);
+  while (std::next(range) != std::end(utf8Ranges) && character >= std::next(range)->lowest) ++range;
+  std::size_t shift = 6 * (range->length - 1);
+  text += static_cast<char>(range->lead | (character >> shift));
+  while (shift > 0) {
+    shift -= 6;
+    text += static_cast<char>(0x80 | ((character >> shift) & 0x3F));
+  }
+}
+
+bool isAscii(std::string_view text) { return measureAscii(text) == text.size(); }
 
 void EncodingChoice::add(std::string_view text) {
   text.remove_prefix(measureAscii(text));
@@ -132,9 +148,15 @@ void EncodingChoice::add(std::string_view text) {
   fits1252 = fits1252 && text.find_first_of(undefinedIn1252) == std::string_view::npos;
 }
 
+void EncodingChoice::addName(std::string_view name) {
+  add(name);
+  const auto isControl = [](char c) { return (c & 0xE0) == 0x80; };
+  fitsLatin1 = fitsLatin1 && std::none_of(name.begin(), name.end(), isControl);
+}
+
 const char* EncodingChoice::get() const {
   if (fitsUtf8) return "UTF-8";
-  return fits1252 ? "windows-1252" : "ISO-8859-1";
+  return fits1252 || !fitsLatin1 ? "windows-1252" : "ISO-8859-1";
 }
 
 }  // namespace XmlText

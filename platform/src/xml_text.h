@@ -4,12 +4,17 @@
 #include <string>
 #include <string_view>
 
+#include "code_pages.h"
+
 /// What XML allows of names and characters.
 namespace XmlText {
 
-/// True when `name` may name an element or an attribute. Beyond ASCII it is taken as UTF-8 when it
-/// is valid UTF-8, else as windows-1252.
-bool isName(std::string_view name);
+/// True when `name` may name an element or an attribute. Beyond ASCII it is taken in the code page
+/// of its document; where that is null, as UTF-8 when it is valid UTF-8, else as windows-1252.
+bool isName(std::string_view name, const CodePages::CodePage* page);
+
+/// True for "xml" in any letter case, which names the declaration of a document and no instruction.
+bool isReservedTarget(std::string_view target);
 
 /// True for control characters that no XML document can hold, not even as a reference. Without a
 /// branch, for loops over whole documents.
@@ -21,20 +26,26 @@ inline bool isForbidden(char c) {
 /// True when XML allows the character of this number.
 bool isXmlCharacter(std::uint32_t character);
 
-/// `text` with '?' for every character that is forbidden.
-std::string replaceForbidden(const std::string& text);
+/// Appends the character of this number in UTF-8.
+void appendUtf8(std::string& text, std::uint32_t character);
+
+/// True when all of `text` is ASCII.
+bool isAscii(std::string_view text);
 
 /// Finds an encoding in which all texts added are what their bytes say: "UTF-8" when they are valid
 /// UTF-8 of characters that XML allows, else "windows-1252", or "ISO-8859-1" when bytes occur that
-/// windows-1252 does not define.
+/// windows-1252 does not define and all names fit.
 class EncodingChoice {
  public:
   void add(std::string_view text);
+  /// The same of a name, for which a control character of ISO-8859-1 is no letter.
+  void addName(std::string_view name);
   const char* get() const;
 
  private:
   bool fitsUtf8 = true;
   bool fits1252 = true;
+  bool fitsLatin1 = true;
 };
 
 }  // namespace XmlText

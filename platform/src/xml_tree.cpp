@@ -1,12 +1,15 @@
 #include "kv/xml_tree.h"
 
+#include <cstring>
 #include <stdexcept>
+#include <utility>
 
 #include "number_text.h"
 #include "xml_parse.h"
 #include "xml_print.h"
 #include "xml_store.h"
 #include "xml_tree_attributes.h"
+#include "xml_value.h"
 
 using KvXmlView::AttributeHandle;
 using KvXmlView::fromHandle;
@@ -14,6 +17,7 @@ using Store = KvXmlView::Store<KvXmlData>;
 
 struct KvXmlAttributeData::Text {
   AttributeHandle* attribute;
+  const CodePages::CodePage* page;
   std::string data;
 };
 
@@ -37,23 +41,30 @@ void KvXmlAttributeData::refer(AttributeHandle* attribute) {
     word = reinterpret_cast<std::uintptr_t>(attribute);
 }
 
+void KvXmlAttributeData::keepText(const CodePages::CodePage* page) const {
+  if (hasText()) return;
+  auto text = new Text{getAttribute(), page, XmlValue::resolve(getValue(), page)};
+  word = reinterpret_cast<std::uintptr_t>(text) | 1;
+}
+
 const std::string& KvXmlAttributeData::getData() const {
-  if (!hasText()) word = reinterpret_cast<std::uintptr_t>(new Text{getAttribute(), getValue()}) | 1;
+  // Where the code page of the document matters, the text was kept when the attribute was found.
+  keepText(nullptr);
   Text& text = *getText();
-  if (text.data != getValue()) text.data = getValue();
+  if (text.data == getValue()) return text.data;
+  std::string meant = XmlValue::resolve(getValue(), text.page);
+  if (text.data != meant) text.data = std::move(meant);
   return text.data;
 }
 
-int KvXmlAttributeData::getInteger() const {
-  return NumberText::parseInteger(getValue()).value_or(0);
-}
+int KvXmlAttributeData::getInteger() const { return XmlValue::readInteger(getValue()).value_or(0); }
 
 double KvXmlAttributeData::getDouble() const {
-  return NumberText::parseDouble(getValue()).value_or(0.0);
+  return XmlValue::readDouble(getValue()).value_or(0.0);
 }
 
 bool KvXmlAttributeData::checkValue(int value) const {
-  return NumberText::parseInteger(getValue()) == value;
+  return XmlValue::readInteger(getValue()) == value;
 }
 
 KvXmlData::KvXmlData() = default;
@@ -80,7 +91,15 @@ std::vector<KvXmlData*>& KvXmlData::getChildren() { return Store::viewChildren(*
 const std::string& KvXmlData::getName() const { return Store::getName(*this); }
 
 KvXmlAttributeData* KvXmlData::findAttribute(const std::string& name) const {
-  return view.store->attributes.find(view.attributes, Store::getNode(*this), name);
+  KvXmlView::AttributeCursor& cursor = Store::lookAt(*this);
+  const std::size_t index = cursor.find(name);
+  if (index == KvXmlView::AttributeCursor::none) return nullptr;
+  KvXmlAttributeData* const found =
+      view.store->attributes.give(view.attributes, cursor.getHandles(), index);
+  const CodePages::CodePage* const page = view.store->parsed.page;
+  const bool needsPage = page != nullptr && std::strchr(found->getValue(), '&') != nullptr;
+  if (needsPage) found->keepText(page);
+  return found;
 }
 
 void KvXmlData::addChild(KvXmlData* child) {
@@ -100,11 +119,11 @@ void KvXmlData::addChild(KvXmlData* child) {
 }
 
 void KvXmlData::setAttribute(const std::string& name, int value, bool /*flag*/) {
-  Store::setAttribute(*this, name, NumberText::print(value).c_str());
+  Store::setNumber(*this, name, NumberText::print(value).c_str());
 }
 
 void KvXmlData::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
-  Store::setAttribute(*this, name, XmlText::replaceForbidden(value).c_str());
+  Store::setText(*this, name, value);
 }
 
 void KvXmlData::removeChildren(const std::function<bool(const KvXmlData&)>& isUnwanted) {
@@ -151,7 +170,7 @@ void KvXmlTree::close() {
 void KvXmlTree::flush() {}
 
 void KvXmlTree::setAttribute(const std::string& name, double value) {
-  if (current != nullptr) Store::setAttribute(*current, name, NumberText::print(value).c_str());
+  if (current != nullptr) Store::setNumber(*current, name, NumberText::print(value).c_str());
 }
 
 KvXmlData* KvXmlTree::getCurrent() const { return current; }
@@ -159,5 +178,5 @@ KvXmlData* KvXmlTree::getCurrent() const { return current; }
 void KvXmlTree::setCurrent(KvXmlData* element) { current = element; }
 
 void KvXmlTree::putToStream(std::ostream& out) const {
-  XmlPrint::print(store->document, store->nursery, store->parsed.layout, out);
+  XmlPrint::print(store->document, store->nursery, store->parsed, out);
 }

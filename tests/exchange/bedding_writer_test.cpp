@@ -356,7 +356,7 @@ TEST_F(BeddingWriting, AppendsToWhatTheContainerHas) {
   EXPECT_EQ(children[0]->findAttribute("StiffnessX"), nullptr);
   EXPECT_EQ(children[1]->getName(), "Other");
   const std::string printed = print(*document);
-  EXPECT_NE(printed.find("<Exchange Version=\"2.0\">"), std::string::npos);
+  EXPECT_NE(printed.find("<Exchange Version='2.0'>"), std::string::npos);
   EXPECT_NE(printed.find("<!-- kept -->"), std::string::npos);
   EXPECT_NE(printed.find("<Other>text</Other>"), std::string::npos);
   EXPECT_LT(printed.find("</Other>"), printed.find(fullCurve));

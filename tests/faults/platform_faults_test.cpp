@@ -30,12 +30,12 @@ std::string print(const Document& document) {
 /// Something of everything that a document may hold.
 const std::string rich =
     "<?xml version='1.0'?><!DOCTYPE a><!-- c --><?pi one\r\ntwo?>"
-    "<a b='1' c='&lt;'>text<![CDATA[x < y]]><b/><c><d/></c></a>";
+    "<a b='1' c='&lt;'>text<![CDATA[x < y]]><b/><c><d/></c>]]></a>";
 const std::string richPrinted =
-    "<!DOCTYPE a>\n<!-- c -->\n<?pi one\ntwo?>\n"
-    "<a b=\"1\" c=\"&lt;\">text<![CDATA[x < y]]><b/><c><d/></c></a>\n";
+    "<!DOCTYPE a>\n<!-- c -->\n<?pi one\r\ntwo?>\n"
+    "<a b='1' c='&lt;'>text<![CDATA[x < y]]><b /><c><d /></c>]]&gt;</a>\n";
 
-const std::string plain = "<a b='1'><b/><c><d e='2'/></c></a>";
+const std::string plain = "<a b=\"1\"><b/><c><d e=\"2\"/></c></a>";
 const std::string plainPrinted = "<a b=\"1\">\n  <b />\n  <c>\n    <d e=\"2\" />\n  </c>\n</a>\n";
 
 std::string replaceIn(std::string text, const std::string& part, const std::string& replacement) {
@@ -74,7 +74,7 @@ Operations parsings() {
   std::string shapes = "<a>";
   std::string shapesPrinted = "<a>\n";
   for (const std::string name : {"b", "c", "d", "e", "f", "g", "h", "i", "j", "k"}) {
-    shapes += "<" + name + " x='1' y='2'/>";
+    shapes += "<" + name + " x=\"1\" y=\"2\"/>";
     shapesPrinted += "  <" + name + " x=\"1\" y=\"2\" />\n";
   }
   return {

@@ -157,7 +157,7 @@ TEST(XmlParsing, OfNothingGivesAnEmptyDocument) {
 }
 
 TEST(XmlParsing, TakesWhiteSpaceInsideTags) {
-  EXPECT_EQ(reprint("<root\n\ta\r\n=\n'1'\n\n>x</root \n>"), reprint("<root a=\"1\">x</root>"));
+  EXPECT_EQ(reprint("<root\n\ta\r\n=\n'1'\n\n>x</root \n>"), reprint("<root a='1'>x</root>"));
 }
 
 TEST(XmlParsing, KeepsNamesApartByCase) {
@@ -313,6 +313,7 @@ TEST(XmlLeniency, TakesWhatIsPrintedWellFormed) {
   EXPECT_EQ(reprint("<a>]]></a>"), declaration + "<a>]]&gt;</a>\n");
   EXPECT_EQ(reprint("<a/>&#32;"), declaration + "<a />\n");
   EXPECT_EQ(reprint(" <?xml version='1.0'?><a/>"), declaration + "<a />\n");
+  EXPECT_EQ(reprint(" <?xml version='1.0'?><a>text</a>"), declaration + "<a>text</a>\n");
   for (const char* attributes : {"", " encoding='UTF-8'", " version=''", " version='two'",
                                  " version='1.0&quot;'", " standalone='a\"b'"})
     EXPECT_EQ(reprint("<?xml" + std::string(attributes) + "?><a/>"), declaration + "<a />\n");
@@ -354,12 +355,69 @@ TEST(XmlRefusal, LeavesLessThanSignsAloneThatAreReferences) {
 }
 
 TEST(XmlRefusal, OfWhatIsNoXmlName) {
-  for (const char* text : {"<a\xC3\x97/>", "<a b\xC2\xA0='1'/>", "<\x80/>", "<?\xC2\xA0?><a/>",
+  for (const char* text : {"<a\xC3\x97/>", "<a b\xC2\xA0='1'/>", "<\x95/>", "<?\xC2\xA0?><a/>",
                            "<!DOCTYPE><a/>", "<!DOCTYPE [<!ENTITY e ''>]><a/>"})
     EXPECT_TRUE(findError(text).has_value()) << text;
   for (const char* text :
        {"<\xC3\xA4/>", "<\xE4/>", "<a \xE4='1'/>", "<a-.1\xC2\xB7/>", "<a\xB7/>", "<\x8Ak/>"})
     EXPECT_FALSE(findError(text).has_value()) << text;
+}
+
+TEST(XmlRefusal, OfADocumentTypeWithoutAnElement) {
+  EXPECT_TRUE(findError("<!DOCTYPE a>").has_value());
+  EXPECT_TRUE(findError("<!DOCTYPE a []><!-- a -->").has_value());
+}
+
+TEST(XmlRefusal, OfDocumentTypesThatAreNotWellFormed) {
+  for (const char* type : {"",
+                           " ",
+                           " 1",
+                           " {",
+                           "a",
+                           " a x",
+                           " a SYSTEM",
+                           " a SYSTEM'x'",
+                           " a SYSTEM 'x' 'y'",
+                           " a PUBLIC 'x'",
+                           " a PUBLIC 'x''y'",
+                           " a PUBLIC '{' 'y'",
+                           " a public 'x' 'y'",
+                           " a 'x'",
+                           " a {...]",
+                           " a [",
+                           " a [ > ",
+                           " a []]",
+                           " a [[]]",
+                           " a [] x",
+                           " a [x]",
+                           " a [%p]",
+                           " a [&p;]",
+                           " a [%1;]",
+                           " a [<!>]",
+                           " a [<! >]",
+                           " a [<!X y>]",
+                           " a [<!ENTITY>]",
+                           " a [<!ENTITY 'x>]",
+                           " a [<!ENTITY <x>>]",
+                           " a [<![INCLUDE[]]>]",
+                           " a [<!-- -- -->]",
+                           " a [<!--->]",
+                           " a [<?1?>]",
+                           " a [<?xml?>]",
+                           " a [<?XmL x?>]",
+                           " a [<b/>]",
+                           " a <!-- -->",
+                           " a <?p?>"})
+    EXPECT_TRUE(findError("<!DOCTYPE" + std::string(type) + "><a/>").has_value()) << type;
+}
+
+TEST(XmlParsing, TakesDocumentTypesThatAreWellFormed) {
+  for (const char* type :
+       {" a", "\na\t", " a SYSTEM 'x'", " a SYSTEM \"'\" ", " a PUBLIC 'x-(1)' '>&]['", " a[]",
+        " a [ ] ", " a SYSTEM 'x'[\n]", " a [%p; %q;]", " a [<!ENTITY e ']>'>]",
+        " a [<!ENTITY e \"'\"><!ELEMENT a ANY>]", " a [<!-- ]> ' - -->]", " a [<?p ]> \" ?>]",
+        " a [<?p?><!NOTATION n SYSTEM 'x'><!ATTLIST a b CDATA '<'>]"})
+    EXPECT_FALSE(findError("<!DOCTYPE" + std::string(type) + "><a b='&lt;'/>").has_value()) << type;
 }
 
 TEST(XmlRefusal, OfAnAmpersandMindsWhereADocumentTypeEnds) {
@@ -589,21 +647,60 @@ TEST(XmlErrorPlace, OfAnUnquotedValueIsThatValue) {
   expectErrorAt("<a>\n <b\n  c=1/>\n</a>", 3, 5);
 }
 
-TEST(XmlErrorPlace, OfAMissingEndIsTheLastLine) {
-  const auto error = findError("<a>\n<b>\n</b>");
-
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->getLine(), 3u);
-  EXPECT_GE(error->getColumn(), 4u);
-  EXPECT_LE(error->getColumn(), 5u);
+TEST(XmlErrorPlace, OfWhatIsNotClosedIsWhereItOpens) {
+  expectErrorAt("<a>\n<b>\n</b>", 1, 1);
+  expectErrorAt("<a>\n<b>\n", 2, 1);
+  expectErrorAt("<a>\n<b/>\n<c >\n", 3, 1);
+  expectErrorAt("<a>\n<b x='/'>\n<c x='>'/>\n", 2, 1);
+  expectErrorAt("<a>\n<b>t</b>u<c>v<!-- </c> --><?p </c>?><![CDATA[</c>]]>", 2, 10);
+  expectErrorAt("<!DOCTYPE a [<!ENTITY e '<z>'>]>\n<a>\n<b/>", 2, 1);
+  expectErrorAt("<a>\n <!-- x\n", 2, 2);
+  expectErrorAt("<a>\n text <!-- x\n", 2, 7);
+  expectErrorAt("<a>\n <![CDATA[x\n", 2, 2);
+  expectErrorAt("<a>\n <?p x\n", 2, 2);
+  expectErrorAt("<a>\n <b\nc='1'\n", 2, 2);
+  expectErrorAt("<a>\n <b\nc=\n", 2, 2);
+  expectErrorAt("<a>\n <b\nc='1\n", 3, 4);
+  expectErrorAt("<a>\n <b\nc='1/><d e=\"2\"/>\n", 3, 4);
+  expectErrorAt("<a>\n <b\nc='", 3, 4);
+  expectErrorAt("<a>\n</a", 2, 1);
+  expectErrorAt("<a>\nt</", 2, 2);
+  expectErrorAt("<!-- x\n\n", 1, 1);
 }
 
-TEST(XmlErrorPlace, OfAMissingEndComesWithTheReasonThatTheTextEnds) {
+TEST(XmlErrorPlace, OfWhatIsNotClosedComesWithTheReason) {
   for (const char* text : {"<a>", "<a><b>", "<a>\n<b/>\n", "<a>\n<b></b>", "<a>text"}) {
     const auto error = findError(text);
     ASSERT_TRUE(error.has_value());
     EXPECT_EQ(error->getReason(), "the text ends before its last element is closed") << text;
   }
+  EXPECT_EQ(findError("<a></a")->getReason(), "this end tag is malformed or not closed");
+  EXPECT_EQ(findError("<a></")->getReason(), "this end tag is malformed or not closed");
+}
+
+TEST(XmlErrorPlace, OfALessThanSignInAnAttributeIsThatAttribute) {
+  expectErrorAt("<a>\n<b c='&lt;' d='1' e='&lt;<'/></a>", 2, 19);
+}
+
+TEST(XmlErrorPlace, InADocumentTypeIsThatOfTheFault) {
+  expectErrorAt("<!DOCTYPE>\n<a/>", 1, 10);
+  expectErrorAt("<!DOCTYPE\n1><a/>", 2, 1);
+  expectErrorAt("<!DOCTYPE a\n x><a/>", 2, 2);
+  expectErrorAt("<!DOCTYPE a\n SYSTEM x><a/>", 2, 9);
+  expectErrorAt("<!DOCTYPE a\n SYSTEM 'x><a/>", 2, 9);
+  expectErrorAt("<!DOCTYPE a\n PUBLIC '{' 'x'><a/>", 2, 9);
+  expectErrorAt("<!DOCTYPE a\n PUBLIC 'x'><a/>", 2, 12);
+  expectErrorAt("<!DOCTYPE a\n [\n x ]><a/>", 3, 2);
+  expectErrorAt("<!DOCTYPE a\n [\n <!ELEMENT b ANY ", 3, 2);
+  expectErrorAt("<!DOCTYPE a\n [\n <!ENTITY b\n 'c]><a/>", 4, 2);
+  expectErrorAt("<!DOCTYPE a\n [\n <!-- x ]><a/>", 3, 2);
+  expectErrorAt("<!DOCTYPE a\n [\n <?p x ]><a/>", 3, 2);
+  expectErrorAt("<!DOCTYPE a\n [\n %p ]><a/>", 3, 4);
+  expectErrorAt("<!DOCTYPE a\n [\n <!ENTITY b <c> ]><a/>", 3, 13);
+  expectErrorAt("<!DOCTYPE a\n [\n <a/>", 3, 2);
+  expectErrorAt("<!DOCTYPE a\n [\n", 2, 2);
+  expectErrorAt("<!DOCTYPE a\n [ ] x><a/>", 2, 6);
+  expectErrorAt("\n<!DOCTYPE a ", 2, 1);
 }
 
 TEST(XmlErrorPlace, IsThatInTheFileWhenEarlierLinesWereRead) {

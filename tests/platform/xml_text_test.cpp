@@ -163,19 +163,86 @@ TEST(XmlEncoding, LooksAtNamesTextCommentsAndInstructionsToo) {
         << text;
 }
 
-TEST(XmlEncoding, ReplacesWhatWasDeclared) {
-  EXPECT_EQ(
-      PlatformTest::reprint("<?xml version=\"1.0\" encoding=\"windows-1252\"?><a>\xC3\xA4</a>"),
-      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\xC3\xA4</a>\n");
-  EXPECT_EQ(PlatformTest::reprint("<?xml version=\"1.0\" encoding=\"UTF-8\"?><a>\xE4</a>"),
-            "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<a>\xE4</a>\n");
+TEST(XmlEncoding, ThatWasDeclaredStaysWithOneByteACharacter) {
+  for (const char* encoding : {"ISO-8859-1", "iso-8859-2", "ISO-8859-16", "latin1", "windows-1250",
+                               "windows-1252", "cp1251", "KOI8-R", "koi8-u", "IBM850"}) {
+    const std::string declaration = "<?xml version=\"1.0\" encoding=\"" + std::string(encoding);
+    for (const char* text : {"plain", "\xB1\xE6", "\xC3\xA4", "\x81"})
+      EXPECT_EQ(PlatformTest::reprint(declaration + "\"?><a>" + text + "</a>"),
+                declaration + "\"?>\n<a>" + text + "</a>\n");
+  }
 }
 
-TEST(XmlEncoding, OfACharacterReferenceIsUtf8WhateverTheCodePage) {
+TEST(XmlEncoding, ThatWasDeclaredStaysWhereUtf8WouldSaySomethingElse) {
+  for (const char* encoding : {"Shift_JIS", "EUC-JP", "GB18030", "GBK", "Big5", "EUC-KR"}) {
+    const std::string document = "<?xml version=\"1.0\" encoding=\"" + std::string(encoding) +
+                                 "\"?>\n<a b=\"\x83\x5C\" />\n";
+    EXPECT_EQ(PlatformTest::reprint(document), document);
+  }
+}
+
+TEST(XmlEncoding, ThatWasDeclaredStaysWhenThatLineWasReadBefore) {
+  std::istringstream in("<?xml version='1.0' encoding='ISO-8859-2'?>\n<a b='\xB1'/>");
+  std::string line;
+  std::getline(in, line);
+
+  EXPECT_EQ(PlatformTest::print(KvXmlTree(in)),
+            "<?xml version=\"1.0\" encoding=\"ISO-8859-2\"?>\n<a b='\xB1' />\n");
+}
+
+TEST(XmlEncoding, ThatWasDeclaredStaysWhateverIsSetLater) {
+  const auto tree = parse("<?xml version='1.0' encoding='ISO-8859-15'?><a/>");
+
+  tree->findRoot("a", true)->setAttribute("b", "\xE2\x82\xAC\xA4", true);
+
+  EXPECT_EQ(PlatformTest::print(*tree),
+            "<?xml version=\"1.0\" encoding=\"ISO-8859-15\"?>\n<a b=\"\xE2\x82\xAC\xA4\" />\n");
+}
+
+TEST(XmlEncoding, ThatWasDeclaredGivesWayWhereItIsUnknownOrUtf8AndNotTrue) {
+  for (const char* encoding : {"UTF-8", "UTF-16", "x-unknown", "-latin1", ""}) {
+    const std::string start = "<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?>";
+    EXPECT_EQ(PlatformTest::reprint(start + "<a>\xC3\xA4</a>"),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\xC3\xA4</a>\n");
+    EXPECT_EQ(PlatformTest::reprint(start + "<a>\xE4</a>"),
+              "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<a>\xE4</a>\n");
+  }
+}
+
+TEST(XmlEncoding, SeesWhatIsSetAndWhatIsSetAnew) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("a", false);
+  root->setAttribute("b", "\xE4", true);
+  EXPECT_NE(PlatformTest::print(tree).find("windows-1252"), std::string::npos);
+
+  root->setAttribute("b", "a", true);
+  EXPECT_NE(PlatformTest::print(tree).find("UTF-8"), std::string::npos);
+
+  root->setAttribute("\xE4", 1, true);
+  EXPECT_NE(PlatformTest::print(tree).find("windows-1252"), std::string::npos);
+}
+
+TEST(XmlEncoding, SeesWhatComesWithElementsThatStoodForThemselves) {
+  KvXmlTree tree;
+  auto* const child = new KvXmlData("\xE4", nullptr);
+  tree.open("a", false)->addChild(child);
+
+  EXPECT_NE(PlatformTest::print(tree).find("windows-1252"), std::string::npos);
+}
+
+// The control characters of ISO-8859-1 are no letters, so only windows-1252 is left.
+TEST(XmlEncoding, IsWindows1252ForNamesThatLatin1DoesNotHave) {
+  const std::string printed = PlatformTest::reprint("<\x8Ak>\x81</\x8Ak>");
+
+  EXPECT_EQ(printed, "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<\x8Ak>\x81</\x8Ak>\n");
+  EXPECT_EQ(PlatformTest::reprint(printed), printed);
+}
+
+TEST(XmlEncoding, DoesNotDependOnReferences) {
   EXPECT_EQ(PlatformTest::reprint("<a>&#228;</a>"),
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\xC3\xA4</a>\n");
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>&#228;</a>\n");
   EXPECT_EQ(PlatformTest::reprint("<a>\xE4&#228;</a>"),
-            "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<a>\xE4\xC3\xA4</a>\n");
+            "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<a>\xE4&#228;</a>\n");
 }
 
 TEST(XmlBytes, PassThroughAttributesUnchanged) {

@@ -675,7 +675,7 @@ TEST(Convert, LeavesElementsAloneThatHaveABeddingBesideThoseThatHoldThem) {
 
   EXPECT_EQ(run("convert '" + in + "' '" + out + "' --to exchange-1.0").status, 0);
 
-  EXPECT_NE(readFile(out).find("<Slab>\n    <Bedding Number=\"3\" />"), std::string::npos);
+  EXPECT_NE(readFile(out).find("<Slab>\n    <Bedding Number='3' />"), std::string::npos);
   EXPECT_EQ(readFile(out).find("Name=\"B\""), std::string::npos);
 }
 

@@ -346,8 +346,7 @@ TEST(PruneExchange, KeepsWhatStaysAsItIs) {
 }
 
 TEST(PruneExchange, Renumbers) {
-  const std::string path = makeFile(
-      "in.xml",
+  const std::string path = makeXmlFile(
       "<B><CurveBedding Number='3' Name='A' Kind='x'/><SurfaceBedding Number='7a' Name='B'/></B>");
 
   const Result result = run("prune '" + path + "' - --generated");
@@ -361,10 +360,9 @@ TEST(PruneExchange, Renumbers) {
 }
 
 TEST(PruneExchange, TreatsBothPartsOfAFoundationAlike) {
-  const std::string path =
-      makeFile("in.xml",
-               "<B><CurveBedding Number='3' Name='A'/><SurfaceBedding Number='3' Name='A'/>"
-               "<CurveBedding Number='5' Name='B'/><SurfaceBedding Number='5' Name='B'/></B>");
+  const std::string path = makeXmlFile(
+      "<B><CurveBedding Number='3' Name='A'/><SurfaceBedding Number='3' Name='A'/>"
+      "<CurveBedding Number='5' Name='B'/><SurfaceBedding Number='5' Name='B'/></B>");
   const std::string list = makeFile("list", "B\n");
 
   EXPECT_EQ(run("prune '" + path + "' - --used-by '" + list + "'").out,
@@ -384,11 +382,10 @@ TEST(PruneExchange, TreatsBothPartsOfAFoundationAlike) {
 }
 
 TEST(PruneExchange, KeepsBeddingsThatCannotBeRead) {
-  const std::string path =
-      makeFile("in.xml",
-               "<B><CurveBedding Number='0' Name='A'/><CurveBedding Number='x' Name='B'/>"
-               "<CurveBedding Name='C'/><CurveBedding Number='4'/><SurfaceBedding Number='9' "
-               "Name='D'/></B>");
+  const std::string path = makeXmlFile(
+      "<B><CurveBedding Number='0' Name='A'/><CurveBedding Number='x' Name='B'/>"
+      "<CurveBedding Name='C'/><CurveBedding Number='4'/><SurfaceBedding Number='9' "
+      "Name='D'/></B>");
 
   EXPECT_EQ(run("prune '" + path + "' - --used-by '" + makeFile("list", "") + "'").out,
             declaration +
@@ -401,8 +398,8 @@ TEST(PruneExchange, KeepsBeddingsThatCannotBeRead) {
 }
 
 TEST(PruneExchange, KeepsBeddingsOfTheFirstVersionInADocumentOfALaterOne) {
-  const std::string path = makeFile(
-      "in.xml", "<B><Bedding Number='3' Name='A'/><CurveBedding Number='3' Name='B'/></B>");
+  const std::string path =
+      makeXmlFile("<B><Bedding Number='3' Name='A'/><CurveBedding Number='3' Name='B'/></B>");
 
   EXPECT_EQ(
       run("prune '" + path + "' - --version 2.0 --used-by '" + makeFile("list", "") + "'").out,
@@ -414,7 +411,7 @@ TEST(PruneExchange, RemovesBeddingsOfTheFirstVersionByNameAndPlace) {
       "<X><B><Bedding Name='A' Number='7'/><Bedding Name='B' Colour='red'/>"
       "<CurveBedding Number='9' Name='C'/></B>"
       "<B><Bedding Name='D'/></B></X>";
-  const std::string path = makeFile("in.xml", text);
+  const std::string path = makeXmlFile(text);
   const std::string list = makeFile("list", "B\nC\nD\n");
 
   const Result result = run("prune '" + path + "' '" + path + "' --used-by '" + list + "'");

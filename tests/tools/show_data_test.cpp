@@ -83,7 +83,7 @@ TEST(ShowJson, WritesWhatIsNoFiniteNumberAsText) {
 }
 
 TEST(ShowJson, EscapesOnlyWhatJsonMust) {
-  EXPECT_NE(show("json", "<FOUND NAME='a\"b\\c&#10;d\xE2\x80\xAE&lt;/'/>")
+  EXPECT_NE(show("json", "<FOUND NAME='a&quot;b\\c&#10;d\xE2\x80\xAE&lt;/'/>")
                 .find("\"name\": \"a\\\"b\\\\c\\nd\xE2\x80\xAE</\",\n"),
             std::string::npos);
 }

@@ -15,13 +15,8 @@
 /// @file
 /// The newer XML library: a document with a root, its elements and their attributes.
 ///
-/// Text is 8-bit and passes through unchanged, whatever its code page; a character reference beyond
-/// ASCII is resolved to UTF-8. References to entities of a document's own are refused, since they
-/// are not expanded and could not be printed again. Numbers are converted alike under every process
-/// locale. Where memory runs out std::bad_alloc is thrown. The `bool` arguments named `flag` have
-/// no effect.
-///
-/// Parsing is lenient like that of the legacy XML library, see kv/xml_tree.h.
+/// Text, references, numbers, memory and what parsing lets pass are as in the legacy XML library,
+/// see kv/xml_tree.h. The `bool` arguments named `flag` have no effect.
 
 namespace KvXmlN {
 
@@ -31,8 +26,8 @@ class KV_API AttributeData {
   AttributeData(const AttributeData&) = delete;
   AttributeData& operator=(const AttributeData&) = delete;
 
-  /// The text. The reference stays valid as long as the element; after a change of the attribute,
-  /// ask again.
+  /// What the attribute means, always as it stands now. The reference stays valid as long as the
+  /// element.
   const std::string& getData() const;
 
  private:
@@ -42,7 +37,7 @@ class KV_API AttributeData {
 
   KvXmlView::AttributeHandle* attribute = nullptr;
   AttributeData* next = nullptr;  // of the same element
-  mutable std::string data;
+  std::string data;
 };
 
 /// An element. Pointers to it and to its attributes stay valid as long as its document.
@@ -100,6 +95,7 @@ class KV_API Data {
   friend struct KvXmlView::Store<Data>;
   friend class KvXmlView::Pool<Data>;
   Data();
+  void refresh(const std::string& name);
 
   KvXmlView::ElementView<Data, AttributeData> view;
 };

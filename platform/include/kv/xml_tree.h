@@ -15,16 +15,24 @@
 /// @file
 /// The legacy XML library: a document with a cursor, its elements and their attributes.
 ///
-/// Text is 8-bit and passes through unchanged, whatever its code page; a character reference beyond
-/// ASCII is resolved to UTF-8. References to entities of a document's own are refused, since they
-/// are not expanded and could not be printed again. Numbers are converted alike under every process
-/// locale. Where memory runs out std::bad_alloc is thrown. The `bool` arguments named `flag` have
-/// no effect unless said otherwise.
+/// Text is 8-bit and passes through unchanged, whatever its code page. A parsed document keeps its
+/// values and texts as they are written and prints them so; what an attribute means is worked out
+/// when it is asked for: references are resolved, line ends and tabs become blanks. A character
+/// reference beyond ASCII becomes the byte that stands for the character in the code page that the
+/// document declares (ISO-8859-1 to -16, windows-1250 to -1258, KOI8-R and -U), and UTF-8 where
+/// there is no such byte or no such declaration. References to entities of a document's own are
+/// refused, since they are not expanded. Numbers are converted alike under every process locale.
+/// Where memory runs out std::bad_alloc is thrown. The `bool` arguments named `flag` have no effect
+/// unless said otherwise.
 ///
 /// Parsing lets pass, on purpose, what is not well-formed but prints well-formed: "]]>" in a text,
 /// references to white space outside the root, white space before the XML declaration, and in that
-/// other attributes than it should have. What a document type declares is kept and not looked into.
+/// capital letters and other attributes than it should have. What the declarations in a document
+/// type say is kept and not looked into.
 
+namespace CodePages {
+struct CodePage;
+}
 namespace KvXmlView {
 struct AttributeBlock;
 }
@@ -45,13 +53,14 @@ class KV_API KvXmlAttributeData {
   /// The text as a number, likewise, "inf" and "nan" included; 0.0 when it is anything else. Beyond
   /// the range of double it is an infinity or a zero of its sign.
   double getDouble() const;
-  /// The text. The reference stays valid as long as the element; after a change of the attribute,
-  /// ask again.
+  /// What the attribute means. The reference stays valid as long as the element; after a change of
+  /// the attribute, ask again.
   const std::string& getData() const;
   /// True when the text is a whole number, as for getInteger(), that equals `value`.
   bool checkValue(int value) const;
 
  private:
+  friend class KvXmlData;
   friend struct KvXmlView::AttributeBlock;
   friend class KvXmlView::Pool<KvXmlAttributeData>;
 
@@ -60,6 +69,7 @@ class KV_API KvXmlAttributeData {
   KvXmlAttributeData() = default;
   bool hasText() const { return (word & 1) != 0; }
   Text* getText() const;
+  void keepText(const CodePages::CodePage* page) const;
   void deleteText();
   KvXmlView::AttributeHandle* getAttribute() const;
   const char* getValue() const;
@@ -172,10 +182,11 @@ class KV_API KvXmlTree {
   /// Moves the cursor; `element` must belong to this tree, or be null.
   void setCurrent(KvXmlData* element);
 
-  /// Prints the document, indented, after a declaration on a line of its own. Everything that was
-  /// parsed is kept, only white space between elements may change. The declared encoding is UTF-8
-  /// when the whole text is, else windows-1252, or ISO-8859-1 when there are bytes that
-  /// windows-1252 does not define.
+  /// Prints the document after a declaration on a line of its own. Everything that was parsed is
+  /// kept; only white space within tags and between elements may change, and not where an element
+  /// holds text or says xml:space="preserve". The declared encoding stays where it is one of a byte
+  /// a character, or of East Asia; otherwise it is UTF-8 when the whole text is, else windows-1252,
+  /// or ISO-8859-1 when there are bytes that windows-1252 does not define.
   void putToStream(std::ostream& out) const;
 
  private:

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "code_pages.h"
+#include "xml_source.h"
+
+/// What stands before the root of a document, looked at in its text, since the parser passes most
+/// of it by.
+namespace XmlProlog {
+
+/// The encoding that the declaration at the start of `text` names; empty when there is none.
+std::string findEncoding(std::string_view text);
+
+/// Refuses, with KvXmlError, a document type declaration that is not well-formed. What the
+/// declarations in it say is not looked into: they only have to end, and their quoted texts, too.
+/// Returns where in the text it ends; 0 when there is none.
+std::size_t checkDocumentType(const XmlSource::Text& text, const XmlSource::LineTable& lines,
+                              const CodePages::CodePage* page);
+
+}  // namespace XmlProlog
