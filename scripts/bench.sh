@@ -1,18 +1,29 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks and prints one table: time per foundation, and for each job the ratio
-# to its yardstick of the same size in the same run. Arguments go to the benchmarks:
-#   scripts/bench.sh [--benchmark_filter=REGEX ...]
+# Builds the benchmarks and prints two tables, or the one that is named:
+#   scripts/bench.sh [first [--jobs NAME,...] [--sizes N,...] [--pairs COUNT]]
+#   scripts/bench.sh [repeated [--benchmark_filter=REGEX ...]]
+# first:    each job once in a process of its own, as ratios to bare pugixml, with their limits and
+#           with the memory that reading takes
+# repeated: time per foundation of jobs that one process repeats, and the ratio to the yardstick of the
+#           same size in the same run
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-install_packages "${build_packages[@]}" libbenchmark-dev libxml2-dev pkg-config
+tables=${1:-both}
+[ $# -eq 0 ] || shift
+case $tables in first | repeated | both) ;; *) sed -n '2,4p' "$0" >&2; exit 2 ;; esac
+
+install_packages "${build_packages[@]}" libbenchmark-dev libxml2-dev pkg-config python3
 build=build/bench
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKVFOUND_BENCHMARKS=ON >/dev/null
-cmake --build "$build" --target kvfound_bench >/dev/null
+cmake --build "$build" --target kvfound_bench kvfound_first_run >/dev/null
 
-program=$build/bench/kvfound_bench
-"$program" --benchmark_format=csv "$@" 2>/dev/null | tr -d '"' | awk -F, '
+if [ "$tables" != repeated ]; then
+  python3 bench/first_runs.py "$build/bench/kvfound_first_run" "$@"
+fi
+[ "$tables" != first ] || exit 0
+"$build/bench/kvfound_bench" --benchmark_format=csv "$@" 2>/dev/null | tr -d '"' | awk -F, '
   BEGIN {
     yardsticks["readLegacy"] = yardsticks["readLegacyWith"] = "readLegacyWith/pugixml"
     yardsticks["writeLegacy"] = yardsticks["updateLegacy"] = "writeLegacyWith/pugixml"
@@ -40,8 +51,3 @@ program=$build/bench/kvfound_bench
         (base > 0 ? sprintf("%.2f", spent / base) : "-")
     }
   }'
-
-document=$(mktemp)
-trap 'rm -f "$document"' EXIT
-"$program" --make 1000000 >"$document"
-"$program" --memory "$document"
