@@ -15,4 +15,4 @@ install_packages() {
 }
 
 build_packages=(g++ cmake ninja-build libpugixml-dev libcli11-dev nlohmann-json3-dev)
-test_packages=("${build_packages[@]}" libgtest-dev librapidcheck-dev libxml2-utils locales mandoc python3)
+test_packages=("${build_packages[@]}" libgtest-dev librapidcheck-dev libxml2-dev libxml2-utils locales mandoc python3)
