@@ -22,7 +22,7 @@ if [ ${#targets[@]} -eq 0 ]; then
   done
 fi
 
-install_packages "${build_packages[@]}" clang libclang-rt-dev
+install_packages "${build_packages[@]}" clang libclang-rt-dev libxml2-dev
 build=${KVFOUND_BUILD:-build/fuzz}
 log=$build/build.log
 mkdir -p "$build"
