@@ -90,7 +90,8 @@ class Inspection {
         return checkValues(node);
       case pugi::node_declaration:
         checkNames(node);
-        return checkValues(node);
+        checkValues(node);
+        return checkDeclaration(node);
       case pugi::node_comment:
         return checkComment(node);
       case pugi::node_pi:
@@ -100,6 +101,12 @@ class Inspection {
       default:
         return;
     }
+  }
+
+  void checkDeclaration(const pugi::xml_node& declaration) const {
+    for (const pugi::xml_attribute a : declaration.attributes())
+      if (std::strchr(a.value(), '&') != nullptr)
+        failAt("no reference may stand in the XML declaration", a.name());
   }
 
   void checkNames(const pugi::xml_node& node) {

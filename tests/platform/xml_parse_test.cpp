@@ -314,8 +314,8 @@ TEST(XmlLeniency, TakesWhatIsPrintedWellFormed) {
   EXPECT_EQ(reprint("<a/>&#32;"), declaration + "<a />\n");
   EXPECT_EQ(reprint(" <?xml version='1.0'?><a/>"), declaration + "<a />\n");
   EXPECT_EQ(reprint(" <?xml version='1.0'?><a>text</a>"), declaration + "<a>text</a>\n");
-  for (const char* attributes : {"", " encoding='UTF-8'", " version=''", " version='two'",
-                                 " version='1.0&quot;'", " standalone='a\"b'"})
+  for (const char* attributes :
+       {"", " encoding='UTF-8'", " version=''", " version='two'", " standalone='a\"b'"})
     EXPECT_EQ(reprint("<?xml" + std::string(attributes) + "?><a/>"), declaration + "<a />\n");
 }
 
@@ -361,6 +361,11 @@ TEST(XmlRefusal, OfWhatIsNoXmlName) {
   for (const char* text :
        {"<\xC3\xA4/>", "<\xE4/>", "<a \xE4='1'/>", "<a-.1\xC2\xB7/>", "<a\xB7/>", "<\x8Ak/>"})
     EXPECT_FALSE(findError(text).has_value()) << text;
+}
+
+TEST(XmlRefusal, OfReferencesInTheDeclaration) {
+  for (const char* attribute : {"version='&#49;.0'", "version='1.0&quot;'", "encoding='UTF&#45;8'"})
+    EXPECT_TRUE(findError("<?xml " + std::string(attribute) + "?><a/>").has_value()) << attribute;
 }
 
 TEST(XmlRefusal, OfADocumentTypeWithoutAnElement) {
