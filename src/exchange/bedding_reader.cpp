@@ -58,19 +58,19 @@ struct LinePart {
 /// Both kinds of element name the attributes of a part each in their own words. Braces keep the
 /// order in which the attributes are asked for.
 template <class Keys>
-AreaPart readAreaPart(const KvXmlN::Data& element) {
-  return AreaPart{readVector(element, Keys::areaX, Keys::areaY, Keys::areaZ),
-                  readFailureAttribute(element, Keys::failAreaZ),
-                  element.getAttributeDouble(Keys::factorArea)};
+AreaPart readAreaPart(const KvXmlN::Data& element, const Keys& keys) {
+  return AreaPart{readVector(element, keys.areaX, keys.areaY, keys.areaZ),
+                  readFailureAttribute(element, keys.failAreaZ),
+                  element.getAttributeDouble(keys.factorArea)};
 }
 
 template <class Keys>
-LinePart readLinePart(const KvXmlN::Data& element) {
-  return LinePart{readVector(element, Keys::lineX, Keys::lineY, Keys::lineZ),
-                  KvVector3D{element.getAttributeDouble(Keys::rotationX), 0.0, 0.0},
-                  readFailureAttribute(element, Keys::failLineY),
-                  readFailureAttribute(element, Keys::failLineZ),
-                  element.getAttributeDouble(Keys::factorLine)};
+LinePart readLinePart(const KvXmlN::Data& element, const Keys& keys) {
+  return LinePart{readVector(element, keys.lineX, keys.lineY, keys.lineZ),
+                  KvVector3D{element.getAttributeDouble(keys.rotationX), 0.0, 0.0},
+                  readFailureAttribute(element, keys.failLineY),
+                  readFailureAttribute(element, keys.failLineZ),
+                  element.getAttributeDouble(keys.factorLine)};
 }
 
 std::unique_ptr<Foundation> makeFoundation(int number, const std::string& name) {
@@ -96,7 +96,8 @@ class Reading {
   Result readElement(const KvXmlN::Data& element);
   Result readBedding(const KvXmlN::Data& element);
   template <class Keys, class Part>
-  Result readNumbered(const KvXmlN::Data& element, Part readPart(const KvXmlN::Data&));
+  Result readNumbered(const KvXmlN::Data& element, const Keys& own,
+                      Part readPart(const KvXmlN::Data&, const Keys&));
 
   std::optional<int> readNumber(const KvXmlN::Data& element, const std::string& key);
   std::optional<std::string> readName(const KvXmlN::Data& element, const std::string& key,
@@ -112,6 +113,7 @@ class Reading {
     known.doubt();
   }
 
+  const ExchangeKeys& keys = getExchangeKeys();
   const BeddingReaderData& data;
   const std::vector<KvXmlN::Data*>& elements;
   KnownFoundations known;
@@ -131,13 +133,13 @@ void Reading::run() {
 }
 
 Reading::Result Reading::readElement(const KvXmlN::Data& element) {
-  const bool isFirstVersion = data.version->isEqualTo(firstVersion);
+  const bool isFirstVersion = data.version->isEqualTo(keys.firstVersion);
   const std::string& name = element.getName();
-  if (isFirstVersion && name == BeddingKeys::element) return readBedding(element);
-  if (name == CurveBeddingKeys::element)
-    return readNumbered<CurveBeddingKeys>(element, readLinePart<CurveBeddingKeys>);
-  if (name == SurfaceBeddingKeys::element)
-    return readNumbered<SurfaceBeddingKeys>(element, readAreaPart<SurfaceBeddingKeys>);
+  if (isFirstVersion && name == keys.bedding.element) return readBedding(element);
+  if (name == keys.curve.element)
+    return readNumbered(element, keys.curve, readLinePart<CurveBeddingKeys>);
+  if (name == keys.surface.element)
+    return readNumbered(element, keys.surface, readAreaPart<SurfaceBeddingKeys>);
   send<&ReadMessenger::onUnknownElement>(name);
   return nullptr;
 }
@@ -145,8 +147,8 @@ Reading::Result Reading::readElement(const KvXmlN::Data& element) {
 Reading::Result Reading::readBedding(const KvXmlN::Data& element) {
   const std::optional<std::string> name = readBeddingName(element);
   if (!name) return nullptr;
-  const AreaPart area = readAreaPart<BeddingKeys>(element);
-  const LinePart line = readLinePart<BeddingKeys>(element);
+  const AreaPart area = readAreaPart(element, keys.bedding);
+  const LinePart line = readLinePart(element, keys.bedding);
 
   // Numbered by what this reading has added, on purpose also where the manager has that number:
   // the format has no numbers that could be kept.
@@ -158,13 +160,13 @@ Reading::Result Reading::readBedding(const KvXmlN::Data& element) {
 
 /// A "CurveBedding" or a "SurfaceBedding", which differ in their names and in the part they hold.
 template <class Keys, class Part>
-Reading::Result Reading::readNumbered(const KvXmlN::Data& element,
-                                      Part readPart(const KvXmlN::Data&)) {
-  const std::optional<int> number = readNumber(element, Keys::number);
+Reading::Result Reading::readNumbered(const KvXmlN::Data& element, const Keys& own,
+                                      Part readPart(const KvXmlN::Data&, const Keys&)) {
+  const std::optional<int> number = readNumber(element, own.number);
   if (!number) return nullptr;
-  const std::optional<std::string> name = readName(element, Keys::name, *number);
+  const std::optional<std::string> name = readName(element, own.name, *number);
   if (!name) return nullptr;
-  const Part part = readPart(element);
+  const Part part = readPart(element, own);
 
   Result foundation = makeFoundation(*number, *name);
   part.store(*foundation);
@@ -199,7 +201,7 @@ std::optional<std::string> Reading::readName(const KvXmlN::Data& element, const 
 }
 
 std::optional<std::string> Reading::readBeddingName(const KvXmlN::Data& element) {
-  kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, BeddingKeys::name);
+  kvt::Nullable<std::string> name = KvXmlN::AttributeIn::readString(element, keys.bedding.name);
   if (!name) {
     send<&ReadMessenger::onMissingBeddingName>();
     return std::nullopt;

@@ -28,56 +28,56 @@ void writeVector(KvXmlN::Data& element, const std::string& x, const std::string&
 }
 
 template <class Keys>
-void writeAreaPart(KvXmlN::Data& element, Foundation& foundation) {
+void writeAreaPart(KvXmlN::Data& element, const Keys& keys, Foundation& foundation) {
   KvVector3D disp;
   foundation.getDispArea(disp);
-  writeVector(element, Keys::areaX, Keys::areaY, Keys::areaZ, disp);
-  writeText(element, Keys::failAreaZ, failureToText(foundation.getFailAreaZ()));
-  element.setAttribute(Keys::factorArea, foundation.getFactorArea());
+  writeVector(element, keys.areaX, keys.areaY, keys.areaZ, disp);
+  writeText(element, keys.failAreaZ, failureToText(foundation.getFailAreaZ()));
+  element.setAttribute(keys.factorArea, foundation.getFactorArea());
 }
 
 template <class Keys>
-void writeLinePart(KvXmlN::Data& element, Foundation& foundation) {
+void writeLinePart(KvXmlN::Data& element, const Keys& keys, Foundation& foundation) {
   KvVector3D disp;
   foundation.getDispLine(disp);
-  writeVector(element, Keys::lineX, Keys::lineY, Keys::lineZ, disp);
+  writeVector(element, keys.lineX, keys.lineY, keys.lineZ, disp);
   KvVector3D rot;
   foundation.getRotLine(rot);
-  if (!rot.isNull()) element.setAttribute(Keys::rotationX, rot.x);
-  writeText(element, Keys::failLineY, failureToText(foundation.getFailLineY()));
-  writeText(element, Keys::failLineZ, failureToText(foundation.getFailLineZ()));
-  element.setAttribute(Keys::factorLine, foundation.getFactorLine());
+  if (!rot.isNull()) element.setAttribute(keys.rotationX, rot.x);
+  writeText(element, keys.failLineY, failureToText(foundation.getFailLineY()));
+  writeText(element, keys.failLineZ, failureToText(foundation.getFailLineZ()));
+  element.setAttribute(keys.factorLine, foundation.getFactorLine());
 }
 
 template <class Keys>
-void writeNumberAndName(KvXmlN::Data& element, const Foundation& foundation) {
-  element.setAttribute(Keys::number, foundation.getNumber(), true);
-  writeText(element, Keys::name, foundation.getName());
+void writeNumberAndName(KvXmlN::Data& element, const Keys& keys, const Foundation& foundation) {
+  element.setAttribute(keys.number, foundation.getNumber(), true);
+  writeText(element, keys.name, foundation.getName());
 }
 
 void writeBedding(KvXmlN::Data& container, Foundation& foundation) {
-  using Keys = BeddingKeys;
-  KvXmlN::Data* const element = container.createChild(Keys::element);
+  const BeddingKeys& keys = getExchangeKeys().bedding;
+  KvXmlN::Data* const element = container.createChild(keys.element);
   if (element == nullptr) return;
-  writeText(*element, Keys::name, foundation.getName());
-  writeAreaPart<Keys>(*element, foundation);
-  writeLinePart<Keys>(*element, foundation);
+  writeText(*element, keys.name, foundation.getName());
+  writeAreaPart(*element, keys, foundation);
+  writeLinePart(*element, keys, foundation);
 }
 
 void writeCurveBedding(KvXmlN::Data& container, Foundation& foundation) {
-  using Keys = CurveBeddingKeys;
-  KvXmlN::Data* const element = container.createChild(Keys::element);
+  const CurveBeddingKeys& keys = getExchangeKeys().curve;
+  KvXmlN::Data* const element = container.createChild(keys.element);
   if (element == nullptr) return;
-  writeNumberAndName<Keys>(*element, foundation);
-  writeLinePart<Keys>(*element, foundation);
+  writeNumberAndName(*element, keys, foundation);
+  writeLinePart(*element, keys, foundation);
 }
 
 void writeSurfaceBedding(KvXmlN::Data& container, Foundation& foundation) {
-  using Keys = SurfaceBeddingKeys;
-  KvXmlN::Data* const element = container.createChild(Keys::element);
+  const SurfaceBeddingKeys& keys = getExchangeKeys().surface;
+  KvXmlN::Data* const element = container.createChild(keys.element);
   if (element == nullptr) return;
-  writeNumberAndName<Keys>(*element, foundation);
-  writeAreaPart<Keys>(*element, foundation);
+  writeNumberAndName(*element, keys, foundation);
+  writeAreaPart(*element, keys, foundation);
 }
 
 }  // namespace
@@ -90,7 +90,7 @@ BeddingWriter::~BeddingWriter() = default;
 void BeddingWriter::setMessenger(ReadMessenger* messenger) { data->messenger = messenger; }
 
 void BeddingWriter::write(KvXmlN::Data& container) const {
-  const bool isFirstVersion = data->version->isEqualTo(firstVersion);
+  const bool isFirstVersion = data->version->isEqualTo(getExchangeKeys().firstVersion);
   for (Foundation* foundation : data->manager->getFoundations()) {
     if (foundation == nullptr) continue;
     if (isFirstVersion) {

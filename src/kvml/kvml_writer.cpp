@@ -10,8 +10,6 @@
 namespace Found {
 namespace {
 
-namespace Keys = KvmlKeys;
-
 constexpr const char* stiffnessFormat = "%.1f";
 constexpr const char* factorFormat = "%.2f";
 
@@ -32,16 +30,18 @@ void writeStiffness(KvXmlN::Data& element, const std::string& key, double value)
 
 /// Number, name and translation, which areas and beams have in common.
 void writeHead(KvXmlN::Data& element, const Foundation& foundation, const KvVector3D& disp) {
-  element.setAttribute(Keys::number, foundation.getNumber(), true);
-  element.setAttribute(Keys::name, foundation.getName(), true);
-  writeStiffness(element, Keys::stiffnessX, disp.x);
-  writeStiffness(element, Keys::stiffnessY, disp.y);
-  writeStiffness(element, Keys::stiffnessZ, disp.z);
+  const KvmlKeys& keys = getKvmlKeys();
+  element.setAttribute(keys.number, foundation.getNumber(), true);
+  element.setAttribute(keys.name, foundation.getName(), true);
+  writeStiffness(element, keys.stiffnessX, disp.x);
+  writeStiffness(element, keys.stiffnessY, disp.y);
+  writeStiffness(element, keys.stiffnessZ, disp.z);
 }
 
 void writeTail(KvXmlN::Data& element, const std::string& failureText, double factor) {
-  element.setAttribute(Keys::failure, failureText, true);
-  element.setAttribute(Keys::factor, factor, factorFormat);
+  const KvmlKeys& keys = getKvmlKeys();
+  element.setAttribute(keys.failure, failureText, true);
+  element.setAttribute(keys.factor, factor, factorFormat);
 }
 
 /// Which display text stands for which modes in y and z. An area fails in z only.
@@ -73,10 +73,11 @@ struct KvmlWriter::Implementation {
 
 void KvmlWriter::Implementation::writeAreas(KvXmlN::Data& list,
                                             const std::set<Foundation*>& areas) const {
+  const KvmlKeys& keys = getKvmlKeys();
   for (Foundation* foundation : sortByNumber(areas)) {
     KvVector3D disp;
     if (!foundation->getDispArea(disp)) continue;
-    KvXmlN::Data* const element = list.createChild(Keys::area);
+    KvXmlN::Data* const element = list.createChild(keys.area);
     if (element == nullptr) continue;
     writeHead(*element, *foundation, disp);
     writeTail(*element, loadFailureText(Foundation::None, foundation->getFailAreaZ()),
@@ -86,13 +87,14 @@ void KvmlWriter::Implementation::writeAreas(KvXmlN::Data& list,
 
 void KvmlWriter::Implementation::writeBeams(KvXmlN::Data& list,
                                             const std::set<Foundation*>& beams) const {
+  const KvmlKeys& keys = getKvmlKeys();
   for (Foundation* foundation : sortByNumber(beams)) {
     KvVector3D disp;
     if (!foundation->getDispLine(disp)) continue;
-    KvXmlN::Data* const element = list.createChild(Keys::beam);
+    KvXmlN::Data* const element = list.createChild(keys.beam);
     if (element == nullptr) continue;
     writeHead(*element, *foundation, disp);
-    writeStiffness(*element, Keys::rotationX, foundation->getValueLine(3));
+    writeStiffness(*element, keys.rotationX, foundation->getValueLine(3));
     writeTail(*element, loadFailureText(foundation->getFailLineY(), foundation->getFailLineZ()),
               foundation->getFactorLine());
   }
@@ -114,7 +116,7 @@ KvmlWriter::~KvmlWriter() = default;
 void KvmlWriter::write(KvXmlN::Data& parent, const std::set<Foundation*>& areas,
                        const std::set<Foundation*>& beams) const {
   if (areas.empty() && beams.empty()) return;
-  KvXmlN::Data* const list = parent.createChild(Keys::beddings);
+  KvXmlN::Data* const list = parent.createChild(getKvmlKeys().beddings);
   if (list == nullptr) return;
   implementation->writeAreas(*list, areas);
   implementation->writeBeams(*list, beams);

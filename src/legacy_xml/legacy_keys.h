@@ -2,29 +2,38 @@
 
 #include <string>
 
+namespace Found {
+
 /// Element and attribute names of the legacy model document.
-namespace Found::LegacyKeys {
+struct LegacyKeys {
+  const std::string root = "SMOD";
+  const std::string foundations = "FOUNDATIONS";
+  const std::string current = "CURRENT";
+  const std::string foundation = "FOUND";
 
-inline const std::string root = "SMOD";
-inline const std::string foundations = "FOUNDATIONS";
-inline const std::string current = "CURRENT";
-inline const std::string foundation = "FOUND";
+  const std::string number = "NUMBER";
+  const std::string areaX = "FXAREA";
+  const std::string areaY = "FYAREA";
+  const std::string areaZ = "FZAREA";
+  const std::string lineX = "FXLINE";
+  const std::string lineY = "FYLINE";
+  const std::string lineZ = "FZLINE";
+  const std::string rotationX = "FXX";
+  const std::string failAreaZ = "FAILZAREA";
+  const std::string failLineX = "FAILXLINE";
+  const std::string failLineY = "FAILYLINE";
+  const std::string failLineZ = "FAILZLINE";
+  const std::string factorArea = "FACAREA";
+  const std::string factorLine = "FACLINE";
+  const std::string isGenerated = "IsGenerated";
+  const std::string name = "NAME";
+};
 
-inline const std::string number = "NUMBER";
-inline const std::string areaX = "FXAREA";
-inline const std::string areaY = "FYAREA";
-inline const std::string areaZ = "FZAREA";
-inline const std::string lineX = "FXLINE";
-inline const std::string lineY = "FYLINE";
-inline const std::string lineZ = "FZLINE";
-inline const std::string rotationX = "FXX";
-inline const std::string failAreaZ = "FAILZAREA";
-inline const std::string failLineX = "FAILXLINE";
-inline const std::string failLineY = "FAILYLINE";
-inline const std::string failLineZ = "FAILZLINE";
-inline const std::string factorArea = "FACAREA";
-inline const std::string factorLine = "FACLINE";
-inline const std::string isGenerated = "IsGenerated";
-inline const std::string name = "NAME";
+/// Made when first asked for and never destroyed, since hosts read and write documents in
+/// constructors and destructors of static objects too.
+inline const LegacyKeys& getLegacyKeys() {
+  static const auto* const keys = new LegacyKeys;
+  return *keys;
+}
 
-}  // namespace Found::LegacyKeys
+}  // namespace Found

@@ -14,8 +14,6 @@
 namespace Found {
 namespace {
 
-namespace Keys = LegacyKeys;
-
 constexpr int notNumbered = -1;
 
 int readInteger(const KvXmlData& element, const std::string& key, int absent) {
@@ -69,9 +67,10 @@ const KvVector3D* nullIfZero(const KvVector3D& v) { return v.length() > 0.0 ? &v
 
 /// Everything that a "FOUND" element tells but its number.
 std::unique_ptr<Foundation> readFoundation(const KvXmlData& element) {
-  const KvVector3D area = readVector(element, Keys::areaX, Keys::areaY, Keys::areaZ);
-  const KvVector3D line = readVector(element, Keys::lineX, Keys::lineY, Keys::lineZ);
-  const KvVector3D rotation(readDouble(element, Keys::rotationX, 0.0), 0.0, 0.0);
+  const LegacyKeys& keys = getLegacyKeys();
+  const KvVector3D area = readVector(element, keys.areaX, keys.areaY, keys.areaZ);
+  const KvVector3D line = readVector(element, keys.lineX, keys.lineY, keys.lineZ);
+  const KvVector3D rotation(readDouble(element, keys.rotationX, 0.0), 0.0, 0.0);
 
   // A foundation that was read always has an area translation, if only a zero one; the other
   // vectors only where there is a value.
@@ -79,14 +78,14 @@ std::unique_ptr<Foundation> readFoundation(const KvXmlData& element) {
   Foundation& foundation = *created;
   foundation.setDispLine(nullIfZero(line));
 
-  readFailure<&Foundation::setFailAreaZ>(element, Keys::failAreaZ, foundation);
-  readFailure<&Foundation::setFailLineX>(element, Keys::failLineX, foundation);
-  readFailure<&Foundation::setFailLineY>(element, Keys::failLineY, foundation);
-  readFailure<&Foundation::setFailLineZ>(element, Keys::failLineZ, foundation);
-  readDouble<&Foundation::setFactorArea>(element, Keys::factorArea, foundation);
-  readDouble<&Foundation::setFactorLine>(element, Keys::factorLine, foundation);
-  readFlag<&Foundation::setGenerated>(element, Keys::isGenerated, foundation);
-  readName(element, Keys::name, foundation);
+  readFailure<&Foundation::setFailAreaZ>(element, keys.failAreaZ, foundation);
+  readFailure<&Foundation::setFailLineX>(element, keys.failLineX, foundation);
+  readFailure<&Foundation::setFailLineY>(element, keys.failLineY, foundation);
+  readFailure<&Foundation::setFailLineZ>(element, keys.failLineZ, foundation);
+  readDouble<&Foundation::setFactorArea>(element, keys.factorArea, foundation);
+  readDouble<&Foundation::setFactorLine>(element, keys.factorLine, foundation);
+  readFlag<&Foundation::setGenerated>(element, keys.isGenerated, foundation);
+  readName(element, keys.name, foundation);
   return created;
 }
 
@@ -117,7 +116,8 @@ bool startsAsXml(std::istream& in) {
 }  // namespace
 
 void FoundationManager::createFromXml(KvXmlData* data) {
-  KvXmlData* const list = data != nullptr ? data->findTree(Keys::foundations, true) : nullptr;
+  const LegacyKeys& keys = getLegacyKeys();
+  KvXmlData* const list = data != nullptr ? data->findTree(keys.foundations, true) : nullptr;
 
   reset();
   currentFoundation = nullptr;
@@ -126,8 +126,8 @@ void FoundationManager::createFromXml(KvXmlData* data) {
   // Each is numbered and named as giveFoundation() would, and then given the number it brings.
   Succession succession(foundations);
   for (const KvXmlData* element : list->getChildren()) {
-    if (element->getName() != Keys::foundation) continue;
-    const int number = readInteger(*element, Keys::number, notNumbered);
+    if (element->getName() != keys.foundation) continue;
+    const int number = readInteger(*element, keys.number, notNumbered);
     std::unique_ptr<Foundation> created = readFoundation(*element);
     created->setNumber(number != notNumbered ? number : succession.giveNumber());
     if (created->getName().empty()) created->setName(succession.giveName());
@@ -135,7 +135,7 @@ void FoundationManager::createFromXml(KvXmlData* data) {
     succession.noteLast();
   }
 
-  if (const KvXmlAttributeData* const current = list->findAttribute(Keys::current))
+  if (const KvXmlAttributeData* const current = list->findAttribute(keys.current))
     currentFoundation = findFoundation(current->getData());
 }
 
@@ -147,7 +147,7 @@ bool FoundationManager::readXml(const std::string& path) {
   // Parsed before anything is touched: a document that is not well-formed throws here and the
   // manager keeps what it has.
   const KvXmlTree tree(*file);
-  createFromXml(tree.findRoot(Keys::root, true));
+  createFromXml(tree.findRoot(getLegacyKeys().root, true));
   return true;
 }
 

@@ -9,8 +9,6 @@
 namespace Found {
 namespace {
 
-namespace Keys = LegacyKeys;
-
 template <class Value>
 void writeAttribute(const KvXmlTree& tree, const std::string& key, const Value& value) {
   if (KvXmlData* const element = tree.getCurrent()) element->setAttribute(key, value, true);
@@ -30,36 +28,38 @@ void writeFailure(const KvXmlTree& tree, const std::string& key, Foundation::Fai
 
 /// Writes everything but the number on the current element.
 void writeFoundation(KvXmlTree& tree, Foundation& foundation) {
-  writeAttribute(tree, Keys::name, foundation.getName());
+  const LegacyKeys& keys = getLegacyKeys();
+  writeAttribute(tree, keys.name, foundation.getName());
 
   KvVector3D v;
-  if (foundation.getDispArea(v)) writeVector(tree, Keys::areaX, Keys::areaY, Keys::areaZ, v);
-  if (foundation.getDispLine(v)) writeVector(tree, Keys::lineX, Keys::lineY, Keys::lineZ, v);
-  if (foundation.getRotLine(v)) tree.setAttribute(Keys::rotationX, v.x);
+  if (foundation.getDispArea(v)) writeVector(tree, keys.areaX, keys.areaY, keys.areaZ, v);
+  if (foundation.getDispLine(v)) writeVector(tree, keys.lineX, keys.lineY, keys.lineZ, v);
+  if (foundation.getRotLine(v)) tree.setAttribute(keys.rotationX, v.x);
 
   // The stored modes, whether or not failing is possible: the format has no place for that flag.
-  writeFailure(tree, Keys::failAreaZ, foundation.getFailAreaZ());
-  writeFailure(tree, Keys::failLineX, foundation.getFailLineX());
-  writeFailure(tree, Keys::failLineY, foundation.getFailLineY());
-  writeFailure(tree, Keys::failLineZ, foundation.getFailLineZ());
+  writeFailure(tree, keys.failAreaZ, foundation.getFailAreaZ());
+  writeFailure(tree, keys.failLineX, foundation.getFailLineX());
+  writeFailure(tree, keys.failLineY, foundation.getFailLineY());
+  writeFailure(tree, keys.failLineZ, foundation.getFailLineZ());
 
-  tree.setAttribute(Keys::factorArea, foundation.getFactorArea());
-  tree.setAttribute(Keys::factorLine, foundation.getFactorLine());
-  writeAttribute(tree, Keys::isGenerated, foundation.isGenerated() ? 1 : 0);
+  tree.setAttribute(keys.factorArea, foundation.getFactorArea());
+  tree.setAttribute(keys.factorLine, foundation.getFactorLine());
+  writeAttribute(tree, keys.isGenerated, foundation.isGenerated() ? 1 : 0);
 }
 
 }  // namespace
 
 void FoundationManager::updateXml(KvXmlTree* tree) const {
   if (tree == nullptr) return;
-  tree->open(Keys::foundations, false);
+  const LegacyKeys& keys = getLegacyKeys();
+  tree->open(keys.foundations, false);
   tree->flush();
   if (currentFoundation != nullptr)
-    writeAttribute(*tree, Keys::current, currentFoundation->getName());
+    writeAttribute(*tree, keys.current, currentFoundation->getName());
 
   std::optional<NumberedChildren> elements;
   if (KvXmlData* const list = tree->getCurrent())
-    elements.emplace(*list, Keys::foundation, Keys::number, foundations.size());
+    elements.emplace(*list, keys.foundation, keys.number, foundations.size());
   for (Foundation* foundation : foundations) {
     if (foundation == nullptr) continue;
     if (elements) tree->setCurrent(elements->give(foundation->getNumber()));
@@ -70,9 +70,10 @@ void FoundationManager::updateXml(KvXmlTree* tree) const {
 }
 
 void FoundationManager::writeXml(std::ofstream& out) const {
+  const LegacyKeys& keys = getLegacyKeys();
   KvXmlTree tree;
-  tree.open(Keys::root, false);
-  tree.findRoot(Keys::root, true);
+  tree.open(keys.root, false);
+  tree.findRoot(keys.root, true);
   updateXml(&tree);
   tree.close();
   tree.putToStream(out);
