@@ -1,7 +1,6 @@
 #include "exchange/known_foundations.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace Found::Umo {
 namespace {
@@ -16,36 +15,25 @@ bool hasAny(const std::vector<Foundation*>& list, const Test& test) {
   });
 }
 
-std::uint32_t hash(const std::string& name) {
-  return static_cast<std::uint32_t>(std::hash<std::string>()(name));
-}
-
-/// Numbers that follow one another start side by side, which is how most documents ask for them;
-/// those that differ in their upper bits only start apart.
-std::uint32_t hash(int number) {
-  const auto bits = static_cast<std::uint32_t>(number);
-  return bits ^ (bits >> 16);
-}
-
 }  // namespace
 
 bool KnownFoundations::hasName(const std::string& name) {
-  if (useTables()) return tables->names.contains(hash(name), isNamed(name));
+  if (useTables()) return tables->names.find(name) != nullptr;
   return hasAny(list, [&name](const Foundation& listed) { return listed.getName() == name; });
 }
 
 bool KnownFoundations::hasNumber(int number) {
-  if (useTables()) return tables->numbers.contains(hash(number), isNumbered(number));
+  if (useTables()) return tables->numbers.find(number) != nullptr;
   return hasAny(list, [number](const Foundation& listed) { return listed.getNumber() == number; });
 }
 
 std::string KnownFoundations::makeFreeName(const std::string& wanted) {
-  int counter = useTables() ? tables->counters[wanted] : 0;
+  int counter = useTables() ? *tables->names.find(wanted) : 0;
   std::string candidate;
   do {
     candidate = wanted + "_" + std::to_string(++counter);
   } while (hasName(candidate));
-  if (tables) tables->counters[wanted] = counter;
+  if (tables) *tables->names.find(wanted) = counter;
   return candidate;
 }
 
@@ -72,7 +60,7 @@ bool KnownFoundations::areEntriesValid() const {
            (listed == nullptr ||
             (entry.number == listed->getNumber() && entry.name == listed->getName()));
   };
-  const std::vector<Entry>& entries = tables->entries;
+  const std::deque<Entry>& entries = tables->entries;
   return entries.size() <= list.size() &&
          std::equal(entries.begin(), entries.end(), list.begin(), isSame);
 }
@@ -87,10 +75,9 @@ void KnownFoundations::addEntry(const Foundation* foundation) {
 void KnownFoundations::enterNext() {
   const std::size_t place = tables->entered++;
   if (list[place] == nullptr) return;
-  const std::string& name = list[place]->getName();
-  const int number = list[place]->getNumber();
-  tables->names.add(hash(name), place, isNamed(name));
-  tables->numbers.add(hash(number), place, isNumbered(number));
+  const std::string& name = isWatched ? tables->entries[place].name : list[place]->getName();
+  tables->names.add(name, 0);
+  tables->numbers.add(list[place]->getNumber(), {});
 }
 
 }  // namespace Found::Umo

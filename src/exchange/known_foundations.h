@@ -1,13 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <string>
-#include <unordered_map>
+#include <string_view>
+#include <variant>
 #include <vector>
 
-#include "exchange/place_table.h"
 #include "found/foundation.h"
+#include "manager/key_table.h"
 
 namespace Found::Umo {
 
@@ -27,7 +29,8 @@ class KnownFoundations {
   bool hasName(const std::string& name);
   bool hasNumber(int number);
 
-  /// `wanted`, "_" and the first counter from 1 on that makes a name the list does not have.
+  /// `wanted`, which the list has, "_" and the first counter from 1 on that makes a name it does
+  /// not have.
   std::string makeFreeName(const std::string& wanted);
 
   /// Takes note of the foundation just appended. Even in doubt: only what was noted can be seen to
@@ -48,13 +51,13 @@ class KnownFoundations {
   struct Tables {
     explicit Tables(std::size_t expected) : names(expected), numbers(expected) {}
 
-    std::vector<Entry> entries;  // the start of the list, where there are messages
-    std::size_t entered = 0;     // how many of the list are in the tables below
-    PlaceTable names;
-    PlaceTable numbers;
-    // The last counter given to a name that was wanted before. Names are only added as long as the
-    // tables hold, so the counters up to it need no second try.
-    std::unordered_map<std::string, int> counters;
+    // The start of the list, where there are messages. They stay in place: the names are theirs.
+    std::deque<Entry> entries;
+    std::size_t entered = 0;  // how many of the list are in the tables below
+    // With the last counter given to a name that was wanted before. Names are only added as long as
+    // the tables hold, so the counters up to it need no second try.
+    KeyTable<std::string_view, int> names;
+    KeyTable<int, std::monostate> numbers;
   };
 
   /// True when the tables can be asked, after making them or comparing them with the list as need
@@ -62,15 +65,7 @@ class KnownFoundations {
   bool useTables();
   bool areEntriesValid() const;
   void addEntry(const Foundation* foundation);
-
-  // Only to be asked while the tables are those of the list.
   void enterNext();
-  auto isNamed(const std::string& name) const {
-    return [&](std::size_t place) { return list[place]->getName() == name; };
-  }
-  auto isNumbered(int number) const {
-    return [this, number](std::size_t place) { return list[place]->getNumber() == number; };
-  }
 
   const std::vector<Foundation*>& list;
   std::size_t expectedSize;

@@ -7,9 +7,10 @@ namespace Found {
 
 NumberedChildren::NumberedChildren(KvXmlData& parentElement, std::string elementName,
                                    std::string numberKey, std::size_t expected)
-    : parent(parentElement), name(std::move(elementName)), key(std::move(numberKey)) {
-  firsts.reserve(expected);
-}
+    : parent(parentElement),
+      name(std::move(elementName)),
+      key(std::move(numberKey)),
+      firsts(parent.getChildren().size() + expected) {}
 
 std::optional<int> NumberedChildren::passNext() {
   KvXmlData* const child = parent.getChildren()[passed];
@@ -21,16 +22,15 @@ std::optional<int> NumberedChildren::passNext() {
     if (attribute != nullptr && attribute->checkValue(attribute->getInteger()))
       number = attribute->getInteger();
   }
-  if (number) firsts.emplace(*number, child);
+  if (number) firsts.add(*number, child);
   ++passed;
   return number;
 }
 
 KvXmlData* NumberedChildren::find(int number) {
-  const auto first = firsts.find(number);
-  if (first != firsts.end()) return first->second;
+  if (KvXmlData* const* const first = firsts.find(number)) return *first;
   while (passed < parent.getChildren().size())
-    if (passNext() == number) return firsts.at(number);
+    if (passNext() == number) return *firsts.find(number);
   return nullptr;
 }
 
@@ -41,7 +41,7 @@ KvXmlData* NumberedChildren::give(int number) {
   parent.addChild(created.get());
   KvXmlData* const child = created.release();  // the parent owns it from here on
   child->setAttribute(key, number, true);
-  firsts.emplace(number, child);
+  firsts.add(number, child);
   ++passed;
   return child;
 }

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <unordered_map>
 
 #include "kv/xml_tree.h"
+#include "manager/key_table.h"
 
 namespace Found {
 
@@ -33,7 +33,7 @@ class NumberedChildren {
   std::string name;
   std::string key;
   std::size_t passed = 0;
-  std::unordered_map<int, KvXmlData*> firsts;
+  KeyTable<int, KvXmlData*> firsts;
 };
 
 }  // namespace Found

@@ -46,7 +46,8 @@ std::string Succession::giveName() {
   namesKnown = true;
 
   long long candidate = std::max<long long>(giveNumber(), nextCandidate);
-  while (taken.count(candidate) > 0) ++candidate;
+  for (; !taken.empty() && taken.top() <= candidate; taken.pop())
+    if (taken.top() == candidate) ++candidate;
   nextCandidate = candidate + 1;
   return makeDefaultName(candidate);
 }
@@ -58,7 +59,7 @@ void Succession::noteLast() {
 
 void Succession::noteName(const Foundation& foundation) {
   const long long number = findDefaultNumber(foundation.getName());
-  if (number > 0) taken.insert(number);
+  if (number > 0) taken.push(number);
 }
 
 }  // namespace Found

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <queue>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "found/foundation.h"
@@ -42,10 +43,11 @@ class Succession {
 
   const std::vector<Foundation*>& list;
   int highest = 0;
-  bool namesKnown = false;              // only a list with an unnamed foundation needs them
-  std::unordered_set<long long> taken;  // the numbers of all default names in the list
+  bool namesKnown = false;  // only a list with an unnamed foundation needs them
   // No name is ever freed and numbers only rise, so candidates tried before need no second try.
   long long nextCandidate = 0;
+  // The numbers of the default names in the list, lowest first. Those below the next candidate go.
+  std::priority_queue<long long, std::vector<long long>, std::greater<>> taken;
 };
 
 }  // namespace Found
