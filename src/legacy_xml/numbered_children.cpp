@@ -12,26 +12,37 @@ NumberedChildren::NumberedChildren(KvXmlData& parentElement, std::string element
       key(std::move(numberKey)),
       firsts(parent.getChildren().size() + expected) {}
 
-std::optional<int> NumberedChildren::passNext() {
-  KvXmlData* const child = parent.getChildren()[passed];
-  std::optional<int> number;
-  if (child->getName() == name) {
-    const KvXmlAttributeData* const attribute = child->findAttribute(key);
-    // An attribute has no other value than its integer; but a text that is no number reads as 0 and
-    // is not the number 0, which only checkValue() tells.
-    if (attribute != nullptr && attribute->checkValue(attribute->getInteger()))
-      number = attribute->getInteger();
-  }
-  if (number) firsts.add(*number, child);
-  ++passed;
-  return number;
+KvXmlData* NumberedChildren::find(int number) {
+  if (KvXmlData* const child = findPassed(number)) return child;
+  while (passed < parent.getChildren().size())
+    if (KvXmlData* const child = passNext(number)) return child;
+  return nullptr;
 }
 
-KvXmlData* NumberedChildren::find(int number) {
-  if (KvXmlData* const* const first = firsts.find(number)) return *first;
-  while (passed < parent.getChildren().size())
-    if (passNext() == number) return *firsts.find(number);
-  return nullptr;
+KvXmlData* NumberedChildren::findPassed(int number) {
+  const Child* const first = firsts.find(number);
+  for (const Child& child : doubtful) {
+    if (first != nullptr && first->place < child.place) break;
+    if (child.element->findAttribute(key)->checkValue(number)) return child.element;
+  }
+  return first != nullptr ? first->element : nullptr;
+}
+
+KvXmlData* NumberedChildren::passNext(int number) {
+  const Child child{parent.getChildren()[passed], passed};
+  ++passed;
+  if (child.element->getName() != name) return nullptr;
+  const KvXmlAttributeData* const attribute = child.element->findAttribute(key);
+  if (attribute == nullptr) return nullptr;
+
+  const int own = attribute->getInteger();
+  const bool isDoubtful = !attribute->checkValue(own);
+  if (isDoubtful)
+    doubtful.push_back(child);
+  else
+    firsts.add(own, child);
+  const bool isWanted = isDoubtful ? attribute->checkValue(number) : own == number;
+  return isWanted ? child.element : nullptr;
 }
 
 KvXmlData* NumberedChildren::give(int number) {
@@ -41,8 +52,7 @@ KvXmlData* NumberedChildren::give(int number) {
   parent.addChild(created.get());
   KvXmlData* const child = created.release();  // the parent owns it from here on
   child->setAttribute(key, number, true);
-  firsts.add(number, child);
-  ++passed;
+  firsts.add(number, {child, passed++});
   return child;
 }
 

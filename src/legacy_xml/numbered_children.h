@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "kv/xml_tree.h"
 #include "manager/key_table.h"
@@ -13,6 +13,10 @@ namespace Found {
 ///
 /// Children that were passed in one search are known in the next, so that updating a document takes
 /// a time in proportion to its size. Only give() may add children in the meantime.
+///
+/// Which number an attribute has is for its library to say. One that equals its own integer counts
+/// as having no other number. One that does not, such as a text that is no number, is doubtful: it
+/// is asked about every number that is looked for.
 class NumberedChildren {
  public:
   /// `expected`: about how many numbers there are.
@@ -26,14 +30,23 @@ class NumberedChildren {
   KvXmlData* give(int number);
 
  private:
-  /// Takes note of the next child and returns its number, if it has one.
-  std::optional<int> passNext();
+  struct Child {
+    KvXmlData* element;
+    std::size_t place;  // in the order of the children
+  };
+
+  /// Null when there is none among those that were passed.
+  KvXmlData* findPassed(int number);
+
+  /// Takes note of the next child, and returns it when it has `number`.
+  KvXmlData* passNext(int number);
 
   KvXmlData& parent;
   std::string name;
   std::string key;
   std::size_t passed = 0;
-  KeyTable<int, KvXmlData*> firsts;
+  KeyTable<int, Child> firsts;
+  std::vector<Child> doubtful;
 };
 
 }  // namespace Found

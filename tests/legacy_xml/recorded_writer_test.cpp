@@ -34,6 +34,14 @@ class RecordedWriter : public RecordedTest {
     return foundation;
   }
 
+  /// The calls of this operation, in their order.
+  static Lines listCallsStarting(const std::string& operation) {
+    Lines calls;
+    for (const std::string& call : Recording::getLog())
+      if (call.rfind(operation, 0) == 0) calls.push_back(call);
+    return calls;
+  }
+
   FoundationManager manager;
 };
 
@@ -125,6 +133,64 @@ TEST_F(RecordedWriter, LetsTheLibraryCompareTheNumber) {
   EXPECT_EQ(std::count(log.begin(), log.end(), "findAttribute OTHER NUMBER"), 0);
   EXPECT_EQ(std::count(log.begin(), log.end(), "findAttribute FOUND NUMBER"), 1);
   EXPECT_EQ(std::count(log.begin(), log.end(), "checkValue NUMBER 3"), 1);
+}
+
+/// What is left of a list of such numbers after an update by foundations of numbers 3 and 5, in
+/// which those that it found have an "A" for 3 and a "B" for 5 behind them.
+std::string updateList(const Lines& numbers) {
+  Lines lines = {"SMOD", " FOUNDATIONS"};
+  for (const std::string& number : numbers) lines.push_back("  FOUND NUMBER=" + number);
+  const std::unique_ptr<KvXmlTree> tree = makeTree(lines);
+  FoundationManager manager;
+  addFoundation(manager, 3, "A");
+  addFoundation(manager, 5, "B");
+
+  manager.updateXml(tree.get());
+
+  std::string left;
+  const Lines after = Recording::describe(*tree);
+  for (std::size_t i = 2; i < after.size(); ++i) {
+    const std::size_t number = after[i].find('=') + 1;
+    left += (i == 2 ? "" : " ") + after[i].substr(number, after[i].find(' ', number) - number);
+    const std::size_t name = after[i].find("NAME=");
+    if (name != std::string::npos) left += after[i][name + 5];
+  }
+  return left;
+}
+
+TEST_F(RecordedWriter, AsksAttributesThatAreNotTheirIntegerAboutEachNumber) {
+  EXPECT_EQ(updateList({"?7?5", "?4?3"}), "?7?5B ?4?3A");
+  EXPECT_EQ(updateList({"?5?3"}), "?5?3B");
+  EXPECT_EQ(updateList({"?7"}), "?7 3A 5B");
+}
+
+TEST_F(RecordedWriter, KeepsTheOrderOfTheChildrenAmongThoseThatOnlyTheLibraryKnows) {
+  const struct {
+    Lines numbers;
+    const char* left;
+  } rows[] = {{{"?5", "5"}, "?5B 5 3A"},
+              {{"5", "?5"}, "5B ?5 3A"},
+              {{"?5", "3", "5"}, "?5B 3A 5"},
+              {{"3", "?5", "5"}, "3A ?5B 5"},
+              {{"3", "5", "?5"}, "3A 5B ?5"},
+              {{"?5", "5", "3"}, "?5B 5 3A"},
+              {{"5", "?5", "3"}, "5B ?5 3A"},
+              {{"?7", "5", "?5", "3"}, "?7 5B ?5 3A"},
+              {{"?7", "?5", "5", "3"}, "?7 ?5B 5 3A"},
+              {{"?7?5", "?5", "3"}, "?7?5B ?5 3A"}};
+  for (const auto& row : rows) EXPECT_EQ(updateList(row.numbers), row.left);
+}
+
+TEST_F(RecordedWriter, AsksNoOtherAttributeTwice) {
+  const std::unique_ptr<KvXmlTree> tree = makeTree(
+      {"SMOD", " FOUNDATIONS", "  FOUND NUMBER=4", "  FOUND NUMBER=?9", "  FOUND NUMBER=6"});
+  for (int number = 1; number <= 3; ++number) addFoundation(manager, number, "A");
+
+  manager.updateXml(tree.get());
+
+  EXPECT_EQ(listCallsStarting("checkValue"),
+            (Lines{"checkValue NUMBER 4", "checkValue NUMBER 0", "checkValue NUMBER 1",
+                   "checkValue NUMBER 6", "checkValue NUMBER 2", "checkValue NUMBER 3"}));
 }
 
 TEST_F(RecordedWriter, FlushesOnceRightAfterOpening) {

@@ -21,6 +21,11 @@ Number parseNumber(const std::string& text) {
   return value;
 }
 
+/// "?5?7" is 5 as well as 7, which only checkValue() tells.
+bool isOneOf(const std::string& text, int value) {
+  return (text + "?").find("?" + Recording::print(value) + "?") != std::string::npos;
+}
+
 }  // namespace
 
 namespace Recording {
@@ -140,7 +145,7 @@ const std::string& KvXmlAttributeData::getData() const {
 
 bool KvXmlAttributeData::checkValue(int value) const {
   call("checkValue " + name + " " + print(value));
-  return parseNumber<int>(text) == value;
+  return text[0] == '?' ? isOneOf(text, value) : parseNumber<int>(text) == value;
 }
 
 KvXmlData::KvXmlData(const std::string& elementName) : name(elementName) {}

@@ -11,7 +11,7 @@ namespace Recording {
 struct TreeAccess;
 }
 
-/// An attribute: a name and a text.
+/// An attribute: a name and a text. One of "?5?7" reads as 0 and yet has the values 5 and 7.
 class KvXmlAttributeData {
  public:
   KvXmlAttributeData(const KvXmlAttributeData&) = delete;
