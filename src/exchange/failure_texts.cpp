@@ -1,11 +1,12 @@
 #include "exchange/failure_texts.h"
 
+#include <string_view>
 #include <utility>
 
 namespace Found::Umo {
 namespace {
 
-constexpr std::pair<Foundation::Failure, const char*> failureTexts[] = {
+constexpr std::pair<Foundation::Failure, std::string_view> failureTexts[] = {
     {Foundation::Tension, "tension"},
     {Foundation::None, "none"},
     {Foundation::Compression, "compression"},
@@ -13,7 +14,7 @@ constexpr std::pair<Foundation::Failure, const char*> failureTexts[] = {
 
 }  // namespace
 
-std::optional<Foundation::Failure> failureFromText(const std::string& text) {
+std::optional<Foundation::Failure> failureFromText(std::string_view text) {
   for (const auto& [failure, name] : failureTexts)
     if (text == name) return failure;
   return std::nullopt;
@@ -21,7 +22,7 @@ std::optional<Foundation::Failure> failureFromText(const std::string& text) {
 
 std::string failureToText(Foundation::Failure failure) {
   for (const auto& [value, name] : failureTexts)
-    if (failure == value) return name;
+    if (failure == value) return std::string(name);
   return {};
 }
 

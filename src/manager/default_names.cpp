@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <limits>
+#include <string_view>
 
 namespace Found {
 namespace {
 
-constexpr const char* defaultName = "Found";
+constexpr std::string_view defaultName = "Found";
+constexpr std::size_t places = 4;
 
 }  // namespace
 
@@ -24,18 +25,20 @@ int followNumber(int highest) {
 }
 
 std::string makeDefaultName(long long number) {
-  constexpr std::size_t places = 4;
   const std::string digits = std::to_string(number);
-  const std::size_t missing = digits.size() < places ? places - digits.size() : 0;
-  return defaultName + std::string(missing, '0') + digits;
+  std::string name(defaultName);
+  if (digits.size() < places) name.append(places - digits.size(), '0');
+  return name += digits;
 }
 
-long long findDefaultNumber(const std::string& name) {
-  const std::size_t digits = std::strlen(defaultName);
-  if (name.compare(0, digits, defaultName) != 0) return 0;
-  long long number = 0;
-  std::from_chars(name.data() + digits, name.data() + name.size(), number);
-  return makeDefaultName(number) == name ? number : 0;
+long long findDefaultNumber(std::string_view name) {
+  if (name.substr(0, defaultName.size()) != defaultName) return 0;
+  const std::string_view digits = name.substr(defaultName.size());
+  const bool isFilledUp = digits.size() == places || (digits.size() > places && digits[0] != '0');
+  const char* const end = digits.data() + digits.size();
+  long long number = 0;  // as which all that is no number or does not fit is left
+  const bool isWhole = std::from_chars(digits.data(), end, number).ptr == end;
+  return isFilledUp && isWhole && number > 0 ? number : 0;
 }
 
 int Succession::giveNumber() const { return followNumber(highest); }

@@ -3,6 +3,7 @@
 #include <functional>
 #include <queue>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "found/foundation.h"
@@ -19,7 +20,7 @@ int followNumber(int highest);
 std::string makeDefaultName(long long number);
 
 /// The number of which `name` is the default name; 0 when it is that of no positive number.
-long long findDefaultNumber(const std::string& name);
+long long findDefaultNumber(std::string_view name);
 
 /// Numbers and default names for many foundations that are appended to an empty list one after
 /// another, while nothing else changes the list: what giveFoundation() finds by walking the list
