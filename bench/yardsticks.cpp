@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string_view>
 
+#include <fast_float/fast_float.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <pugixml.hpp>
@@ -43,7 +44,7 @@ namespace {
 
 double convert(const char* text) {
   double value = 0.0;
-  std::from_chars(text, text + std::strlen(text), value);
+  fast_float::from_chars(text, text + std::strlen(text), value);
   return value;
 }
 

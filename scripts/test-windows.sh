@@ -8,8 +8,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-install_packages cmake ninja-build g++-mingw-w64-x86-64-posix wine64 googletest libcli11-dev \
-  nlohmann-json3-dev
+install_packages cmake ninja-build g++-mingw-w64-x86-64-posix wine64 googletest libfast-float-dev \
+  libcli11-dev nlohmann-json3-dev
 compiler=x86_64-w64-mingw32-g++-posix
 mkdir -p "${KVFOUND_BUILD:-build/windows}"
 build=$(realpath "${KVFOUND_BUILD:-build/windows}")
@@ -48,8 +48,9 @@ install_dependencies() {
   fetch_pugixml
   install_library pugixml "$build"/apt/pugixml-*/
   install_library googletest /usr/src/googletest -DBUILD_GMOCK=OFF
-  mkdir -p "$sysroot/include" "$sysroot/share/cmake"
-  cp -r /usr/include/CLI /usr/include/nlohmann "$sysroot/include"
+  mkdir -p "$sysroot/include" "$sysroot/lib/cmake" "$sysroot/share/cmake"
+  cp -r /usr/include/CLI /usr/include/fast_float /usr/include/nlohmann "$sysroot/include"
+  cp -r /usr/lib/cmake/FastFloat "$sysroot/lib/cmake"
   cp -r /usr/share/cmake/CLI11 /usr/share/cmake/nlohmann_json "$sysroot/share/cmake"
 }
 

@@ -4,8 +4,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <stdexcept>
+
+#include <fast_float/fast_float.h>
 
 namespace NumberText {
 namespace {
@@ -47,27 +48,22 @@ long readExponent(std::string_view text) {
   return negative ? -exponent : exponent;
 }
 
-/// Of a well-formed number outside the range of double: true when it is too large, false when it
-/// is too small. The place of the first digit that is not 0 tells.
-bool isTooLarge(std::string_view text) {
-  const std::size_t first = text.find_first_of("123456789");
-  std::size_t point = text.find_first_of(".eE");
-  if (point == std::string_view::npos) point = text.size();
-  const long place = static_cast<long>(point) - static_cast<long>(first);
-  return place + readExponent(text) > 0;
-}
-
-double limitOfRange(std::string_view text) {
-  const double magnitude = isTooLarge(text) ? std::numeric_limits<double>::infinity() : 0.0;
-  return text[0] == '-' ? -magnitude : magnitude;
-}
-
 /// Converts `text`, all of which must be the number.
-template <class Number>
-std::errc convert(std::string_view text, Number& value) {
+std::optional<int> convertInteger(std::string_view text) {
   const char* const end = text.data() + text.size();
-  const std::from_chars_result result = std::from_chars(text.data(), end, value);
-  return result.ptr == end ? result.ec : std::errc::invalid_argument;
+  int value = 0;
+  const auto result = std::from_chars(text.data(), end, value);
+  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+  return value;
+}
+
+std::optional<double> convertDouble(std::string_view text) {
+  const char* const end = text.data() + text.size();
+  double value = 0.0;
+  const auto result = fast_float::from_chars(text.data(), end, value);
+  // Out of range `value` is an infinity or a zero, which versions of fast_float report or do not.
+  if (result.ec == std::errc::invalid_argument || result.ptr != end) return std::nullopt;
+  return value;
 }
 
 template <class Number>
@@ -180,21 +176,13 @@ std::string printConverted(double value, const Conversion& conversion) {
 }  // namespace
 
 std::optional<int> parseInteger(std::string_view text) {
-  int value = 0;
-  if (convert(text, value) == std::errc()) return value;
-  text = stripNumber(text);
-  if (convert(text, value) == std::errc()) return value;
-  return std::nullopt;
+  const std::optional<int> value = convertInteger(text);
+  return value ? value : convertInteger(stripNumber(text));
 }
 
 std::optional<double> parseDouble(std::string_view text) {
-  double value = 0.0;
-  if (convert(text, value) == std::errc()) return value;
-  text = stripNumber(text);
-  const std::errc failure = convert(text, value);
-  if (failure == std::errc()) return value;
-  if (failure == std::errc::result_out_of_range) return limitOfRange(text);
-  return std::nullopt;
+  const std::optional<double> value = convertDouble(text);
+  return value ? value : convertDouble(stripNumber(text));
 }
 
 std::string print(int value) { return printNumber(value); }

@@ -1,6 +1,6 @@
 #include "kv/xml_n.h"
 
-#include <charconv>
+#include <fast_float/fast_float.h>
 
 #include "recording_newer.h"
 
@@ -135,7 +135,7 @@ double Data::getAttributeDouble(const std::string& wanted) const {
   if (attribute == nullptr) return getAbsentDouble();
   const std::string& text = DataAccess::getText(*attribute);
   double value = 0.0;
-  std::from_chars(text.data(), text.data() + text.size(), value);
+  fast_float::from_chars(text.data(), text.data() + text.size(), value);
   return value;
 }
 

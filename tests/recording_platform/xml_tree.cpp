@@ -5,6 +5,8 @@
 #include <ostream>
 #include <sstream>
 
+#include <fast_float/fast_float.h>
+
 #include "recording_legacy.h"
 
 namespace {
@@ -14,9 +16,8 @@ std::string& getRefusedName() {
   return name;
 }
 
-template <class Number>
-Number parseNumber(const std::string& text) {
-  Number value{};
+int parseInteger(const std::string& text) {
+  int value = 0;
   std::from_chars(text.data(), text.data() + text.size(), value);
   return value;
 }
@@ -24,6 +25,12 @@ Number parseNumber(const std::string& text) {
 /// "?5?7" is 5 as well as 7, which only checkValue() tells.
 bool isOneOf(const std::string& text, int value) {
   return (text + "?").find("?" + Recording::print(value) + "?") != std::string::npos;
+}
+
+double parseDouble(const std::string& text) {
+  double value = 0.0;
+  fast_float::from_chars(text.data(), text.data() + text.size(), value);
+  return value;
 }
 
 }  // namespace
@@ -130,12 +137,12 @@ KvXmlAttributeData::KvXmlAttributeData(const std::string& attributeName,
 
 int KvXmlAttributeData::getInteger() const {
   call("getInteger " + name);
-  return parseNumber<int>(text);
+  return parseInteger(text);
 }
 
 double KvXmlAttributeData::getDouble() const {
   call("getDouble " + name);
-  return parseNumber<double>(text);
+  return parseDouble(text);
 }
 
 const std::string& KvXmlAttributeData::getData() const {
@@ -145,7 +152,7 @@ const std::string& KvXmlAttributeData::getData() const {
 
 bool KvXmlAttributeData::checkValue(int value) const {
   call("checkValue " + name + " " + print(value));
-  return text[0] == '?' ? isOneOf(text, value) : parseNumber<int>(text) == value;
+  return text[0] == '?' ? isOneOf(text, value) : parseInteger(text) == value;
 }
 
 KvXmlData::KvXmlData(const std::string& elementName) : name(elementName) {}
