@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
 install_packages cmake ninja-build g++-mingw-w64-x86-64-posix wine64 googletest libfast-float-dev \
-  libcli11-dev nlohmann-json3-dev
+  libfmt-dev libcli11-dev nlohmann-json3-dev
 compiler=x86_64-w64-mingw32-g++-posix
 mkdir -p "${KVFOUND_BUILD:-build/windows}"
 build=$(realpath "${KVFOUND_BUILD:-build/windows}")
@@ -49,9 +49,16 @@ install_dependencies() {
   install_library pugixml "$build"/apt/pugixml-*/
   install_library googletest /usr/src/googletest -DBUILD_GMOCK=OFF
   mkdir -p "$sysroot/include" "$sysroot/lib/cmake" "$sysroot/share/cmake"
-  cp -r /usr/include/CLI /usr/include/fast_float /usr/include/nlohmann "$sysroot/include"
+  cp -r /usr/include/CLI /usr/include/fast_float /usr/include/fmt /usr/include/nlohmann "$sysroot/include"
   cp -r /usr/lib/cmake/FastFloat "$sysroot/lib/cmake"
   cp -r /usr/share/cmake/CLI11 /usr/share/cmake/nlohmann_json "$sysroot/share/cmake"
+  mkdir "$sysroot/lib/cmake/fmt"
+  # The package's own asks for the machine's library as well.
+  cat >"$sysroot/lib/cmake/fmt/fmt-config.cmake" <<'END'
+add_library(fmt::fmt-header-only INTERFACE IMPORTED)
+target_compile_definitions(fmt::fmt-header-only INTERFACE FMT_HEADER_ONLY=1)
+target_include_directories(fmt::fmt-header-only INTERFACE "${CMAKE_CURRENT_LIST_DIR}/../../../include")
+END
 }
 
 if [ ! -e "$sysroot/complete" ]; then

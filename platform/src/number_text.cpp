@@ -3,17 +3,18 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
 
 #include <fast_float/fast_float.h>
+#include <fmt/compile.h>
+#include <fmt/format.h>
 
 namespace NumberText {
 namespace {
 
 constexpr const char* noFormat = "this is no format for one double";
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -34,20 +35,6 @@ std::string_view stripNumber(std::string_view text) {
   return text;
 }
 
-/// The decimal exponent written in `text` behind 'e', cut off behind seven digits.
-long readExponent(std::string_view text) {
-  const std::size_t mark = text.find_first_of("eE");
-  if (mark == std::string_view::npos) return 0;
-  constexpr long limit = 1000000;
-  std::string_view digits = text.substr(mark + 1);
-  const bool negative = digits[0] == '-';
-  if (!isDigit(digits[0])) digits.remove_prefix(1);
-  long exponent = 0;
-  for (char c : digits)
-    if (exponent < limit) exponent = exponent * 10 + (c - '0');
-  return negative ? -exponent : exponent;
-}
-
 /// Converts `text`, all of which must be the number.
 std::optional<int> convertInteger(std::string_view text) {
   const char* const end = text.data() + text.size();
@@ -66,11 +53,33 @@ std::optional<double> convertDouble(std::string_view text) {
   return value;
 }
 
-template <class Number>
-std::string printNumber(Number value) {
-  char buffer[32];  // the longest double takes 24 characters
-  const std::to_chars_result result = std::to_chars(buffer, buffer + sizeof buffer, value);
-  return std::string(buffer, result.ptr);
+/// As fmt::format(), but faster for what is short enough.
+template <class Format, class... Arguments>
+std::string printShort(const Format& format, const Arguments&... arguments) {
+  char buffer[1400];  // the longest double has 309 digits before the point and 999 behind it
+  return std::string(buffer, fmt::format_to(buffer, format, arguments...));
+}
+
+bool endsWith(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+/// A number without an exponent and with digits other than 0 on one side of its point only, with an
+/// exponent: 1.2e+06 for 1200000, 1e-04 for 0.0001.
+std::string addExponent(std::string_view text) {
+  constexpr const char* significant = "123456789";
+  const std::size_t first = text.find_first_of(significant);
+  const std::size_t size = text.find_last_of(significant) + 1 - first;
+  const int point = static_cast<int>(std::min(text.find('.'), text.size()));
+  const int place = point - static_cast<int>(first);
+  return fmt::format("{}{}{}{}e{:+03}", text[0] == '-' ? "-" : "", text[first], size > 1 ? "." : "",
+                     text.substr(first + 1, size - 1), place > 0 ? place - 1 : place);
+}
+
+std::string printInteger(double value) {
+  constexpr double limit = 9223372036854775808.0;  // of long long, which is much faster
+  if (std::fabs(value) < limit) return printShort(FMT_COMPILE("{}"), static_cast<long long>(value));
+  return printShort(FMT_COMPILE("{:.0f}"), value);
 }
 
 /// How a format of printf() has a double printed.
@@ -113,21 +122,57 @@ std::optional<Conversion> takeConversion(const char*& c) {
   return conversion;
 }
 
-std::string printDigits(double magnitude, std::chars_format form, std::optional<int> precision) {
-  char buffer[1400];  // the longest has 309 digits before the point and 999 behind it
-  char* const end = buffer + sizeof buffer;
-  const std::to_chars_result result = precision
-                                          ? std::to_chars(buffer, end, magnitude, form, *precision)
-                                          : std::to_chars(buffer, end, magnitude, form);
-  return std::string(buffer, result.ptr);
+// fmt::sprintf() differs from std::printf(): its "%#g" may have a digit too many, its "%a" comes
+// from the C library with the locale's point or rounds otherwise, and zeros or digits are missing
+// behind the first 767. So {fmt} finds the digits here, and the rest is done by hand.
+constexpr int mostDigits = 767;  // that a double has
+
+int readExponent(const std::string& text) { return std::stoi(text.substr(text.find('e') + 1)); }
+
+std::string printScientific(double magnitude, int precision) {
+  const int printed = std::min(precision, mostDigits - 1);
+  std::string text = printShort(FMT_COMPILE("{:.{}e}"), magnitude, printed);
+  if (printed < precision)
+    text.insert(text.find('e'), static_cast<std::size_t>(precision - printed), '0');
+  return text;
+}
+
+std::string printFixed(double magnitude, int precision) {
+  constexpr int longestInteger = 309;
+  if (precision <= mostDigits - longestInteger)
+    return printShort(FMT_COMPILE("{:.{}f}"), magnitude, precision);
+  const int place = readExponent(printScientific(magnitude, mostDigits));
+  const std::string text = printScientific(magnitude, precision + place);
+  const int exponent = readExponent(text);
+  std::string digits(static_cast<std::size_t>(std::max(-exponent, 0)), '0');
+  digits += text[0] + text.substr(2, text.find('e') - 2);
+  const auto point = static_cast<std::size_t>(std::max(exponent, 0) + 1);
+  digits.insert(point, ".");
+  digits.resize(point + 1 + static_cast<std::size_t>(precision), '0');
+  return digits;
 }
 
 /// As "%#g" does: all `digits` that count, zeros at the end too.
 std::string printAllDigits(double magnitude, int digits) {
-  std::string text = printDigits(magnitude, std::chars_format::scientific, digits - 1);
-  const long exponent = readExponent(text);
+  const std::string text = printScientific(magnitude, digits - 1);
+  const int exponent = readExponent(text);
   if (exponent < -4 || exponent >= digits) return text;
-  return printDigits(magnitude, std::chars_format::fixed, digits - 1 - static_cast<int>(exponent));
+  return printFixed(magnitude, digits - 1 - exponent);
+}
+
+std::string printHexadecimal(double magnitude, std::optional<int> precision) {
+  constexpr int allPlaces = 13;
+  constexpr int smallestExponent = -1022;
+  const int exponent = magnitude == 0.0 ? 0 : std::max(std::ilogb(magnitude), smallestExponent);
+  int places = std::min(precision.value_or(allPlaces), allPlaces);
+  const double scaled = std::nearbyint(std::ldexp(magnitude, 4 * places - exponent));
+  auto digits = static_cast<std::uint64_t>(scaled);
+  if (!precision)
+    for (; places > 0 && digits % 16 == 0; digits /= 16) --places;
+  std::string text = fmt::format("{:0{}x}", digits, places + 1);
+  text.append(static_cast<std::size_t>(precision.value_or(places) - places), '0');
+  if (text.size() > 1) text.insert(1, ".");
+  return text + fmt::format("p{:+}", exponent);
 }
 
 /// A number that is finite and not negative, without its "0x".
@@ -136,15 +181,15 @@ std::string printFinite(double magnitude, const Conversion& conversion) {
   const int precision = conversion.precision.value_or(usualPrecision);
   std::string text;
   if (conversion.letter == 'f')
-    text = printDigits(magnitude, std::chars_format::fixed, precision);
+    text = printFixed(magnitude, precision);
   else if (conversion.letter == 'e')
-    text = printDigits(magnitude, std::chars_format::scientific, precision);
+    text = printScientific(magnitude, precision);
   else if (conversion.letter == 'a')
-    text = printDigits(magnitude, std::chars_format::hex, conversion.precision);
+    text = printHexadecimal(magnitude, conversion.precision);
   else if (conversion.has('#'))
     text = printAllDigits(magnitude, std::max(precision, 1));
   else
-    text = printDigits(magnitude, std::chars_format::general, precision);
+    text = printShort(FMT_COMPILE("{:.{}g}"), magnitude, precision);
 
   if (conversion.has('#') && text.find('.') == std::string::npos) {
     const std::size_t exponent = text.find_first_of(conversion.letter == 'a' ? "p" : "e");
@@ -159,7 +204,7 @@ std::string printConverted(double value, const Conversion& conversion) {
   if (sign.empty() && conversion.has(' ')) sign = " ";
   if (isFinite && conversion.letter == 'a') sign += "0x";
   const double magnitude = std::fabs(value);
-  std::string text = isFinite ? printFinite(magnitude, conversion) : printNumber(magnitude);
+  std::string text = isFinite ? printFinite(magnitude, conversion) : print(magnitude);
 
   const std::size_t used = sign.size() + text.size();
   const std::size_t missing = conversion.width > used ? conversion.width - used : 0;
@@ -185,9 +230,24 @@ std::optional<double> parseDouble(std::string_view text) {
   return value ? value : convertDouble(stripNumber(text));
 }
 
-std::string print(int value) { return printNumber(value); }
+std::string print(int value) { return fmt::format(FMT_COMPILE("{}"), value); }
 
-std::string print(double value) { return printNumber(value); }
+// The shorter of both notations, that without an exponent when they are equally long. {fmt} finds
+// the digits, but chooses by the size of the number.
+std::string print(double value) {
+  std::string text = printShort(FMT_COMPILE("{}"), value);
+  const double magnitude = std::fabs(value);
+  std::string other;
+  if (text.find('e') != std::string::npos) {
+    if (magnitude > 1.0 && magnitude < 1e22 && text.size() > 16) other = printInteger(value);
+    if (other.empty() || other.size() > text.size()) return text;
+  } else {
+    const bool isSmall = magnitude > 0.0 && magnitude < 0.001;
+    if (isSmall || endsWith(text, "00000")) other = addExponent(text);
+    if (other.empty() || other.size() >= text.size()) return text;
+  }
+  return other;
+}
 
 std::string print(double value, const char* format) {
   std::string text;

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "kv/xml_n.h"
 #include "kv/xml_tree.h"
 #include "platform/support.h"
 #include "support/comma_locale.h"
@@ -77,6 +78,13 @@ using DoubleWriting = Number;
 using DoubleRoundTrip = Number;
 
 std::string zeros(std::size_t count) { return std::string(count, '0'); }
+
+/// 1234.5 as `format` has it printed.
+std::string format(const char* format) {
+  KvXmlN::Data data("number");
+  data.setAttribute("value", 1234.5, format);
+  return data.findAttribute("value")->getData();
+}
 
 int countDigits(const std::string& text) {
   const std::string mantissa = text.substr(0, text.find('e'));
@@ -363,7 +371,28 @@ TEST_F(DoubleWriting, IsTheShortestText) {
       {10000.0, "10000"},
       {0.00001, "1e-05"},
       {1e22, "1e+22"},
+      {1200000.0, "1200000"},
+      {12000000.0, "1.2e+07"},
+      {-100000.0, "-1e+05"},
+      {1000100000.0, "1000100000"},
+      {123456700000.0, "123456700000"},
+      {1234567000000.0, "1.234567e+12"},
+      {0.001, "0.001"},
+      {0.0001, "1e-04"},
+      {-0.0009, "-9e-04"},
+      {0.00012, "0.00012"},
+      {0.000012, "1.2e-05"},
+      {1e15, "1e+15"},
+      {1e16, "1e+16"},
+      {1234567890123456.0, "1234567890123456"},
+      {12345678901234560.0, "12345678901234560"},
+      {9007199254740993.0, "9007199254740992"},
       {123456789012345680.0, "123456789012345680"},
+      {-9223372036854775808.0, "-9223372036854775808"},
+      {18446744073709551616.0, "18446744073709551616"},
+      {1234567890123456789012.0, "1234567890123456774144"},
+      {9999999999999997902848.0, "9.999999999999998e+21"},
+      {12345678901234567890123.0, "1.2345678901234568e+22"},
       {5e-324, "5e-324"},
       {1.7976931348623157e308, "1.7976931348623157e+308"},
       {2.2250738585072014e-308, "2.2250738585072014e-308"},
@@ -468,6 +497,11 @@ TEST_F(Number, IsAlikeUnderACommaLocaleOfC) {
 
   EXPECT_EQ(write(1234.5), "1234.5");
   EXPECT_EQ(write(1234567), "1234567");
+  EXPECT_EQ(format("%.1f"), "1234.5");
+  EXPECT_EQ(format("%e"), "1.234500e+03");
+  EXPECT_EQ(format("%#g"), "1234.50");
+  EXPECT_EQ(format("%a"), "0x1.34ap+10");
+  EXPECT_EQ(format("%.500f"), "1234.5" + zeros(499));
   expectDoubles(
       {{"1234.5", 1234.5}, {"1,5", 0.0}, {"1e400", infinity}, {"1" + zeros(400), infinity}});
 }

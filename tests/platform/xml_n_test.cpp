@@ -344,6 +344,7 @@ TEST(NewerXmlFormat, KeepsZerosAndPointsThatAreAskedFor) {
   EXPECT_EQ(format(0.0001234, "%#.3g"), "0.000123");
   EXPECT_EQ(format(0.00001234, "%#.2g"), "1.2e-05");
   EXPECT_EQ(format(999999.5, "%#G"), "1.00000E+06");
+  EXPECT_EQ(format(123456.0, "%#g"), "123456.");
   EXPECT_EQ(format(1.5, "%#.0g"), "2.");
   EXPECT_EQ(format(1.5, "%#.0e"), "2.e+00");
   EXPECT_EQ(format(1.0, "%#a"), "0x1.p+0");
@@ -353,6 +354,24 @@ TEST(NewerXmlFormat, PrintsHexadecimalDigits) {
   EXPECT_EQ(format(1.5, "%a"), "0x1.8p+0");
   EXPECT_EQ(format(-1.5, "%12.2A"), "  -0X1.80P+0");
   EXPECT_EQ(format(1.5, "%012a"), "0x00001.8p+0");
+  EXPECT_EQ(format(0.0, "%a"), "0x0p+0");
+  EXPECT_EQ(format(-0.0, "%+.2a"), "-0x0.00p+0");
+  EXPECT_EQ(format(0.1, "% a"), " 0x1.999999999999ap-4");
+  EXPECT_EQ(format(0.1, "%.15a"), "0x1.999999999999a00p-4");
+  EXPECT_EQ(format(1e300, "%-26A|"), "0X1.7E43C8800759CP+996    |");
+}
+
+TEST(NewerXmlFormat, RoundsHexadecimalDigitsToEven) {
+  EXPECT_EQ(format(1.53125, "%.1a"), "0x1.8p+0");   // 1.88
+  EXPECT_EQ(format(1.59375, "%.1a"), "0x1.ap+0");   // 1.98
+  EXPECT_EQ(format(1.546875, "%.1a"), "0x1.9p+0");  // 1.8c
+  EXPECT_EQ(format(1.96875, "%.0a"), "0x2p+0");
+}
+
+TEST(NewerXmlFormat, PrintsDenormalsWithoutADigitBeforeThePoint) {
+  EXPECT_EQ(format(5e-324, "%a"), "0x0.0000000000001p-1022");
+  EXPECT_EQ(format(2.2250738585072014e-308, "%a"), "0x1p-1022");
+  EXPECT_EQ(format(2.2250738585072009e-308, "%a"), "0x0.fffffffffffffp-1022");
 }
 
 TEST(NewerXmlFormat, FillsNumbersWithZerosAndOtherValuesWithBlanks) {
@@ -375,6 +394,18 @@ TEST(NewerXmlFormat, PrintsInfinityAndNotANumber) {
 TEST(NewerXmlFormat, PrintsHundredsOfCharacters) {
   EXPECT_EQ(format(1e300, "%.1f").size(), 303u);
   EXPECT_EQ(format(1.0, "%.500f"), "1." + std::string(500, '0'));
+  EXPECT_EQ(format(1.5, "%.999e"), "1.5" + std::string(998, '0') + "e+00");
+  EXPECT_EQ(format(0.0, "%.999f"), "0." + std::string(999, '0'));
+  EXPECT_EQ(format(-1234.5, "%.999f"), "-1234.5" + std::string(998, '0'));
+  EXPECT_EQ(format(0.0625, "%.999f"), "0.0625" + std::string(995, '0'));
+  EXPECT_EQ(format(1e22, "%#.999g"), "10000000000000000000000." + std::string(976, '0'));
+}
+
+TEST(NewerXmlFormat, PrintsEveryDigitOfTheSmallestNumbers) {
+  const std::string text = format(5e-324, "%.999f");
+  EXPECT_EQ(text.substr(0, 345), "0." + std::string(323, '0') + "49406564584124654417");
+  EXPECT_EQ(text.substr(984), "55837389733598994");  // rounded up
+  EXPECT_EQ(text.size(), 1001u);
 }
 
 TEST(NewerXmlFormat, HoldsQuestionMarksForCharactersThatXmlForbids) {
