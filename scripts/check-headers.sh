@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 install_packages g++ clang
 for header in include/found/*.h platform/include/kv/*.h; do
   for compiler in g++ clang++; do
-    $compiler -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fsyntax-only \
-      -Iinclude -Iplatform/include -include "$header" -x c++ /dev/null
+    $compiler -std=c++17 @cmake/warnings.txt -fsyntax-only -Iinclude -Iplatform/include -include "$header" \
+      -x c++ /dev/null
   done
 done
