@@ -707,6 +707,22 @@ TEST_F(FoundationInterpolate, RoundsAsDifferenceTimesTPlusFirst) {
   }
 }
 
+TEST_F(FoundationInterpolate, RoundsEveryOperationToADouble) {
+  for (const VectorSlot& slot : vectorSlots) {
+    const SingleVector from(slot, 0.1, 0.1, 0.1);
+    const SingleVector to(slot, 1.0, 3.0, 4.0);
+
+    result.interpolate(from, to, 0.4);
+    EXPECT_EQ(slot.get(result)->at(0), 0.46000000000000008) << slot.name;
+
+    result.interpolate(from, to, 0.2);
+    EXPECT_EQ(slot.get(result)->at(1), 0.67999999999999994) << slot.name;
+
+    result.interpolate(from, to, 0.7);
+    EXPECT_EQ(slot.get(result)->at(2), 2.8300000000000001) << slot.name;
+  }
+}
+
 TEST_F(FoundationInterpolate, AnAbsentVectorCountsAsZeroOnEitherSide) {
   for (const VectorSlot& slot : vectorSlots) {
     result.interpolate(SingleVector(slot, 4.0, 8.0, 12.0), Foundation(), 0.25);

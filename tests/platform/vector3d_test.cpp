@@ -59,6 +59,12 @@ TEST(VectorLength, IsEuclidean) {
   expectLength(0.1, 0.2, 0.3, 0.37416573867739413);
 }
 
+TEST(VectorLength, RoundsEveryOperationToADouble) {
+  EXPECT_EQ(lengthOf(0.1, 0.1, 0.8), 0.81240384046359615);
+  EXPECT_EQ(lengthOf(0.1, 0.1, 1.9), 1.9052558883257651);
+  EXPECT_EQ(lengthOf(0.1, 0.2, 1.7), 1.7146428199482244);
+}
+
 TEST(VectorLength, IsZeroOnlyForZero) {
   EXPECT_EQ(lengthOf(0.0, 0.0, 0.0), 0.0);
   EXPECT_FALSE(std::signbit(lengthOf(-0.0, -0.0, -0.0)));
