@@ -1,0 +1,56 @@
+# Sourced by the scripts that build for other platforms: has what the project needs built like the
+# project itself, and installed in a folder of its own.
+sysroot_packages=(cmake ninja-build googletest libfast-float-dev libfmt-dev libcli11-dev nlohmann-json3-dev)
+
+# fetch_source PACKAGE: the sources of Debian's package in build/apt, found through package lists beside
+# those of the machine.
+fetch_source() {
+  local package=$1 apt=$PWD/build/apt key=/usr/share/keyrings/debian-archive-keyring.gpg
+  mkdir -p "$apt/lists/partial"
+  apt-get indextargets --format "deb-src [signed-by=$key] \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" \
+    "Identifier: Packages" "Origin: Debian" >"$apt/sources.list"
+  [ -s "$apt/sources.list" ] || { echo "apt knows no package lists of Debian." >&2; return 1; }
+  local options=(-qq -o "Dir::Etc::sourcelist=$apt/sources.list" -o Dir::Etc::sourceparts=/dev/null
+    -o "Dir::State::lists=$apt/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
+    -o APT::Sandbox::User=root)
+  apt-get "${options[@]}" update &&
+    (cd "$apt" && apt-get "${options[@]}" source --download-only "$package") &&
+    tar -xf "$apt/${package}"_*.orig.tar.gz -C "$apt"
+}
+
+# install_library NAME SOURCES BUILD [CMAKE-OPTION...]
+install_library() {
+  local build=$3/$1
+  cmake -S "$2" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=OFF \
+    -DCMAKE_POSITION_INDEPENDENT_CODE=ON -DCMAKE_INSTALL_PREFIX="$3/sysroot" "${@:4}" &&
+    cmake --build "$build" && cmake --install "$build"
+}
+
+# Of the machine's headers those of libraries that consist of nothing else.
+copy_headers() {
+  local sysroot=$1
+  mkdir -p "$sysroot/include" "$sysroot/lib/cmake/fmt" "$sysroot/share/cmake"
+  cp -r /usr/include/{CLI,fast_float,fmt,nlohmann} "$sysroot/include"
+  cp -r /usr/lib/cmake/FastFloat "$sysroot/lib/cmake"
+  cp -r /usr/share/cmake/{CLI11,nlohmann_json} "$sysroot/share/cmake"
+  # The package's own asks for the machine's library as well.
+  cat >"$sysroot/lib/cmake/fmt/fmt-config.cmake" <<'END'
+add_library(fmt::fmt-header-only INTERFACE IMPORTED)
+target_compile_definitions(fmt::fmt-header-only INTERFACE FMT_HEADER_ONLY=1)
+target_include_directories(fmt::fmt-header-only INTERFACE "${CMAKE_CURRENT_LIST_DIR}/../../../include")
+END
+}
+
+fill_sysroot() {
+  compgen -G "build/apt/pugixml-*/" >/dev/null || fetch_source pugixml || return
+  install_library pugixml build/apt/pugixml-*/ "$@" &&
+    install_library googletest /usr/src/googletest "$@" -DBUILD_GMOCK=OFF && copy_headers "$1/sysroot"
+}
+
+# make_sysroot BUILD [CMAKE-OPTION...]: BUILD/sysroot, unless it is there.
+make_sysroot() {
+  [ -e "$1/sysroot/complete" ] && return
+  mkdir -p "$1"
+  fill_sysroot "$@" >"$1/dependencies.log" 2>&1 || { cat "$1/dependencies.log" >&2; return 1; }
+  touch "$1/sysroot/complete"
+}
