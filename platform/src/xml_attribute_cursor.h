@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -46,13 +48,15 @@ class AttributeCursor {
 
   /// True when it is known that `name` is an XML name and that no attribute has it.
   bool isKnownToBeNew(const std::string& name) {
-    return shape != nullptr && shape->follow(name) != nullptr;
+    // Not when it holds a NUL, which the parser takes for its end.
+    return shape != nullptr && shape->follow(name.c_str()) != nullptr &&
+           std::strlen(name.c_str()) == name.size();
   }
 
   /// To be called when an attribute was appended to the element. Out of memory it only knows less.
   void append(const pugi::xml_attribute& attribute, const std::string& name) noexcept {
     try {
-      if (shape != nullptr) shape = shape->extend(name);
+      if (shape != nullptr) shape = shape->extend(name.c_str());
       handles.push_back(toHandle(attribute));
     } catch (const std::bad_alloc&) {
       reset();

@@ -2,7 +2,7 @@
 
 namespace KvXmlView {
 
-Shape* Shape::followAnother(std::string_view name) {
+Shape* Shape::followAnother(const char* name) {
   for (const std::unique_ptr<Shape>& shape : longer) {
     if (shape->lastName != name) continue;
     last = shape.get();
@@ -11,7 +11,7 @@ Shape* Shape::followAnother(std::string_view name) {
   return nullptr;
 }
 
-Shape* Shape::extend(std::string_view name) {
+Shape* Shape::extend(const char* name) {
   if (Shape* const known = follow(name)) return known;
   // So many that ordinary documents never reach it, and so few that looking at all costs little.
   constexpr std::size_t mostShapes = 1024;
@@ -22,8 +22,12 @@ Shape* Shape::extend(std::string_view name) {
   shape->lastName = name;
   shape->count = count;
   shape->attributes = attributes;
+  shape->bits = bits;
   const bool isAttribute = !lastName.empty();
-  if (isAttribute) shape->attributes.push_back(&shape->lastName);
+  if (isAttribute) {
+    shape->attributes.push_back({NameKey(shape->lastName), &shape->lastName});
+    shape->bits |= NameKey(shape->lastName).getBit();
+  }
   longer.push_back(std::move(shape));
   last = longer.back().get();
   ++*count;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,6 +12,24 @@
 #include <pugixml.hpp>
 
 namespace KvXmlView {
+
+/// A name in a form in which most names are told apart without looking at all of it.
+struct NameKey {
+  NameKey() = default;
+  explicit NameKey(std::string_view name) : size(name.size()) {
+    std::memcpy(&start, name.data(), std::min(name.size(), sizeof start));
+  }
+
+  bool isLike(const NameKey& other) const { return start == other.start && size == other.size; }
+
+  /// One bit of 64, which most other names do not share.
+  std::uint64_t getBit() const {
+    return std::uint64_t{1} << (((start ^ size) * 0x9E3779B97F4A7C15u) >> 58);
+  }
+
+  std::uint64_t start = 0;  // the first eight characters
+  std::size_t size = 0;
+};
 
 /// The name of an element and those of its attributes, in their order: all are XML names, and no
 /// attribute is there twice.
@@ -22,31 +43,43 @@ class Shape {
   /// Which attribute has this name, or none. Looked for from `from` on, then from the first one:
   /// attributes are mostly asked for in the order in which they stand.
   std::size_t find(const std::string& name, std::size_t from) const {
+    const NameKey key(name);
+    if ((bits & key.getBit()) == 0) return none;
     for (std::size_t i = from; i < attributes.size(); ++i)
-      if (*attributes[i] == name) return i;
+      if (attributes[i].isNamed(name, key)) return i;
     for (std::size_t i = 0; i < from && i < attributes.size(); ++i)
-      if (*attributes[i] == name) return i;
+      if (attributes[i].isNamed(name, key)) return i;
     return none;
   }
 
   /// The shape with one more attribute, where it is known, or null. Tried first is the one that was
   /// asked for last.
-  Shape* follow(std::string_view name) {
-    if (last != nullptr && last->lastName == name) return last;
+  Shape* follow(const char* name) {
+    if (last != nullptr && std::strcmp(last->lastName.c_str(), name) == 0) return last;
     return followAnother(name);
   }
 
   /// The same; made when it is not known. `name` is an XML name that no attribute here has. Null
   /// where there are so many shapes already that knowing them is no gain.
-  Shape* extend(std::string_view name);
+  Shape* extend(const char* name);
 
  private:
   friend class Shapes;
 
-  Shape* followAnother(std::string_view name);
+  struct Attribute {
+    bool isNamed(const std::string& name, const NameKey& nameKey) const {
+      return key.isLike(nameKey) && (key.size <= sizeof key.start || *text == name);
+    }
+
+    NameKey key;
+    const std::string* text;
+  };
+
+  Shape* followAnother(const char* name);
 
   std::string lastName;  // of the element or of the last attribute
-  std::vector<const std::string*> attributes;
+  std::vector<Attribute> attributes;
+  std::uint64_t bits = 0;  // of all attributes
   std::vector<std::unique_ptr<Shape>> longer;
   Shape* last = nullptr;         // of `longer`
   std::size_t* count = nullptr;  // of all shapes of the document
@@ -58,9 +91,9 @@ class Shapes {
   Shapes();
 
   /// The shape of an element of this name without attributes, where it is known, or null.
-  Shape* findEmpty(std::string_view element) { return start->follow(element); }
+  Shape* findEmpty(const char* element) { return start->follow(element); }
   /// The same; made when it is not known, see Shape::extend(). `element` is an XML name.
-  Shape* giveEmpty(std::string_view element) { return start->extend(element); }
+  Shape* giveEmpty(const char* element) { return start->extend(element); }
 
   /// The shape of `element` where it is known, or null.
   Shape* find(const pugi::xml_node& element) {

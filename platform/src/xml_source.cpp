@@ -83,7 +83,7 @@ class GrowingText {
   /// empty, what it seems to hold. It is not sent to its end to find out, for the reason told
   /// above.
   static std::size_t countKnown(std::streambuf& buffer) {
-    constexpr std::streamsize most = 1 << 30;  // a stream may tell any size
+    constexpr std::streamsize most = 1 << 26;  // a stream may tell any size
     return static_cast<std::size_t>(std::clamp<std::streamsize>(buffer.in_avail(), 0, most));
   }
 
@@ -148,6 +148,7 @@ std::optional<Text> readAgain(std::istream& in, std::streamoff offset) {
 
 LineTable::LineTable(const Text& text) : begin(text.start) {
   const std::string_view all = text.get();
+  lineEnds.reserve(static_cast<std::size_t>(std::count(all.begin(), all.end(), '\n')));
   for (std::size_t end = all.find('\n'); end != all.npos; end = all.find('\n', end + 1))
     lineEnds.push_back(end);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <optional>
@@ -74,9 +75,12 @@ struct Store {
 
   /// Throws std::invalid_argument when `name` is no XML name.
   void requireElementName(const std::string& name) {
-    if (parsed.shapes.findEmpty(name) != nullptr) return;
+    // Not when it holds a NUL, which the parser takes for its end.
+    const bool isKnown = parsed.shapes.findEmpty(name.c_str()) != nullptr &&
+                         std::strlen(name.c_str()) == name.size();
+    if (isKnown) return;
     requireName(name);
-    parsed.shapes.giveEmpty(name);
+    parsed.shapes.giveEmpty(name.c_str());
   }
 
   void requireName(const std::string& name) {
@@ -214,6 +218,7 @@ struct Store {
     std::unordered_map<NodeHandle*, Element*> known;
     for (Element* child : list.elements) known.emplace(child->view.node, child);
     std::vector<Element*> all;
+    all.reserve(XmlNodes::countElements(getNode(parent)));
     for (pugi::xml_node node = getNode(parent).first_child(); node; node = node.next_sibling()) {
       if (node.type() != pugi::node_element) continue;
       const auto view = known.empty() ? known.end() : known.find(toHandle(node));

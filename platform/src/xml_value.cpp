@@ -1,5 +1,6 @@
 #include "xml_value.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 
@@ -83,6 +84,11 @@ const char* findEscape(char c) {
 }  // namespace
 
 std::string resolve(std::string_view written, const CodePages::CodePage* page) {
+  const bool isPlain = std::none_of(written.begin(), written.end(), [](char c) {
+    return c == '&' || static_cast<unsigned char>(c) < ' ';
+  });
+  if (isPlain) return std::string(written);
+
   std::string meant;
   meant.reserve(written.size());
   for (std::size_t at = 0; at < written.size();) {
