@@ -87,7 +87,10 @@ inline bool isName(const std::string& name) {
 inline std::string clean(std::string text) {
   std::replace_if(
       text.begin(), text.end(),
-      [](char c) { return c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r'; }, '?');
+      [](char c) {
+        return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r';
+      },
+      '?');
   return text;
 }
 

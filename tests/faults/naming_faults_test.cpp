@@ -66,9 +66,11 @@ Operations nextNames() {
   const auto longestOf = [](Scene& s) {
     s.text = FoundationManager().giveNextFoundationName(std::numeric_limits<int>::min());
   };
+  // Some standard libraries keep texts of this length within the string.
+  const bool isInside = std::string().capacity() >= std::string("Found-2147483648").size();
   return {
       on("NextName", Meets::Nothing, nameOf(3), {}, everything + "; gives Found0009"),
-      on("NextName_ThatIsLong", Meets::Memory, longestOf, {everything},
+      on("NextName_ThatIsLong", isInside ? Meets::Nothing : Meets::Memory, longestOf, {everything},
          everything + "; gives Found-2147483648"),
       makeOperation<Scene>(
           "NextName_BehindOneThatIsTaken", Meets::Nothing,

@@ -870,11 +870,13 @@ TEST(XmlStream, OfAFileThatDoesNotExistIsRefused) {
   expectErrorAt(in, 1, 1);
 }
 
+#ifndef _LIBCPP_VERSION  // whose file streams find a folder empty
 TEST(XmlStream, OfAFolderIsRefused) {
   std::ifstream in(testing::TempDir());
 
   EXPECT_TRUE(findError(in).has_value());
 }
+#endif
 
 TEST(XmlStream, ThatBreaksOffIsRefused) {
   BrokenBuffer<std::ios_base::failure> buffer;
