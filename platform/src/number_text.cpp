@@ -154,7 +154,7 @@ std::string printFixed(double magnitude, int precision) {
 
 /// As "%#g" does: all `digits` that count, zeros at the end too.
 std::string printAllDigits(double magnitude, int digits) {
-  const std::string text = printScientific(magnitude, digits - 1);
+  std::string text = printScientific(magnitude, digits - 1);
   const int exponent = readExponent(text);
   if (exponent < -4 || exponent >= digits) return text;
   return printFixed(magnitude, digits - 1 - exponent);
