@@ -1,7 +1,6 @@
 #include "check_findings.h"
 
 #include <algorithm>
-#include <ostream>
 #include <tuple>
 #include <utility>
 
@@ -34,15 +33,6 @@ void Findings::arrange(const Owners& owners) {
 std::size_t Findings::count(const Found::Foundation& foundation) const {
   const auto counted = counts.find(&foundation);
   return counted == counts.end() ? 0 : counted->second;
-}
-
-void Findings::print(std::ostream& out, const std::string& shownPath,
-                     const Terminal::Painter& painter) const {
-  const std::string file = DisplayText::fromName(shownPath);
-  const std::string warning = painter.paint(Terminal::Style::yellow, "warning:");
-  for (const Finding& finding : findings)
-    out << file << ':' << finding.position.line << ':' << finding.position.column << ": " << warning
-        << ' ' << finding.sentence << '\n';
 }
 
 std::string showText(const std::string& text) {

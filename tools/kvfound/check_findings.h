@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <iosfwd>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -10,7 +9,6 @@
 
 #include "found/foundation.h"
 #include "kv/xml_n.h"
-#include "terminal.h"
 
 namespace Checks {
 
@@ -40,10 +38,6 @@ class Findings {
   const std::vector<Finding>& list() const { return findings; }
   /// How many are about `foundation`.
   std::size_t count(const Found::Foundation& foundation) const;
-
-  /// A line each.
-  void print(std::ostream& out, const std::string& shownPath,
-             const Terminal::Painter& painter) const;
 
  private:
   std::vector<Finding> findings;
