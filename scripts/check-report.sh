@@ -9,4 +9,4 @@ cd "$(dirname "$0")/.."
 install_packages chromium chromium-driver fonts-dejavu-core python3 tidy
 build_release
 rm -rf build/report
-python3 -B tests/tools/report_browser/check_pages.py "$release/tools/kvfound/kvfound" examples build/report
+python3 -B tests/cli/report_browser/check_pages.py "$release/tools/cli/kvfound" examples build/report

@@ -8,4 +8,4 @@ cd "$(dirname "$0")/.."
 . scripts/release.sh
 
 build_release
-exec "$release/tools/kvfound/kvfound" show "$file"
+exec "$release/tools/cli/kvfound" show "$file"

@@ -1,0 +1,257 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "cli/make_document.h"
+#include "cli/run_program.h"
+
+namespace {
+
+/// Attributes of FOUNDATIONS, and what stands in it.
+std::string makeModel(const std::string& name, const std::string& attributes,
+                      const std::string& foundations) {
+  return makeFile(
+      name, makeDocument("<FOUNDATIONS " + attributes + ">" + foundations + "</FOUNDATIONS>"));
+}
+
+Result diff(const std::string& before, const std::string& after) {
+  return run("diff '" + makeModel("a.xml", "", before) + "' '" + makeModel("b.xml", "", after) +
+             "'");
+}
+
+TEST(Diff, PrintsNothingWhenFoundationsAreAlike) {
+  const Result result =
+      run("diff '" KVFOUND_EXAMPLES_DIR "/model.xml' '" KVFOUND_EXAMPLES_DIR "/model.xml'");
+
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(Diff, PrintsWhatWasAddedRemovedAndChanged) {
+  const Result result = diff(
+      "<FOUND NUMBER='1' NAME='same' FZAREA='1'/>"
+      "<FOUND NUMBER='2' NAME='changed' FZAREA='1'/><FOUND NUMBER='3' NAME='gone'/>",
+      "<FOUND NUMBER='4' NAME='new'/><FOUND NUMBER='2' NAME='changed' FZAREA='1.5'/>"
+      "<FOUND NUMBER='1' NAME='same' FZAREA='1'/>");
+
+  EXPECT_EQ(result.out,
+            "~ number 2 \"changed\"\n"
+            "    areaZ: 1 -> 1.5\n"
+            "- number 3 \"gone\"\n"
+            "+ number 4 \"new\"\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 1);
+}
+
+TEST(Diff, NamesEveryFieldThatChanged) {
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='A'/>",
+                 "<FOUND NUMBER='1' NAME='B' FXAREA='1' FYAREA='2' FZAREA='3' FAILZAREA='1' "
+                 "FACAREA='4' FXLINE='5' FYLINE='6' FZLINE='7' FXX='8' FAILXLINE='-1' "
+                 "FAILYLINE='1' FAILZLINE='9' FACLINE='10' IsGenerated='1'/>")
+                .out,
+            "~ number 1 \"A\"\n"
+            "    name: A -> B\n"
+            "    generated: no -> yes\n"
+            "    areaX: 0 -> 1\n"
+            "    areaY: 0 -> 2\n"
+            "    areaZ: 0 -> 3\n"
+            "    areaFailureZ: none -> compression\n"
+            "    areaFactor: 0 -> 4\n"
+            "    lineX: - -> 5\n"
+            "    lineY: - -> 6\n"
+            "    lineZ: - -> 7\n"
+            "    lineRotationX: - -> 8\n"
+            "    lineFailureX: none -> tension\n"
+            "    lineFailureY: none -> compression\n"
+            "    lineFailureZ: none -> 9\n"
+            "    lineFactor: 0 -> 10\n");
+}
+
+TEST(Diff, MatchesByNumberBeforeName) {
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='A'/><FOUND NUMBER='2' NAME='B'/>",
+                 "<FOUND NUMBER='1' NAME='B'/><FOUND NUMBER='3' NAME='A'/>")
+                .out,
+            "~ number 1 \"A\"\n"
+            "    name: A -> B\n"
+            "- number 2 \"B\"\n"
+            "+ number 3 \"A\"\n");
+}
+
+TEST(Diff, MatchesByNameWhatHasAnotherNumber) {
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='A'/>", "<FOUND NUMBER='3' NAME='A'/>").out,
+            "~ number 1 \"A\"\n"
+            "    number: 1 -> 3\n");
+}
+
+TEST(Diff, MatchesThoseOfTheSameNumberByName) {
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='A' FZAREA='1'/><FOUND NUMBER='1' NAME='B' FZAREA='2'/>",
+                 "<FOUND NUMBER='1' NAME='B' FZAREA='2'/><FOUND NUMBER='1' NAME='A' FZAREA='1'/>")
+                .out,
+            "");
+}
+
+TEST(Diff, MatchesThoseOfTheSameNumberAndNameInOrder) {
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='A' FZAREA='1'/><FOUND NUMBER='1' NAME='A' FZAREA='2'/>",
+                 "<FOUND NUMBER='1' NAME='A' FZAREA='1'/>")
+                .out,
+            "- number 1 \"A\"\n");
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='A' FZAREA='1'/>",
+                 "<FOUND NUMBER='1' NAME='A' FZAREA='1'/><FOUND NUMBER='1' NAME='A' FZAREA='2'/>")
+                .out,
+            "+ number 1 \"A\"\n");
+}
+
+TEST(Diff, TellsWhichFoundationIsCurrent) {
+  const char* const founds = "<FOUND NUMBER='1' NAME='A'/><FOUND NUMBER='2' NAME='B'/>";
+  const std::string none = makeModel("none.xml", "", founds);
+  const std::string first = makeModel("first.xml", "CURRENT='A'", founds);
+  const std::string second = makeModel("second.xml", "CURRENT='B'", founds);
+  const struct {
+    std::string before;
+    std::string after;
+    const char* out;
+  } rows[] = {
+      {none, none, ""},
+      {first, first, ""},
+      {none, first, "current foundation: none -> number 1 \"A\"\n"},
+      {first, none, "current foundation: number 1 \"A\" -> none\n"},
+      {first, second, "current foundation: number 1 \"A\" -> number 2 \"B\"\n"},
+  };
+  for (const auto& row : rows) {
+    const Result result = run("diff '" + row.before + "' '" + row.after + "'");
+    EXPECT_EQ(result.out, row.out);
+    EXPECT_EQ(result.status, result.out.empty() ? 0 : 1);
+  }
+}
+
+TEST(Diff, TellsThatTheCurrentFoundationWasRemoved) {
+  const std::string before = makeModel("a.xml", "CURRENT='A'", "<FOUND NUMBER='1' NAME='A'/>");
+  const std::string after = makeModel("b.xml", "", "");
+
+  EXPECT_EQ(run("diff '" + before + "' '" + after + "'").out,
+            "- number 1 \"A\"\n"
+            "current foundation: number 1 \"A\" -> none\n");
+}
+
+TEST(Diff, TakesTheCurrentFoundationUnderAnotherNameAsTheSame) {
+  const std::string before = makeModel("a.xml", "CURRENT='A'", "<FOUND NUMBER='1' NAME='A'/>");
+  const std::string after = makeModel("b.xml", "CURRENT='B'", "<FOUND NUMBER='1' NAME='B'/>");
+
+  EXPECT_EQ(run("diff '" + before + "' '" + after + "'").out,
+            "~ number 1 \"A\"\n"
+            "    name: A -> B\n");
+}
+
+TEST(Diff, TakesAbsentStiffnessAndZeroAsAlike) {
+  const std::string model = makeModel("a.xml", "", "<FOUND NUMBER='1' NAME='A' FZLINE='5'/>");
+  const std::string exchange =
+      makeFile("b.xml", "<B><CurveBedding Number='1' Name='A' StiffnessZ='5'/></B>");
+
+  const Result result = run("diff '" + model + "' '" + exchange + "'");
+
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err, "kvfound: " + exchange + ": 1 bedding was read\n");
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(Diff, TakesWhatIsNotANumberAsAlike) {
+  EXPECT_EQ(diff("<FOUND NAME='A' FZAREA='nan'/>", "<FOUND NAME='A' FZAREA='-nan'/>").out, "");
+  EXPECT_EQ(diff("<FOUND NAME='A' FZAREA='nan'/>", "<FOUND NAME='A' FZAREA='inf'/>").out,
+            "~ number 1 \"A\"\n"
+            "    areaZ: nan -> inf\n");
+  EXPECT_EQ(diff("<FOUND NAME='A'/>", "<FOUND NAME='A' FZAREA='nan'/>").out,
+            "~ number 1 \"A\"\n"
+            "    areaZ: 0 -> nan\n");
+}
+
+TEST(Diff, TakesNamesInUtf8AndInACodePageAsAlike) {
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='Stra\xC3\x9F"
+                 "e'/>",
+                 "<FOUND NUMBER='1' NAME='Stra\xDF"
+                 "e'/>")
+                .out,
+            "");
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='Stra\xC3\x9F"
+                 "e'/>",
+                 "<FOUND NUMBER='2' NAME='Stra\xDF"
+                 "e'/>")
+                .out,
+            "~ number 1 \"Stra\xC3\x9F"
+            "e\"\n"
+            "    number: 1 -> 2\n");
+}
+
+TEST(Diff, ShowsControlCharactersInNamesAsEscapes) {
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='a&#10;b'/>", "<FOUND NUMBER='1' NAME='a\x7F'/>").out,
+            "~ number 1 \"a\\nb\"\n"
+            "    name: a\\nb -> a\\x7F\n");
+}
+
+TEST(Diff, ReadsOneOfTheTwoFromStandardInput) {
+  const std::string path = makeModel("a.xml", "", "<FOUND NUMBER='1' NAME='A'/>");
+  const std::string other = makeModel("b.xml", "", "");
+
+  EXPECT_EQ(run("diff - '" + other + "' < '" + path + "'").out, "- number 1 \"A\"\n");
+  EXPECT_EQ(run("diff '" + other + "' - < '" + path + "'").out, "+ number 1 \"A\"\n");
+}
+
+TEST(Diff, TakesTheVersionThatIsGiven) {
+  const std::string path = makeFile("a.xml", "<B><Bedding Name='A'/></B>");
+  const std::string other = makeFile("b.xml", "<B><CurveBedding Number='1' Name='A'/></B>");
+
+  EXPECT_EQ(run("diff '" + path + "' '" + other + "'").status, 0);
+  EXPECT_EQ(run("diff --version 2.0 '" + path + "' '" + other + "'").out, "+ number 1 \"A\"\n");
+}
+
+TEST(DiffErrors, ReadsStandardInputOnlyOnce) {
+  const Result result = run("diff - - < '" + makeModel("a.xml", "", "") + "'");
+
+  EXPECT_EQ(result.err, "kvfound: A and B cannot both come from standard input\n");
+  EXPECT_EQ(result.status, 2);
+}
+
+TEST(DiffErrors, NamesADocumentThatIsMissing) {
+  const std::string path = makeModel("a.xml", "", "");
+
+  for (const std::string& arguments : {"'" + path + "' /no/such", "/no/such '" + path + "'"}) {
+    const Result result = run("diff " + arguments);
+    EXPECT_EQ(result.err, "kvfound: /no/such: cannot be opened: No such file or directory\n");
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.status, 2);
+  }
+}
+
+TEST(DiffErrors, TellsThatOutputCannotBeWritten) {
+  SKIP_WITHOUT_BASH();
+  const std::string path = makeModel("a.xml", "", "<FOUND/>");
+  const std::string other = makeModel("b.xml", "", "");
+
+  EXPECT_EQ(runTo("/dev/full", "diff '" + path + "' '" + other + "'"), 2);
+  EXPECT_EQ(readFile(makePath("err")), "kvfound: standard output cannot be written\n");
+}
+
+}  // namespace
+
+TEST(Diff, FindsDocumentsDifferentOfWhichNotEverythingCouldBeRead) {
+  const std::string first =
+      makeFile("a.xml",
+               "<Beddings><CurveBedding Number='1' Name='A' StiffnessX='1'/>"
+               "<SurfaceBedding Number='1' Name='A' StiffnessX='2'/></Beddings>");
+  const std::string second =
+      makeFile("b.xml", "<Beddings><CurveBedding Number='1' Name='A' StiffnessX='1'/></Beddings>");
+
+  const Result result = run("diff '" + first + "' '" + second + "'");
+
+  EXPECT_EQ(result.out, "");
+  EXPECT_NE(result.err.find("kvfound: what was read is alike, but not everything could be read\n"),
+            std::string::npos);
+  EXPECT_EQ(result.status, 1);
+}
+
+TEST(Diff, AsksForAVersionThatIsOne) {
+  const std::string path = makeFile("a.xml", "<Beddings><Bedding Name='A'/></Beddings>");
+
+  EXPECT_EQ(run("diff --version 1,0 '" + path + "' '" + path + "'").err,
+            "kvfound: \"1,0\" is no version; give 1.0, or a later one such as 2.0\n");
+}

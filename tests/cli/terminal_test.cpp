@@ -1,0 +1,178 @@
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "cli/make_document.h"
+#include "cli/run_program.h"
+
+namespace {
+
+using Variables = std::vector<std::pair<const char*, const char*>>;
+
+[[noreturn]] void becomeProgram(std::vector<std::string> arguments, const Variables& variables) {
+  unsetenv("NO_COLOR");
+  setenv("TERM", "xterm", 1);
+  for (const auto& [name, value] : variables) setenv(name, value, 1);
+  std::vector<char*> pointers;
+  arguments.insert(arguments.begin(), KVFOUND_PROGRAM);
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  execv(KVFOUND_PROGRAM, pointers.data());
+  _exit(127);
+}
+
+/// What appears in a terminal with so many columns.
+std::string runInTerminal(unsigned short columns, const std::vector<std::string>& arguments,
+                          const Variables& variables = {}) {
+  const winsize size{30, columns, 0, 0};
+  int terminal = -1;
+  const pid_t child = forkpty(&terminal, nullptr, nullptr, &size);
+  if (child == 0) becomeProgram(arguments, variables);
+  EXPECT_GT(child, 0);
+  std::string text;
+  char buffer[4096];
+  for (ssize_t got = 0; (got = read(terminal, buffer, sizeof buffer)) > 0;)
+    text.append(buffer, static_cast<std::size_t>(got));
+  close(terminal);
+  waitpid(child, nullptr, 0);
+  std::string lines;
+  for (const char c : text)
+    if (c != '\r') lines += c;  // which the terminal puts before every line end
+  return lines;
+}
+
+std::string makeModel() {
+  return makeFile("in.xml",
+                  makeDocument("<FOUNDATIONS CURRENT='raft'><FOUND NAME='raft' FZAREA='2' "
+                               "FZLINE='3'/><FOUND NAME='Foundation under the silo' "
+                               "FXLINE='0.0000012345678901234567'/></FOUNDATIONS>"));
+}
+
+TEST(InATerminal, HeadingsAndTheCurrentFoundationAreBold) {
+  EXPECT_EQ(runInTerminal(100, {"show", makeModel()}),
+            "\x1B[1m   No  Name                       Gen  Part                         x  y  z  "
+            "rot x  Fails  Factor\x1B[0m\n"
+            "\x1B[1m*   1  raft                            area                         0  0  2  "
+            "    -  -           0\x1B[0m\n"
+            "\x1B[1m                                       line                         0  0  3  "
+            "    -  -           0\x1B[0m\n"
+            "    2  Foundation under the silo       line  0.0000012345678901234567  0  0      -  "
+            "-           0\n"
+            "\n"
+            "* current   gen generated   T fails in tension   C fails in compression   - none\n"
+            "2 foundations, largest stiffness 3\n");
+}
+
+const char* const narrow =
+    "   No  Name              Gen  Part                         x\n"
+    "*   1  raft                   area                         0\n"
+    "                              line                         0\n"
+    "    2  Foundation unde\xE2\x80\xA6       line  0.0000012345678901234567\n"
+    "\n"
+    "   No  Name              Gen  Part  y  z  rot x  Fails\n"
+    "*   1  raft                   area  0  2      -  -\n"
+    "                              line  0  3      -  -\n"
+    "    2  Foundation unde\xE2\x80\xA6       line  0  0      -  -\n"
+    "\n"
+    "   No  Name              Gen  Part  Factor\n"
+    "*   1  raft                   area       0\n"
+    "                              line       0\n"
+    "    2  Foundation unde\xE2\x80\xA6       line       0\n"
+    "\n"
+    "* current   gen generated   T fails in tension\n"
+    "C fails in compression   - none\n"
+    "2 foundations, largest stiffness 3\n";
+
+TEST(InATerminal, ATableFitsItsWidth) {
+  EXPECT_EQ(runInTerminal(60, {"show", makeModel()}, {{"NO_COLOR", "1"}}), narrow);
+}
+
+TEST(InATerminal, ATableTakesAtLeastSixtyPlaces) {
+  EXPECT_EQ(runInTerminal(20, {"show", makeModel()}, {{"NO_COLOR", "1"}}), narrow);
+}
+
+TEST(InATerminal, ATableTakesAHundredPlacesWhenTheWidthIsUnknown) {
+  EXPECT_EQ(runInTerminal(0, {"show", makeModel()}), runInTerminal(100, {"show", makeModel()}));
+}
+
+TEST(InATerminal, AColumnThatHasNoRoomBesideTheKeysStaysWhole) {
+  const std::string path =
+      makeFile("wide.xml", makeDocument("<FOUNDATIONS><FOUND NUMBER='-2147483648' NAME='wall' "
+                                        "FAILXLINE='-2147483648' FAILYLINE='-2147483648' "
+                                        "FAILZLINE='-2147483648'/></FOUNDATIONS>"));
+
+  EXPECT_EQ(runInTerminal(60, {"show", path}, {{"NO_COLOR", "1"}}),
+            "           No  \xE2\x80\xA6  Gen  Part  x  y  z  rot x\n"
+            "  -2147483648  \xE2\x80\xA6       line  -  -  -      -\n"
+            "\n"
+            "           No  \xE2\x80\xA6  Gen  Part  Fails\n"
+            "  -2147483648  \xE2\x80\xA6       line  x-2147483648 y-2147483648 z-2147483648\n"
+            "\n"
+            "           No  \xE2\x80\xA6  Gen  Part  Factor\n"
+            "  -2147483648  \xE2\x80\xA6       line       0\n"
+            "\n"
+            "* current   gen generated   T fails in tension\n"
+            "C fails in compression   - none\n"
+            "1 foundation, largest stiffness 0\n");
+}
+
+TEST(InATerminal, ANameIsShownInFullWhereThereIsRoom) {
+  const std::string name(150, 'x');
+  const std::string path =
+      makeFile("long.xml", makeDocument("<FOUNDATIONS><FOUND NAME='" + name + "'/></FOUNDATIONS>"));
+
+  EXPECT_NE(runInTerminal(198, {"show", path}).find("   1  " + name + "       area  0"),
+            std::string::npos);
+  EXPECT_NE(runInTerminal(197, {"show", path}).find("   1  " + name.substr(2) + "\xE2\x80\xA6"),
+            std::string::npos);
+}
+
+TEST(InATerminal, NothingIsColouredWhereThatIsNotWanted) {
+  const std::vector<std::string> show = {"show", makeModel()};
+
+  EXPECT_EQ(runInTerminal(100, show, {{"NO_COLOR", "1"}}).find('\x1B'), std::string::npos);
+  EXPECT_EQ(runInTerminal(100, show, {{"TERM", "dumb"}}).find('\x1B'), std::string::npos);
+  EXPECT_NE(runInTerminal(100, show, {{"NO_COLOR", ""}}).find('\x1B'), std::string::npos);
+}
+
+TEST(InATerminal, ErrorsAreRed) {
+  EXPECT_EQ(runInTerminal(100, {"bogus"}),
+            "\x1B[1;31mkvfound:\x1B[0m there is no command \"bogus\"; see kvfound --help\n");
+}
+
+TEST(InATerminal, DataIsNotColoured) {
+  const std::string path = makeModel();
+  for (const char* format : {"json", "csv"})
+    EXPECT_EQ(runInTerminal(100, {"show", path, "--format", format}),
+              run("show '" + path + "' --format " + format).out);
+}
+
+TEST(InATerminal, HelpFitsItsWidth) {
+  EXPECT_EQ(runInTerminal(60, {"show", "--help"}),
+            "Prints the foundations of a legacy model or an exchange\n"
+            "document, as a table or as data\n"
+            "Usage: kvfound show [OPTIONS] [FILE]\n"
+            "\n"
+            "Positionals:\n"
+            "  FILE                  the document; standard input when it\n"
+            "                        is - or left out\n"
+            "\n"
+            "Options:\n"
+            "  -h,--help             Print this help message and exit\n"
+            "  --format FORMAT       table, json or csv\n"
+            "  --version VERSION     version of an exchange document;\n"
+            "                        when left out, 1.0 if it holds a\n"
+            "                        Bedding element, else the current\n"
+            "                        one\n"
+            "\n"
+            "Example: kvfound show model.xml --format csv\n");
+}
+
+}  // namespace

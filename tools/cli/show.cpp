@@ -1,0 +1,29 @@
+#include <cstdio>
+
+#include "commands.h"
+#include "documents/documents.h"
+#include "found/foundation_manager.h"
+#include "show_formats.h"
+#include "terminal.h"
+
+namespace Commands {
+
+Status show(const ShowOptions& options, std::ostream& out, std::ostream& notes) {
+  Found::FoundationManager manager;
+  Documents::read(options.path, options.version, manager, notes);
+  manager.updateFoundationMaximum();
+  switch (options.format) {
+    case ShowOptions::Format::table:
+      ShowFormats::printTable(manager, out, Terminal::getWidth(stdout), Terminal::Painter(stdout));
+      break;
+    case ShowOptions::Format::json:
+      ShowFormats::printJson(manager, out);
+      break;
+    case ShowOptions::Format::csv:
+      ShowFormats::printCsv(manager, out);
+      break;
+  }
+  return Status::done;
+}
+
+}  // namespace Commands

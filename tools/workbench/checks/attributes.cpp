@@ -1,0 +1,101 @@
+#include "checks/attributes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "text/display_text.h"
+
+namespace Checks {
+namespace {
+
+using KvXmlN::AttributeIn;
+using KvXmlN::Data;
+
+/// What is wrong with an attribute and what a reader makes of it; none when nothing is wrong.
+using Fault = std::optional<std::string>;
+
+Fault judgeFlag(const Data& element, const std::string& name) {
+  if (AttributeIn::readInteger(element, name)) return std::nullopt;
+  return tellNoInteger(element, name) + "; it is read as 0, which is not generated";
+}
+
+Fault judgeNumber(const Data& element, const std::string& name, bool isPartOfLine) {
+  const std::optional<double> value = AttributeIn::readDouble(element, name);
+  if (!value) return "is no number; it is read as 0";
+  if (isPartOfLine && std::isnan(*value))
+    return "is not finite; the line stiffness that it belongs to is not read";
+  if (!std::isfinite(*value))
+    return "is not finite; it is read as " + DisplayText::fromNumber(*value);
+  if (*value < 0.0) return "is negative; it is read as it is";
+  return std::nullopt;
+}
+
+Fault judgeFailureNumber(const Data& element, const std::string& name) {
+  const std::optional<int> value = AttributeIn::readInteger(element, name);
+  if (!value) return tellNoInteger(element, name) + "; it is read as 0, no failure";
+  if (*value >= -1 && *value <= 1) return std::nullopt;
+  return "is none of -1 (tension), 0 (none) and 1 (compression); it is kept as it is";
+}
+
+Fault judgeFailureText(const Data& element, const std::string& name) {
+  const std::optional<std::string> text = AttributeIn::readString(element, name);
+  if (text == "tension" || text == "none" || text == "compression") return std::nullopt;
+  return R"(is none of "tension", "none" and "compression"; it is read as none)";
+}
+
+Fault judge(const Data& element, const Attribute& attribute) {
+  switch (attribute.kind) {
+    case Kind::identity:
+      break;
+    case Kind::flag:
+      return judgeFlag(element, attribute.name);
+    case Kind::number:
+      return judgeNumber(element, attribute.name, false);
+    case Kind::partOfLine:
+      return judgeNumber(element, attribute.name, true);
+    case Kind::failureNumber:
+      return judgeFailureNumber(element, attribute.name);
+    case Kind::failureText:
+      return judgeFailureText(element, attribute.name);
+  }
+  return std::nullopt;
+}
+
+/// Namespaces and what has one may stand anywhere.
+bool isOfNamespace(const std::string& name) {
+  return name == "xmlns" || name.find(':') != name.npos;
+}
+
+}  // namespace
+
+void checkAttributes(const Data& element, const Element& known, Findings& findings) {
+  for (const std::string& name : element.getAttributeNames()) {
+    const auto attribute =
+        std::find_if(known.attributes.begin(), known.attributes.end(),
+                     [&name](const Attribute& candidate) { return candidate.name == name; });
+    if (attribute != known.attributes.end()) {
+      if (const Fault fault = judge(element, *attribute))
+        findings.add(locate(element, name), showAttribute(element, name) + " " + *fault);
+    } else if (!isOfNamespace(name)) {
+      findings.add(locate(element, name),
+                   showText(name) + " is no attribute of <" + known.name + ">; it is not read");
+    }
+  }
+}
+
+void checkHasNoChildren(const Data& element, Findings& findings) {
+  for (const Data* child : element.getChildren())
+    findings.add(child->getPosition(), showElement(*child) + " is no element of " +
+                                           showElement(element) + "; it is skipped");
+}
+
+std::string tellNoInteger(const Data& element, const std::string& name) {
+  const std::optional<double> value = AttributeIn::readDouble(element, name);
+  const bool isBeyond = value && std::fabs(*value) > std::numeric_limits<int>::max();
+  return isBeyond ? "is out of range" : "is no whole number";
+}
+
+}  // namespace Checks

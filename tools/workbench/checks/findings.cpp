@@ -1,0 +1,64 @@
+#include "checks/findings.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+#include "text/display_text.h"
+
+namespace Checks {
+
+void Findings::add(KvXmlPosition position, std::string sentence) {
+  add(position, std::move(sentence), position);
+}
+
+void Findings::add(KvXmlPosition position, std::string sentence, KvXmlPosition owner) {
+  findings.push_back({position, std::move(sentence), owner, nullptr});
+}
+
+void Findings::arrange(const Owners& owners) {
+  const auto isBefore = [](const Finding& a, const Finding& b) {
+    return std::tie(a.position.line, a.position.column) <
+           std::tie(b.position.line, b.position.column);
+  };
+  std::stable_sort(findings.begin(), findings.end(), isBefore);
+  for (Finding& finding : findings) {
+    const auto owner = owners.find({finding.owner.line, finding.owner.column});
+    if (owner == owners.end()) continue;
+    finding.foundation = owner->second;
+    ++counts[owner->second];
+  }
+}
+
+std::size_t Findings::count(const Found::Foundation& foundation) const {
+  const auto counted = counts.find(&foundation);
+  return counted == counts.end() ? 0 : counted->second;
+}
+
+std::string showText(const std::string& text) {
+  constexpr std::size_t longest = 60;
+  return DisplayText::shorten(DisplayText::fromName(text), longest);
+}
+
+std::string quote(const std::string& text) { return '"' + showText(text) + '"'; }
+
+std::string showAttribute(const KvXmlN::Data& element, const std::string& name) {
+  return name + "=" + quote(KvXmlN::AttributeIn::readString(element, name).value_or(""));
+}
+
+std::string showElement(const KvXmlN::Data& element) {
+  return "<" + showText(element.getName()) + ">";
+}
+
+KvXmlPosition locate(const KvXmlN::Data& element, const std::string& name) {
+  const KvXmlPosition position = element.getAttributePosition(name);
+  return position.line > 0 ? position : element.getPosition();
+}
+
+std::string showPlace(KvXmlPosition earlier, KvXmlPosition here) {
+  if (earlier.line == here.line)
+    return "in column " + std::to_string(earlier.column) + " of this line";
+  return "in line " + std::to_string(earlier.line);
+}
+
+}  // namespace Checks

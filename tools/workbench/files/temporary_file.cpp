@@ -1,0 +1,140 @@
+#include "files/temporary_file.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <random>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+#include "files/paths.h"
+#include "files/user_error.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// More than any command has at a time. What an interruption must erase, kept where a signal handler
+// may look.
+std::array<std::atomic<const char*>, 4> living;
+
+extern "C" void eraseAndEnd(int signal) {
+  for (const std::atomic<const char*>& path : living)
+    if (const char* const file = path.load()) unlink(file);
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+}
+
+/// An interruption that the program is to ignore stays ignored.
+void watch(int signal) {
+  if (std::signal(signal, eraseAndEnd) == SIG_IGN) std::signal(signal, SIG_IGN);
+}
+
+void watchInterruptions() {
+  watch(SIGINT);
+  watch(SIGTERM);
+#ifndef _WIN32
+  watch(SIGHUP);
+  watch(SIGPIPE);
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that grows too large is told like a full disk
+#endif
+}
+
+[[noreturn]] void fail() { throw std::system_error(errno, std::generic_category()); }
+
+/// False when there is such a file already.
+bool create(const std::string& path, TemporaryFile::Readers readers) {
+#ifdef _WIN32
+  static_cast<void>(readers);
+  const int file = _open(path.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY, _S_IREAD | _S_IWRITE);
+  if (file >= 0) return _close(file) == 0;
+#else
+  const mode_t mode = readers == TemporaryFile::Readers::owner ? 0600 : 0666;
+  const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, mode);
+  if (file >= 0) return close(file) == 0;
+#endif
+  if (errno != EEXIST) fail();
+  return false;
+}
+
+/// Lets the content reach the device, so that not even a power failure leaves half a file.
+void synchronise(const std::string& path) {
+#ifdef _WIN32
+  static_cast<void>(path);
+#else
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) fail();
+  const bool isDone = fsync(file) == 0 || errno == EINVAL;  // some file systems cannot
+  const int reason = errno;
+  close(file);
+  errno = reason;
+  if (!isDone) fail();
+#endif
+}
+
+/// The file belongs to whom `target` belonged, where whoever writes it may decide that.
+void keepOwner([[maybe_unused]] const std::string& path,
+               [[maybe_unused]] const std::string& target) {
+#ifndef _WIN32
+  struct stat old {};
+  if (stat(target.c_str(), &old) != 0) return;
+  static_cast<void>(chown(path.c_str(), old.st_uid, old.st_gid) == 0);
+#endif
+}
+
+}  // namespace
+
+std::string TemporaryFile::findFolder() {
+  std::error_code error;
+  const fs::path folder = fs::temp_directory_path(error);
+  if (error) throw UserError("there is no folder for temporary files; set TMPDIR to one");
+  return Paths::toText(folder);
+}
+
+TemporaryFile::TemporaryFile(const std::string& folder, Readers readers) {
+  watchInterruptions();
+  while (place + 1 < living.size() && living[place] != nullptr) ++place;
+  std::random_device random;
+  try {
+    do {
+      living[place] = nullptr;
+      path = Paths::toText(Paths::fromText(folder) /
+                           (".kvfound-" + std::to_string(random()) + ".tmp"));
+      living[place] = path.c_str();  // before there is a file that an interruption could leave
+    } while (!create(path, readers));
+  } catch (...) {
+    living[place] = nullptr;
+    throw;
+  }
+}
+
+TemporaryFile::~TemporaryFile() {
+  if (path.empty()) return;
+  std::remove(path.c_str());
+  living[place] = nullptr;
+}
+
+void TemporaryFile::replace(const std::string& target) {
+  const fs::path from = Paths::fromText(path);
+  const fs::path to = Paths::fromText(target);
+  const fs::file_status status = fs::status(to);
+  if (fs::exists(status)) {
+    keepOwner(path, target);
+    fs::permissions(from, status.permissions());
+  }
+  synchronise(path);
+  fs::rename(from, to);
+  living[place] = nullptr;
+  path.clear();
+}

@@ -1,0 +1,229 @@
+#include "report/page.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "files/paths.h"
+#include "report/assets.h"
+#include "report/html.h"
+#include "report/svg.h"
+#include "report/table.h"
+#include "report/text.h"
+#include "text/display_text.h"
+
+namespace {
+
+using Documents::Form;
+using Found::Foundation;
+using KvXmlN::AttributeIn;
+using ReportBars::Part;
+using ReportHtml::escape;
+using ReportHtml::showName;
+using ReportText::count;
+
+constexpr std::size_t mostFindings = 50;  // more of them are folded
+
+class PagePrinter {
+ public:
+  PagePrinter(const ReportContent& shown, std::ostream& target)
+      : content(shown),
+        foundations(shown.manager.getFoundations()),
+        findings(shown.findings.list()),
+        title(showName(Paths::toText(Paths::fromText(shown.tree.shownPath).filename()))),
+        out(target) {
+    for (const Foundation* foundation : foundations) places.emplace(foundation, places.size());
+  }
+
+  void print() {
+    printHead();
+    out << "<body>\n";
+    printHeader();
+    out << "<main>\n";
+    if (foundations.empty()) {
+      out << "<p class=\"lead\">The document holds no foundations.</p>\n";
+    } else {
+      printLegend();
+      printPart(Part::area, "Area stiffness");
+      printPart(Part::line, "Line stiffness");
+      printTable();
+    }
+    printFindings();
+    out << "</main>\n<footer>Made by kvfound " KVFOUND_VERSION ".</footer>\n";
+    if (!foundations.empty()) out << "<script>" << ReportAssets::script << "</script>\n";
+    out << "</body>\n</html>\n";
+  }
+
+ private:
+  /// Nothing is loaded, and no script runs but the page's own, whatever a document holds.
+  void printHead() {
+    out << "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+           "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
+           "'unsafe-inline'; script-src 'sha256-"
+        << ReportAssets::scriptSha256
+        << "'\">\n<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+           "<title>Beddings of "
+        << title << "</title>\n<style>" << ReportAssets::styleSheet << "</style>\n</head>\n";
+  }
+
+  void printHeader() {
+    out << "<header>\n<p class=\"over\">Beddings of</p>\n<h1>" << title
+        << "</h1>\n<ul class=\"facts\">\n";
+    printFact("Form", content.tree.form == Form::legacy ? "Legacy model" : "Exchange document");
+    printVersion();
+    printCount();
+    printFact("Largest stiffness", DisplayText::fromNumber(content.manager.getMaxFoundationValue()),
+              "length of the longest vector (x, y, z) of an area or a line, or of a rotation");
+    printCurrent();
+    printUnits();
+    printCheck();
+    out << "</ul>\n";
+    if (!foundations.empty())
+      out << "<nav aria-label=\"Sections\"><a href=\"#area\">Area stiffness</a> <a "
+             "href=\"#line\">Line stiffness</a> <a href=\"#values\">All values</a> <a "
+             "href=\"#findings\">Findings</a></nav>\n";
+    out << "</header>\n";
+  }
+
+  /// `text` and `remark` are HTML.
+  void printFact(const char* name, const std::string& text, const std::string& remark = "") {
+    out << "<li>" << name << " <strong>" << text << "</strong>"
+        << (remark.empty() ? "" : " <small>" + remark + "</small>") << "</li>\n";
+  }
+
+  void printVersion() {
+    const bool isLegacy = content.tree.form == Form::legacy;
+    const KvXmlN::Data& root = content.tree.document->getRoot();
+    const std::string name = isLegacy ? "VERSION" : "Version";
+    const std::optional<std::string> stated = AttributeIn::readString(root, name);
+    if (isLegacy) return printFact("Version", stated ? showName(*stated) : "not stated");
+    const std::string version = content.tree.form == Form::firstExchange ? "1.0" : "current";
+    printFact("Version", version,
+              stated ? "the document states " + showName(*stated) : "the document states none");
+  }
+
+  void printCount() {
+    const auto countPart = [this](Part part) {
+      return std::to_string(countWith(part)) + " with " + ReportBars::getName(part);
+    };
+    const auto generated = std::count_if(foundations.begin(), foundations.end(),
+                                         [](const Foundation* f) { return f->isGenerated(); });
+    printFact("Foundations", std::to_string(foundations.size()),
+              countPart(Part::area) + ", " + countPart(Part::line) + ", " +
+                  std::to_string(generated) + " generated");
+  }
+
+  std::size_t countWith(Part part) const {
+    return static_cast<std::size_t>(
+        std::count_if(foundations.begin(), foundations.end(),
+                      [part](Foundation* f) { return ReportBars::hasPart(part, *f); }));
+  }
+
+  void printCurrent() {
+    const Foundation* const current = content.manager.getCurrentFoundation();
+    if (current == nullptr) return printFact("Current foundation", "none");
+    printFact("Current foundation", "<bdi>" + showName(current->getName()) + "</bdi>",
+              "number " + std::to_string(current->getNumber()));
+  }
+
+  void printUnits() {
+    const ReportBars::Units& units = content.units;
+    if (units.force.empty()) return printFact("Units", "not stated", "values as in the document");
+    printFact("Units", escape(units.force) + ", " + escape(units.length), "labels only");
+  }
+
+  void printCheck() {
+    if (findings.empty()) return printFact("Check", "no findings");
+    printFact("Check",
+              R"(<a class="warn" href="#findings">)" + count(findings.size(), "finding") + "</a>");
+  }
+
+  void printLegend() {
+    out << "<ul class=\"legend\" aria-label=\"Legend\">\n"
+           "<li class=\"bar\">stiffness, on a logarithmic scale</li>\n"
+           "<li class=\"zero\">zero</li>\n"
+           "<li class=\"beyond\">beyond the scale: negative, infinite or not a number</li>\n"
+           "<li><b>\xE2\x80\x93</b> no value</li>\n"
+           "<li><b class=\"f\">T \xE2\x86\x90\xE2\x86\x92</b> fails in tension</li>\n"
+           "<li><b class=\"f\">C \xE2\x86\x92\xE2\x86\x90</b> fails in compression</li>\n"
+           "<li><b class=\"f\">mode</b> fails in another mode, which the table tells</li>\n"
+           "<li><b>\xE2\x97\x8F current</b> the current foundation</li>\n"
+           "<li><b>\xE2\x89\x88</b> rounded; the table has all digits</li>\n"
+           "</ul>\n";
+  }
+
+  void printPart(Part part, const char* heading) {
+    const std::string name = ReportBars::getName(part);
+    out << "<section>\n<h2 id=\"" << name << "\">" << heading << "</h2>\n";
+    const std::size_t number = countWith(part);
+    if (number == 0) {
+      out << "<p class=\"lead\">No foundation has a part for " << name << "s.</p>\n";
+    } else {
+      ReportSvg::print(content, part, out);
+    }
+    out << "</section>\n";
+  }
+
+  void printTable() {
+    out << "<section>\n<h2 id=\"values\">All values</h2>\n"
+           "<p class=\"hint\" hidden>A heading sorts the table by its column.</p>\n"
+           "<div class=\"scroll\" role=\"region\" aria-labelledby=\"values\" tabindex=\"0\">\n";
+    ReportTable::print(content, out);
+    out << "</div>\n</section>\n";
+  }
+
+  void printFindings() {
+    out << "<section>\n<h2 id=\"findings\">Findings of the check</h2>\n";
+    if (findings.empty()) {
+      out << "<p class=\"lead\">Nothing looks wrong.</p>\n</section>\n";
+      return;
+    }
+    out << "<p class=\"lead\">The document can be read, but these places look wrong.</p>\n";
+    const std::size_t shown = std::min(findings.size(), mostFindings);
+    printFindings(0, shown);
+    if (shown < findings.size()) {
+      out << "<p class=\"closed\">Findings that are folded are not printed.</p>\n"
+             "<details><summary>"
+          << ReportText::showSpan("Finding", shown + 1, findings.size()) << "</summary>\n";
+      printFindings(shown, findings.size());
+      out << "</details>\n";
+    }
+    out << "</section>\n";
+  }
+
+  void printFindings(std::size_t first, std::size_t last) {
+    out << "<ul class=\"findings\">\n";
+    for (; first < last; ++first) printFinding(findings[first]);
+    out << "</ul>\n";
+  }
+
+  void printFinding(const Checks::Finding& finding) {
+    out << "<li><span class=\"place\">line " << finding.position.line << ", column "
+        << finding.position.column << "</span> ";
+    if (finding.foundation != nullptr) printLink(*finding.foundation);
+    out << escape(ReportText::limitMarks(finding.sentence)) << "</li>\n";
+  }
+
+  void printLink(const Foundation& foundation) {
+    constexpr std::size_t longestName = 60;
+    const std::string name = ReportText::showName(foundation.getName());
+    out << "<a href=\"#" << ReportTable::makeRowId(places.at(&foundation)) << "\">foundation "
+        << foundation.getNumber() << ", " << escape(DisplayText::shorten(name, longestName))
+        << "</a> ";
+  }
+
+  const ReportContent& content;
+  const std::vector<Foundation*>& foundations;
+  const std::vector<Checks::Finding>& findings;
+  std::unordered_map<const Foundation*, std::size_t> places;  // in the list
+  std::string title;                                          // the file's name, escaped
+  std::ostream& out;
+};
+
+}  // namespace
+
+void ReportPage::print(const ReportContent& content, std::ostream& out) {
+  PagePrinter(content, out).print();
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <map>
+#include <vector>
+
+#include "found/foundation.h"
+#include "report/bars.h"
+
+/// How values get their places in a picture.
+namespace ReportScale {
+
+/// A logarithmic scale over whole decades, wide enough for all values that it was shown. It has a
+/// start and an end once there is one.
+class Scale {
+ public:
+  void include(double value);
+
+  bool isEmpty() const { return least > greatest; }
+  double getLeast() const { return least; }
+  double getGreatest() const { return greatest; }
+
+  /// Exponents of ten. The least value is some way off the start.
+  int getStart() const;
+  int getEnd() const;
+  /// How many decades apart lines stand, so that they are few.
+  int getStep() const;
+
+  /// From 0 at the start to 1 at the end, but far enough from the start to be seen.
+  double place(double value) const;
+  /// The place of a power of ten.
+  double placePower(double exponent) const;
+
+ private:
+  double least = std::numeric_limits<double>::infinity();
+  double greatest = 0.0;
+};
+
+/// What foundations have in one direction of a part.
+struct Summary {
+  Scale range;  // of the values that have a place on a scale
+  std::size_t zeros = 0;
+  std::size_t beyond = 0;   // the scale
+  std::size_t lacking = 0;  // the value, though they have the part
+  std::map<Found::Foundation::Failure, std::size_t> failures;  // but those that never fail
+
+  void include(const ReportBars::Bar& bar);
+};
+
+/// Of those that have the part, direction by direction.
+std::vector<Summary> summarize(const std::vector<Found::Foundation*>& foundations,
+                               ReportBars::Part part);
+
+/// The scales of a part: one for all translations, one for rotation.
+struct Scales {
+  Scale translation;
+  Scale rotation;
+
+  const Scale& get(const ReportBars::Direction& direction) const {
+    return direction.isRotation ? rotation : translation;
+  }
+};
+
+/// As wide as `summaries` of these directions ask.
+Scales makeScales(const std::vector<ReportBars::Direction>& directions,
+                  const std::vector<Summary>& summaries);
+
+}  // namespace ReportScale

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <ostream>
+
+#include "report/bars.h"
+#include "report/content.h"
+
+/// The pictures of a report.
+namespace ReportSvg {
+
+/// Draws one part of all foundations: a row for each, a bar for each direction, in pictures of
+/// which some fit a sheet of paper. Where there are many, they stand in groups that open one by
+/// one, below a picture of them all; each group tells what is in it.
+void print(const ReportContent& content, ReportBars::Part part, std::ostream& out);
+
+}  // namespace ReportSvg

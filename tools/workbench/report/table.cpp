@@ -1,0 +1,143 @@
+#include "report/table.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "report/html.h"
+#include "report/text.h"
+#include "text/display_text.h"
+
+namespace {
+
+using Found::Foundation;
+using ReportBars::Bar;
+using ReportBars::Direction;
+using ReportBars::Part;
+using ReportHtml::escape;
+
+/// Those of a part that some foundation has.
+struct Columns {
+  Part part;
+  std::vector<Direction> directions;
+};
+
+class TablePrinter {
+ public:
+  TablePrinter(const ReportContent& shown, std::ostream& target)
+      : content(shown), foundations(shown.manager.getFoundations()), out(target) {
+    for (const Part part : {Part::area, Part::line})
+      if (std::any_of(foundations.begin(), foundations.end(),
+                      [part](Foundation* f) { return ReportBars::hasPart(part, *f); }))
+        parts.push_back({part, ReportBars::listDirections(part, shown.units)});
+  }
+
+  void print() {
+    out << "<table class=\"of";
+    for (const Columns& columns : parts) out << ' ' << ReportBars::getName(columns.part);
+    out << "\">\n<thead>\n<tr>";
+    printHeading("No", R"(rowspan="2" class="num")");
+    printHeading("Name", "rowspan=\"2\"");
+    printHeading("Marks", "rowspan=\"2\"");
+    for (const Columns& columns : parts) printGroup(columns);
+    out << "</tr>\n<tr>";
+    for (const Columns& columns : parts) printHeadings(columns);
+    out << "</tr>\n</thead>\n<tbody>\n";
+    for (std::size_t i = 0; i < foundations.size(); ++i) printRow(*foundations[i], i);
+    out << "</tbody>\n</table>\n";
+  }
+
+ private:
+  void printHeading(const std::string& text, const std::string& attributes) {
+    out << R"(<th scope="col" data-column=")" << column++ << '"'
+        << (attributes.empty() ? "" : " " + attributes) << '>' << text << "</th>";
+  }
+
+  void printGroup(const Columns& columns) {
+    const std::vector<Direction>& all = columns.directions;
+    out << R"(<th scope="colgroup" class="part" colspan=")" << all.size() + 2 << "\">"
+        << (columns.part == Part::area ? "Area" : "Line");
+    if (!all.front().unit.empty()) {
+      out << " <small>" << escape(all.front().unit);
+      if (all.back().isRotation) out << ", rotation " << escape(all.back().unit);
+      out << "</small>";
+    }
+    out << "</th>";
+  }
+
+  void printHeadings(const Columns& columns) {
+    const char* attributes = "class=\"num part\"";
+    for (const Direction& direction : columns.directions) {
+      printHeading(direction.name, attributes);
+      attributes = "class=\"num\"";
+    }
+    printHeading("Fails", "class=\"text\"");
+    printHeading("Factor", "class=\"num\"");
+  }
+
+  void printRow(Foundation& foundation, std::size_t place) {
+    const bool isCurrent = &foundation == content.manager.getCurrentFoundation();
+    const std::size_t found = content.findings.count(foundation);
+    out << "<tr" << (isCurrent ? " class=\"c\"" : "");
+    if (found > 0) out << " id=\"" << ReportTable::makeRowId(place) << '"';
+    out << '>';
+    printDigits(std::to_string(foundation.getNumber()));
+    out << "<th scope=\"row\">" << ReportHtml::showName(foundation.getName());
+    const std::string findings = found == 0 ? ""
+                                            : R"(<a class="warn" href="#findings">)" +
+                                                  ReportText::count(found, "finding") + "</a>";
+    printCell(
+        ReportText::join(ReportText::listMarks(isCurrent, foundation.isGenerated()), findings));
+    for (const Columns& columns : parts) printPart(columns, foundation);
+    out << "</tr>\n";
+  }
+
+  void printPart(const Columns& columns, Foundation& foundation) {
+    const std::vector<Bar> bars = ReportBars::listBars(columns.part, foundation);
+    const bool isThere = ReportBars::hasPart(columns.part, foundation);
+    std::string failures;
+    for (std::size_t i = 0; i < bars.size(); ++i) {
+      printNumber(isThere && bars[i].isPresent, bars[i].value);
+      if (bars[i].failure == Foundation::None) continue;
+      failures += (failures.empty() ? "" : ",<br>") + std::string(columns.directions[i].name) +
+                  " " + ReportText::nameFailure(bars[i].failure);
+    }
+    if (!isThere)
+      printCell(ReportText::absent);
+    else if (failures.empty())
+      printCell("none");
+    else
+      printCell(failures, " class=\"f\"");
+    printNumber(isThere, columns.part == Part::area ? foundation.getFactorArea()
+                                                    : foundation.getFactorLine());
+  }
+
+  void printNumber(bool isPresent, double value) {
+    printDigits(isPresent ? DisplayText::fromNumber(value) : ReportText::absent);
+  }
+
+  /// Long numbers may be broken on paper.
+  void printDigits(const std::string& number) {
+    constexpr std::size_t longest = 6;
+    printCell(number, number.size() > longest ? " class=\"v\"" : "");
+  }
+
+  /// The style sheet knows the columns, and the next cell ends this one, so that large tables stay
+  /// small.
+  void printCell(const std::string& text, const char* attributes = "") {
+    out << "<td" << attributes << '>' << text;
+  }
+
+  const ReportContent& content;
+  const std::vector<Foundation*>& foundations;
+  std::vector<Columns> parts;
+  std::size_t column = 0;
+  std::ostream& out;
+};
+
+}  // namespace
+
+void ReportTable::print(const ReportContent& content, std::ostream& out) {
+  TablePrinter(content, out).print();
+}
+
+std::string ReportTable::makeRowId(std::size_t place) { return "row-" + std::to_string(place + 1); }
