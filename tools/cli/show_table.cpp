@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "foundations/failures.h"
+#include "foundations/parts.h"
 #include "show_formats.h"
 #include "table.h"
 #include "text/display_text.h"
@@ -24,15 +26,9 @@ std::string showComponent(bool isPresent, double value) {
 
 /// One direction that fails, such as "zT"; empty when it does not.
 std::string showFailure(char direction, Foundation::Failure failure) {
-  switch (failure) {
-    case Foundation::None:
-      return "";
-    case Foundation::Tension:
-      return {direction, 'T'};
-    case Foundation::Compression:
-      return {direction, 'C'};
-  }
-  return direction + std::to_string(static_cast<int>(failure));  // a document may hold any number
+  if (failure == Foundation::None) return "";
+  const Failures::Mode* const mode = Failures::find(failure);
+  return direction + (mode != nullptr ? std::string(1, mode->letter) : Failures::getWord(failure));
 }
 
 std::string join(std::initializer_list<std::string> parts) {
@@ -87,27 +83,10 @@ Cells makeLineCells(Foundation& foundation) {
           fromNumber(foundation.getFactorLine())};
 }
 
-bool hasLinePart(Foundation& foundation) {
-  KvVector3D ignored;
-  return foundation.getDispLine(ignored) || foundation.getRotLine(ignored) ||
-         foundation.getFailLineX() != Foundation::None ||
-         foundation.getFailLineY() != Foundation::None ||
-         foundation.getFailLineZ() != Foundation::None || foundation.getFactorLine() != 0.0;
-}
-
-/// A legacy document gives every foundation an area; where it says nothing, the line is enough.
-bool hasAreaPart(Foundation& foundation) {
-  if (foundation.getFailAreaZ() != Foundation::None || foundation.getFactorArea() != 0.0)
-    return true;
-  KvVector3D area;
-  if (!foundation.getDispArea(area)) return false;
-  return area != KvVector3D() || !hasLinePart(foundation);
-}
-
 std::vector<Cells> listParts(Foundation& foundation) {
   std::vector<Cells> parts;
-  if (hasAreaPart(foundation)) parts.push_back(makeAreaCells(foundation));
-  if (hasLinePart(foundation)) parts.push_back(makeLineCells(foundation));
+  if (Parts::hasArea(foundation)) parts.push_back(makeAreaCells(foundation));
+  if (Parts::hasLine(foundation)) parts.push_back(makeLineCells(foundation));
   if (parts.empty()) parts.emplace_back(7, "-");
   return parts;
 }

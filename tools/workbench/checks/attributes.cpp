@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "foundations/failures.h"
 #include "text/display_text.h"
 
 namespace Checks {
@@ -36,13 +37,14 @@ Fault judgeNumber(const Data& element, const std::string& name, bool isPartOfLin
 Fault judgeFailureNumber(const Data& element, const std::string& name) {
   const std::optional<int> value = AttributeIn::readInteger(element, name);
   if (!value) return tellNoInteger(element, name) + "; it is read as 0, no failure";
-  if (*value >= -1 && *value <= 1) return std::nullopt;
+  if (Failures::find(static_cast<Found::Foundation::Failure>(*value)) != nullptr)
+    return std::nullopt;
   return "is none of -1 (tension), 0 (none) and 1 (compression); it is kept as it is";
 }
 
 Fault judgeFailureText(const Data& element, const std::string& name) {
-  const std::optional<std::string> text = AttributeIn::readString(element, name);
-  if (text == "tension" || text == "none" || text == "compression") return std::nullopt;
+  if (Failures::find(AttributeIn::readString(element, name).value_or("")) != nullptr)
+    return std::nullopt;
   return R"(is none of "tension", "none" and "compression"; it is read as none)";
 }
 

@@ -6,6 +6,7 @@
 
 #include "documents/documents.h"
 #include "found/kvml_writer.h"
+#include "foundations/failures.h"
 #include "foundations/fields.h"
 #include "kv/xml_n.h"
 
@@ -57,8 +58,7 @@ double readNumber(const KvXmlN::Data& element, const char* attribute) {
 
 /// Failure modes have texts, but only those that there are.
 Foundation::Failure keepFailure(Foundation::Failure failure) {
-  const bool hasText = failure >= Foundation::Tension && failure <= Foundation::Compression;
-  return hasText ? failure : Foundation::None;
+  return Failures::find(failure) != nullptr ? failure : Foundation::None;
 }
 
 /// Gives `kept` what one element of a listing tells of `wanted`.

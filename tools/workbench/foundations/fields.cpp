@@ -1,5 +1,6 @@
 #include "foundations/fields.h"
 
+#include "foundations/failures.h"
 #include "text/display_text.h"
 
 namespace Fields {
@@ -16,16 +17,7 @@ Value getComponent(Foundation& foundation) {
 
 template <Foundation::Failure (Foundation::*GetFailure)()>
 Value getFailure(Foundation& foundation) {
-  const Foundation::Failure failure = (foundation.*GetFailure)();
-  switch (failure) {
-    case Foundation::None:
-      return std::string("none");
-    case Foundation::Tension:
-      return std::string("tension");
-    case Foundation::Compression:
-      return std::string("compression");
-  }
-  return std::to_string(static_cast<int>(failure));
+  return Failures::getWord((foundation.*GetFailure)());
 }
 
 template <auto Get>

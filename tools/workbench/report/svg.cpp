@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "foundations/failures.h"
 #include "report/html.h"
 #include "report/scale.h"
 #include "report/text.h"
@@ -49,17 +50,12 @@ std::string drawPower(int exponent) {
   return "10<tspan dy=\"-.45em\">" + std::to_string(exponent) + "</tspan>";
 }
 
-/// Arrows that pull at a support or push it, and letters, so that no colour is needed.
+/// Letters and arrows, so that no colour is needed.
 std::string drawFailure(Foundation::Failure failure) {
-  switch (failure) {
-    case Foundation::None:
-      return "";
-    case Foundation::Tension:
-      return "<tspan> T \xE2\x86\x90\xE2\x86\x92</tspan>";
-    case Foundation::Compression:
-      return "<tspan> C \xE2\x86\x92\xE2\x86\x90</tspan>";
-  }
-  return "<tspan> mode</tspan>";  // the table has its number
+  if (failure == Foundation::None) return "";
+  const Failures::Mode* const mode = Failures::find(failure);
+  if (mode == nullptr) return "<tspan> mode</tspan>";  // the table has its number
+  return std::string("<tspan> ") + mode->letter + " " + mode->arrows + "</tspan>";
 }
 
 std::string showUnit(const Direction& direction) {

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <vector>
 
+#include "foundations/failures.h"
 #include "text/display_text.h"
 
 namespace ReportText {
@@ -109,15 +110,8 @@ bool isBlank(const std::string& text) {
 }
 
 std::string nameFailure(Foundation::Failure failure) {
-  switch (failure) {
-    case Foundation::None:
-      return "";
-    case Foundation::Tension:
-      return "tension";
-    case Foundation::Compression:
-      return "compression";
-  }
-  return "mode " + std::to_string(static_cast<int>(failure));  // a document may hold any number
+  if (failure == Foundation::None) return "";
+  return (Failures::find(failure) != nullptr ? "" : "mode ") + Failures::getWord(failure);
 }
 
 std::string count(std::size_t number, const std::string& noun) {

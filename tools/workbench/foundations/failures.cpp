@@ -1,0 +1,30 @@
+#include "foundations/failures.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace Failures {
+namespace {
+
+template <class Test>
+const Mode* findIf(const Test& test) {
+  const Mode* const found = std::find_if(std::begin(modes), std::end(modes), test);
+  return found == std::end(modes) ? nullptr : found;
+}
+
+}  // namespace
+
+const Mode* find(Found::Foundation::Failure failure) {
+  return findIf([failure](const Mode& mode) { return mode.value == failure; });
+}
+
+const Mode* find(const std::string& word) {
+  return findIf([&word](const Mode& mode) { return mode.word == word; });
+}
+
+std::string getWord(Found::Foundation::Failure failure) {
+  const Mode* const mode = find(failure);
+  return mode != nullptr ? mode->word : std::to_string(static_cast<int>(failure));
+}
+
+}  // namespace Failures

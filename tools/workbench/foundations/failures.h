@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "found/foundation.h"
+
+/// The words for failure modes.
+namespace Failures {
+
+/// A mode that the library knows, which documents hold as its word or as its number.
+struct Mode {
+  Found::Foundation::Failure value;
+  const char* word;
+  char letter;         // where room is short
+  const char* arrows;  // that pull at a support or push it, in UTF-8
+};
+
+constexpr Mode modes[] = {
+    {Found::Foundation::Tension, "tension", 'T', "\xE2\x86\x90\xE2\x86\x92"},
+    {Found::Foundation::None, "none", '\0', ""},
+    {Found::Foundation::Compression, "compression", 'C', "\xE2\x86\x92\xE2\x86\x90"}};
+
+/// Null for a number that is no mode, which a legacy document may hold.
+const Mode* find(Found::Foundation::Failure failure);
+/// Null for a text that is none of the words.
+const Mode* find(const std::string& word);
+
+/// The word of a mode, or the number of what is none.
+std::string getWord(Found::Foundation::Failure failure);
+
+}  // namespace Failures
