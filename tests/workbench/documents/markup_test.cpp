@@ -1,0 +1,86 @@
+#include "documents/markup.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Markup::nowhere;
+
+TEST(Markup, EndsWhereItsKindSays) {
+  const struct {
+    const char* text;
+    std::size_t end;
+  } rows[] = {
+      {"<a>x", 3},
+      {"<a b='>' c=\">'\"/>x", 17},
+      {"</a>x", 4},
+      {"<!-- > -- > -->x", 15},
+      {"<![CDATA[ > ]] > ]]>x", 20},
+      {"<?a > ? > ?>x", 12},
+      {"<!DOCTYPE a SYSTEM '>'>x", 23},
+      {"<!DOCTYPE a [<!ENTITY b \"]>\"> <!-- '] > --> <?c ]>?> ]>x", 55},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Markup::findEnd(row.text, 0), row.end) << row.text;
+}
+
+TEST(Markup, WithoutAnEndEndsNowhere) {
+  for (const char* text : {"<", "<a", "<a b='>", "<!-- >", "<!-->", "<![CDATA[ > ]]", "<?a >",
+                           "<!DOCTYPE a [>", "<!DOCTYPE a '>", "<!DOCTYPE a [<!-- ]>"})
+    EXPECT_EQ(Markup::findEnd(text, 0), nowhere) << text;
+}
+
+TEST(MarkupElement, EndsBehindItsEndTag) {
+  const struct {
+    const char* text;
+    std::size_t end;
+  } rows[] = {
+      {"<a/><b/>", 4},
+      {"<a b='/>'/><b/>", 11},
+      {"<a></a><b/>", 7},
+      {"<a><a/>t<a></a ></a><a/>", 20},
+      {"<a><!-- </a> --><?b </a>?><![CDATA[</a>]]></a><a/>", 46},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Markup::findElementEnd(row.text, 0), row.end) << row.text;
+}
+
+TEST(MarkupElement, StartsAnywhere) { EXPECT_EQ(Markup::findElementEnd("<x><a></a></x>", 3), 10u); }
+
+TEST(MarkupElement, WithoutAnEndTagEndsNowhere) {
+  for (const char* text : {"<a>", "<a><a></a>", "<a", "<a><b"})
+    EXPECT_EQ(Markup::findElementEnd(text, 0), nowhere) << text;
+}
+
+TEST(MarkupRoot, StandsBehindTheProlog) {
+  const struct {
+    const char* text;
+    std::size_t root;
+  } rows[] = {
+      {"<a/>", 0},
+      {" \t\r\n<a/>", 4},
+      {"\xEF\xBB\xBF<a/>", 3},
+      {"<?xml?>\n<!-- <b> --><!DOCTYPE a [<!ENTITY c '<b>'>]><?d?><a/>", 57},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Markup::findRoot(row.text), row.root) << row.text;
+}
+
+TEST(MarkupRoot, IsNowhereBehindAnythingElse) {
+  for (const char* text : {"", " ", "text <a/>", "<?xml?>", "\xEF\xBB<a/>"})
+    EXPECT_EQ(Markup::findRoot(text), nowhere) << text;
+}
+
+TEST(MarkupName, EndsBeforeAttributesAndEnds) {
+  for (const char* text : {"<ab c='d'/>", "<ab\n>", "<ab\t>", "<ab\r>", "<ab/>", "<ab>", "<ab"})
+    EXPECT_EQ(Markup::readName(text, 0), "ab") << text;
+}
+
+TEST(MarkupProlog, HoldsNoElementAndNoText) {
+  for (const char* text :
+       {"", "\n", "<?xml version='1.0'?>\r\n", "\xEF\xBB\xBF<!-- a --> <?b?>", "<!DOCTYPE a>"})
+    EXPECT_TRUE(Markup::isProlog(text)) << text;
+  for (const char* text : {"a", "<a>", "<?xml?><a/>", "<!-- a", "<?xml?", "<!DOCTYPE a ["})
+    EXPECT_FALSE(Markup::isProlog(text)) << text;
+}
+
+}  // namespace

@@ -1,0 +1,74 @@
+#include "files/content.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "files/user_error.h"
+#include "support/temporary_files.h"
+
+namespace {
+
+using Files::Content;
+using TestSupport::TemporaryFile;
+using TestSupport::TemporaryPath;
+
+/// The error of reading a file; empty when there is none.
+std::string tell(const std::string& path) {
+  try {
+    Files::read(path);
+  } catch (const UserError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+TEST(Content, IsAllThatAFileHolds) {
+  const std::string bytes("\xEF\xBB\xBF\r\n\0\x1A\xFF", 8);
+  const TemporaryFile file(bytes);
+
+  const Content content = Files::read(file.get());
+
+  EXPECT_EQ(content.bytes, bytes);
+  EXPECT_EQ(content.path, file.get());
+  EXPECT_EQ(content.shownPath, file.get());
+}
+
+TEST(Content, MayBeNothing) { EXPECT_EQ(Files::read(TemporaryFile("").get()).bytes, ""); }
+
+TEST(Content, IsWholeAtEveryLengthAroundThatOfItsStart) {
+  for (const std::size_t length : {Files::lengthOfStart - 1, Files::lengthOfStart,
+                                   Files::lengthOfStart + 1, 3 * Files::lengthOfStart}) {
+    const std::string bytes = std::string(length - 1, 'a') + 'b';
+    EXPECT_EQ(Files::read(TemporaryFile(bytes).get()).bytes, bytes) << length;
+  }
+}
+
+TEST(Content, EndsWithItsStartWhereTheRestIsNotWanted) {
+  const TemporaryFile file(std::string(Files::lengthOfStart, 'a') + 'b');
+  const auto isWanted = [](std::string_view start) {
+    EXPECT_EQ(start.size(), Files::lengthOfStart);
+    return false;
+  };
+
+  EXPECT_EQ(Files::read(file.get(), isWanted).bytes, std::string(Files::lengthOfStart, 'a'));
+}
+
+#ifndef _WIN32
+TEST(Content, OfADeviceHasNoPathToWriteTo) {
+  const Content content = Files::read("/dev/null");
+
+  EXPECT_EQ(content.path, "");
+  EXPECT_EQ(content.shownPath, "/dev/null");
+}
+#endif
+
+TEST(ContentErrors, NameTheFile) {
+  const TemporaryPath missing;
+
+  EXPECT_EQ(tell(missing.get()), missing.get() + ": cannot be opened: No such file or directory");
+  EXPECT_EQ(tell("/"), "/: this is a folder, not a file");
+  EXPECT_EQ(tell(""), "the name of the file to read is empty");
+}
+
+}  // namespace

@@ -1,0 +1,103 @@
+#include "documents/markup.h"
+
+#include <algorithm>
+
+namespace Markup {
+namespace {
+
+constexpr std::string_view whiteSpace = " \t\r\n";
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+bool startsWith(std::string_view text, std::size_t place, std::string_view start) {
+  return text.compare(place, start.size(), start) == 0;
+}
+
+/// Behind the first `end` from `start` on.
+std::size_t findBehind(std::string_view text, std::string_view end, std::size_t start) {
+  const std::size_t found = text.find(end, std::min(start, text.size()));
+  return found == nowhere ? nowhere : found + end.size();
+}
+
+/// The end of a tag, in whose quotation marks anything may stand.
+std::size_t findTagEnd(std::string_view text, std::size_t start) {
+  for (std::size_t i = start; i < text.size();) {
+    i = text.find_first_of(">\"'", i);
+    if (i == nowhere) return nowhere;
+    if (text[i] == '>') return i + 1;
+    i = findBehind(text, text.substr(i, 1), i + 1);
+  }
+  return nowhere;
+}
+
+/// The end of a document type declaration, which may hold other declarations in brackets.
+std::size_t findDoctypeEnd(std::string_view text, std::size_t start) {
+  bool isInBrackets = false;
+  for (std::size_t i = start; i < text.size();) {
+    i = text.find_first_of("<>\"'[]", i);
+    if (i == nowhere) return nowhere;
+    const char c = text[i];
+    if (c == '>' && !isInBrackets) return i + 1;
+    if (c == '[' || c == ']') isInBrackets = c == '[';
+    i = c == '<'                ? findEnd(text, i)
+        : c == '"' || c == '\'' ? findBehind(text, text.substr(i, 1), i + 1)
+                                : i + 1;
+  }
+  return nowhere;
+}
+
+/// Behind white space and whatever else may stand before a root element from `place` on.
+std::size_t skipProlog(std::string_view text, std::size_t place) {
+  while (true) {
+    place = std::min(text.find_first_not_of(whiteSpace, place), text.size());
+    if (!startsWith(text, place, "<?") && !startsWith(text, place, "<!")) return place;
+    const std::size_t end = findEnd(text, place);
+    if (end == nowhere) return place;
+    place = end;
+  }
+}
+
+std::size_t skipByteOrderMark(std::string_view text) {
+  return startsWith(text, 0, byteOrderMark) ? byteOrderMark.size() : 0;
+}
+
+}  // namespace
+
+std::size_t findEnd(std::string_view text, std::size_t start) {
+  if (startsWith(text, start, "<!--")) return findBehind(text, "-->", start + 4);
+  if (startsWith(text, start, "<![CDATA[")) return findBehind(text, "]]>", start + 9);
+  if (startsWith(text, start, "<?")) return findBehind(text, "?>", start + 2);
+  if (startsWith(text, start, "<!")) return findDoctypeEnd(text, start + 2);
+  return findTagEnd(text, start);
+}
+
+std::size_t findElementEnd(std::string_view text, std::size_t start) {
+  std::size_t depth = 0;
+  while (start != nowhere) {
+    const std::size_t end = findEnd(text, start);
+    if (end == nowhere) return nowhere;
+    const bool isOther = startsWith(text, start, "<!") || startsWith(text, start, "<?");
+    if (startsWith(text, start, "</"))
+      --depth;
+    else if (!isOther && text[end - 2] != '/')
+      ++depth;
+    if (depth == 0) return end;
+    start = text.find('<', end);
+  }
+  return nowhere;
+}
+
+std::size_t findRoot(std::string_view text) {
+  const std::size_t place = skipProlog(text, skipByteOrderMark(text));
+  return startsWith(text, place, "<") ? place : nowhere;
+}
+
+std::string_view readName(std::string_view text, std::size_t start) {
+  const std::size_t end = text.find_first_of(" \t\r\n/>", start + 1);
+  return text.substr(start + 1, std::min(end, text.size()) - start - 1);
+}
+
+bool isProlog(std::string_view text) {
+  return skipProlog(text, skipByteOrderMark(text)) == text.size();
+}
+
+}  // namespace Markup

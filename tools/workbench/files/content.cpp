@@ -1,0 +1,74 @@
+#include "files/content.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <new>
+#include <system_error>
+
+#include "files/paths.h"
+#include "files/user_error.h"
+
+namespace Files {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+constexpr std::size_t mostAtOnce = 1 << 24;
+
+/// False at the end.
+bool readMore(std::FILE* file, std::size_t length, Content& content) {
+  const std::size_t before = content.bytes.size();
+  content.bytes.resize(before + length);
+  const std::size_t got = std::fread(&content.bytes[before], 1, length, file);
+  content.bytes.resize(before + got);
+  if (std::ferror(file) != 0)
+    throw UserError(content.shownPath + ": cannot be read: " + std::strerror(errno));
+  return got == length;
+}
+
+void readAll(std::FILE* file, Wanted isWanted, Content& content) {
+  try {
+    bool hasMore = readMore(file, lengthOfStart, content);
+    if (!isWanted(content.bytes)) return;
+    while (hasMore) hasMore = readMore(file, std::min(content.bytes.size(), mostAtOnce), content);
+  } catch (const std::bad_alloc&) {
+    throw UserError(content.shownPath + ": is too large for the memory of this machine");
+  }
+}
+
+/// Where a file is that is no pipe.
+std::string findFile(const std::string& path) {
+  std::error_code ignored;
+  const fs::file_status status = fs::status(Paths::fromText(path), ignored);
+  if (fs::is_directory(status)) throw UserError(path + ": this is a folder, not a file");
+  return fs::is_regular_file(status) ? path : "";
+}
+
+}  // namespace
+
+Content read(const std::string& path, Wanted isWanted) {
+  if (path.empty()) throw UserError("the name of the file to read is empty");
+  Content content;
+  if (path == "-") {
+    content.shownPath = "standard input";
+    readAll(stdin, isWanted, content);
+    return content;
+  }
+  content.shownPath = path;
+  content.path = findFile(path);
+  const File file(std::fopen(path.c_str(), "rb"));
+  if (file == nullptr) throw UserError(path + ": cannot be opened: " + std::strerror(errno));
+  readAll(file.get(), isWanted, content);
+  return content;
+}
+
+}  // namespace Files
