@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdio>
+#include <new>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -7,7 +8,7 @@
 #include "checks/findings.h"
 #include "checks/rules.h"
 #include "commands.h"
-#include "documents/documents.h"
+#include "documents/document.h"
 #include "files/user_error.h"
 #include "terminal.h"
 #include "text/display_text.h"
@@ -15,7 +16,6 @@
 namespace {
 
 using Commands::Status;
-using Found::FoundationManager;
 
 /// A line each.
 void print(const Checks::Findings& findings, const std::string& shownPath, std::ostream& out) {
@@ -27,14 +27,17 @@ void print(const Checks::Findings& findings, const std::string& shownPath, std::
 }
 
 Status checkOne(const std::string& path, const std::optional<std::string>& version,
-                std::ostream& out, std::ostream& notes) {
-  const Documents::Input input(path);
-  const Documents::Tree tree = Documents::parse(input, version);
-  FoundationManager manager;
-  if (tree.form == Documents::Form::legacy) Documents::read(input, version, manager, notes);
-  const Checks::Findings findings = Checks::find(tree, manager);
-  print(findings, tree.shownPath, out);
+                std::ostream& out) {
+  Documents::Document document(Documents::readFile(path), version);
+  document.requireReadable();
+  const Checks::Findings findings = Checks::find(document);
+  print(findings, document.getShownPath(), out);
   return findings.isEmpty() ? Status::done : Status::findings;
+}
+
+void tellError(const std::string& error, std::ostream& notes) {
+  notes << Terminal::Painter(stderr).paint(Terminal::Style::red, "kvfound:") << ' '
+        << DisplayText::fromName(error) << '\n';
 }
 
 }  // namespace
@@ -44,10 +47,12 @@ Status Commands::check(const CheckOptions& options, std::ostream& out, std::ostr
   // A document that cannot be read does not keep the others from being checked.
   for (const std::string& path : options.paths) {
     try {
-      status = std::max(status, checkOne(path, options.version, out, notes));
+      status = std::max(status, checkOne(path, options.version, out));
     } catch (const UserError& error) {
-      notes << Terminal::Painter(stderr).paint(Terminal::Style::red, "kvfound:") << ' '
-            << DisplayText::fromName(error.what()) << '\n';
+      tellError(error.what(), notes);
+      status = Status::error;
+    } catch (const std::bad_alloc&) {
+      tellError(path + ": is too large for the memory of this machine", notes);
       status = Status::error;
     }
   }

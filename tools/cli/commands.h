@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "documents/documents.h"
+#include "documents/form.h"
 #include "report/bars.h"
 
 /// The commands of the program, one file each. What they make goes to `out` or to a file, what they

@@ -1,53 +1,39 @@
 #include <cstdio>
 #include <ostream>
 #include <string>
-#include <vector>
 
 #include "commands.h"
-#include "documents/documents.h"
+#include "comparing/differences.h"
+#include "documents/document.h"
 #include "files/user_error.h"
 #include "foundations/fields.h"
-#include "foundations/matching.h"
+#include "reading.h"
 #include "terminal.h"
 
 namespace {
 
+using Comparing::Difference;
+using Comparing::Differences;
+using Documents::Document;
 using Found::Foundation;
-using Found::FoundationManager;
 
-std::string describeCurrent(const FoundationManager& manager) {
-  const Foundation* const current = manager.getCurrentFoundation();
+std::string describeCurrent(Document& document) {
+  const Foundation* const current = document.getFoundations().getCurrentFoundation();
   return current != nullptr ? Fields::describe(*current) : "none";
 }
 
-/// The fields that differ, a line each.
-std::vector<std::string> compare(const Matching::Pair& pair) {
-  std::vector<std::string> changes;
-  for (const Fields::Field& field : Fields::list()) {
-    const Fields::Value before = field.get(*pair.first);
-    const Fields::Value after = field.get(*pair.second);
-    if (!Fields::areAlike(before, after))
-      changes.push_back(std::string(field.name) + ": " + Fields::show(before) + " -> " +
-                        Fields::show(after));
-  }
-  return changes;
-}
-
-/// True when nothing differs.
-bool printChanges(const Matching::Pair& pair, const Terminal::Painter& painter, std::ostream& out) {
-  if (pair.first == nullptr || pair.second == nullptr) {
-    const bool isAdded = pair.first == nullptr;
-    const Terminal::Style style = isAdded ? Terminal::Style::green : Terminal::Style::red;
-    const std::string line =
-        (isAdded ? "+ " : "- ") + Fields::describe(isAdded ? *pair.second : *pair.first);
-    out << painter.paint(style, line) << "\n";
-    return false;
-  }
-  const std::vector<std::string> changes = compare(pair);
-  if (changes.empty()) return true;
-  out << painter.paint(Terminal::Style::yellow, "~ " + Fields::describe(*pair.first)) << "\n";
-  for (const std::string& change : changes) out << "    " << change << "\n";
-  return false;
+void print(const Difference& difference, const Terminal::Painter& painter, std::ostream& out) {
+  using Terminal::Style;
+  const auto [first, second] = difference.pair;
+  const auto printLine = [&](Style style, const char* sign, const Foundation& foundation) {
+    out << painter.paint(style, sign + Fields::describe(foundation)) << '\n';
+  };
+  if (first == nullptr) return printLine(Style::green, "+ ", *second);
+  if (second == nullptr) return printLine(Style::red, "- ", *first);
+  printLine(Style::yellow, "~ ", *first);
+  for (const Fields::Difference& field : difference.fields)
+    out << "    " << field.field.name << ": " << Fields::show(field.first) << " -> "
+        << Fields::show(field.second) << '\n';
 }
 
 }  // namespace
@@ -57,29 +43,20 @@ namespace Commands {
 Status diff(const DiffOptions& options, std::ostream& out, std::ostream& notes) {
   if (options.first == "-" && options.second == "-")
     throw UserError("A and B cannot both come from standard input");
-  FoundationManager first;
-  FoundationManager second;
-  const std::size_t skipped = Documents::read(options.first, options.version, first, notes).notes +
-                              Documents::read(options.second, options.version, second, notes).notes;
+  Document first(Documents::readFile(options.first), options.version);
+  std::size_t skipped = tellReading(first, notes);
+  Document second(Documents::readFile(options.second), options.version);
+  skipped += tellReading(second, notes);
 
-  using Matching::Key;
-  const std::vector<Matching::Pair> pairs =
-      Matching::match(first.getFoundations(), second.getFoundations(), {Key::number, Key::name});
+  const Differences differences = Comparing::compare(first, second);
   const Terminal::Painter painter(stdout);
-  bool areAlike = true;
-  bool isSameCurrent = first.getCurrentFoundation() == second.getCurrentFoundation();  // no two
-  for (const Matching::Pair& pair : pairs) {
-    areAlike = printChanges(pair, painter, out) && areAlike;
-    const bool wasCurrent = pair.first != nullptr && pair.first == first.getCurrentFoundation();
-    if (wasCurrent && pair.second != nullptr)
-      isSameCurrent = pair.second == second.getCurrentFoundation();
-  }
-  if (!isSameCurrent)
+  for (const Difference& difference : differences.foundations) print(difference, painter, out);
+  if (!differences.isCurrentSame)
     out << "current foundation: " << describeCurrent(first) << " -> " << describeCurrent(second)
-        << "\n";
-  if (areAlike && isSameCurrent && skipped > 0)
+        << '\n';
+  if (differences.isEmpty() && skipped > 0)
     notes << "kvfound: what was read is alike, but not everything could be read\n";
-  return areAlike && isSameCurrent && skipped == 0 ? Status::done : Status::findings;
+  return differences.isEmpty() && skipped == 0 ? Status::done : Status::findings;
 }
 
 }  // namespace Commands

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -10,11 +9,14 @@
 #include <vector>
 
 #include "commands.h"
-#include "documents/documents.h"
+#include "documents/document.h"
 #include "documents/writing.h"
+#include "files/content.h"
+#include "files/memory_stream.h"
 #include "files/user_error.h"
 #include "found/foundation_user.h"
 #include "foundations/fields.h"
+#include "reading.h"
 #include "text/display_text.h"
 
 namespace {
@@ -79,15 +81,15 @@ class ListUser : public Found::FoundationUser {
 
 void removeUnused(const std::string& usedBy, bool onlyGenerated, FoundationManager& manager,
                   std::ostream& notes) {
-  const Documents::Input list(usedBy);
-  std::ifstream in = list.open();
+  const Files::Content list = Files::read(usedBy);
+  Files::MemoryStream in(list.bytes);
   ListUser user(in);
   for (const Foundation* foundation : manager.getFoundations()) user.usesFoundation(foundation);
   for (const std::string& line : user.listUnmatched())
-    notes << "kvfound: " << DisplayText::fromName(list.getShownPath())
-          << ": there is no foundation \"" << DisplayText::fromName(line) << "\"\n";
+    notes << "kvfound: " << DisplayText::fromName(list.shownPath) << ": there is no foundation \""
+          << DisplayText::fromName(line) << "\"\n";
   if (!user.listUnmatched().empty() && !user.hasMatched())
-    throw UserError(list.getShownPath() + ": names none of the foundations; nothing was written");
+    throw UserError(list.shownPath + ": names none of the foundations; nothing was written");
   manager.addUser(&user);
   onlyGenerated ? manager.removeAllNotUsedGenerated() : manager.removeAllNotUsed();
   manager.removeUser(&user);
@@ -126,14 +128,15 @@ namespace Commands {
 
 Status prune(const PruneOptions& options, std::ostream& notes) {
   checkOptions(options);
-  const Documents::Input in(options.in);
-  FoundationManager manager;
-  const Documents::Reading reading = Documents::read(in, options.version, manager, notes);
-  Writing::Output output(options.out, reading.form, in, options.version);
-  const bool isOtherDocument = output.isUpdate() && !output.isSameFile(in);
+  Documents::Document in(Documents::readFile(options.in), options.version);
+  const std::size_t skipped = tellReading(in, notes);
+  const Documents::Form form = in.getForm();
+  FoundationManager& manager = in.getFoundations();
+  Writing::Output output(options.out, form, in);
+  const bool isOtherDocument = output.isUpdate() && !output.isSameFile();
   // What was not read stays in its document, but only beddings with numbers are found there again.
-  const bool needsAll = isOtherDocument || reading.form == Documents::Form::firstExchange;
-  if (needsAll && reading.notes > 0)
+  const bool needsAll = isOtherDocument || form == Documents::Form::firstExchange;
+  if (needsAll && skipped > 0)
     throw UserError(in.getShownPath() +
                     ": not everything could be read, and would be lost; nothing was written");
 
@@ -141,7 +144,7 @@ Status prune(const PruneOptions& options, std::ostream& notes) {
   std::vector<Updating::Change> changes;
   changes.reserve(before.size());
   for (const Foundation* foundation : before) changes.push_back({foundation->getNumber(), {}});
-  remove(options, reading.form, manager, notes);
+  remove(options, form, manager, notes);
   const std::set<Foundation*> kept(manager.getFoundations().begin(),
                                    manager.getFoundations().end());
   std::vector<std::unique_ptr<Foundation>> removed;
@@ -151,15 +154,15 @@ Status prune(const PruneOptions& options, std::ostream& notes) {
     else
       removed.emplace_back(before[i]);
 
-  isOtherDocument ? output.update(manager) : output.prune(in, changes, manager);
+  isOtherDocument ? output.update(manager) : output.prune(changes, manager);
   // A bedding that stays in its document stays as it is.
-  if (isOtherDocument || reading.form == Documents::Form::legacy) refuseLosses(output, manager);
+  if (isOtherDocument || form == Documents::Form::legacy) refuseLosses(output, manager);
   output.commit();
   for (const auto& foundation : removed)
     notes << "removed: " << Fields::describe(*foundation) << "\n";
   for (std::size_t i = 0; i < before.size(); ++i)
     if (kept.count(before[i]) > 0 && changes[i].after != changes[i].before &&
-        reading.form != Documents::Form::firstExchange)
+        form != Documents::Form::firstExchange)
       notes << "renumbered: " << changes[i].before << " -> " << Fields::describe(*before[i])
             << "\n";
   notes << removed.size() << " removed, " << kept.size() << " kept\n";

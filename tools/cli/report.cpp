@@ -1,27 +1,25 @@
 #include <fstream>
 #include <iterator>
 #include <ostream>
+#include <sstream>
 #include <string>
 
 #include "checks/rules.h"
 #include "commands.h"
-#include "documents/documents.h"
+#include "documents/document.h"
 #include "files/output_file.h"
 #include "files/user_error.h"
-#include "found/foundation_manager.h"
+#include "reading.h"
 #include "report/page.h"
 #include "report/text.h"
 #include "text/display_text.h"
 
 namespace {
 
-/// True for a document with beddings, whole or broken. In a page, such names stand escaped.
-bool mentionsBeddings(const std::string& path) {
+/// True where a page would destroy a document. In a page, the names of elements stand escaped.
+bool holdsDocument(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  for (const char* const start : {"<SMOD", "<Bedding", "<CurveBedding", "<SurfaceBedding"})
-    if (text.find(start) != text.npos) return true;
-  return false;
+  return Documents::mentionsBeddings({std::istreambuf_iterator<char>(file), {}});
 }
 
 /// A unit as it is shown; one that is blank counts as none.
@@ -41,19 +39,18 @@ Status report(const ReportOptions& options, std::ostream& notes) {
         "--unit-force and --unit-length are given together or not at all; see kvfound report "
         "--help");
   OutputFile output(options.out);
-  if (mentionsBeddings(output.getTarget()))
+  if (holdsDocument(output.getTarget()))
     throw UserError(output.getShownPath() +
                     ": this is a document, which the page would destroy; name another file");
-  const Documents::Input in(options.in);
-  Found::FoundationManager manager;
-  Documents::read(in, options.version, manager, notes);
+  Documents::Document document(Documents::readFile(options.in), options.version);
+  tellReading(document, notes);
+  Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
-  const Documents::Tree tree = Documents::parse(in, options.version);
-  const Checks::Findings findings = Checks::find(tree, manager);
+  const Checks::Findings findings = Checks::find(document);
   output.create();
-  std::ofstream page = output.open();
-  ReportPage::print({tree, manager, findings, units}, page);
-  output.close(page);
+  std::ostringstream page;
+  ReportPage::print({document, manager, findings, units}, page);
+  output.write(page.str());
   output.commit();
   return Status::done;
 }

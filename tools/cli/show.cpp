@@ -1,16 +1,17 @@
 #include <cstdio>
 
 #include "commands.h"
-#include "documents/documents.h"
-#include "found/foundation_manager.h"
+#include "documents/document.h"
+#include "reading.h"
 #include "show_formats.h"
 #include "terminal.h"
 
 namespace Commands {
 
 Status show(const ShowOptions& options, std::ostream& out, std::ostream& notes) {
-  Found::FoundationManager manager;
-  Documents::read(options.path, options.version, manager, notes);
+  Documents::Document document(Documents::readFile(options.path), options.version);
+  tellReading(document, notes);
+  Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
   switch (options.format) {
     case ShowOptions::Format::table:

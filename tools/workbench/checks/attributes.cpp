@@ -12,19 +12,21 @@
 namespace Checks {
 namespace {
 
-using KvXmlN::AttributeIn;
-using KvXmlN::Data;
+using Documents::AttributeWord;
+using Documents::Element;
+using Documents::ElementWord;
+using Documents::Kind;
 
 /// What is wrong with an attribute and what a reader makes of it; none when nothing is wrong.
 using Fault = std::optional<std::string>;
 
-Fault judgeFlag(const Data& element, const std::string& name) {
-  if (AttributeIn::readInteger(element, name)) return std::nullopt;
+Fault judgeFlag(const Element& element, const std::string& name) {
+  if (element.readInteger(name)) return std::nullopt;
   return tellNoInteger(element, name) + "; it is read as 0, which is not generated";
 }
 
-Fault judgeNumber(const Data& element, const std::string& name, bool isPartOfLine) {
-  const std::optional<double> value = AttributeIn::readDouble(element, name);
+Fault judgeNumber(const Element& element, const std::string& name, bool isPartOfLine) {
+  const std::optional<double> value = element.readNumber(name);
   if (!value) return "is no number; it is read as 0";
   if (isPartOfLine && std::isnan(*value))
     return "is not finite; the line stiffness that it belongs to is not read";
@@ -34,33 +36,33 @@ Fault judgeNumber(const Data& element, const std::string& name, bool isPartOfLin
   return std::nullopt;
 }
 
-Fault judgeFailureNumber(const Data& element, const std::string& name) {
-  const std::optional<int> value = AttributeIn::readInteger(element, name);
+Fault judgeFailureNumber(const Element& element, const std::string& name) {
+  const std::optional<int> value = element.readInteger(name);
   if (!value) return tellNoInteger(element, name) + "; it is read as 0, no failure";
   if (Failures::find(static_cast<Found::Foundation::Failure>(*value)) != nullptr)
     return std::nullopt;
   return "is none of -1 (tension), 0 (none) and 1 (compression); it is kept as it is";
 }
 
-Fault judgeFailureText(const Data& element, const std::string& name) {
-  if (Failures::find(AttributeIn::readString(element, name).value_or("")) != nullptr)
-    return std::nullopt;
+Fault judgeFailureText(const Element& element, const std::string& name) {
+  if (Failures::find(element.readText(name).value_or("")) != nullptr) return std::nullopt;
   return R"(is none of "tension", "none" and "compression"; it is read as none)";
 }
 
-Fault judge(const Data& element, const Attribute& attribute) {
+Fault judge(const Element& element, const AttributeWord& attribute) {
   switch (attribute.kind) {
     case Kind::identity:
       break;
     case Kind::flag:
       return judgeFlag(element, attribute.name);
-    case Kind::number:
+    case Kind::stiffness:
+    case Kind::factor:
       return judgeNumber(element, attribute.name, false);
-    case Kind::partOfLine:
+    case Kind::lineStiffness:
       return judgeNumber(element, attribute.name, true);
     case Kind::failureNumber:
       return judgeFailureNumber(element, attribute.name);
-    case Kind::failureText:
+    case Kind::failureWord:
       return judgeFailureText(element, attribute.name);
   }
   return std::nullopt;
@@ -73,29 +75,29 @@ bool isOfNamespace(const std::string& name) {
 
 }  // namespace
 
-void checkAttributes(const Data& element, const Element& known, Findings& findings) {
-  for (const std::string& name : element.getAttributeNames()) {
+void checkAttributes(const Element& element, const ElementWord& known, Findings& findings) {
+  for (const std::string& name : element.listAttributeNames()) {
     const auto attribute =
         std::find_if(known.attributes.begin(), known.attributes.end(),
-                     [&name](const Attribute& candidate) { return candidate.name == name; });
+                     [&name](const AttributeWord& candidate) { return candidate.name == name; });
     if (attribute != known.attributes.end()) {
       if (const Fault fault = judge(element, *attribute))
-        findings.add(locate(element, name), showAttribute(element, name) + " " + *fault);
+        findings.add(element.locate(name), showAttribute(element, name) + " " + *fault);
     } else if (!isOfNamespace(name)) {
-      findings.add(locate(element, name),
+      findings.add(element.locate(name),
                    showText(name) + " is no attribute of <" + known.name + ">; it is not read");
     }
   }
 }
 
-void checkHasNoChildren(const Data& element, Findings& findings) {
-  for (const Data* child : element.getChildren())
-    findings.add(child->getPosition(), showElement(*child) + " is no element of " +
-                                           showElement(element) + "; it is skipped");
+void checkHasNoChildren(const Element& element, Findings& findings) {
+  for (const Element& child : element.listChildren())
+    findings.add(child.getPosition(), showElement(child) + " is no element of " +
+                                          showElement(element) + "; it is skipped");
 }
 
-std::string tellNoInteger(const Data& element, const std::string& name) {
-  const std::optional<double> value = AttributeIn::readDouble(element, name);
+std::string tellNoInteger(const Element& element, const std::string& name) {
+  const std::optional<double> value = element.readNumber(name);
   const bool isBeyond = value && std::fabs(*value) > std::numeric_limits<int>::max();
   return isBeyond ? "is out of range" : "is no whole number";
 }

@@ -1,165 +1,123 @@
 #include <optional>
-#include <stdexcept>
 #include <string>
-#include <unordered_map>
 
 #include "checks/attributes.h"
 #include "checks/rules.h"
+#include "documents/vocabulary.h"
 
 namespace Checks {
 namespace {
 
-using KvXmlN::AttributeIn;
-using KvXmlN::Data;
+namespace Exchange = Documents::Exchange;
+using Documents::Element;
+using Documents::ElementWord;
+using Documents::Entries;
+using Documents::Entry;
+using Fate = Entry::Fate;
 
-/// The number that a text starts with, which is what the reader takes.
-std::optional<int> startOfNumber(const std::string& text) {
-  try {
-    return std::stoi(text);
-  } catch (const std::logic_error&) {
-    return std::nullopt;
-  }
-}
-
-/// Numbers and names as the reader gives them, in document order.
 class BeddingCheck {
  public:
-  BeddingCheck(bool firstVersion, Findings& target)
-      : isFirstVersion(firstVersion), findings(target) {}
+  explicit BeddingCheck(Findings& target) : findings(target) {}
 
-  void check(const Data& container) {
-    countInContainer = 0;
-    for (const Data* child : container.getChildren()) checkChild(*child);
+  void check(const Entry& entry) {
+    const Element& element = entry.element;
+    if (entry.fate == Fate::unknown || entry.fate == Fate::ofFirstVersion)
+      return findings.add(element.getPosition(),
+                          showElement(element) + (entry.fate == Fate::unknown
+                                                      ? " is no bedding; it is skipped"
+                                                      : " is a bedding of version 1.0 only; it is "
+                                                        "skipped"));
+    const ElementWord& word = findWord(element);
+    checkAttributes(element, word, findings);
+    checkHasNoChildren(element, findings);
+    const bool isWhole = &word == &Exchange::whole;
+    if (!isWhole) checkNumber(entry);
+    if (checkHasName(element)) checkClashes(entry, isWhole);
   }
 
  private:
-  void checkChild(const Data& child) {
-    const std::string& name = child.getName();
-    if (name == Elements::curveBedding.name) return checkNumbered(child, Elements::curveBedding);
-    if (name == Elements::surfaceBedding.name)
-      return checkNumbered(child, Elements::surfaceBedding);
-    if (name == Elements::bedding.name && isFirstVersion) return checkBedding(child);
-    findings.add(child.getPosition(),
-                 showElement(child) + (name == Elements::bedding.name
-                                           ? " is a bedding of version 1.0 only; it is skipped"
-                                           : " is no bedding; it is skipped"));
+  static const ElementWord& findWord(const Element& bedding) {
+    const std::string& name = bedding.getName();
+    return name == Exchange::whole.name   ? Exchange::whole
+           : name == Exchange::curve.name ? Exchange::curve
+                                          : Exchange::surface;
   }
 
-  void checkNumbered(const Data& element, const Element& known) {
-    checkAttributes(element, known, findings);
-    checkHasNoChildren(element, findings);
-    const std::optional<int> number = readNumber(element);
-    const std::optional<std::string> name = readName(element);
-    if (number && name && isFree(element, *number, *name)) accept(element, *number, *name);
+  void checkNumber(const Entry& entry) {
+    const Element& element = entry.element;
+    if (!element.readText(Exchange::number))
+      return findings.add(element.getPosition(),
+                          showElement(element) + " has no Number; it is skipped");
+    const KvXmlPosition here = element.locate(Exchange::number);
+    const std::string shown = showAttribute(element, Exchange::number) + " ";
+    if (!entry.number)
+      return findings.add(
+          here, shown + tellNoInteger(element, Exchange::number) + "; the bedding is skipped");
+    const std::string number = std::to_string(*entry.number);
+    if (!element.readInteger(Exchange::number))
+      findings.add(here, shown + "is no whole number; it is read as " + number);
+    if (entry.fate == Fate::numberTooSmall)
+      findings.add(here, "the number " + number + " is below 1; the bedding is skipped");
   }
 
-  /// The first version numbers by what it has read from the container, without a look at others.
-  void checkBedding(const Data& element) {
-    checkAttributes(element, Elements::bedding, findings);
-    checkHasNoChildren(element, findings);
-    const std::optional<std::string> name = readName(element);
-    if (!name) return;
-    const int number = countInContainer + 1;
-    const auto holder = numbers.find(number);
-    if (holder != numbers.end())
-      findings.add(element.getPosition(),
-                   "the bedding is read as number " + std::to_string(number) + ", which the one " +
-                       showPlace(holder->second->getPosition(), element.getPosition()) +
-                       " has; both foundations will have it");
-    accept(element, number, *name);
-  }
-
-  /// The number of a bedding that is not skipped for want of one.
-  std::optional<int> readNumber(const Data& element) {
-    const std::optional<std::string> text = AttributeIn::readString(element, "Number");
-    if (!text) {
-      findings.add(element.getPosition(), showElement(element) + " has no Number; it is skipped");
-      return std::nullopt;
-    }
-    const KvXmlPosition here = locate(element, "Number");
-    const std::string shown = showAttribute(element, "Number") + " ";
-    const std::optional<int> number = startOfNumber(*text);
-    if (!number) {
-      findings.add(here, shown + tellNoInteger(element, "Number") + "; the bedding is skipped");
-      return std::nullopt;
-    }
-    if (!AttributeIn::readInteger(element, "Number"))
-      findings.add(here, shown + "is no whole number; it is read as " + std::to_string(*number));
-    if (*number >= 1) return number;
-    findings.add(here,
-                 "the number " + std::to_string(*number) + " is below 1; the bedding is skipped");
-    return std::nullopt;
-  }
-
-  /// The name of a bedding that is not skipped for want of one.
-  std::optional<std::string> readName(const Data& element) {
-    std::optional<std::string> name = AttributeIn::readString(element, "Name");
-    if (name && !name->empty()) return name;
-    findings.add(locate(element, "Name"),
+  bool checkHasName(const Element& element) {
+    const std::optional<std::string> name = element.readText(Exchange::name);
+    if (name && !name->empty()) return true;
+    findings.add(element.locate(Exchange::name),
                  name ? "the Name is empty; the bedding is skipped"
                       : showElement(element) + " has no Name; it is skipped");
-    return std::nullopt;
-  }
-
-  bool isFree(const Data& element, int number, const std::string& name) {
-    const auto holder = numbers.find(number);
-    if (holder == numbers.end()) return true;
-    const Data& first = *holder->second;
-    const KvXmlPosition here = locate(element, "Number");
-    const std::string place = showPlace(first.getPosition(), here);
-    const std::string shown = std::to_string(number);
-    findings.add(
-        here,
-        areParts(first, element, name)
-            ? "the foundation number " + shown + " " + quote(name) +
-                  " is in two parts; the first, " + place + ", is read, and this one is lost"
-            : "the number " + shown + " is taken by the bedding " + place + "; this one is skipped",
-        first.getPosition());
     return false;
   }
 
-  /// True when the two, which have the same number, are line and area of one foundation.
-  static bool areParts(const Data& first, const Data& second, const std::string& name) {
-    return first.getName() != Elements::bedding.name && first.getName() != second.getName() &&
-           AttributeIn::readString(first, "Name") == name;
+  void checkClashes(const Entry& entry, bool isWhole) {
+    if (entry.numberHolder != nullptr) isWhole ? tellGivenNumber(entry) : tellTakenNumber(entry);
+    if (entry.nameHolder != nullptr) tellTakenName(entry);
   }
 
-  /// Takes note of a bedding that is read, under another name if it must be.
-  void accept(const Data& element, int number, const std::string& name) {
-    const KvXmlPosition here = locate(element, "Name");
-    const auto [first, isNew] = names.emplace(name, here);
-    if (!isNew) {
-      const std::string changed = makeFreeName(name);
-      findings.add(here, "the name " + quote(name) + " is taken by the bedding " +
-                             showPlace(first->second, here) + "; this one is read as " +
-                             quote(changed));
-      names.emplace(changed, here);
-    }
-    numbers.emplace(number, &element);
-    ++countInContainer;
+  /// The first version numbers by what it has read from the container, without a look at others.
+  void tellGivenNumber(const Entry& entry) {
+    const KvXmlPosition here = entry.element.getPosition();
+    findings.add(here, "the bedding is read as number " + std::to_string(*entry.number) +
+                           ", which the one " +
+                           showPlace(entry.numberHolder->element.getPosition(), here) +
+                           " has; both foundations will have it");
   }
 
-  std::string makeFreeName(const std::string& wanted) {
-    int& counter = counters[wanted];  // no name is ever freed: those before need no second try
-    std::string candidate;
-    do candidate = wanted + "_" + std::to_string(++counter);
-    while (names.count(candidate) > 0);
-    return candidate;
+  void tellTakenNumber(const Entry& entry) {
+    const KvXmlPosition first = entry.numberHolder->element.getPosition();
+    const KvXmlPosition here = entry.element.locate(Exchange::number);
+    const std::string place = showPlace(first, here);
+    const std::string number = std::to_string(*entry.number);
+    findings.add(here,
+                 entry.fate == Fate::otherPart
+                     ? "the foundation number " + number + " " + quoteName(entry) +
+                           " is in two parts; the first, " + place +
+                           ", is read, and this one is lost"
+                     : "the number " + number + " is taken by the bedding " + place +
+                           "; this one is skipped",
+                 first);
   }
 
-  const bool isFirstVersion;
+  void tellTakenName(const Entry& entry) {
+    const KvXmlPosition here = entry.element.locate(Exchange::name);
+    findings.add(here, "the name " + quoteName(entry) + " is taken by the bedding " +
+                           showPlace(entry.nameHolder->element.locate(Exchange::name), here) +
+                           "; this one is read as " + quote(entry.foundation->getName()));
+  }
+
+  static std::string quoteName(const Entry& entry) {
+    return quote(entry.element.readText(Exchange::name).value_or(""));
+  }
+
   Findings& findings;
-  std::unordered_map<int, const Data*> numbers;
-  std::unordered_map<std::string, KvXmlPosition> names;
-  std::unordered_map<std::string, int> counters;
-  int countInContainer = 0;
 };
 
 }  // namespace
 
-void checkExchange(const Documents::Tree& tree, Findings& findings) {
-  BeddingCheck check(tree.form == Documents::Form::firstExchange, findings);
-  for (const Data* container : tree.containers) check.check(*container);
+void checkExchange(Documents::Document& document, Findings& findings) {
+  BeddingCheck check(findings);
+  for (const Entries& entries : document.getEntries())
+    for (const Entry& entry : entries) check.check(entry);
 }
 
 }  // namespace Checks

@@ -42,17 +42,12 @@ std::string showText(const std::string& text) {
 
 std::string quote(const std::string& text) { return '"' + showText(text) + '"'; }
 
-std::string showAttribute(const KvXmlN::Data& element, const std::string& name) {
-  return name + "=" + quote(KvXmlN::AttributeIn::readString(element, name).value_or(""));
+std::string showAttribute(const Documents::Element& element, const std::string& name) {
+  return name + "=" + quote(element.readText(name).value_or(""));
 }
 
-std::string showElement(const KvXmlN::Data& element) {
+std::string showElement(const Documents::Element& element) {
   return "<" + showText(element.getName()) + ">";
-}
-
-KvXmlPosition locate(const KvXmlN::Data& element, const std::string& name) {
-  const KvXmlPosition position = element.getAttributePosition(name);
-  return position.line > 0 ? position : element.getPosition();
 }
 
 std::string showPlace(KvXmlPosition earlier, KvXmlPosition here) {

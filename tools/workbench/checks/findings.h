@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "documents/element.h"
 #include "found/foundation.h"
-#include "kv/xml_n.h"
 
 namespace Checks {
 
@@ -51,13 +51,10 @@ std::string showText(const std::string& text);
 std::string quote(const std::string& text);
 
 /// An attribute that there is, as warnings start with it: FZAREA="12,5"
-std::string showAttribute(const KvXmlN::Data& element, const std::string& name);
+std::string showAttribute(const Documents::Element& element, const std::string& name);
 
 /// The same for an element: <FOUND>
-std::string showElement(const KvXmlN::Data& element);
-
-/// Where the attribute stands, or the element when it has none of this name.
-KvXmlPosition locate(const KvXmlN::Data& element, const std::string& name);
+std::string showElement(const Documents::Element& element);
 
 /// Where something before `here` stands: "in line 3".
 std::string showPlace(KvXmlPosition earlier, KvXmlPosition here);

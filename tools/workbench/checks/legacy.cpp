@@ -6,58 +6,60 @@
 
 #include "checks/attributes.h"
 #include "checks/rules.h"
+#include "documents/vocabulary.h"
 
 namespace Checks {
 namespace {
 
+namespace Legacy = Documents::Legacy;
+using Documents::Element;
+using Documents::Entry;
 using Found::Foundation;
-using Found::FoundationManager;
-using KvXmlN::AttributeIn;
-using KvXmlN::Data;
 
 /// The list of foundations that is read.
 class ListCheck {
  public:
-  ListCheck(const FoundationManager& manager, Findings& target) : read(manager), findings(target) {}
+  ListCheck(Documents::Document& model, Findings& target) : document(model), findings(target) {}
 
-  void check(const Data& list) {
-    checkAttributes(list, Elements::foundations, findings);
-    auto foundation = read.getFoundations().begin();
-    for (const Data* child : list.getChildren())
-      if (child->getName() != Elements::found.name)
-        findings.add(child->getPosition(), showElement(*child) + " is no element of <" +
-                                               Elements::foundations.name + ">; it is skipped");
-      else if (foundation != read.getFoundations().end())
-        checkFoundation(*child, **foundation++);
+  void check(const Element& list) {
+    checkAttributes(list, Legacy::list, findings);
+    for (const Entry& entry : document.getEntries().front())
+      if (entry.foundation != nullptr)
+        checkFoundation(entry.element, *entry.foundation);
+      else
+        findings.add(entry.element.getPosition(), showElement(entry.element) +
+                                                      " is no element of <" + Legacy::list.name +
+                                                      ">; it is skipped");
     // An empty name is how a model tells that there is none.
-    const std::string current = AttributeIn::readString(list, "CURRENT").value_or("");
-    if (!current.empty() && read.getCurrentFoundation() == nullptr)
-      findings.add(
-          locate(list, "CURRENT"),
-          showAttribute(list, "CURRENT") + " names no foundation; none will be the current one");
+    const std::string current = list.readText(Legacy::current).value_or("");
+    if (!current.empty() && document.getFoundations().getCurrentFoundation() == nullptr)
+      findings.add(list.locate(Legacy::current),
+                   showAttribute(list, Legacy::current) +
+                       " names no foundation; none will be the current one");
   }
 
  private:
   /// `foundation`: as `element` was read.
-  void checkFoundation(const Data& element, const Foundation& foundation) {
-    checkAttributes(element, Elements::found, findings);
+  void checkFoundation(const Element& element, const Foundation& foundation) {
+    checkAttributes(element, Legacy::foundation, findings);
     checkHasNoChildren(element, findings);
     checkNumberText(element, std::to_string(foundation.getNumber()));
-    checkNumber(locate(element, "NUMBER"), foundation.getNumber());
-    checkName(locate(element, "NAME"), foundation.getName());
+    checkNumber(element.locate(Legacy::number), foundation.getNumber());
+    checkName(element.locate(Legacy::name), foundation.getName());
   }
 
-  void checkNumberText(const Data& element, const std::string& number) {
+  void checkNumberText(const Element& element, const std::string& number) {
     const std::string consequence = "; it is read as number " + number;
-    const KvXmlPosition here = locate(element, "NUMBER");
-    const std::optional<int> given = AttributeIn::readInteger(element, "NUMBER");
-    if (!AttributeIn::readString(element, "NUMBER"))
+    const KvXmlPosition here = element.locate(Legacy::number);
+    const std::optional<int> given = element.readInteger(Legacy::number);
+    if (!element.readText(Legacy::number))
       findings.add(here, "<FOUND> has no NUMBER" + consequence);
     else if (!given)
-      findings.add(here, showAttribute(element, "NUMBER") + " " + tellNoInteger(element, "NUMBER") +
-                             consequence);
+      findings.add(here, showAttribute(element, Legacy::number) + " " +
+                             tellNoInteger(element, Legacy::number) + consequence);
     else if (*given == -1)
-      findings.add(here, showAttribute(element, "NUMBER") + " counts as missing" + consequence);
+      findings.add(here,
+                   showAttribute(element, Legacy::number) + " counts as missing" + consequence);
   }
 
   void checkNumber(KvXmlPosition here, int number) {
@@ -77,31 +79,31 @@ class ListCheck {
                              "; both foundations will have it, and CURRENT finds only the first");
   }
 
-  const FoundationManager& read;
+  Documents::Document& document;
   Findings& findings;
   std::unordered_map<int, KvXmlPosition> numbers;
   std::unordered_map<std::string, KvXmlPosition> names;
 };
 
 /// Adds all lists of foundations below `top`, in document order.
-void findLists(const Data& top, std::vector<const Data*>& lists) {
-  for (const Data* child : top.getChildren())
-    if (child->getName() == Elements::foundations.name)
+void findLists(const Element& top, std::vector<Element>& lists) {
+  for (const Element& child : top.listChildren())
+    if (child.getName() == Legacy::list.name)
       lists.push_back(child);
     else
-      findLists(*child, lists);
+      findLists(child, lists);
 }
 
 }  // namespace
 
-void checkLegacy(const Documents::Tree& tree, const FoundationManager& read, Findings& findings) {
-  std::vector<const Data*> lists;
-  findLists(tree.document->getRoot(), lists);
+void checkLegacy(Documents::Document& document, Findings& findings) {
+  std::vector<Element> lists;
+  findLists(document.getRoot(), lists);
   if (lists.empty()) return;
-  ListCheck(read, findings).check(*lists.front());
-  const KvXmlPosition first = lists.front()->getPosition();
-  std::for_each(lists.begin() + 1, lists.end(), [&](const Data* list) {
-    const KvXmlPosition here = list->getPosition();
+  ListCheck(document, findings).check(lists.front());
+  const KvXmlPosition first = lists.front().getPosition();
+  std::for_each(lists.begin() + 1, lists.end(), [&](const Element& list) {
+    const KvXmlPosition here = list.getPosition();
     findings.add(here, "only the first <FOUNDATIONS> of a model is read, " +
                            showPlace(first, here) + "; this one is skipped");
   });

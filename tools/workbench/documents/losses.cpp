@@ -4,7 +4,7 @@
 #include <map>
 #include <set>
 
-#include "documents/documents.h"
+#include "documents/vocabulary.h"
 #include "found/kvml_writer.h"
 #include "foundations/failures.h"
 #include "foundations/fields.h"
@@ -13,17 +13,16 @@
 namespace Losses {
 namespace {
 
+namespace Kvml = Documents::Kvml;
 using Found::Foundation;
 using Found::FoundationManager;
 
 void compare(Foundation& wanted, Foundation& readBack, std::vector<std::string>& losses) {
-  for (const Fields::Field& field : Fields::list()) {
-    const Fields::Value value = field.get(wanted);
-    const Fields::Value kept = field.get(readBack);
-    if (Fields::areAlike(value, kept)) continue;
-    const bool isGone = std::holds_alternative<std::monostate>(kept);
-    losses.push_back(Fields::describe(wanted) + ": " + field.name + " " + Fields::show(value) +
-                     (isGone ? " is lost" : " becomes " + Fields::show(kept)));
+  for (const Fields::Difference& lost : Fields::compare(wanted, readBack)) {
+    const bool isGone = std::holds_alternative<std::monostate>(lost.second);
+    losses.push_back(Fields::describe(wanted) + ": " + lost.field.name + " " +
+                     Fields::show(lost.first) +
+                     (isGone ? " is lost" : " becomes " + Fields::show(lost.second)));
   }
 }
 
@@ -63,16 +62,16 @@ Foundation::Failure keepFailure(Foundation::Failure failure) {
 
 /// Gives `kept` what one element of a listing tells of `wanted`.
 void readElement(const KvXmlN::Data& element, Foundation& wanted, Foundation& kept) {
-  const KvVector3D disp(readNumber(element, "ksx"), readNumber(element, "ksy"),
-                        readNumber(element, "ksz"));
-  const double factor = readNumber(element, "Tangential");
-  if (element.getName() == "BeddingArea") {
+  const KvVector3D disp(readNumber(element, Kvml::x), readNumber(element, Kvml::y),
+                        readNumber(element, Kvml::z));
+  const double factor = readNumber(element, Kvml::factor);
+  if (element.getName() == Kvml::area) {
     kept.setDispArea(&disp);
     kept.setFactorArea(factor);
     kept.setFailAreaZ(keepFailure(wanted.getFailAreaZ()));
     return;
   }
-  const KvVector3D rotation(readNumber(element, "ksxx"), 0.0, 0.0);
+  const KvVector3D rotation(readNumber(element, Kvml::rotationX), 0.0, 0.0);
   kept.setDispLine(&disp);
   kept.setRotLine(&rotation);
   kept.setFactorLine(factor);
@@ -84,7 +83,7 @@ void readElement(const KvXmlN::Data& element, Foundation& wanted, Foundation& ke
 }
 
 void listOfKvml(Foundation& wanted, std::vector<std::string>& losses) {
-  KvXmlN::Document listing(Documents::listingRoot);
+  KvXmlN::Document listing(Kvml::root);
   std::set<Foundation*> area;
   std::set<Foundation*> line;
   if (wanted.hasAreaValues()) area.insert(&wanted);

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <iosfwd>
 #include <optional>
+#include <string>
 #include <vector>
 
-#include "documents/documents.h"
+#include "documents/document.h"
 #include "found/foundation_manager.h"
 
-/// Documents that get other foundations while all the rest of them stays as it is.
+/// Documents that get other foundations while all the rest of them stays as it is. The document is
+/// not to be looked at any more: its elements have changed.
 namespace Updating {
 
 /// What becomes of a foundation: its number from now on, or none when it goes.
@@ -16,15 +17,14 @@ struct Change {
   std::optional<int> after;
 };
 
-/// Prints `base`, a document of this form, with the foundations of the manager in place of its own.
-/// In a legacy model those that have the same number take over what the library does not know.
-void update(const Documents::Input& base, Documents::Form form,
-            const Found::FoundationManager& manager, std::ostream& out);
+/// The text of `base` with the foundations of the manager in place of its own. In a legacy model
+/// those that have the same number take over what the library does not know.
+std::string update(Documents::Document& base, const Found::FoundationManager& manager);
 
-/// Prints `base` with the foundations that are left of those that were read from it. There is a
-/// change for each of these, in their order. A bedding stays as it is but for its number; where
+/// The text of `base` with the foundations that are left of those that were read from it. There is
+/// a change for each of these, in their order. A bedding stays as it is but for its number; where
 /// beddings have none, it takes a document of which everything was read.
-void prune(const Documents::Input& base, Documents::Form form, const std::vector<Change>& changes,
-           const Found::FoundationManager& manager, std::ostream& out);
+std::string prune(Documents::Document& base, const std::vector<Change>& changes,
+                  const Found::FoundationManager& manager);
 
 }  // namespace Updating

@@ -2,154 +2,138 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <set>
+#include <sstream>
+#include <utility>
 
+#include "documents/containers.h"
 #include "documents/losses.h"
+#include "documents/vocabulary.h"
 #include "files/paths.h"
-#include "found/bedding_reader.h"
+#include "files/user_error.h"
 #include "found/bedding_writer.h"
 #include "found/kvml_writer.h"
 #include "kv/version_text.h"
 #include "kv/xml_n.h"
+#include "kv/xml_tree.h"
 
 namespace Writing {
 namespace {
 
 namespace fs = std::filesystem;
 
+using Documents::Document;
 using Documents::Form;
 using Found::Foundation;
 using Found::FoundationManager;
 
-void writeExchange(const FoundationManager& manager, Form form, std::ostream& out) {
-  KvXmlN::Document document(Documents::emptyContainer);
-  const Tools::VersionText version(Documents::getVersion(form));
-  Found::Umo::BeddingWriter(manager, version).write(document.getRoot());
-  document.putToStream(out);
+std::string writeModel(const FoundationManager& manager) {
+  KvXmlTree tree;
+  tree.open(Documents::Legacy::root, false);
+  manager.updateXml(&tree);
+  std::ostringstream out;
+  tree.putToStream(out);
+  return out.str();
 }
 
-void writeKvml(const FoundationManager& manager, std::ostream& out) {
+std::string writeExchange(const FoundationManager& manager, Form form) {
+  KvXmlN::Document document(Documents::Exchange::container);
+  const Tools::VersionText version(Documents::getVersion(form));
+  Found::Umo::BeddingWriter(manager, version).write(document.getRoot());
+  std::ostringstream out;
+  document.putToStream(out);
+  return out.str();
+}
+
+std::string writeKvml(const FoundationManager& manager) {
   std::set<Foundation*> areas;
   std::set<Foundation*> lines;
   for (Foundation* wanted : manager.getFoundations()) {
     if (wanted->hasAreaValues()) areas.insert(wanted);
     if (wanted->hasLineValues()) lines.insert(wanted);
   }
-  KvXmlN::Document document(Documents::listingRoot);
+  KvXmlN::Document document(Documents::Kvml::root);
   Found::KvmlWriter().write(document.getRoot(), areas, lines);
+  std::ostringstream out;
   document.putToStream(out);
-}
-
-void readBack(const std::string& path, Form form, FoundationManager& manager) {
-  if (form == Form::legacy) {
-    manager.readXml(path);
-    return;
-  }
-  std::ifstream in(path);
-  const KvXmlN::Document document(in);
-  const Tools::VersionText version(Documents::getVersion(form));
-  Found::Umo::BeddingReader reader(manager, version);
-  for (const KvXmlN::Data* container : Documents::listContainers(document.getRoot()))
-    reader.read(*container);
-}
-
-// --- What is there
-
-/// True for a file that is empty or a listing, which is only written and never read.
-bool isReplaceable(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (in.peek() == std::ifstream::traits_type::eof()) return true;
-  try {
-    return KvXmlN::Document(in).getRoot().getName() == Documents::listingRoot;
-  } catch (const KvXmlError&) {
-    return false;
-  }
-}
-
-/// The document that stands in a file; none when no harm is done when the file goes. Throws
-/// UserError when it is something that cannot be read.
-std::optional<Documents::Tree> parse(const std::string& path,
-                                     const std::optional<std::string>& version) {
-  try {
-    return Documents::parse(path, version);
-  } catch (const UserError& error) {
-    if (isReplaceable(path)) return std::nullopt;
-    throw UserError(std::string(error.what()) +
-                    "; it was not replaced: mend or remove it, or name another file");
-  }
+  return out.str();
 }
 
 /// True for a document like those that are written here.
-bool holdsOnlyBeddings(const Documents::Tree& tree) {
-  const KvXmlN::Data& root = tree.document->getRoot();
+bool holdsOnlyBeddings(const Document& document) {
+  if (document.getForm() == Form::legacy) return false;
+  const KvXmlN::Data& root = document.getExchange()->getRoot();
   const std::vector<KvXmlN::Data*>& children = root.getChildren();
-  return root.getName() == Documents::emptyContainer && root.getAttributeNames().empty() &&
+  return root.getName() == Documents::Exchange::container && root.getAttributeNames().empty() &&
          std::all_of(children.begin(), children.end(),
                      [](const KvXmlN::Data* child) { return Documents::isBedding(*child); });
 }
 
 }  // namespace
 
-Output::Output(const std::string& asked, Form written, const Documents::Input& in,
-               const std::optional<std::string>& version)
-    : file(asked), form(written) {
-  if (fs::exists(Paths::fromText(file.getTarget())))
-    protect(isSameFile(in) ? version : std::nullopt);
+Output::Output(const std::string& asked, Form written, Document& read)
+    : in(read), file(asked), form(written) {
+  if (fs::exists(Paths::fromText(file.getTarget()))) protect();
   file.create();
 }
 
-void Output::protect(const std::optional<std::string>& version) {
-  const std::string& path = file.getShownPath();
-  const std::optional<Documents::Tree> tree = parse(path, version);
-  if (!tree) return;
-  isThere = tree->form == form;
-  if (isThere || holdsOnlyBeddings(*tree)) return;
-  throw UserError(path + (tree->form == Form::legacy
-                              ? ": this is a legacy model, which a document of another form "
-                                "would destroy; name another file"
-                              : ": this holds more than beddings, which a document of another "
-                                "form would destroy; name another file"));
+/// Opens nothing where no harm is done when the file goes: an empty file, or a listing, which is
+/// only written and never read.
+void Output::openOld() {
+  std::error_code ignored;
+  const std::string& path = in.getContent().path;
+  if (!path.empty() &&
+      fs::equivalent(Paths::fromText(file.getTarget()), Paths::fromText(path), ignored)) {
+    old = &in;
+    return;
+  }
+  Files::Content content = Documents::readFile(getShownPath());
+  if (content.bytes.empty()) return;
+  try {
+    other = std::make_unique<Document>(std::move(content));
+  } catch (const UserError& error) {
+    throw UserError(std::string(error.what()) +
+                    "; it was not replaced: mend or remove it, or name another file");
+  }
+  if (other->getForm() != Form::kvml) old = other.get();
 }
 
-bool Output::isSameFile(const Documents::Input& input) const {
-  std::error_code ignored;
-  const std::string& target = file.getTarget();
-  return !target.empty() &&
-         fs::equivalent(Paths::fromText(target), Paths::fromText(input.getPath()), ignored);
+void Output::protect() {
+  openOld();
+  if (old == nullptr) return;
+  isThere = old->getForm() == form;
+  if (isThere || holdsOnlyBeddings(*old)) return;
+  throw UserError(getShownPath() + (old->getForm() == Form::legacy
+                                        ? ": this is a legacy model, which a document of another "
+                                          "form would destroy; name another file"
+                                        : ": this holds more than beddings, which a document of "
+                                          "another form would destroy; name another file"));
 }
 
 void Output::write(const FoundationManager& manager) {
-  std::ofstream out = file.open();
   if (form == Form::legacy)
-    manager.writeXml(out);
+    file.write(writeModel(manager));
   else if (form == Form::kvml)
-    writeKvml(manager, out);
+    file.write(writeKvml(manager));
   else
-    writeExchange(manager, form, out);
-  file.close(out);
+    file.write(writeExchange(manager, form));
 }
 
 void Output::update(const FoundationManager& manager) {
-  std::ofstream out = file.open();
-  Updating::update(Documents::Input(file.getTarget()), form, manager, out);
-  file.close(out);
+  file.write(Updating::update(*old, manager));
 }
 
-void Output::prune(const Documents::Input& base, const std::vector<Updating::Change>& changes,
-                   const FoundationManager& manager) {
-  std::ofstream out = file.open();
-  Updating::prune(base, form, changes, manager, out);
-  file.close(out);
+void Output::prune(const std::vector<Updating::Change>& changes, const FoundationManager& manager) {
+  file.write(Updating::prune(in, changes, manager));
 }
 
 std::vector<std::string> Output::listLosses(const FoundationManager& manager) const {
   using Matching::Key;
   if (form == Form::kvml) return Losses::listOfKvml(manager);
-  FoundationManager written;
-  readBack(file.getWrittenPath(), form, written);
-  if (form == Form::firstExchange) return Losses::list(manager, written, {Key::name, Key::place});
-  return Losses::list(manager, written, {Key::number, Key::name});
+  Document written({getShownPath(), "", file.getText()}, form);
+  const Key second = form == Form::firstExchange ? Key::place : Key::name;
+  const Key first = form == Form::firstExchange ? Key::name : Key::number;
+  return Losses::list(manager, written.getFoundations(), {first, second});
 }
 
 }  // namespace Writing

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "documents/documents.h"
+#include "documents/document.h"
 #include "documents/updating.h"
 #include "files/output_file.h"
 #include "found/foundation_manager.h"
@@ -15,23 +16,23 @@ namespace Writing {
 /// A document on its way to a file, which takes the place of the old one as a whole or not at all.
 class Output {
  public:
-  /// `in` was read, as of `version`, and may be what is there. Throws UserError when nothing can be
-  /// written at `asked`, and when a document is there that cannot be updated but holds more than
-  /// foundations.
-  Output(const std::string& asked, Documents::Form written, const Documents::Input& in,
-         const std::optional<std::string>& version);
+  /// `read` is the document whose foundations are written, and may be what is there. Throws
+  /// UserError when nothing can be written at `asked`, and when a document is there that cannot be
+  /// updated but holds more than foundations.
+  Output(const std::string& asked, Documents::Form written, Documents::Document& read);
 
   /// True when a document of this form is there, whose other content must stay.
   bool isUpdate() const { return isThere; }
-  bool isSameFile(const Documents::Input& input) const;
+  /// True when that is the document whose foundations are written.
+  bool isSameFile() const { return old == &in; }
 
   /// Writes a document of nothing but the foundations.
   void write(const Found::FoundationManager& manager);
   /// Writes the document that is there with these foundations in place of its own.
   void update(const Found::FoundationManager& manager);
-  /// Writes `base` with what is left of its foundations; see Updating::prune().
-  void prune(const Documents::Input& base, const std::vector<Updating::Change>& changes,
-             const Found::FoundationManager& manager);
+  /// Writes the document that was read with what is left of its foundations; see
+  /// Updating::prune().
+  void prune(const std::vector<Updating::Change>& changes, const Found::FoundationManager& manager);
 
   /// What the document that was written does not keep, a line each.
   std::vector<std::string> listLosses(const Found::FoundationManager& manager) const;
@@ -43,11 +44,15 @@ class Output {
   const std::string& getShownPath() const { return file.getShownPath(); }
 
  private:
+  void openOld();
   /// Looks at the document that is there.
-  void protect(const std::optional<std::string>& version);
+  void protect();
 
+  Documents::Document& in;
   OutputFile file;
   Documents::Form form;
+  std::unique_ptr<Documents::Document> other;
+  Documents::Document* old = nullptr;  // the document that is there: `in`, `other` or none
   bool isThere = false;
 };
 

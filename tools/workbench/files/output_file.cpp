@@ -1,11 +1,12 @@
 #include "files/output_file.h"
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <system_error>
+#include <utility>
 
 #include "files/paths.h"
 #include "files/user_error.h"
@@ -14,11 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void copyTo(std::ostream& out, const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::array<char, 1 << 16> buffer{};
-  while (in.read(buffer.data(), buffer.size()) || in.gcount() > 0)
-    out.write(buffer.data(), in.gcount());
+void print(std::ostream& out, const std::string& text) {
+  out.write(text.data(), static_cast<std::streamsize>(text.size()));
   out.flush();
 }
 
@@ -55,39 +53,33 @@ std::string OutputFile::findTarget() const {
   return Paths::toText(path);
 }
 
-std::string OutputFile::findFolder() const {
-  if (target.empty()) return TemporaryFile::findFolder();
-  const std::string folder = Paths::toText(Paths::fromText(target).parent_path());
-  return folder.empty() ? "." : folder;
-}
-
 void OutputFile::create() {
-  const std::string folder = findFolder();
+  if (target.empty()) return;
+  std::string folder = Paths::toText(Paths::fromText(target).parent_path());
+  if (folder.empty()) folder = ".";
   try {
-    file.emplace(folder,
-                 target.empty() ? TemporaryFile::Readers::owner : TemporaryFile::Readers::everyone);
+    file.emplace(folder);
   } catch (const std::system_error& error) {
     fail("no file can be made in " + folder + ": " + error.code().message());
   }
 }
 
-std::ofstream OutputFile::open() const {
+void OutputFile::write(std::string all) {
+  text = std::move(all);
+  if (!file) return;
   std::ofstream out(file->getPath(), std::ios::binary);
   if (!out) fail(std::strerror(errno));
-  return out;
-}
-
-void OutputFile::close(std::ofstream& out) const {
+  print(out, text);
   out.close();
   if (!out) fail(std::strerror(errno));
 }
 
 void OutputFile::commit() {
   if (isStandard) {
-    copyTo(std::cout, file->getPath());
+    print(std::cout, text);
   } else if (target.empty()) {
     std::ofstream device(shownPath, std::ios::binary);
-    copyTo(device, file->getPath());
+    print(device, text);
     if (!device) fail(std::strerror(errno));
   } else {
     try {

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <fstream>
 #include <optional>
 #include <string>
 
 #include "files/temporary_file.h"
 
 /// A file that is written as a whole or not at all: what is written stands in a temporary file
-/// until it takes its place. A path "-" stands for standard output. All that fails throws
+/// beside it until it takes its place. A path "-" stands for standard output. All that fails throws
 /// UserError.
 class OutputFile {
  public:
@@ -19,11 +18,12 @@ class OutputFile {
   /// As messages call the file.
   const std::string& getShownPath() const { return shownPath; }
 
-  /// Makes the temporary file, which the others need.
+  /// Makes the temporary file, where a file is written. To be called before write(), so that a
+  /// folder where nothing can be made is told before there is anything to write.
   void create();
-  const std::string& getWrittenPath() const { return file->getPath(); }
-  std::ofstream open() const;
-  void close(std::ofstream& out) const;
+  /// Writes all that the file shall hold.
+  void write(std::string all);
+  const std::string& getText() const { return text; }
 
   /// Lets what was written take its place.
   void commit();
@@ -31,10 +31,10 @@ class OutputFile {
  private:
   [[noreturn]] void fail(const std::string& reason) const;
   std::string findTarget() const;
-  std::string findFolder() const;
 
   std::string shownPath;
   bool isStandard;
   std::string target;
+  std::string text;
   std::optional<TemporaryFile> file;
 };

@@ -19,7 +19,6 @@
 #endif
 
 #include "files/paths.h"
-#include "files/user_error.h"
 
 namespace {
 
@@ -54,14 +53,12 @@ void watchInterruptions() {
 [[noreturn]] void fail() { throw std::system_error(errno, std::generic_category()); }
 
 /// False when there is such a file already.
-bool create(const std::string& path, TemporaryFile::Readers readers) {
+bool create(const std::string& path) {
 #ifdef _WIN32
-  static_cast<void>(readers);
   const int file = _open(path.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY, _S_IREAD | _S_IWRITE);
   if (file >= 0) return _close(file) == 0;
 #else
-  const mode_t mode = readers == TemporaryFile::Readers::owner ? 0600 : 0666;
-  const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, mode);
+  const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
   if (file >= 0) return close(file) == 0;
 #endif
   if (errno != EEXIST) fail();
@@ -95,14 +92,7 @@ void keepOwner([[maybe_unused]] const std::string& path,
 
 }  // namespace
 
-std::string TemporaryFile::findFolder() {
-  std::error_code error;
-  const fs::path folder = fs::temp_directory_path(error);
-  if (error) throw UserError("there is no folder for temporary files; set TMPDIR to one");
-  return Paths::toText(folder);
-}
-
-TemporaryFile::TemporaryFile(const std::string& folder, Readers readers) {
+TemporaryFile::TemporaryFile(const std::string& folder) {
   watchInterruptions();
   while (place + 1 < living.size() && living[place] != nullptr) ++place;
   std::random_device random;
@@ -112,7 +102,7 @@ TemporaryFile::TemporaryFile(const std::string& folder, Readers readers) {
       path = Paths::toText(Paths::fromText(folder) /
                            (".kvfound-" + std::to_string(random()) + ".tmp"));
       living[place] = path.c_str();  // before there is a file that an interruption could leave
-    } while (!create(path, readers));
+    } while (!create(path));
   } catch (...) {
     living[place] = nullptr;
     throw;

@@ -6,13 +6,8 @@
 /// program is interrupted.
 class TemporaryFile {
  public:
-  enum class Readers { owner, everyone };
-
-  /// For files that take no other's place. Throws UserError.
-  static std::string findFolder();
-
   /// Makes a new, empty file in `folder`. Throws std::system_error.
-  TemporaryFile(const std::string& folder, Readers readers);
+  explicit TemporaryFile(const std::string& folder);
   ~TemporaryFile();
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;

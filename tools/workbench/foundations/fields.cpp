@@ -1,5 +1,7 @@
 #include "foundations/fields.h"
 
+#include <utility>
+
 #include "foundations/failures.h"
 #include "text/display_text.h"
 
@@ -63,6 +65,17 @@ bool areAlike(const Value& a, const Value& b) {
     return DisplayText::toUtf8(std::get<std::string>(a)) ==
            DisplayText::toUtf8(std::get<std::string>(b));
   return a == b || (isNan(a) && isNan(b));
+}
+
+std::vector<Difference> compare(Foundation& first, Foundation& second) {
+  std::vector<Difference> differences;
+  for (const Field& field : list()) {
+    Value before = field.get(first);
+    Value after = field.get(second);
+    if (!areAlike(before, after))
+      differences.push_back({field, std::move(before), std::move(after)});
+  }
+  return differences;
 }
 
 std::string show(const Value& value) {

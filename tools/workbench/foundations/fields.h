@@ -27,6 +27,16 @@ const std::vector<Field>& list();
 /// page.
 bool areAlike(const Value& a, const Value& b);
 
+/// A field that two foundations do not have alike.
+struct Difference {
+  const Field& field;
+  Value first;
+  Value second;
+};
+
+/// The fields in which the two differ.
+std::vector<Difference> compare(Found::Foundation& first, Found::Foundation& second);
+
 /// As an engineer reads it, in UTF-8: "-" for nothing, yes or no, the shortest text of a number.
 std::string show(const Value& value);
 

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "checks/findings.h"
-#include "documents/documents.h"
+#include "documents/document.h"
 #include "found/foundation_manager.h"
 #include "report/bars.h"
 
 /// What a report is about: a document, what was made of it, and how units are called.
 struct ReportContent {
-  const Documents::Tree& tree;
-  const Found::FoundationManager& manager;
+  const Documents::Document& document;
+  const Found::FoundationManager& manager;  // read from it
   const Checks::Findings& findings;
   const ReportBars::Units& units;
 };

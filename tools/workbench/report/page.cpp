@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "documents/vocabulary.h"
 #include "files/paths.h"
 #include "report/assets.h"
 #include "report/html.h"
@@ -18,7 +19,6 @@ namespace {
 
 using Documents::Form;
 using Found::Foundation;
-using KvXmlN::AttributeIn;
 using ReportBars::Part;
 using ReportHtml::escape;
 using ReportHtml::showName;
@@ -32,7 +32,7 @@ class PagePrinter {
       : content(shown),
         foundations(shown.manager.getFoundations()),
         findings(shown.findings.list()),
-        title(showName(Paths::toText(Paths::fromText(shown.tree.shownPath).filename()))),
+        title(showName(Paths::toText(Paths::fromText(shown.document.getShownPath()).filename()))),
         out(target) {
     for (const Foundation* foundation : foundations) places.emplace(foundation, places.size());
   }
@@ -71,7 +71,8 @@ class PagePrinter {
   void printHeader() {
     out << "<header>\n<p class=\"over\">Beddings of</p>\n<h1>" << title
         << "</h1>\n<ul class=\"facts\">\n";
-    printFact("Form", content.tree.form == Form::legacy ? "Legacy model" : "Exchange document");
+    printFact("Form",
+              content.document.getForm() == Form::legacy ? "Legacy model" : "Exchange document");
     printVersion();
     printCount();
     printFact("Largest stiffness", DisplayText::fromNumber(content.manager.getMaxFoundationValue()),
@@ -94,13 +95,11 @@ class PagePrinter {
   }
 
   void printVersion() {
-    const bool isLegacy = content.tree.form == Form::legacy;
-    const KvXmlN::Data& root = content.tree.document->getRoot();
-    const std::string name = isLegacy ? "VERSION" : "Version";
-    const std::optional<std::string> stated = AttributeIn::readString(root, name);
+    const bool isLegacy = content.document.getForm() == Form::legacy;
+    const std::optional<std::string> stated = content.document.getRoot().readText(
+        isLegacy ? Documents::Legacy::version : Documents::Exchange::version);
     if (isLegacy) return printFact("Version", stated ? showName(*stated) : "not stated");
-    const std::string version = content.tree.form == Form::firstExchange ? "1.0" : "current";
-    printFact("Version", version,
+    printFact("Version", Documents::getVersion(content.document.getForm()),
               stated ? "the document states " + showName(*stated) : "the document states none");
   }
 

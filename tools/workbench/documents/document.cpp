@@ -1,0 +1,231 @@
+#include "documents/document.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "documents/containers.h"
+#include "documents/markup.h"
+#include "documents/vocabulary.h"
+#include "files/memory_stream.h"
+#include "files/user_error.h"
+#include "kv/version_text.h"
+
+namespace Documents {
+namespace {
+
+using Files::MemoryStream;
+
+[[noreturn]] void fail(const std::string& shownPath, const KvXmlError& error) {
+  throw UserError(shownPath + ":" + std::to_string(error.getLine()) + ":" +
+                  std::to_string(error.getColumn()) + ": " + error.getReason());
+}
+
+/// Of `shownPath`, where memory runs out in `run`.
+template <class Run>
+void tellMemory(const std::string& shownPath, const Run& run) {
+  try {
+    run();
+  } catch (const std::bad_alloc&) {
+    throw UserError(shownPath + ": is too large for the memory of this machine");
+  }
+}
+
+/// False for what no parser needs to be shown, however long it is. A NUL it finds in the start.
+bool canBeXml(std::string_view start) {
+  const bool isWhole = start.size() < Files::lengthOfStart;
+  return start.find('\0') == start.npos && (isWhole || start.find('<') != start.npos);
+}
+
+/// False when the text cannot be meant as XML; what is wrong with it otherwise, the parser tells.
+bool isMeantAsXml(std::string_view bytes) {
+  constexpr std::string_view skipped = " \t\n\v\f\r\xEF\xBB\xBF\xFE\xFF";
+  const std::size_t first = bytes.find_first_not_of(skipped);
+  if (first == bytes.npos) return bytes.size() < Files::lengthOfStart;
+  return bytes[first] == '<' || bytes[first] == '\0';
+}
+
+// --- Models
+
+/// Where the second line starts. What stands before it is not read of a model.
+std::size_t findSecondLine(std::string_view bytes) {
+  const std::size_t end = bytes.find('\n');
+  return end == bytes.npos ? bytes.size() : end + 1;
+}
+
+/// The model below the root that is parsed from `start` on; null when there is none.
+std::unique_ptr<KvXmlTree> parseModel(std::string_view bytes, std::size_t start) {
+  try {
+    MemoryStream in(bytes);
+    in.seekg(static_cast<std::streamoff>(start));
+    auto tree = std::make_unique<KvXmlTree>(in);
+    return tree->findRoot(Legacy::root, true) != nullptr ? std::move(tree) : nullptr;
+  } catch (const KvXmlError&) {
+    return nullptr;
+  }
+}
+
+/// Null when the library would find no model in a file that holds `bytes`.
+std::unique_ptr<KvXmlTree> parseModel(std::string_view bytes) {
+  const std::size_t second = findSecondLine(bytes);
+  const std::string_view read = bytes.substr(second);
+  const std::size_t root = Markup::findRoot(read);
+  if (root == Markup::nowhere || Markup::readName(read, root) != Legacy::root) return nullptr;
+  // Parsed as a whole where that makes no difference, so that what stands on the first line stays
+  // when the model is printed.
+  if (Markup::isProlog(bytes.substr(0, second)))
+    if (auto tree = parseModel(bytes, 0)) return tree;
+  return parseModel(bytes, second);
+}
+
+char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+/// Reads the first line as the library does, which is all by which it recognises a file.
+void requireFirstLine(const Files::Content& content) {
+  MemoryStream in(content.bytes);
+  std::array<char, 1024> line{};
+  in.getline(line.data(), line.size());
+  std::transform(line.begin(), line.end(), line.begin(), toLower);
+  if (std::string_view(line.data(), line.size()).find("xml") == std::string_view::npos)
+    throw UserError(content.shownPath +
+                    ": the first line must be an XML declaration, <?xml version=\"1.0\"?>");
+  if (!in.fail()) return;
+  try {
+    const KvXmlTree refused(in);  // a line that is too long leaves nothing to be read
+  } catch (const KvXmlError& error) {
+    fail(content.shownPath, error);
+  }
+}
+
+// --- Exchange documents
+
+[[noreturn]] void failWithoutBeddings(const std::string& shownPath, const std::string& root) {
+  throw UserError(shownPath + ": there are no beddings in <" + root +
+                  ">; a legacy model or an exchange document can be read, a Kvml listing cannot");
+}
+
+std::unique_ptr<KvXmlN::Document> parseExchange(const Files::Content& content) {
+  try {
+    MemoryStream in(content.bytes);
+    return std::make_unique<KvXmlN::Document>(in);
+  } catch (const KvXmlError& error) {
+    fail(content.shownPath, error);
+  }
+}
+
+/// Numbers with a point between them.
+bool isVersion(const std::string& text) {
+  bool isNumber = false;
+  for (const char c : text) {
+    const bool isDigit = c >= '0' && c <= '9';
+    if (!isDigit && (c != '.' || !isNumber)) return false;
+    isNumber = isDigit;
+  }
+  return isNumber;
+}
+
+bool isFirstVersion(const std::vector<KvXmlN::Data*>& containers,
+                    const std::optional<std::string>& version) {
+  if (version) {
+    if (!isVersion(*version))
+      throw UserError("\"" + *version + "\" is no version; give 1.0, or a later one such as 2.0");
+    return Tools::VersionText(*version).isEqualTo(firstVersion);
+  }
+  return std::any_of(containers.begin(), containers.end(), [](const KvXmlN::Data* container) {
+    return hasChild(*container, isWholeBedding);
+  });
+}
+
+}  // namespace
+
+Document::Document(Files::Content read, const std::optional<std::string>& version)
+    : content(std::move(read)) {
+  tellMemory(content.shownPath, [&] { open(version); });
+}
+
+Document::Document(Files::Content written, Form known) : content(std::move(written)), form(known) {
+  tellMemory(content.shownPath, [this] {
+    if (form == Form::legacy) {
+      model = parseModel(content.bytes);
+    } else {
+      exchange = parseExchange(content);
+      containers = listContainers(exchange->getRoot());
+    }
+  });
+}
+
+void Document::open(const std::optional<std::string>& version) {
+  model = parseModel(content.bytes);
+  if (model != nullptr)
+    form = Form::legacy;
+  else
+    openExchange(version);
+}
+
+void Document::openExchange(const std::optional<std::string>& version) {
+  if (!isMeantAsXml(content.bytes)) throw UserError(getShownPath() + ": this is no XML document");
+  exchange = parseExchange(content);
+  KvXmlN::Data& root = exchange->getRoot();
+  if (root.getName() == Legacy::root)
+    throw UserError(getShownPath() + ": <" + Legacy::root +
+                    "> must start on a line of its own, behind the line of the XML declaration");
+  containers = listContainers(root);
+  if (!containers.empty())
+    form = isFirstVersion(containers, version) ? Form::firstExchange : Form::exchange;
+  else if (root.getName() == Kvml::root)
+    form = Form::kvml;
+  else
+    failWithoutBeddings(getShownPath(), root.getName());
+}
+
+Element Document::getRoot() const {
+  return model != nullptr ? Element(model->findRoot(Legacy::root, true))
+                          : Element(&exchange->getRoot());
+}
+
+void Document::requireReadable() const {
+  if (form == Form::kvml) failWithoutBeddings(getShownPath(), exchange->getRoot().getName());
+  if (form == Form::legacy) requireFirstLine(content);
+}
+
+void Document::readInto(Reading& target) const {
+  if (form == Form::legacy)
+    target.entries.push_back(readModel(*model->findRoot(Legacy::root, true), target.foundations));
+  else
+    target.entries = readBeddings(containers, form, target.foundations);
+}
+
+Document::Reading& Document::readAll() {
+  if (reading != nullptr) return *reading;
+  tellMemory(getShownPath(), [this] {
+    auto read = std::make_unique<Reading>();
+    readInto(*read);
+    reading = std::move(read);
+  });
+  return *reading;
+}
+
+ByteRange Document::locate(const Element& element) const {
+  const std::string& bytes = content.bytes;
+  if (lineStarts.empty()) {
+    lineStarts.push_back(0);
+    for (std::size_t end = bytes.find('\n'); end != bytes.npos; end = bytes.find('\n', end + 1))
+      lineStarts.push_back(end + 1);
+  }
+  const KvXmlPosition position = element.getPosition();
+  const std::size_t begin = lineStarts.at(position.line - 1) + position.column - 1;
+  return {begin, Markup::findElementEnd(bytes, begin)};
+}
+
+Files::Content readFile(const std::string& path) { return Files::read(path, canBeXml); }
+
+bool mentionsBeddings(const std::string& text) {
+  for (const char* const name :
+       {Legacy::root, Exchange::whole.name, Exchange::curve.name, Exchange::surface.name})
+    if (text.find(std::string("<") + name) != text.npos) return true;
+  return false;
+}
+
+}  // namespace Documents

@@ -1,0 +1,153 @@
+#include "documents/entries.h"
+
+#include <charconv>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <unordered_map>
+
+#include "documents/vocabulary.h"
+#include "found/bedding_reader.h"
+#include "kv/version_text.h"
+
+namespace Documents {
+namespace {
+
+using Fate = Entry::Fate;
+using Found::Foundation;
+using Found::FoundationManager;
+
+/// The whole number that a text starts with, behind white space and one sign, which is what the
+/// reader takes.
+std::optional<int> startOfNumber(const std::string& text) {
+  const std::size_t first = text.find_first_not_of(" \t\n\v\f\r");
+  if (first == text.npos) return std::nullopt;
+  const char* begin = text.c_str() + first;
+  if (*begin == '+' && begin[1] != '-') ++begin;
+  int number = 0;
+  if (std::from_chars(begin, text.c_str() + text.size(), number).ec != std::errc())
+    return std::nullopt;
+  return number;
+}
+
+/// The rules by which the library reads beddings, applied to what it has read: it tells of an
+/// element that it skips only when it is asked to send messages, and then takes a time for each
+/// that grows with the foundations read.
+class BeddingRules {
+ public:
+  BeddingRules(Form form, const std::vector<Foundation*>& foundations)
+      : isFirstVersion(form == Form::firstExchange), read(foundations) {}
+
+  Entries list(const KvXmlN::Data& container) {
+    Entries entries;
+    int count = 0;
+    for (const KvXmlN::Data* child : container.getChildren()) {
+      Entry& entry = entries.emplace_back(Element(child));
+      entry.fate = judge(entry, count);
+      if (entry.fate != Fate::read) continue;
+      take(entry);
+      ++count;
+    }
+    return entries;
+  }
+
+  bool isComplete() const { return taken == read.size(); }
+
+ private:
+  Fate judge(Entry& entry, int countInContainer) const {
+    const std::string& name = entry.element.getName();
+    if (name == Exchange::curve.name || name == Exchange::surface.name) {
+      const Fate fate = judgeNumber(entry);
+      return fate == Fate::read ? judgeName(entry) : fate;
+    }
+    if (name != Exchange::whole.name) return Fate::unknown;
+    if (!isFirstVersion) return Fate::ofFirstVersion;
+    // Given whether another foundation has it or not.
+    entry.number = countInContainer + 1;
+    entry.numberHolder = findHolder(*entry.number);
+    return judgeName(entry);
+  }
+
+  Fate judgeNumber(Entry& entry) const {
+    entry.number = startOfNumber(entry.element.readText(Exchange::number).value_or(""));
+    if (!entry.number) return Fate::numberMissing;
+    if (*entry.number < 1) return Fate::numberTooSmall;
+    entry.numberHolder = findHolder(*entry.number);
+    if (entry.numberHolder == nullptr) return Fate::read;
+    return areParts(entry.numberHolder->element, entry.element) ? Fate::otherPart
+                                                                : Fate::numberTaken;
+  }
+
+  static Fate judgeName(const Entry& entry) {
+    const std::optional<std::string> name = entry.element.readText(Exchange::name);
+    if (!name) return Fate::nameMissing;
+    return name->empty() ? Fate::nameEmpty : Fate::read;
+  }
+
+  /// True when the two, which have the same number, are line and area of one foundation.
+  static bool areParts(const Element& first, const Element& second) {
+    return first.getName() != Exchange::whole.name && first.getName() != second.getName() &&
+           first.readText(Exchange::name) == second.readText(Exchange::name);
+  }
+
+  const Entry* findHolder(int number) const {
+    const auto holder = numbers.find(number);
+    return holder == numbers.end() ? nullptr : holder->second;
+  }
+
+  /// Gives an entry the foundation that it became.
+  void take(Entry& entry) {
+    const std::string name = *entry.element.readText(Exchange::name);
+    if (isComplete() || read[taken]->getNumber() != entry.number)
+      throw std::logic_error("the beddings are not read as they should be");
+    entry.foundation = read[taken++];
+    const auto holder = names.find(name);
+    if (holder != names.end()) {
+      entry.fate = Fate::renamed;
+      entry.nameHolder = holder->second;
+    }
+    names.emplace(entry.foundation->getName(), &entry);
+    numbers.emplace(*entry.number, &entry);
+  }
+
+  const bool isFirstVersion;
+  const std::vector<Foundation*>& read;
+  std::size_t taken = 0;
+  std::unordered_map<int, const Entry*> numbers;
+  std::unordered_map<std::string, const Entry*> names;
+};
+
+}  // namespace
+
+std::vector<Entries> readBeddings(const std::vector<KvXmlN::Data*>& containers, Form form,
+                                  FoundationManager& manager) {
+  const Tools::VersionText version(getVersion(form));
+  Found::Umo::BeddingReader reader(manager, version);
+  for (const KvXmlN::Data* container : containers) reader.read(*container);
+
+  std::vector<Entries> entries;
+  BeddingRules rules(form, manager.getFoundations());
+  for (const KvXmlN::Data* container : containers) entries.push_back(rules.list(*container));
+  if (!rules.isComplete()) throw std::logic_error("the beddings are not read as they should be");
+  return entries;
+}
+
+Entries readModel(KvXmlData& root, FoundationManager& manager) {
+  manager.createFromXml(&root);
+  Entries entries;
+  KvXmlData* const list = root.findTree(Legacy::list.name, true);
+  if (list == nullptr) return entries;
+  auto foundation = manager.getFoundations().begin();
+  for (KvXmlData* child : list->getChildren()) {
+    Entry& entry = entries.emplace_back(Element(child));
+    if (child->getName() != Legacy::foundation.name) {
+      entry.fate = Fate::unknown;
+      continue;
+    }
+    entry.foundation = *foundation++;
+    entry.number = entry.foundation->getNumber();
+  }
+  return entries;
+}
+
+}  // namespace Documents
