@@ -1,0 +1,104 @@
+#include "foundations/fields.h"
+
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Fields::Value;
+using Found::Foundation;
+
+/// Every field as people read it.
+std::vector<std::string> showAll(Foundation& foundation) {
+  std::vector<std::string> texts;
+  for (const Fields::Field& field : Fields::list())
+    texts.push_back(std::string(field.name) + "=" + Fields::show(field.get(foundation)));
+  return texts;
+}
+
+TEST(Fields, OfANewFoundationAreMostlyNone) {
+  Foundation foundation;
+  foundation.setNumber(1);
+
+  EXPECT_EQ(showAll(foundation),
+            (std::vector<std::string>{"number=1", "name=", "generated=no", "areaX=-", "areaY=-",
+                                      "areaZ=-", "areaFailureZ=none", "areaFactor=0", "lineX=-",
+                                      "lineY=-", "lineZ=-", "lineRotationX=-", "lineFailureX=none",
+                                      "lineFailureY=none", "lineFailureZ=none", "lineFactor=0"}));
+}
+
+TEST(Fields, AreAllThatDocumentsHold) {
+  const KvVector3D area(1.0, 2.0, 3.0);
+  const KvVector3D line(4.0, 5.0, 6.0);
+  const KvVector3D rotation(7.0, 0.0, 0.0);
+  Foundation foundation(&area, &rotation);
+  foundation.setDispLine(&line);
+  foundation.setNumber(8);
+  foundation.setName("N\xFC");
+  foundation.setGenerated(true);
+  foundation.setFailAreaZ(Foundation::Tension);
+  foundation.setFactorArea(0.1);
+  foundation.setFailLineX(Foundation::Compression);
+  foundation.setFailLineY(Foundation::Tension);
+  foundation.setFailLineZ(static_cast<Foundation::Failure>(7));
+  foundation.setFactorLine(0.2);
+
+  EXPECT_EQ(
+      showAll(foundation),
+      (std::vector<std::string>{"number=8", "name=N\xC3\xBC", "generated=yes", "areaX=1", "areaY=2",
+                                "areaZ=3", "areaFailureZ=tension", "areaFactor=0.1", "lineX=4",
+                                "lineY=5", "lineZ=6", "lineRotationX=7", "lineFailureX=compression",
+                                "lineFailureY=tension", "lineFailureZ=7", "lineFactor=0.2"}));
+}
+
+TEST(FieldsAlike, AreAbsentAndZero) {
+  EXPECT_TRUE(Fields::areAlike(Value(), Value()));
+  EXPECT_TRUE(Fields::areAlike(Value(), Value(0.0)));
+  EXPECT_TRUE(Fields::areAlike(Value(-0.0), Value()));
+  EXPECT_FALSE(Fields::areAlike(Value(), Value(1e-300)));
+}
+
+TEST(FieldsAlike, AreExactlyTheSameNumbers) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_TRUE(Fields::areAlike(Value(1.5), Value(1.5)));
+  EXPECT_TRUE(Fields::areAlike(Value(nan), Value(nan)));
+  EXPECT_FALSE(Fields::areAlike(Value(nan), Value(0.0)));
+  EXPECT_FALSE(Fields::areAlike(Value(1.0), Value(1.0 + 1e-15)));
+  EXPECT_FALSE(Fields::areAlike(Value(1), Value(2)));
+  EXPECT_FALSE(Fields::areAlike(Value(true), Value(false)));
+}
+
+TEST(FieldsAlike, AreNamesInEitherEncoding) {
+  EXPECT_TRUE(Fields::areAlike(Value(std::string("\xFC")), Value(std::string("\xC3\xBC"))));
+  EXPECT_FALSE(Fields::areAlike(Value(std::string("a")), Value(std::string("A"))));
+}
+
+TEST(FieldsDifferent, AreToldWithBothValues) {
+  Foundation first;
+  Foundation second;
+  first.setName("A");
+  second.setName("A");
+  first.setFactorArea(0.5);
+  second.setFailLineY(Foundation::Tension);
+
+  std::vector<std::string> texts;
+  for (const Fields::Difference& difference : Fields::compare(first, second))
+    texts.push_back(std::string(difference.field.name) + ": " + Fields::show(difference.first) +
+                    " -> " + Fields::show(difference.second));
+
+  EXPECT_EQ(texts,
+            (std::vector<std::string>{"areaFactor: 0.5 -> 0", "lineFailureY: none -> tension"}));
+}
+
+TEST(Fields, DescribeAFoundationByNumberAndName) {
+  Foundation foundation;
+  foundation.setNumber(3);
+  foundation.setName("a\n");
+
+  EXPECT_EQ(Fields::describe(foundation), "number 3 \"a\\n\"");
+}
+
+}  // namespace
