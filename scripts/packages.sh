@@ -14,5 +14,6 @@ install_packages() {
   "${root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-build_packages=(g++ cmake ninja-build libpugixml-dev libfast-float-dev libfmt-dev libcli11-dev nlohmann-json3-dev)
+build_packages=(g++ cmake ninja-build libpugixml-dev libfast-float-dev libfmt-dev libutf8proc-dev libcli11-dev
+  nlohmann-json3-dev)
 test_packages=("${build_packages[@]}" libgtest-dev librapidcheck-dev libxml2-dev libxml2-utils locales mandoc python3)

@@ -181,4 +181,21 @@ TEST(ShowTable, IsLeftOutWhenThereAreNoFoundations) {
   EXPECT_EQ(showTable(""), "0 foundations, largest stiffness 0\n");
 }
 
+TEST(ShowTable, AlignsWhatFollowsNamesInAllScripts) {
+  // A vowel over a Thai letter, marks over a Hebrew and an Arabic one, and a face, which is wide.
+  const std::string thai = "\xE0\xB8\x81\xE0\xB8\xB4";
+  const std::string hebrew = "\xD7\x91\xD6\xBF";
+  const std::string arabic = "\xD9\x84\xD9\xB0";
+  const std::string face = "\xF0\x9F\xAB\xA0";
+  const std::string path =
+      makeModelFile("<FOUND NAME='" + thai + "'/><FOUND NAME='" + hebrew + "'/><FOUND NAME='" +
+                    arabic + "'/><FOUND NAME='" + face + "'/>");
+
+  const std::string out = run("show '" + path + "'").out;
+
+  for (const std::string& name : {thai, hebrew, arabic})
+    EXPECT_NE(out.find("  " + name + "          area  "), std::string::npos) << out;
+  EXPECT_NE(out.find("  " + face + "         area  "), std::string::npos) << out;
+}
+
 }  // namespace

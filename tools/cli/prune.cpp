@@ -18,6 +18,7 @@
 #include "foundations/fields.h"
 #include "reading.h"
 #include "text/display_text.h"
+#include "text/encoding.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ class ListUser : public Found::FoundationUser {
         line.erase(0, byteOrderMark.size());
       isFirst = false;
       if (!line.empty() && line.back() == '\r') line.pop_back();
-      if (!line.empty()) add(DisplayText::toUtf8(line));
+      if (!line.empty()) add(Encoding::toUtf8(line));
     }
   }
 
@@ -47,7 +48,7 @@ class ListUser : public Found::FoundationUser {
     const auto [firstNumber, lastNumber] = numbers.equal_range(foundation->getNumber());
     bool isListed = firstNumber != lastNumber;
     for (auto number = firstNumber; number != lastNumber; ++number) matched.insert(number->second);
-    for (const std::string& text : {DisplayText::toUtf8(name), DisplayText::fromName(name)}) {
+    for (const std::string& text : {Encoding::toUtf8(name), DisplayText::fromName(name)}) {
       if (lines.count(text) == 0) continue;
       matched.insert(text);
       isListed = true;

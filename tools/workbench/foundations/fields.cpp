@@ -4,6 +4,7 @@
 
 #include "foundations/failures.h"
 #include "text/display_text.h"
+#include "text/encoding.h"
 
 namespace Fields {
 namespace {
@@ -62,8 +63,7 @@ bool areAlike(const Value& a, const Value& b) {
   };
   const auto isText = [](const Value& value) { return std::holds_alternative<std::string>(value); };
   if (isText(a) && isText(b))
-    return DisplayText::toUtf8(std::get<std::string>(a)) ==
-           DisplayText::toUtf8(std::get<std::string>(b));
+    return Encoding::toUtf8(std::get<std::string>(a)) == Encoding::toUtf8(std::get<std::string>(b));
   return a == b || (isNan(a) && isNan(b));
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "text/display_text.h"
+#include "text/encoding.h"
 
 namespace Matching {
 namespace {
@@ -14,9 +14,7 @@ using Found::Foundation;
 using KeyValue = std::pair<int, std::string>;
 
 /// The same whatever the encoding of the document.
-std::string getName(const Foundation& foundation) {
-  return DisplayText::toUtf8(foundation.getName());
-}
+std::string getName(const Foundation& foundation) { return Encoding::toUtf8(foundation.getName()); }
 
 /// Pairs those of the still unmatched that have the same key.
 void pairBy(const std::function<KeyValue(const Foundation&)>& getKey, std::vector<Pair>& pairs,

@@ -1,70 +1,30 @@
 #include "report/text.h"
 
-#include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <iterator>
-#include <vector>
+#include <string_view>
+
+#include <fmt/format.h>
 
 #include "foundations/failures.h"
 #include "text/display_text.h"
+#include "text/utf8.h"
 
 namespace ReportText {
 namespace {
 
 using Found::Foundation;
 
-/// Of text in UTF-8.
-std::vector<std::string> listCharacters(const std::string& text) {
-  std::vector<std::string> characters;
-  for (const char byte : text)
-    if (!characters.empty() && (static_cast<unsigned char>(byte) & 0xC0) == 0x80)
-      characters.back() += byte;
-    else
-      characters.emplace_back(1, byte);
-  return characters;
-}
-
-/// Characters without ink, by their codes; those of no width have a code only.
-struct Blank {
-  const char* character;
-  const char* code;
-};
-constexpr Blank blanks[] = {
-    {" ", nullptr},
-    {"\xC2\xA0", nullptr},      // no-break space
-    {"\xC2\xAD", "\\u00AD"},    // soft hyphen
-    {"\xE2\x80\x80", nullptr},  // spaces of several widths
-    {"\xE2\x80\x81", nullptr},
-    {"\xE2\x80\x82", nullptr},
-    {"\xE2\x80\x83", nullptr},
-    {"\xE2\x80\x84", nullptr},
-    {"\xE2\x80\x85", nullptr},
-    {"\xE2\x80\x86", nullptr},
-    {"\xE2\x80\x87", nullptr},
-    {"\xE2\x80\x88", nullptr},
-    {"\xE2\x80\x89", nullptr},
-    {"\xE2\x80\x8A", nullptr},
-    {"\xE2\x80\x8B", "\\u200B"},  // zero-width space, non-joiner, joiner
-    {"\xE2\x80\x8C", "\\u200C"},
-    {"\xE2\x80\x8D", "\\u200D"},
-    {"\xE2\x80\xAF", nullptr},    // narrow no-break space
-    {"\xE2\x81\x9F", nullptr},    // mathematical space
-    {"\xE2\x81\xA0", "\\u2060"},  // word joiner
-    {"\xE3\x80\x80", nullptr},    // ideographic space
-};
-
-const Blank* findBlank(const std::string& character) {
-  const auto found = std::find_if(std::begin(blanks), std::end(blanks),
-                                  [&](const Blank& blank) { return character == blank.character; });
-  return found == std::end(blanks) ? nullptr : found;
-}
-
 /// In quotation marks, and what has no width as its code.
 std::string quoteBlanks(const std::string& text) {
   std::string quoted = "\"";
-  for (const std::string& character : listCharacters(text)) {
-    const Blank* const blank = findBlank(character);
-    quoted += blank != nullptr && blank->code != nullptr ? blank->code : character;
+  for (std::string_view rest = text; !rest.empty();) {
+    const char32_t c = Utf8::take(rest);
+    if (Utf8::isHidden(c))
+      quoted += fmt::format("\\u{:04X}", static_cast<std::uint32_t>(c));
+    else
+      Utf8::append(quoted, c);
   }
   return quoted + '"';
 }
@@ -95,18 +55,19 @@ std::string limitMarks(const std::string& text) {
   constexpr std::size_t most = 4;  // more than any script has over a letter
   std::string limited;
   std::size_t marks = 0;
-  for (const std::string& character : listCharacters(text)) {
-    marks = DisplayText::measure(character) == 0 ? marks + 1 : 0;
-    if (marks <= most) limited += character;
+  for (std::string_view rest = text; !rest.empty();) {
+    const char32_t c = Utf8::take(rest);
+    marks = Utf8::measure(c) == 0 ? marks + 1 : 0;
+    if (marks <= most) Utf8::append(limited, c);
     if (marks == most + 1) limited += "\xE2\x80\xA6";
   }
   return limited;
 }
 
 bool isBlank(const std::string& text) {
-  const std::vector<std::string> characters = listCharacters(text);
-  return std::all_of(characters.begin(), characters.end(),
-                     [](const std::string& character) { return findBlank(character) != nullptr; });
+  for (std::string_view rest = text; !rest.empty();)
+    if (!Utf8::isBlank(Utf8::take(rest))) return false;
+  return true;
 }
 
 std::string nameFailure(Foundation::Failure failure) {

@@ -6,12 +6,9 @@
 /// Text as an engineer sees it on a terminal.
 namespace DisplayText {
 
-/// A name in UTF-8, otherwise unchanged: one in an 8-bit code page is taken as windows-1252.
-std::string toUtf8(const std::string& name);
-
-/// The same for people: control characters show as escapes such as \n or \x1B, and so do those that
-/// change the direction of writing, so that a name can neither break a table nor command a
-/// terminal.
+/// A name in UTF-8, as people may see it: control characters show as escapes such as \n or \x1B,
+/// and so do those that change the direction of writing, so that a name can neither break a table
+/// nor command a terminal.
 std::string fromName(const std::string& name);
 
 /// The shortest text that reads back as the same double, without an exponent as long as the number

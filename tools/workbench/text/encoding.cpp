@@ -1,52 +1,57 @@
 #include "text/encoding.h"
 
 #include <algorithm>
-#include <map>
+#include <cstdint>
+#include <iterator>
 
-#include "text/display_text.h"
+#include "text/utf8.h"
 
 namespace Encoding {
 namespace {
 
-bool isAscii(char byte) { return (byte & 0x80) == 0; }
-bool isContinuation(char byte) { return (byte & 0xC0) == 0x80; }
+// What windows-1252 puts where ISO-8859-1 has control characters. Five places are not defined.
+constexpr std::uint16_t windows1252[32] = {
+    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+constexpr char32_t firstOther = 0x80;
+constexpr char32_t firstSame = 0xA0;  // as in ISO-8859-1, whose numbers are those of the bytes
 
-/// The bytes of the code page beyond ASCII, by the UTF-8 of their characters.
-std::map<std::string, char> listBytes() {
-  std::map<std::string, char> bytes;
-  for (int code = 0x80; code <= 0xFF; ++code) {
-    const char byte = static_cast<char>(code);
-    bytes.emplace(DisplayText::toUtf8(std::string(1, byte)), byte);
-  }
-  return bytes;
+char32_t fromCodePage(char byte) {
+  const auto c = static_cast<unsigned char>(byte);
+  return c >= firstOther && c < firstSame ? windows1252[c - firstOther] : c;
 }
 
-std::string toCodePage(const std::string& utf8) {
-  static const std::map<std::string, char> bytes = listBytes();
-  std::string text;
-  for (std::size_t start = 0, end = 0; start < utf8.size(); start = end) {
-    end = start + 1;
-    while (end < utf8.size() && isContinuation(utf8[end])) ++end;
-    const auto found = bytes.find(utf8.substr(start, end - start));
-    if (isAscii(utf8[start]))
-      text += utf8[start];
-    else
-      text += found != bytes.end() ? found->second : '?';
-  }
-  return text;
+/// '?' for a character that the code page lacks.
+char toCodePage(char32_t c) {
+  if (c < firstOther || (c >= firstSame && c <= 0xFF)) return static_cast<char>(c);
+  const auto* const found = std::find(std::begin(windows1252), std::end(windows1252), c);
+  if (found == std::end(windows1252)) return '?';
+  return static_cast<char>(firstOther + static_cast<char32_t>(found - std::begin(windows1252)));
 }
 
 }  // namespace
 
 Kind recognise(const std::string& text) {
+  const auto isAscii = [](char byte) { return (byte & 0x80) == 0; };
   if (std::all_of(text.begin(), text.end(), isAscii)) return Kind::ascii;
-  return DisplayText::toUtf8(text) == text ? Kind::utf8 : Kind::codePage;
+  return Utf8::isValid(text) ? Kind::utf8 : Kind::codePage;
+}
+
+std::string toUtf8(const std::string& name) {
+  if (Utf8::isValid(name)) return name;
+  std::string text;
+  for (const char byte : name) Utf8::append(text, fromCodePage(byte));
+  return text;
 }
 
 std::string convert(const std::string& name, Kind kind) {
   if (kind == Kind::ascii) return name;
-  const std::string utf8 = DisplayText::toUtf8(name);
-  return kind == Kind::utf8 ? utf8 : toCodePage(utf8);
+  const std::string utf8 = toUtf8(name);
+  if (kind == Kind::utf8) return utf8;
+  std::string text;
+  for (std::string_view rest = utf8; !rest.empty();) text += toCodePage(Utf8::take(rest));
+  return text;
 }
 
 }  // namespace Encoding

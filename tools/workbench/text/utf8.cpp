@@ -1,0 +1,46 @@
+#include "text/utf8.h"
+
+#include <utf8proc.h>
+
+namespace Utf8 {
+namespace {
+
+utf8proc_int32_t toLibrary(char32_t character) { return static_cast<utf8proc_int32_t>(character); }
+
+}  // namespace
+
+char32_t take(std::string_view& text) {
+  utf8proc_int32_t character = 0;
+  const auto* const bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
+  const utf8proc_ssize_t length =
+      utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(text.size()), &character);
+  text.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : 1);
+  return length > 0 ? static_cast<char32_t>(character) : invalid;
+}
+
+void append(std::string& text, char32_t character) {
+  utf8proc_uint8_t bytes[4] = {};
+  const utf8proc_ssize_t length = utf8proc_encode_char(toLibrary(character), bytes);
+  text.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
+}
+
+bool isValid(std::string_view text) {
+  while (!text.empty())
+    if (take(text) == invalid) return false;
+  return true;
+}
+
+std::size_t measure(char32_t character) {
+  return character == invalid ? 1
+                              : static_cast<std::size_t>(utf8proc_charwidth(toLibrary(character)));
+}
+
+bool isBlank(char32_t character) {
+  return utf8proc_category(toLibrary(character)) == UTF8PROC_CATEGORY_ZS || isHidden(character);
+}
+
+bool isHidden(char32_t character) {
+  return utf8proc_category(toLibrary(character)) == UTF8PROC_CATEGORY_CF;
+}
+
+}  // namespace Utf8

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Characters of text in UTF-8.
+namespace Utf8 {
+
+/// What a byte counts as that is part of no character.
+constexpr char32_t invalid = 0xFFFFFFFF;
+
+/// Takes a character off the start of `text`, which is not empty; of what is no UTF-8 a byte.
+char32_t take(std::string_view& text);
+
+void append(std::string& text, char32_t character);
+
+bool isValid(std::string_view text);
+
+/// How many places a character takes on a terminal: none where it stands over the one before it.
+std::size_t measure(char32_t character);
+
+/// True for characters without ink: spaces of all widths, and those that only say how others stand.
+bool isBlank(char32_t character);
+/// True for those of them that have no width either.
+bool isHidden(char32_t character);
+
+}  // namespace Utf8
