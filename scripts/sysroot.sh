@@ -42,9 +42,12 @@ END
 }
 
 fill_sysroot() {
-  compgen -G "build/apt/pugixml-*/" >/dev/null || fetch_source pugixml || return
-  install_library pugixml build/apt/pugixml-*/ "$@" &&
-    install_library googletest /usr/src/googletest "$@" -DBUILD_GMOCK=OFF && copy_headers "$1/sysroot"
+  local package
+  for package in pugixml utf8proc; do
+    compgen -G "build/apt/$package-*/" >/dev/null || fetch_source $package || return
+    install_library $package build/apt/$package-*/ "$@" || return
+  done
+  install_library googletest /usr/src/googletest "$@" -DBUILD_GMOCK=OFF && copy_headers "$1/sysroot"
 }
 
 # make_sysroot BUILD [CMAKE-OPTION...]: BUILD/sysroot, unless it is there.
