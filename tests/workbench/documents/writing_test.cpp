@@ -1,0 +1,179 @@
+#include "documents/writing.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "files/user_error.h"
+#include "support/temporary_files.h"
+
+namespace {
+
+using Documents::Document;
+using Documents::Form;
+using TestSupport::load;
+using TestSupport::TemporaryFile;
+using TestSupport::TemporaryPath;
+using Writing::Output;
+
+const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+const std::string model =
+    "<?xml?>\n<SMOD><FOUNDATIONS CURRENT='A'><FOUND NUMBER='1' NAME='A' FZAREA='7' "
+    "IsGenerated='1'/></FOUNDATIONS></SMOD>";
+
+/// The error of an output; empty when there is none.
+std::string tell(const std::string& path, Form form) {
+  Document in({"in", "", model});
+  try {
+    const Output output(path, form, in);
+  } catch (const UserError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+TEST(Writing, MakesADocumentOfEachForm) {
+  const struct {
+    Form form;
+    const char* text;
+  } rows[] = {
+      {Form::legacy,
+       "<SMOD>\n  <FOUNDATIONS CURRENT=\"A\">\n    <FOUND NUMBER=\"1\" NAME=\"A\" FXAREA=\"0\" "
+       "FYAREA=\"0\" FZAREA=\"7\" FACAREA=\"0\" FACLINE=\"0\" IsGenerated=\"1\" />\n"
+       "  </FOUNDATIONS>\n</SMOD>\n"},
+      {Form::exchange,
+       "<Beddings>\n  <SurfaceBedding Number=\"1\" Name=\"A\" StiffnessX=\"0\" StiffnessY=\"0\" "
+       "StiffnessZ=\"7\" StiffnessZFailure=\"none\" TangentialStiffnessXYFactor=\"0\" />\n"
+       "</Beddings>\n"},
+      {Form::firstExchange,
+       "<Beddings>\n  <Bedding Name=\"A\" SurfaceStiffnessX=\"0\" SurfaceStiffnessY=\"0\" "
+       "SurfaceStiffnessZ=\"7\" SurfaceStiffnessZFailure=\"none\" "
+       "TangentialSurfaceStiffnessXYFactor=\"0\" CurveStiffnessYFailure=\"none\" "
+       "CurveStiffnessZFailure=\"none\" TangentialCurveStiffnessX=\"0\" />\n</Beddings>\n"},
+      {Form::kvml,
+       "<Kvml>\n  <Beddings>\n    <BeddingArea Number=\"1\" Name=\"A\" ksx=\"0.0\" ksy=\"0.0\" "
+       "ksz=\"7.0\" Failure=\"No failure\" Tangential=\"0.00\" />\n  </Beddings>\n</Kvml>\n"},
+  };
+  for (const auto& row : rows) {
+    Document in({"in", "", model});
+    const TemporaryPath out;
+    Output output(out.get(), row.form, in);
+
+    output.write(in.getFoundations());
+    output.commit();
+
+    EXPECT_EQ(load(out.get()), declaration + row.text);
+  }
+}
+
+TEST(Writing, TouchesNothingBeforeItIsCommitted) {
+  const TemporaryFile out("<Kvml/>");
+  Document in({"in", "", model});
+  {
+    Output output(out.get(), Form::exchange, in);
+    output.write(in.getFoundations());
+  }
+  EXPECT_EQ(load(out.get()), "<Kvml/>");
+}
+
+TEST(Writing, UpdatesADocumentOfTheSameForm) {
+  Document in({"in", "", model});
+  const TemporaryFile other("<?xml?>\n<SMOD><NODES/></SMOD>");
+  const TemporaryFile listing("<Kvml/>");
+  const TemporaryPath missing;
+
+  EXPECT_TRUE(Output(other.get(), Form::legacy, in).isUpdate());
+  EXPECT_FALSE(Output(other.get(), Form::legacy, in).isSameFile());
+  EXPECT_FALSE(Output(listing.get(), Form::legacy, in).isUpdate());
+  EXPECT_FALSE(Output(missing.get(), Form::legacy, in).isUpdate());
+}
+
+TEST(Writing, KnowsTheDocumentThatWasRead) {
+  const TemporaryFile file(model);
+  Document in(Documents::readFile(file.get()));
+
+  EXPECT_TRUE(Output(file.get(), Form::legacy, in).isSameFile());
+}
+
+TEST(Writing, DestroysNoDocument) {
+  const struct {
+    const char* there;
+    Form form;
+    const char* error;
+  } rows[] = {
+      {"<?xml?>\n<SMOD/>", Form::kvml,
+       ": this is a legacy model, which a document of another form would destroy; name another "
+       "file"},
+      {"<X><Beddings/></X>", Form::legacy,
+       ": this holds more than beddings, which a document of another form would destroy; name "
+       "another "
+       "file"},
+      {"<Beddings><Bedding/><Load/></Beddings>", Form::exchange,
+       ": this holds more than beddings, which a document of another form would destroy; name "
+       "another "
+       "file"},
+      {"text", Form::kvml,
+       ": this is no XML document; it was not replaced: mend or remove it, or name another file"},
+  };
+  for (const auto& row : rows) {
+    const TemporaryFile there(row.there);
+    EXPECT_EQ(tell(there.get(), row.form), there.get() + row.error);
+  }
+}
+
+TEST(Writing, ReplacesWhatHoldsNothingElse) {
+  for (const char* text : {"", "<Kvml/>", "<Beddings/>", "<Beddings><Bedding/></Beddings>"})
+    EXPECT_EQ(tell(TemporaryFile(text).get(), Form::kvml), "") << text;
+}
+
+TEST(Losses, AreWhatTheFormDoesNotKeep) {
+  const struct {
+    Form form;
+    std::vector<std::string> losses;
+  } rows[] = {
+      {Form::legacy, {}},
+      {Form::exchange,
+       {"number 1 \"A\": generated yes becomes no",
+        "number 1 \"A\": is no longer the current foundation"}},
+      {Form::firstExchange,
+       {"number 1 \"A\": generated yes becomes no",
+        "number 1 \"A\": is no longer the current foundation"}},
+      {Form::kvml,
+       {"number 1 \"A\": generated yes becomes no",
+        "number 1 \"A\": is no longer the current foundation"}},
+  };
+  for (const auto& row : rows) {
+    Document in({"in", "", model});
+    const TemporaryPath out;
+    Output output(out.get(), row.form, in);
+    output.write(in.getFoundations());
+    EXPECT_EQ(output.listLosses(in.getFoundations()), row.losses);
+  }
+}
+
+TEST(Losses, AreFoundationsThatTheFormHasNoPlaceFor) {
+  const struct {
+    const char* found;
+    const char* reason;
+  } rows[] = {
+      {"<FOUND NUMBER='1' NAME='A'/>", "it has no stiffness"},
+      {"<FOUND NUMBER='0' NAME='A' FZAREA='1'/>", "its number is below 1"},
+      {"<FOUND NUMBER='1' NAME='A' FZAREA='nan'/>", "its stiffness is not a number"},
+  };
+  for (const auto& row : rows) {
+    Document in(
+        {"in", "",
+         "<?xml?>\n<SMOD><FOUNDATIONS>" + std::string(row.found) + "</FOUNDATIONS></SMOD>"});
+    const TemporaryPath out;
+    Output output(out.get(), Form::exchange, in);
+    output.write(in.getFoundations());
+    const std::vector<std::string> losses = output.listLosses(in.getFoundations());
+    ASSERT_EQ(losses.size(), 1u) << row.found;
+    EXPECT_EQ(losses[0].substr(losses[0].find("\"A\"")),
+              std::string("\"A\": is lost, since ") + row.reason);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,78 @@
+#include "files/output_file.h"
+
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "files/user_error.h"
+#include "support/temporary_files.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using TestSupport::load;
+using TestSupport::TemporaryFile;
+using TestSupport::TemporaryPath;
+
+template <class Run>
+std::string tell(const Run& run) {
+  try {
+    run();
+  } catch (const UserError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+TEST(OutputFile, TakesItsPlaceAsAWhole) {
+  const TemporaryFile path("old");
+  OutputFile file(path.get());
+  file.create();
+  file.write("new");
+  EXPECT_EQ(load(path.get()), "old");
+  EXPECT_EQ(file.getText(), "new");
+
+  file.commit();
+
+  EXPECT_EQ(load(path.get()), "new");
+}
+
+TEST(OutputFile, LeavesNothingWhenItIsGivenUp) {
+  const TemporaryPath folder("");
+  fs::create_directory(folder.get());
+  {
+    OutputFile file(folder.get() + "/out");
+    file.create();
+    file.write("new");
+    EXPECT_FALSE(fs::is_empty(folder.get()));
+  }
+  EXPECT_TRUE(fs::is_empty(folder.get()));
+}
+
+TEST(OutputFile, HoldsBytesAsTheyAre) {
+  const std::string bytes("\r\n\0\xFF", 4);
+  const TemporaryPath path;
+  OutputFile file(path.get());
+  file.create();
+  file.write(bytes);
+  file.commit();
+
+  EXPECT_EQ(fs::file_size(path.get()), 4u);
+}
+
+TEST(OutputFile, OfStandardOutputHasNoTarget) {
+  EXPECT_EQ(OutputFile("-").getTarget(), "");
+  EXPECT_EQ(OutputFile("-").getShownPath(), "standard output");
+}
+
+TEST(OutputFile, TellsWhereNothingCanBeWritten) {
+  const TemporaryPath missing("");
+  EXPECT_EQ(tell([] { OutputFile(""); }), "the name of the file to write is empty");
+  EXPECT_EQ(tell([] { OutputFile("/"); }), "/: this is a folder, not a file");
+  EXPECT_EQ(tell([&] { OutputFile(missing.get() + "/out").create(); }),
+            missing.get() + "/out: cannot be written: no file can be made in " + missing.get() +
+                ": No such file or directory");
+}
+
+}  // namespace
