@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include <fmt/format.h>
+
 #include "foundations/failures.h"
 #include "text/display_text.h"
 
@@ -41,12 +43,17 @@ Fault judgeFailureNumber(const Element& element, const std::string& name) {
   if (!value) return tellNoInteger(element, name) + "; it is read as 0, no failure";
   if (Failures::find(static_cast<Found::Foundation::Failure>(*value)) != nullptr)
     return std::nullopt;
-  return "is none of -1 (tension), 0 (none) and 1 (compression); it is kept as it is";
+  const auto& [tension, none, compression] = Failures::modes;
+  return fmt::format("is none of {} ({}), {} ({}) and {} ({}); it is kept as it is",
+                     static_cast<int>(tension.value), tension.word, static_cast<int>(none.value),
+                     none.word, static_cast<int>(compression.value), compression.word);
 }
 
 Fault judgeFailureText(const Element& element, const std::string& name) {
   if (Failures::find(element.readText(name).value_or("")) != nullptr) return std::nullopt;
-  return R"(is none of "tension", "none" and "compression"; it is read as none)";
+  const auto& [tension, none, compression] = Failures::modes;
+  return fmt::format(R"(is none of "{}", "{}" and "{}"; it is read as {})", tension.word, none.word,
+                     compression.word, none.word);
 }
 
 Fault judge(const Element& element, const AttributeWord& attribute) {

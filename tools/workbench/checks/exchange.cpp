@@ -1,6 +1,8 @@
 #include <optional>
 #include <string>
 
+#include <fmt/format.h>
+
 #include "checks/attributes.h"
 #include "checks/rules.h"
 #include "documents/vocabulary.h"
@@ -21,12 +23,13 @@ class BeddingCheck {
 
   void check(const Entry& entry) {
     const Element& element = entry.element;
-    if (entry.fate == Fate::unknown || entry.fate == Fate::ofFirstVersion)
+    if (entry.fate == Fate::unknown)
       return findings.add(element.getPosition(),
-                          showElement(element) + (entry.fate == Fate::unknown
-                                                      ? " is no bedding; it is skipped"
-                                                      : " is a bedding of version 1.0 only; it is "
-                                                        "skipped"));
+                          showElement(element) + " is no bedding; it is skipped");
+    if (entry.fate == Fate::ofFirstVersion)
+      return findings.add(element.getPosition(),
+                          fmt::format("{} is a bedding of version {} only; it is skipped",
+                                      showElement(element), Documents::firstVersion));
     const ElementWord& word = findWord(element);
     checkAttributes(element, word, findings);
     checkHasNoChildren(element, findings);
@@ -45,28 +48,33 @@ class BeddingCheck {
 
   void checkNumber(const Entry& entry) {
     const Element& element = entry.element;
-    if (!element.readText(Exchange::number))
-      return findings.add(element.getPosition(),
-                          showElement(element) + " has no Number; it is skipped");
+    if (!element.readText(Exchange::number)) return tellMissing(element, Exchange::number);
     const KvXmlPosition here = element.locate(Exchange::number);
-    const std::string shown = showAttribute(element, Exchange::number) + " ";
+    const std::string shown = showAttribute(element, Exchange::number);
     if (!entry.number)
-      return findings.add(
-          here, shown + tellNoInteger(element, Exchange::number) + "; the bedding is skipped");
-    const std::string number = std::to_string(*entry.number);
+      return findings.add(here, fmt::format("{} {}; the bedding is skipped", shown,
+                                            tellNoInteger(element, Exchange::number)));
     if (!element.readInteger(Exchange::number))
-      findings.add(here, shown + "is no whole number; it is read as " + number);
+      findings.add(here,
+                   fmt::format("{} is no whole number; it is read as {}", shown, *entry.number));
     if (entry.fate == Fate::numberTooSmall)
-      findings.add(here, "the number " + number + " is below 1; the bedding is skipped");
+      findings.add(here,
+                   fmt::format("the number {} is below 1; the bedding is skipped", *entry.number));
   }
 
   bool checkHasName(const Element& element) {
     const std::optional<std::string> name = element.readText(Exchange::name);
-    if (name && !name->empty()) return true;
-    findings.add(element.locate(Exchange::name),
-                 name ? "the Name is empty; the bedding is skipped"
-                      : showElement(element) + " has no Name; it is skipped");
-    return false;
+    if (!name)
+      tellMissing(element, Exchange::name);
+    else if (name->empty())
+      findings.add(element.locate(Exchange::name),
+                   fmt::format("the {} is empty; the bedding is skipped", Exchange::name));
+    return name && !name->empty();
+  }
+
+  void tellMissing(const Element& element, const char* attribute) {
+    findings.add(element.getPosition(),
+                 fmt::format("{} has no {}; it is skipped", showElement(element), attribute));
   }
 
   void checkClashes(const Entry& entry, bool isWhole) {
@@ -77,32 +85,34 @@ class BeddingCheck {
   /// The first version numbers by what it has read from the container, without a look at others.
   void tellGivenNumber(const Entry& entry) {
     const KvXmlPosition here = entry.element.getPosition();
-    findings.add(here, "the bedding is read as number " + std::to_string(*entry.number) +
-                           ", which the one " +
-                           showPlace(entry.numberHolder->element.getPosition(), here) +
-                           " has; both foundations will have it");
+    findings.add(here, fmt::format("the bedding is read as number {}, which the one {} has; both "
+                                   "foundations will have it",
+                                   *entry.number,
+                                   showPlace(entry.numberHolder->element.getPosition(), here)));
   }
 
   void tellTakenNumber(const Entry& entry) {
     const KvXmlPosition first = entry.numberHolder->element.getPosition();
     const KvXmlPosition here = entry.element.locate(Exchange::number);
     const std::string place = showPlace(first, here);
-    const std::string number = std::to_string(*entry.number);
-    findings.add(here,
-                 entry.fate == Fate::otherPart
-                     ? "the foundation number " + number + " " + quoteName(entry) +
-                           " is in two parts; the first, " + place +
-                           ", is read, and this one is lost"
-                     : "the number " + number + " is taken by the bedding " + place +
-                           "; this one is skipped",
-                 first);
+    findings.add(
+        here,
+        entry.fate == Fate::otherPart
+            ? fmt::format(
+                  "the foundation number {} {} is in two parts; the first, {}, is read, and "
+                  "this one is lost",
+                  *entry.number, quoteName(entry), place)
+            : fmt::format("the number {} is taken by the bedding {}; this one is skipped",
+                          *entry.number, place),
+        first);
   }
 
   void tellTakenName(const Entry& entry) {
+    const KvXmlPosition first = entry.nameHolder->element.locate(Exchange::name);
     const KvXmlPosition here = entry.element.locate(Exchange::name);
-    findings.add(here, "the name " + quoteName(entry) + " is taken by the bedding " +
-                           showPlace(entry.nameHolder->element.locate(Exchange::name), here) +
-                           "; this one is read as " + quote(entry.foundation->getName()));
+    findings.add(here, fmt::format("the name {} is taken by the bedding {}; this one is read as {}",
+                                   quoteName(entry), showPlace(first, here),
+                                   quote(entry.foundation->getName())));
   }
 
   static std::string quoteName(const Entry& entry) {

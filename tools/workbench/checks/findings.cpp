@@ -4,6 +4,8 @@
 #include <tuple>
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "text/display_text.h"
 
 namespace Checks {
@@ -51,9 +53,8 @@ std::string showElement(const Documents::Element& element) {
 }
 
 std::string showPlace(KvXmlPosition earlier, KvXmlPosition here) {
-  if (earlier.line == here.line)
-    return "in column " + std::to_string(earlier.column) + " of this line";
-  return "in line " + std::to_string(earlier.line);
+  if (earlier.line == here.line) return fmt::format("in column {} of this line", earlier.column);
+  return fmt::format("in line {}", earlier.line);
 }
 
 }  // namespace Checks

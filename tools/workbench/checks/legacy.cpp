@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "checks/attributes.h"
 #include "checks/rules.h"
 #include "documents/vocabulary.h"
@@ -16,6 +18,8 @@ using Documents::Element;
 using Documents::Entry;
 using Found::Foundation;
 
+constexpr int notNumbered = -1;  // is read as if there were no number
+
 /// The list of foundations that is read.
 class ListCheck {
  public:
@@ -27,15 +31,15 @@ class ListCheck {
       if (entry.foundation != nullptr)
         checkFoundation(entry.element, *entry.foundation);
       else
-        findings.add(entry.element.getPosition(), showElement(entry.element) +
-                                                      " is no element of <" + Legacy::list.name +
-                                                      ">; it is skipped");
+        findings.add(entry.element.getPosition(),
+                     fmt::format("{} is no element of <{}>; it is skipped",
+                                 showElement(entry.element), Legacy::list.name));
     // An empty name is how a model tells that there is none.
     const std::string current = list.readText(Legacy::current).value_or("");
     if (!current.empty() && document.getFoundations().getCurrentFoundation() == nullptr)
       findings.add(list.locate(Legacy::current),
-                   showAttribute(list, Legacy::current) +
-                       " names no foundation; none will be the current one");
+                   fmt::format("{} names no foundation; none will be the current one",
+                               showAttribute(list, Legacy::current)));
   }
 
  private:
@@ -43,40 +47,42 @@ class ListCheck {
   void checkFoundation(const Element& element, const Foundation& foundation) {
     checkAttributes(element, Legacy::foundation, findings);
     checkHasNoChildren(element, findings);
-    checkNumberText(element, std::to_string(foundation.getNumber()));
+    checkNumberText(element, foundation.getNumber());
     checkNumber(element.locate(Legacy::number), foundation.getNumber());
     checkName(element.locate(Legacy::name), foundation.getName());
   }
 
-  void checkNumberText(const Element& element, const std::string& number) {
-    const std::string consequence = "; it is read as number " + number;
-    const KvXmlPosition here = element.locate(Legacy::number);
-    const std::optional<int> given = element.readInteger(Legacy::number);
+  void checkNumberText(const Element& element, int number) {
+    const std::string fault = judgeNumberText(element);
+    if (fault.empty()) return;
+    findings.add(element.locate(Legacy::number),
+                 fmt::format("{}; it is read as number {}", fault, number));
+  }
+
+  /// What is wrong with the attribute; empty when nothing is.
+  static std::string judgeNumberText(const Element& element) {
     if (!element.readText(Legacy::number))
-      findings.add(here, "<FOUND> has no NUMBER" + consequence);
-    else if (!given)
-      findings.add(here, showAttribute(element, Legacy::number) + " " +
-                             tellNoInteger(element, Legacy::number) + consequence);
-    else if (*given == -1)
-      findings.add(here,
-                   showAttribute(element, Legacy::number) + " counts as missing" + consequence);
+      return fmt::format("<{}> has no {}", Legacy::foundation.name, Legacy::number);
+    const std::optional<int> given = element.readInteger(Legacy::number);
+    if (given && *given != notNumbered) return "";
+    return showAttribute(element, Legacy::number) + " " +
+           (given ? "counts as missing" : tellNoInteger(element, Legacy::number));
   }
 
   void checkNumber(KvXmlPosition here, int number) {
     const auto [first, isNew] = numbers.emplace(number, here);
     if (!isNew)
-      findings.add(here, "the number " + std::to_string(number) + " was given before, " +
-                             showPlace(first->second, here) +
-                             "; both foundations will have it, and an update of a document merges "
-                             "them");
+      findings.add(here, fmt::format("the number {} was given before, {}; both foundations will "
+                                     "have it, and an update of a document merges them",
+                                     number, showPlace(first->second, here)));
   }
 
   void checkName(KvXmlPosition here, const std::string& name) {
     const auto [first, isNew] = names.emplace(name, here);
     if (!isNew)
-      findings.add(here, "the name " + quote(name) + " was given before, " +
-                             showPlace(first->second, here) +
-                             "; both foundations will have it, and CURRENT finds only the first");
+      findings.add(here, fmt::format("the name {} was given before, {}; both foundations will "
+                                     "have it, and {} finds only the first",
+                                     quote(name), showPlace(first->second, here), Legacy::current));
   }
 
   Documents::Document& document;
@@ -104,8 +110,9 @@ void checkLegacy(Documents::Document& document, Findings& findings) {
   const KvXmlPosition first = lists.front().getPosition();
   std::for_each(lists.begin() + 1, lists.end(), [&](const Element& list) {
     const KvXmlPosition here = list.getPosition();
-    findings.add(here, "only the first <FOUNDATIONS> of a model is read, " +
-                           showPlace(first, here) + "; this one is skipped");
+    findings.add(here,
+                 fmt::format("only the first <{}> of a model is read, {}; this one is skipped",
+                             Legacy::list.name, showPlace(first, here)));
   });
 }
 

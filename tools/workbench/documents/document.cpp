@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "documents/containers.h"
 #include "documents/markup.h"
 #include "documents/vocabulary.h"
@@ -19,8 +21,8 @@ namespace {
 using Files::MemoryStream;
 
 [[noreturn]] void fail(const std::string& shownPath, const KvXmlError& error) {
-  throw UserError(shownPath + ":" + std::to_string(error.getLine()) + ":" +
-                  std::to_string(error.getColumn()) + ": " + error.getReason());
+  throw UserError(fmt::format("{}:{}:{}: {}", shownPath, error.getLine(), error.getColumn(),
+                              error.getReason()));
 }
 
 /// Of `shownPath`, where memory runs out in `run`.

@@ -4,6 +4,8 @@
 #include <map>
 #include <set>
 
+#include <fmt/format.h>
+
 #include "documents/vocabulary.h"
 #include "found/kvml_writer.h"
 #include "foundations/failures.h"
@@ -20,14 +22,14 @@ using Found::FoundationManager;
 void compare(Foundation& wanted, Foundation& readBack, std::vector<std::string>& losses) {
   for (const Fields::Difference& lost : Fields::compare(wanted, readBack)) {
     const bool isGone = std::holds_alternative<std::monostate>(lost.second);
-    losses.push_back(Fields::describe(wanted) + ": " + lost.field.name + " " +
-                     Fields::show(lost.first) +
-                     (isGone ? " is lost" : " becomes " + Fields::show(lost.second)));
+    losses.push_back(fmt::format(isGone ? "{}: {} {} is lost" : "{}: {} {} becomes {}",
+                                 Fields::describe(wanted), lost.field.name,
+                                 Fields::show(lost.first), Fields::show(lost.second)));
   }
 }
 
 std::string describeLost(const Foundation& foundation, const std::string& reason) {
-  return Fields::describe(foundation) + ": is lost, since " + reason;
+  return fmt::format("{}: is lost, since {}", Fields::describe(foundation), reason);
 }
 
 /// Why a form that holds only foundations with a stiffness does not keep this one.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <fmt/format.h>
+
 #include "documents/vocabulary.h"
 #include "text/display_text.h"
 
@@ -10,36 +12,41 @@ namespace {
 
 using Fate = Entry::Fate;
 
-std::string quote(const std::string& name) { return "\"" + DisplayText::fromName(name) + "\""; }
+/// The one that lacks a name.
+std::string describe(const Entry& entry, const std::string& tag) {
+  return entry.element.getName() == Exchange::whole.name
+             ? "a " + tag
+             : fmt::format("the bedding with the number {}", *entry.number);
+}
 
-std::string describe(const Entry& entry) {
-  const Element& element = entry.element;
-  const std::string tag = "<" + DisplayText::fromName(element.getName()) + ">";
-  const bool isWhole = element.getName() == Exchange::whole.name;
-  const std::string number = std::to_string(entry.number.value_or(0));
-  const std::string taken = "the number " + number + " of a " + tag;
+std::string tellNewName(const Entry& entry) {
+  return fmt::format("the name \"{}\" is already taken; the bedding was read as \"{}\"",
+                     DisplayText::fromName(entry.element.readText(Exchange::name).value_or("")),
+                     DisplayText::fromName(entry.foundation->getName()));
+}
+
+std::string tell(const Entry& entry) {
+  const std::string tag = "<" + DisplayText::fromName(entry.element.getName()) + ">";
   switch (entry.fate) {
     case Fate::read:
       break;
     case Fate::renamed:
-      return "the name " + quote(element.readText(Exchange::name).value_or("")) +
-             " is already taken; the bedding was read as " + quote(entry.foundation->getName());
+      return tellNewName(entry);
     case Fate::unknown:
     case Fate::ofFirstVersion:
       return tag + " is no bedding of this version; it was skipped";
     case Fate::numberMissing:
-      return "a " + tag + " has no number, or one that cannot be read; it was skipped";
+      return fmt::format("a {} has no number, or one that cannot be read; it was skipped", tag);
     case Fate::numberTooSmall:
-      return taken + " is below 1; it was skipped";
+      return fmt::format("the number {} of a {} is below 1; it was skipped", *entry.number, tag);
     case Fate::numberTaken:
     case Fate::otherPart:
-      return taken + " is already taken; it was skipped";
+      return fmt::format("the number {} of a {} is already taken; it was skipped", *entry.number,
+                         tag);
     case Fate::nameMissing:
-      return (isWhole ? "a " + tag : "the bedding with the number " + number) +
-             " has no name; it was skipped";
+      return describe(entry, tag) + " has no name; it was skipped";
     case Fate::nameEmpty:
-      return "the name of " + (isWhole ? "a " + tag : "the bedding with the number " + number) +
-             " is empty; it was skipped";
+      return fmt::format("the name of {} is empty; it was skipped", describe(entry, tag));
   }
   return "";
 }
@@ -53,12 +60,12 @@ std::vector<std::string> listNotes(Document& document) {
   if (document.getForm() == Form::legacy) return notes;
   for (const Entries& entries : document.getEntries()) {
     for (const Entry& entry : entries)
-      if (isTold(entry)) notes.push_back(describe(entry));
+      if (isTold(entry)) notes.push_back(tell(entry));
     const auto count = std::count_if(entries.begin(), entries.end(), [](const Entry& entry) {
       return entry.foundation != nullptr;
     });
-    notes.push_back(std::to_string(count) +
-                    (count == 1 ? " bedding was read" : " beddings were read"));
+    notes.push_back(
+        fmt::format(count == 1 ? "{} bedding was read" : "{} beddings were read", count));
   }
   return notes;
 }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "foundations/failures.h"
 #include "text/display_text.h"
 #include "text/encoding.h"
@@ -90,8 +92,8 @@ std::string show(const Value& value) {
 }
 
 std::string describe(const Foundation& foundation) {
-  return "number " + std::to_string(foundation.getNumber()) + " \"" +
-         DisplayText::fromName(foundation.getName()) + "\"";
+  return fmt::format("number {} \"{}\"", foundation.getNumber(),
+                     DisplayText::fromName(foundation.getName()));
 }
 
 }  // namespace Fields

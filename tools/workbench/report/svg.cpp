@@ -1,13 +1,13 @@
 #include "report/svg.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstddef>
-#include <iterator>
 #include <set>
 #include <string>
 #include <vector>
+
+#include <fmt/format.h>
 
 #include "foundations/failures.h"
 #include "report/html.h"
@@ -36,10 +36,7 @@ constexpr std::size_t longestUnit = 14;        // of an axis
 constexpr std::size_t longestUnitOfValue = 9;  // such as kNm/m/rad
 
 std::string showPercent(double share) {
-  char buffer[64];
-  const auto result =
-      std::to_chars(buffer, std::end(buffer), 100.0 * share, std::chars_format::fixed, 1);
-  std::string text(buffer, result.ptr);
+  std::string text = fmt::format("{:.1f}", 100.0 * share);
   text.erase(text.find_last_not_of('0') + 1);
   if (text.back() == '.') text.pop_back();
   return text + "%";

@@ -1,8 +1,6 @@
 #include "report/text.h"
 
-#include <charconv>
 #include <cstdint>
-#include <iterator>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -36,13 +34,8 @@ std::string showValue(double value) {
   std::string exact = DisplayText::fromNumber(value);
   if (exact.size() <= longest) return exact;
   std::string rounded;
-  for (int digits = 6; rounded.empty() || rounded.size() >= longest; --digits) {
-    char buffer[64];
-    const auto result =
-        std::to_chars(buffer, std::end(buffer), value, std::chars_format::general, digits);
-    rounded.assign(buffer, result.ptr);
-    if (digits == 1) break;
-  }
+  for (int digits = 6; digits > 0 && (rounded.empty() || rounded.size() >= longest); --digits)
+    rounded = fmt::format("{:.{}g}", value, digits);
   return rounded == exact ? exact : "\xE2\x89\x88" + rounded;
 }
 
@@ -76,12 +69,12 @@ std::string nameFailure(Foundation::Failure failure) {
 }
 
 std::string count(std::size_t number, const std::string& noun) {
-  return std::to_string(number) + " " + noun + (number == 1 ? "" : "s");
+  return fmt::format("{} {}{}", number, noun, number == 1 ? "" : "s");
 }
 
 std::string showSpan(const std::string& noun, std::size_t first, std::size_t last) {
-  if (first == last) return noun + " " + std::to_string(first);
-  return noun + "s " + std::to_string(first) + " to " + std::to_string(last);
+  if (first == last) return fmt::format("{} {}", noun, first);
+  return fmt::format("{}s {} to {}", noun, first, last);
 }
 
 std::string join(const std::string& first, const std::string& second) {
