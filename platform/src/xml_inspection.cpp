@@ -86,11 +86,9 @@ class Inspection {
         if (level > greatestDepth)
           failAt("elements are nested more than " + std::to_string(greatestDepth) + " levels deep",
                  node.name());
-        checkNames(node);
-        return checkValues(node);
+        return checkTag(node);
       case pugi::node_declaration:
-        checkNames(node);
-        checkValues(node);
+        checkTag(node);
         return checkDeclaration(node);
       case pugi::node_comment:
         return checkComment(node);
@@ -109,8 +107,17 @@ class Inspection {
         failAt("no reference may stand in the XML declaration", a.name());
   }
 
-  void checkNames(const pugi::xml_node& node) {
-    if (shapes.find(node) != nullptr) return;
+  /// Names and values in one pass, since nearly all elements have a shape that is known.
+  void checkTag(const pugi::xml_node& node) {
+    KvXmlView::Shape* shape = shapes.findEmpty(node.name());
+    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
+      if (shape != nullptr) shape = shape->follow(a.name());
+      checkValue(a);
+    }
+    if (shape == nullptr) checkNewShape(node);
+  }
+
+  void checkNewShape(const pugi::xml_node& node) {
     std::vector<const char*> attributes;
     requireName(node.name());
     for (const pugi::xml_attribute a : node.attributes()) {
@@ -129,12 +136,10 @@ class Inspection {
     if (!XmlText::isName(name, page)) failAt("this is no XML name", name);
   }
 
-  void checkValues(const pugi::xml_node& node) const {
-    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      const char* c = a.value();
-      while (*c != '\0' && *c != '<' && *c != '&') ++c;
-      if (*c != '\0') checkMarkup(a);
-    }
+  void checkValue(const pugi::xml_attribute& attribute) const {
+    const char* c = attribute.value();
+    while (*c != '\0' && *c != '<' && *c != '&') ++c;
+    if (*c != '\0') checkMarkup(attribute);
   }
 
   void checkMarkup(const pugi::xml_attribute& attribute) const {

@@ -9,8 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include <pugixml.hpp>
-
 namespace KvXmlView {
 
 /// A name in a form in which most names are told apart without looking at all of it.
@@ -94,15 +92,6 @@ class Shapes {
   Shape* findEmpty(const char* element) { return start->follow(element); }
   /// The same; made when it is not known, see Shape::extend(). `element` is an XML name.
   Shape* giveEmpty(const char* element) { return start->extend(element); }
-
-  /// The shape of `element` where it is known, or null.
-  Shape* find(const pugi::xml_node& element) {
-    Shape* shape = findEmpty(element.name());
-    for (pugi::xml_attribute a = element.first_attribute(); a && shape != nullptr;
-         a = a.next_attribute())
-      shape = shape->follow(a.name());
-    return shape;
-  }
 
  private:
   std::unique_ptr<std::size_t> count;
