@@ -30,14 +30,15 @@ struct Fault {
 constexpr pugi::xml_parse_status notClosed = pugi::status_no_document_element;
 
 /// Where the parser comes to the end of `text`, something does not end: what is told is where that
-/// begins.
-Fault findFault(std::string_view text, std::size_t contentStart, const Fault& found) {
+/// begins. Of a stream that does not go back there is no text.
+Fault findFault(const std::optional<XmlSource::Text>& text, std::size_t contentStart,
+                pugi::xml_parse_status status, std::size_t end) {
   const std::size_t unclosed =
-      found.offset == text.size() ? XmlUnclosed::find(text, contentStart) : text.npos;
-  if (unclosed == text.npos) return found;
-  if (found.status != pugi::status_end_element_mismatch) return {found.status, unclosed};
-  const bool isEndTag = text.compare(unclosed, 2, "</") == 0;
-  return {isEndTag ? pugi::status_bad_end_element : notClosed, unclosed};
+      text && text->size == end ? XmlUnclosed::find(text->get(), contentStart) : XmlUnclosed::none;
+  const std::size_t place = unclosed != XmlUnclosed::none ? unclosed : end;
+  if (status != pugi::status_end_element_mismatch) return {status, place};
+  const bool isEndTag = place < end && text->get().compare(place, 2, "</") == 0;
+  return {isEndTag ? pugi::status_bad_end_element : notClosed, place};
 }
 
 const char* describe(pugi::xml_parse_status status) {
@@ -81,11 +82,12 @@ Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
   const XmlRawCheck::Traits traits = XmlRawCheck::check(text, lines);
 
   Parsed parsed;
-  parsed.encoding = XmlProlog::findEncoding(text.before.empty() ? text.get() : text.before);
+  parsed.encoding = XmlProlog::findEncoding(text.get());
+  if (parsed.encoding.empty()) parsed.encoding = XmlProlog::findEncoding(text.before);
   parsed.page = CodePages::find(parsed.encoding);
   parsed.isAscii = traits.isAscii;
   parsed.mayHoldText = traits.mayHoldText;
-  const std::size_t contentStart = XmlProlog::checkDocumentType(text, lines, parsed.page);
+  const std::size_t contentStart = XmlProlog::check(text, lines, parsed.page);
 
   // Nothing is resolved or converted. Text at the top level is kept as in a fragment so that it can
   // be refused, and white space where it is all that an element holds.
@@ -100,9 +102,10 @@ Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
       text.data.release(), size + XmlSource::Text::margin, options, pugi::encoding_utf8);
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
   if (!result) {
-    Fault fault{result.status, std::min(static_cast<std::size_t>(result.offset), size)};
-    const std::optional<XmlSource::Text> again = XmlSource::readAgain(in, streamOffset);
-    if (again && again->size == size) fault = findFault(again->get(), contentStart, fault);
+    const auto found = static_cast<std::size_t>(result.offset);
+    const Fault fault = found < size ? Fault{result.status, found}
+                                     : findFault(XmlSource::readAgain(in, streamOffset),
+                                                 contentStart, result.status, size);
     fail(describe(fault.status), lines.find(fault.offset));
   }
   XmlInspection::inspect(document, begin, lines, parsed.page, parsed.shapes);

@@ -8,6 +8,7 @@
 
 #include "code_pages.h"
 #include "xml_text.h"
+#include "xml_value.h"
 #include "xml_walk.h"
 
 namespace XmlPrint {
@@ -92,7 +93,7 @@ class Printer {
     if (!parsed.mayHoldText) return false;
     for (const pugi::xml_node child : element.children())
       if (isText(child)) return true;
-    return std::strcmp(element.attribute("xml:space").value(), "preserve") == 0;
+    return XmlValue::resolve(element.attribute("xml:space").value(), nullptr) == "preserve";
   }
 
   void startLine() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 #include "xml_text.h"
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view whiteSpace = " \t\r\n";
+constexpr std::string_view quotes = "\"'";
 
 /// A place in a text that moves on behind what is taken.
 class Cursor {
@@ -40,6 +42,16 @@ class Cursor {
     const std::size_t end = text.find(mark, at);
     at = end != text.npos ? end + mark.size() : text.size();
     return text.substr(start, std::min(end, text.size()) - start);
+  }
+
+  /// Takes a text with its quotes, which are not part of the result; none, and all that there is
+  /// taken, when it does not end.
+  std::optional<std::string_view> takeQuoted() {
+    const std::string_view quote = isAt("\"") ? "\"" : "'";
+    take(quote);
+    const std::size_t start = at;
+    const std::string_view content = takeThrough(quote);
+    return at > start + content.size() ? std::optional(content) : std::nullopt;
   }
 
   bool skipWhiteSpace() {
@@ -113,9 +125,9 @@ class DocumentType {
 
   std::string_view takeQuotedHere() {
     const std::size_t start = cursor.getPlace();
-    const std::string_view quote = cursor.isAt("\"") ? "\"" : "'";
-    cursor.take(quote);
-    return takeClosed(quote, "this quoted text is not closed", start);
+    const std::optional<std::string_view> content = cursor.takeQuoted();
+    if (!content) fail("this quoted text is not closed", start);
+    return *content;
   }
 
   std::string_view takeClosed(std::string_view end, const char* reason, std::size_t start) {
@@ -177,14 +189,24 @@ class DocumentType {
   const CodePages::CodePage* page;
 };
 
-/// Takes the declaration at the start of a document off `cursor`; empty when there is none.
+/// Takes the declaration at the start of a document off `cursor`; empty when there is none, and
+/// behind a byte order mark, which says UTF-8 whatever is declared.
 std::string_view takeDeclaration(Cursor& cursor) {
-  cursor.take(byteOrderMark);
   cursor.skipWhiteSpace();
   if (!cursor.take("<?")) return {};
   const bool isDeclaration = XmlText::isReservedTarget(cursor.takeUntilAny(" \t\r\n?"));
   const std::string_view content = cursor.takeThrough("?>");
   return isDeclaration ? content : std::string_view();
+}
+
+/// The parser goes on behind the "?>" that stands in a quoted text.
+void checkDeclaration(std::string_view text, const XmlSource::LineTable& lines) {
+  Cursor start(text);
+  start.take(byteOrderMark);
+  Cursor declaration(takeDeclaration(start));
+  for (declaration.takeUntilAny(quotes); !declaration.isAtEnd(); declaration.takeUntilAny(quotes))
+    if (!declaration.takeQuoted())
+      XmlSource::fail("a text in the XML declaration is not closed", lines.find(text.find("<?")));
 }
 
 }  // namespace
@@ -195,17 +217,16 @@ std::string findEncoding(std::string_view text) {
   while (!declaration.isAtEnd()) {
     declaration.skipWhiteSpace();
     const std::string_view name = declaration.takeUntilAny(" \t\r\n=");
-    declaration.takeUntilAny("\"'");
-    const std::string_view quote = declaration.isAt("\"") ? "\"" : "'";
-    declaration.take(quote);
-    const std::string_view value = declaration.takeThrough(quote);
-    if (name == "encoding") return std::string(value);
+    declaration.takeUntilAny(quotes);
+    const std::optional<std::string_view> value = declaration.takeQuoted();
+    if (name == "encoding") return std::string(value.value_or(""));
   }
   return {};
 }
 
-std::size_t checkDocumentType(const XmlSource::Text& text, const XmlSource::LineTable& lines,
-                              const CodePages::CodePage* page) {
+std::size_t check(const XmlSource::Text& text, const XmlSource::LineTable& lines,
+                  const CodePages::CodePage* page) {
+  checkDeclaration(text.get(), lines);
   Cursor cursor(text.get());
   cursor.take(byteOrderMark);
   // What is not well-formed before it is left to the parser.

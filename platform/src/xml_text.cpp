@@ -95,6 +95,15 @@ std::uint32_t takeCharacter(std::string_view& name, const CodePages::CodePage* p
   return CodePages::decode(*page, first).value_or(noCharacter);
 }
 
+bool isNameIn(const CodePages::CodePage* page, std::string_view name) {
+  if (!isIn(nameStarts, takeCharacter(name, page))) return false;
+  while (!name.empty()) {
+    const std::uint32_t character = takeCharacter(name, page);
+    if (!isIn(nameStarts, character) && !isIn(nameParts, character)) return false;
+  }
+  return true;
+}
+
 constexpr std::string_view reserved = "xml";
 
 }  // namespace
@@ -108,14 +117,10 @@ bool isXmlCharacter(std::uint32_t character) {
 bool isName(std::string_view name, const CodePages::CodePage* page) {
   if (name.empty()) return false;
   if (isPlainLetter(name[0]) && std::all_of(name.begin(), name.end(), isPlainPart)) return true;
-  if (page == nullptr && !isUtf8(name.substr(measureAscii(name))))
-    page = CodePages::find("windows-1252");
-  if (!isIn(nameStarts, takeCharacter(name, page))) return false;
-  while (!name.empty()) {
-    const std::uint32_t character = takeCharacter(name, page);
-    if (!isIn(nameStarts, character) && !isIn(nameParts, character)) return false;
-  }
-  return true;
+  const bool asUtf8 = isUtf8(name.substr(measureAscii(name)));
+  if (asUtf8 && isNameIn(nullptr, name)) return true;
+  if (page == nullptr && !asUtf8) page = CodePages::find("windows-1252");
+  return page != nullptr && isNameIn(page, name);
 }
 
 bool isReservedTarget(std::string_view target) {

@@ -9,8 +9,9 @@
 /// What XML allows of names and characters.
 namespace XmlText {
 
-/// True when `name` may name an element or an attribute. Beyond ASCII it is taken in the code page
-/// of its document; where that is null, as UTF-8 when it is valid UTF-8, else as windows-1252.
+/// True when `name` may name an element or an attribute: in UTF-8, or else in the code page of its
+/// document, where that is null in windows-1252. UTF-8 always, since a host may set other bytes in
+/// a document with such names, and what is printed then must read back.
 bool isName(std::string_view name, const CodePages::CodePage* page);
 
 /// True for "xml" in any letter case, which names the declaration of a document and no instruction.

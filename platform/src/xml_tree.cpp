@@ -51,7 +51,7 @@ const std::string& KvXmlAttributeData::getData() const {
   // Where the code page of the document matters, the text was kept when the attribute was found.
   keepText(nullptr);
   Text& text = *getText();
-  if (text.data == getValue()) return text.data;
+  if (text.data == getValue() && XmlValue::isPlain(text.data)) return text.data;
   std::string meant = XmlValue::resolve(getValue(), text.page);
   if (text.data != meant) text.data = std::move(meant);
   return text.data;

@@ -7,8 +7,6 @@
 namespace XmlUnclosed {
 namespace {
 
-constexpr std::size_t none = std::string_view::npos;
-
 struct Section {
   std::string_view start;
   std::string_view end;

@@ -5,6 +5,8 @@
 
 namespace XmlUnclosed {
 
+constexpr std::size_t none = std::string_view::npos;
+
 /// Where the innermost thing begins that is still open at the end of `text`, which has no other
 /// fault: a tag, a value between quotes, a comment, section or instruction, or an element; npos
 /// when there is none. The search begins at `from`, which is not within any of them.

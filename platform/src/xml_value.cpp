@@ -83,12 +83,13 @@ const char* findEscape(char c) {
 
 }  // namespace
 
-std::string resolve(std::string_view written, const CodePages::CodePage* page) {
-  const bool isPlain = std::none_of(written.begin(), written.end(), [](char c) {
-    return c == '&' || static_cast<unsigned char>(c) < ' ';
-  });
-  if (isPlain) return std::string(written);
+bool isPlain(std::string_view written) {
+  return std::none_of(written.begin(), written.end(),
+                      [](char c) { return c == '&' || static_cast<unsigned char>(c) < ' '; });
+}
 
+std::string resolve(std::string_view written, const CodePages::CodePage* page) {
+  if (isPlain(written)) return std::string(written);
   std::string meant;
   meant.reserve(written.size());
   for (std::size_t at = 0; at < written.size();) {

@@ -11,6 +11,9 @@
 /// Documents keep them as they were written; what they mean is worked out when somebody asks.
 namespace XmlValue {
 
+/// True when `written` means itself, as nearly all values do.
+bool isPlain(std::string_view written);
+
 /// What `written` means: references are resolved and every line end or tab is a blank. A character
 /// beyond ASCII becomes the byte of `page` that stands for it, and UTF-8 where there is no such
 /// byte or no page.

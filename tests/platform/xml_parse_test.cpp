@@ -363,6 +363,11 @@ TEST(XmlRefusal, OfWhatIsNoXmlName) {
     EXPECT_FALSE(findError(text).has_value()) << text;
 }
 
+TEST(XmlRefusal, OfADeclarationThatEndsInAQuotedText) {
+  expectErrorAt("<?xml a=\"?>\" encoding=\"ISO-8859-2\"/><r/>", 1, 1);
+  expectErrorAt("\n<?xml a='?><r b='1'/>", 2, 1);
+}
+
 TEST(XmlRefusal, OfReferencesInTheDeclaration) {
   for (const char* attribute : {"version='&#49;.0'", "version='1.0&quot;'", "encoding='UTF&#45;8'"})
     EXPECT_TRUE(findError("<?xml " + std::string(attribute) + "?><a/>").has_value()) << attribute;

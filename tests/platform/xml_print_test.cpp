@@ -81,6 +81,8 @@ const std::vector<Sample> samples = {
      declaration + "<a><b />&#32;<c /></a>\n"},
     {"white space that counts", "<a xml:space='preserve'> <b> <c/> </b></a>",
      declaration + "<a xml:space='preserve'> <b> <c /> </b></a>\n"},
+    {"white space that counts by a reference", "<a xml:space='preserv&#101;'> <b/></a>",
+     declaration + "<a xml:space='preserv&#101;'> <b /></a>\n"},
     {"text below elements that hold none", "<a> <b><c>t</c> <d/></b> </a>",
      declaration + "<a>\n  <b>\n    <c>t</c>\n    <d />\n  </b>\n</a>\n"},
     {"standalone", "<?xml version='1.0' standalone='yes'?><a/>",

@@ -105,6 +105,16 @@ TEST(XmlReference, GivesWayToWhatIsSet) {
             declare("ISO-8859-1") + "<a b=\"it's &quot;&amp;&quot;\" c='&#8364;' />\n");
 }
 
+TEST(XmlReference, GivesWayToWhatIsSetAlsoWhereThatIsWrittenAsTheOldOneMeant) {
+  const auto tree = parse("<a b='&amp;amp;'/>");
+  KvXmlData* const root = tree->findRoot("a", true);
+  EXPECT_EQ(root->findAttribute("b")->getData(), "&amp;");
+
+  root->setAttribute("b", "&", true);
+
+  EXPECT_EQ(root->findAttribute("b")->getData(), "&");
+}
+
 TEST(XmlReference, GivesWayToWhatIsSetInTheNewerLibrary) {
   std::istringstream in(declare("ISO-8859-1") + "<a b='&#252;' c='&#8364;'/>");
   KvXmlN::Document document(in);
@@ -129,4 +139,14 @@ TEST(XmlNames, AreThoseOfTheDeclaredCodePage) {
   EXPECT_FALSE(PlatformTest::findError(declare("ISO-8859-5") + "<\xD7/>").has_value());
   EXPECT_TRUE(PlatformTest::findError(declare("ISO-8859-1") + "<\xD7/>").has_value());
   EXPECT_TRUE(PlatformTest::findError(declare("ISO-8859-7") + "<a\xD2/>").has_value());
+}
+
+// A host may have set bytes of another encoding; what is printed then reads back.
+TEST(XmlNames, MayBeInUtf8WhateverIsDeclared) {
+  const auto tree = parse("<r\xC3\xA9/>");
+  tree->findRoot("r\xC3\xA9", true)->setAttribute("a", "\xE4", true);
+  const std::string printed = print(*tree);
+
+  EXPECT_EQ(printed, declare("windows-1252") + "<r\xC3\xA9 a=\"\xE4\" />\n");
+  EXPECT_EQ(PlatformTest::reprint(printed), printed);
 }

@@ -165,7 +165,8 @@ TEST(XmlEncoding, LooksAtNamesTextCommentsAndInstructionsToo) {
 
 TEST(XmlEncoding, ThatWasDeclaredStaysWithOneByteACharacter) {
   for (const char* encoding : {"ISO-8859-1", "iso-8859-2", "ISO-8859-16", "latin1", "windows-1250",
-                               "windows-1252", "cp1251", "KOI8-R", "koi8-u", "IBM850"}) {
+                               "windows-1252", "cp1251", "KOI8-R", "koi8-u", "IBM850",
+                               "csISOLatin2", "latin7", "iso-ir-101", "x-mac-roman", "hp-roman8"}) {
     const std::string declaration = "<?xml version=\"1.0\" encoding=\"" + std::string(encoding);
     for (const char* text : {"plain", "\xB1\xE6", "\xC3\xA4", "\x81"})
       EXPECT_EQ(PlatformTest::reprint(declaration + "\"?><a>" + text + "</a>"),
@@ -188,6 +189,24 @@ TEST(XmlEncoding, ThatWasDeclaredStaysWhenThatLineWasReadBefore) {
 
   EXPECT_EQ(PlatformTest::print(KvXmlTree(in)),
             "<?xml version=\"1.0\" encoding=\"ISO-8859-2\"?>\n<a b='\xB1' />\n");
+}
+
+TEST(XmlEncoding, ThatWasDeclaredStaysBehindLinesThatAreNotOfTheDocument) {
+  std::istringstream in("a host's own line\n<?xml version='1.0' encoding='ISO-8859-2'?><a/>");
+  std::string line;
+  std::getline(in, line);
+
+  EXPECT_EQ(PlatformTest::print(KvXmlTree(in)),
+            "<?xml version=\"1.0\" encoding=\"ISO-8859-2\"?>\n<a />\n");
+}
+
+TEST(XmlEncoding, IsUtf8BehindAByteOrderMarkWhateverIsDeclared) {
+  const auto tree =
+      parse("\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-2'?><a b='\xC3\xA4&#228;'/>");
+
+  EXPECT_EQ(tree->findRoot("a", true)->findAttribute("b")->getData(), "\xC3\xA4\xC3\xA4");
+  EXPECT_EQ(PlatformTest::print(*tree),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a b='\xC3\xA4&#228;' />\n");
 }
 
 TEST(XmlEncoding, ThatWasDeclaredStaysWhateverIsSetLater) {

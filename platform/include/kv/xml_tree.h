@@ -27,8 +27,8 @@
 ///
 /// Parsing lets pass, on purpose, what is not well-formed but prints well-formed: "]]>" in a text,
 /// references to white space outside the root, white space before the XML declaration, and in that
-/// capital letters and other attributes than it should have. What the declarations in a document
-/// type say is kept and not looked into.
+/// capital letters and other attributes than it should have; names in UTF-8 where another encoding
+/// is declared. What the declarations in a document type say is kept and not looked into.
 
 namespace CodePages {
 struct CodePage;
