@@ -35,7 +35,8 @@ copy_headers() {
   cp -r /usr/share/cmake/{CLI11,nlohmann_json} "$sysroot/share/cmake"
   # The package's own asks for the machine's library as well.
   cat >"$sysroot/lib/cmake/fmt/fmt-config.cmake" <<'END'
-add_library(fmt::fmt-header-only INTERFACE IMPORTED)
+include_guard(GLOBAL)
+add_library(fmt::fmt-header-only INTERFACE IMPORTED GLOBAL)
 target_compile_definitions(fmt::fmt-header-only INTERFACE FMT_HEADER_ONLY=1)
 target_include_directories(fmt::fmt-header-only INTERFACE "${CMAKE_CURRENT_LIST_DIR}/../../../include")
 END
