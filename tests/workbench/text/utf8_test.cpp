@@ -32,7 +32,8 @@ TEST(Utf8, CountsABytePerCharacterWhereThereIsNone) {
 
 TEST(Utf8, IsMadeOfCharacters) {
   std::string text;
-  for (const char32_t c : {0x61, 0x80, 0x800, 0x10000, 0x10FFFF}) Utf8::append(text, c);
+  for (const char32_t c : {U'\x61', U'\x80', U'\x800', U'\x10000', U'\x10FFFF'})
+    Utf8::append(text, c);
 
   EXPECT_EQ(text, "a\xC2\x80\xE0\xA0\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
 }
@@ -59,15 +60,17 @@ TEST(Utf8Width, IsThatOfTerminals) {
 }
 
 TEST(Utf8Blank, IsWhatHasNoInk) {
-  for (const char32_t c : {0x20, 0xA0, 0xAD, 0x2003, 0x200B, 0x200D, 0x202F, 0x2060, 0x3000})
+  for (const char32_t c : {U'\x20', U'\xA0', U'\xAD', U'\x2003', U'\x200B', U'\x200D', U'\x202F',
+                           U'\x2060', U'\x3000'})
     EXPECT_TRUE(Utf8::isBlank(c)) << std::hex << static_cast<unsigned>(c);
-  for (const char32_t c : {0x61, 0x2E, 0x301, 0x2800})
+  for (const char32_t c : {U'\x61', U'\x2E', U'\x301', U'\x2800'})
     EXPECT_FALSE(Utf8::isBlank(c)) << std::hex << static_cast<unsigned>(c);
 }
 
 TEST(Utf8Blank, IsHiddenWithoutAWidth) {
-  for (const char32_t c : {0xAD, 0x200B, 0x200D, 0x2060}) EXPECT_TRUE(Utf8::isHidden(c));
-  for (const char32_t c : {0x20, 0xA0, 0x2003, 0x3000}) EXPECT_FALSE(Utf8::isHidden(c));
+  for (const char32_t c : {U'\xAD', U'\x200B', U'\x200D', U'\x2060'})
+    EXPECT_TRUE(Utf8::isHidden(c));
+  for (const char32_t c : {U'\x20', U'\xA0', U'\x2003', U'\x3000'}) EXPECT_FALSE(Utf8::isHidden(c));
 }
 
 }  // namespace
