@@ -1,0 +1,47 @@
+#include "foundations/keep_list.h"
+
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+
+#include "found/foundation.h"
+#include "text/display_text.h"
+#include "text/encoding.h"
+
+KeepList::KeepList(std::istream& in) {
+  const std::string byteOrderMark = "\xEF\xBB\xBF";
+  bool isFirst = true;
+  for (std::string line; std::getline(in, line); isFirst = false) {
+    if (isFirst && line.compare(0, byteOrderMark.size(), byteOrderMark) == 0)
+      line.erase(0, byteOrderMark.size());
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (!line.empty()) add(Encoding::toUtf8(line));
+  }
+}
+
+void KeepList::add(const std::string& line) {
+  lines.insert(line);
+  std::istringstream text(line);
+  int number = 0;
+  if (text >> number && (text >> std::ws).eof()) numbers.emplace(number, line);
+}
+
+bool KeepList::usesFoundation(const Found::Foundation* foundation) {
+  const std::string& name = foundation->getName();
+  const auto [firstNumber, lastNumber] = numbers.equal_range(foundation->getNumber());
+  bool isListed = firstNumber != lastNumber;
+  for (auto number = firstNumber; number != lastNumber; ++number) matched.insert(number->second);
+  for (const std::string& text : {Encoding::toUtf8(name), DisplayText::fromName(name)}) {
+    if (lines.count(text) == 0) continue;
+    matched.insert(text);
+    isListed = true;
+  }
+  return isListed;
+}
+
+std::vector<std::string> KeepList::listUnmatched() const {
+  std::vector<std::string> unmatched;
+  std::set_difference(lines.begin(), lines.end(), matched.begin(), matched.end(),
+                      std::back_inserter(unmatched));
+  return unmatched;
+}
