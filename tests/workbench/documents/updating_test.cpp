@@ -57,6 +57,25 @@ TEST(Updating, KeepsTheDeclarationOfAModelThatHasNothingElseOnItsFirstLine) {
   EXPECT_EQ(update("an xml file\n" + umlaut + "<SMOD/>"), declaration + umlaut + "<SMOD>\n" + end);
 }
 
+TEST(Updating, LeavesTheElementsOfFoundationsThatStay) {
+  EXPECT_EQ(update("<?xml?>\n<SMOD><FOUNDATIONS CURRENT=\"N\"><FOUND NUMBER=\"1\"/><GROUND/>"
+                   "<FOUND COLOUR=\"red\" FXX=\"5\" FAILZAREA=\"1\"/></FOUNDATIONS></SMOD>"),
+            "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n"
+            "<SMOD>\n  <FOUNDATIONS CURRENT=\"\">\n    <GROUND />\n    <FOUND COLOUR=\"red\" "
+            "FXX=\"0\" FAILZAREA=\"0\" NUMBER=\"2\" NAME=\"N\xFC\" FXAREA=\"0\" FYAREA=\"0\" "
+            "FZAREA=\"7\" FACAREA=\"0\" FACLINE=\"0\" IsGenerated=\"0\" />\n"
+            "  </FOUNDATIONS>\n</SMOD>\n");
+}
+
+TEST(Updating, KeepsTheCurrentFoundation) {
+  Document base({"file", "", "<?xml?>\n<SMOD/>"});
+  FoundationManager manager;
+  add(manager, 2, "N");
+  manager.setCurrentFoundation(manager.getFoundations().front());
+
+  EXPECT_NE(Updating::update(base, manager).find("CURRENT=\"N\""), std::string::npos);
+}
+
 TEST(Updating, PutsBeddingsInPlaceOfThoseInAllContainers) {
   EXPECT_EQ(update("<X><A><Load/><CurveBedding/></A><B><SurfaceBedding/><Load/></B></X>"),
             "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<X>\n  <A>\n    <Load />\n    " +
@@ -70,6 +89,20 @@ TEST(Pruning, LeavesBeddingsAsTheyAreButForTheirNumbers) {
             declaration + "<B>\n  <Load />\n  <CurveBedding Number=\"1\" Name=\"B\" />\n</B>\n");
   EXPECT_EQ(prune("<B><CurveBedding Number=' 3' Name='A'/></B>", {{3, 3}}),
             declaration + "<B>\n  <CurveBedding Number=\" 3\" Name=\"A\" />\n</B>\n");
+}
+
+TEST(Pruning, TakesFoundationsOutOfAModel) {
+  Document base({"file", "",
+                 "<?xml?>\n<SMOD><FOUNDATIONS><FOUND NUMBER=\"3\" NAME=\"A\"/><FOUND NUMBER=\"5\" "
+                 "NAME=\"B\" COLOUR=\"red\"/></FOUNDATIONS></SMOD>"});
+  FoundationManager left;
+  add(left, 1, "B");
+
+  EXPECT_EQ(Updating::prune(base, {{3, std::nullopt}, {5, 1}}, left),
+            declaration +
+                "<SMOD>\n  <FOUNDATIONS>\n    <FOUND NUMBER=\"1\" NAME=\"B\" COLOUR=\"red\" "
+                "FXAREA=\"0\" FYAREA=\"0\" FZAREA=\"7\" FACAREA=\"0\" FACLINE=\"0\" "
+                "IsGenerated=\"0\" />\n  </FOUNDATIONS>\n</SMOD>\n");
 }
 
 TEST(Pruning, TreatsTheOtherPartOfAFoundationLikeTheFirst) {

@@ -75,4 +75,38 @@ TEST(OutputFile, TellsWhereNothingCanBeWritten) {
                 ": No such file or directory");
 }
 
+#ifndef _WIN32
+TEST(OutputFile, OfADeviceIsWrittenWhenItIsCommitted) {
+  OutputFile file("/dev/null");
+  file.create();
+  file.write("text");
+  file.commit();
+  EXPECT_EQ(file.getTarget(), "");
+
+  OutputFile full("/dev/full");
+  full.create();
+  full.write("text");
+  EXPECT_EQ(tell([&] { full.commit(); }), "/dev/full: cannot be written: No space left on device");
+}
+
+TEST(OutputFile, OfALinkIsTheFileThatItNames) {
+  const TemporaryPath folder("");
+  fs::create_directory(folder.get());
+  fs::create_symlink("next", folder.get() + "/link");
+  fs::create_symlink("far", folder.get() + "/next");
+
+  EXPECT_EQ(OutputFile(folder.get() + "/link").getTarget(), folder.get() + "/far");
+}
+#endif
+
+TEST(OutputFile, PrintsToStandardOutput) {
+  testing::internal::CaptureStdout();
+  OutputFile file("-");
+  file.create();
+  file.write("text");
+  file.commit();
+
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "text");
+}
+
 }  // namespace
