@@ -126,6 +126,7 @@ std::vector<Entries> readBeddings(const std::vector<KvXmlN::Data*>& containers, 
   for (const KvXmlN::Data* container : containers) reader.read(*container);
 
   std::vector<Entries> entries;
+  entries.reserve(containers.size());
   BeddingRules rules(form, manager.getFoundations());
   for (const KvXmlN::Data* container : containers) entries.push_back(rules.list(*container));
   if (!rules.isComplete()) throw std::logic_error("the beddings are not read as they should be");

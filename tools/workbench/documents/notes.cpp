@@ -20,7 +20,7 @@ std::string describe(const Entry& entry, const std::string& tag) {
 }
 
 std::string tellNewName(const Entry& entry) {
-  return fmt::format("the name \"{}\" is already taken; the bedding was read as \"{}\"",
+  return fmt::format(R"(the name "{}" is already taken; the bedding was read as "{}")",
                      DisplayText::fromName(entry.element.readText(Exchange::name).value_or("")),
                      DisplayText::fromName(entry.foundation->getName()));
 }

@@ -92,7 +92,7 @@ std::string show(const Value& value) {
 }
 
 std::string describe(const Foundation& foundation) {
-  return fmt::format("number {} \"{}\"", foundation.getNumber(),
+  return fmt::format(R"(number {} "{}")", foundation.getNumber(),
                      DisplayText::fromName(foundation.getName()));
 }
 
