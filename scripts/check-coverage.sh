@@ -2,7 +2,7 @@
 # Measures which lines and branches the tests reach; every one of src/ must be. Branches that only an
 # exception takes are the compiler's and not counted; nor are those of the keys that are made once, which
 # only a second thread takes. The report of each line is build/coverage/index.html.
-# The programs are left out: their tests run them where no counts can be written.
+# The program is left out: its tests run it where no counts can be written.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
@@ -17,6 +17,6 @@ report() {
   gcovr --root . "$build" --exclude-throw-branches --exclude-unreachable-branches \
     --exclude-branches-by-pattern '.*static const auto\* const keys = new .*' "$@"
 }
-report --filter include/ --filter platform/ --filter src/ --html-details "$build/index.html" \
+report --filter include/ --filter platform/ --filter src/ --filter tools/workbench/ --html-details "$build/index.html" \
   --txt --print-summary
 report --filter src/ --branches --fail-under-line 100 --fail-under-branch 100

@@ -156,6 +156,15 @@ TEST(ChecksExchange, TellOfTheFirstVersion) {
                       "foundations will have it"});
 }
 
+TEST(ChecksExchange, TellBeddingsOfTheFirstVersionInLaterOnes) {
+  Document document({"file", "", "<B><Bedding Name='A'/></B>"}, "2.0");
+  const Checks::Findings findings = Checks::find(document);
+
+  ASSERT_EQ(findings.list().size(), 1u);
+  EXPECT_EQ(findings.list()[0].sentence,
+            "<Bedding> is a bedding of version 1.0 only; it is skipped");
+}
+
 TEST(ChecksFindings, AreAboutTheFoundationThatTheyConcern) {
   Document document({"file", "",
                      "<B><CurveBedding Number='1' Name='A' StiffnessX='-1'><x/></CurveBedding>"

@@ -135,6 +135,13 @@ TEST(DocumentFile, IsReadNoFurtherThanItCanBeXml) {
               row.read);
 }
 
+TEST(DocumentText, MentionsBeddingsWhereItMayBeADocument) {
+  for (const char* text : {"<SMOD", "a <Bedding ", "<CurveBedding", "<SurfaceBedding/>"})
+    EXPECT_TRUE(Documents::mentionsBeddings(text)) << text;
+  for (const char* text : {"", "SMOD", "&lt;SMOD>", "<beddings>"})
+    EXPECT_FALSE(Documents::mentionsBeddings(text)) << text;
+}
+
 // --- Elements
 
 TEST(DocumentElement, StandsInTheBytes) {

@@ -52,6 +52,14 @@ TEST(Notes, TellNewNamesWithoutControlCharacters) {
                    "2 beddings were read"}));
 }
 
+TEST(Notes, TellBeddingsOfTheFirstVersionInLaterOnes) {
+  Document document({"file", "", "<B><Bedding Name='A'/></B>"}, "2.0");
+
+  EXPECT_EQ(
+      Documents::listNotes(document),
+      (Notes{"<Bedding> is no bedding of this version; it was skipped", "0 beddings were read"}));
+}
+
 TEST(Notes, CountEachContainer) {
   EXPECT_EQ(listNotes("<X><A><Bedding Name='A'/></A><B><Bedding Name='B'/></B></X>"),
             (Notes{"1 bedding was read", "1 bedding was read"}));

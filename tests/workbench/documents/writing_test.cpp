@@ -1,6 +1,7 @@
 #include "documents/writing.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -95,6 +96,34 @@ TEST(Writing, KnowsTheDocumentThatWasRead) {
   Document in(Documents::readFile(file.get()));
 
   EXPECT_TRUE(Output(file.get(), Form::legacy, in).isSameFile());
+}
+
+TEST(Writing, LeavesTheRestOfADocumentThatIsUpdated) {
+  Document in({"in", "", model});
+  const TemporaryFile out("<X><Load/><Beddings/></X>");
+  Output output(out.get(), Form::exchange, in);
+
+  output.update(in.getFoundations());
+  output.commit();
+
+  EXPECT_EQ(load(out.get()),
+            declaration +
+                "<X>\n  <Load />\n  <Beddings>\n    <SurfaceBedding Number=\"1\" Name=\"A\" "
+                "StiffnessX=\"0\" StiffnessY=\"0\" StiffnessZ=\"7\" StiffnessZFailure=\"none\" "
+                "TangentialStiffnessXYFactor=\"0\" />\n  </Beddings>\n</X>\n");
+}
+
+TEST(Writing, LeavesOfAPrunedDocumentWhatStays) {
+  const TemporaryFile file(
+      "<B><CurveBedding Number=\"1\" Name=\"A\"/><CurveBedding Number=\"2\" Name=\"B\"/></B>");
+  Document in(Documents::readFile(file.get()));
+  Output output(file.get(), Form::exchange, in);
+
+  output.prune({{1, std::nullopt}, {2, 1}}, in.getFoundations());
+  output.commit();
+
+  EXPECT_EQ(load(file.get()),
+            declaration + "<B>\n  <CurveBedding Number=\"1\" Name=\"B\" />\n</B>\n");
 }
 
 TEST(Writing, DestroysNoDocument) {

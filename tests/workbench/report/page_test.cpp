@@ -98,6 +98,20 @@ TEST(ReportPage, FoldsManyRowsIntoGroups) {
     EXPECT_TRUE(holds(page, text)) << text;
 }
 
+TEST(ReportPage, TellsWhatTheRowsOfAGroupLackAndHowTheyFail) {
+  std::string foundations = "<FOUND NUMBER='1' NAME='A' FXX='1' FAILYLINE='-1'/>";
+  for (int i = 2; i <= 61; ++i)
+    foundations += "<FOUND NUMBER='" + std::to_string(i) + "' NAME='N" + std::to_string(i) +
+                   "' FXLINE='2' FYLINE='2' FZLINE='2' FAILZLINE='1'/>";
+  const std::string page = print(makeModel(foundations), {"kN", "m"});
+
+  for (const char* text :
+       {"<b>x</b> 2 kN/m\xC2\xB2, 1 without a value", "1 fails in tension",
+        "59 fail in compression", "<b>rotation x</b> 1 kNm/m/rad, 59 without a value",
+        "No foundation has a part for areas."})
+    EXPECT_TRUE(holds(page, text)) << text;
+}
+
 TEST(ReportPage, LinksFindingsToTheRowsThatTheyAreAbout) {
   const std::string page = print(makeModel("<FOUND NUMBER='1' NAME='&lt;A' FZAREA='x'/><LOAD/>"));
 
