@@ -115,6 +115,17 @@ TEST(Pruning, TreatsTheOtherPartOfAFoundationLikeTheFirst) {
                                         "  <SurfaceBedding Number=\"1\" Name=\"A\" />\n</B>\n");
 }
 
+TEST(Pruning, LeavesTheFoundationsOfTheDocument) {
+  Document base({"file", "", "<B><CurveBedding Number='3' Name='A'/></B>"});
+  FoundationManager& manager = base.getFoundations();
+
+  Updating::prune(base, {{3, 3}}, manager);
+
+  EXPECT_EQ(base.getFoundations().getFoundations().front()->getName(), "A");
+  EXPECT_TRUE(base.getEntries().empty());
+  EXPECT_EQ(base.getExchange(), nullptr);
+}
+
 TEST(Pruning, LeavesBeddingsThatBelongToNoFoundation) {
   EXPECT_EQ(prune("<B><CurveBedding Number='3' Name='A'/><CurveBedding Number='4'/></B>",
                   {{3, std::nullopt}}),

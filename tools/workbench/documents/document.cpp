@@ -209,6 +209,13 @@ Document::Reading& Document::readAll() {
   return *reading;
 }
 
+void Document::forgetElements() {
+  if (reading != nullptr) reading->entries.clear();
+  containers.clear();
+  exchange.reset();
+  model.reset();
+}
+
 ByteRange Document::locate(const Element& element) const {
   const std::string& bytes = content.bytes;
   if (lineStarts.empty()) {

@@ -62,6 +62,9 @@ class Document {
   /// The document of the library that has read it; null when the other one has.
   KvXmlTree* getModel() const { return model.get(); }
   KvXmlN::Document* getExchange() const { return exchange.get(); }
+  /// Frees the elements and what is told of them; bytes, form and foundations stay.
+  void forgetElements();
+
   /// Of beddings, in an exchange document.
   const std::vector<KvXmlN::Data*>& getContainers() const { return containers; }
 

@@ -179,14 +179,18 @@ std::string pruneExchange(Document& base, const std::vector<Change>& changes) {
 std::string update(Document& base, const FoundationManager& manager) {
   FoundationManager copied;
   copy(manager, Encoding::recognise(base.getContent().bytes), copied);
-  if (base.getForm() == Form::legacy) return updateModel(base, copied);
-  return updateExchange(base, copied);
+  std::string text =
+      base.getForm() == Form::legacy ? updateModel(base, copied) : updateExchange(base, copied);
+  base.forgetElements();
+  return text;
 }
 
 std::string prune(Document& base, const std::vector<Change>& changes,
                   const FoundationManager& manager) {
-  if (base.getForm() == Form::legacy) return pruneModel(base, changes, manager);
-  return pruneExchange(base, changes);
+  std::string text = base.getForm() == Form::legacy ? pruneModel(base, changes, manager)
+                                                    : pruneExchange(base, changes);
+  base.forgetElements();
+  return text;
 }
 
 }  // namespace Updating

@@ -7,8 +7,8 @@
 #include "documents/document.h"
 #include "found/foundation_manager.h"
 
-/// Documents that get other foundations while all the rest of them stays as it is. The document is
-/// not to be looked at any more: its elements have changed.
+/// Documents that get other foundations while all the rest of them stays as it is. The document
+/// then has no elements any more, which have changed; its foundations stay.
 namespace Updating {
 
 /// What becomes of a foundation: its number from now on, or none when it goes.

@@ -111,6 +111,7 @@ void Output::protect() {
 }
 
 void Output::write(const FoundationManager& manager) {
+  in.forgetElements();  // before there are those of another document
   if (form == Form::legacy)
     file.write(writeModel(manager));
   else if (form == Form::kvml)
@@ -120,6 +121,7 @@ void Output::write(const FoundationManager& manager) {
 }
 
 void Output::update(const FoundationManager& manager) {
+  if (!isSameFile()) in.forgetElements();
   file.write(Updating::update(*old, manager));
 }
 

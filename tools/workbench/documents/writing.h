@@ -26,7 +26,8 @@ class Output {
   /// True when that is the document whose foundations are written.
   bool isSameFile() const { return old == &in; }
 
-  /// Writes a document of nothing but the foundations.
+  /// Writes a document of nothing but the foundations. Of the document that was read, the elements
+  /// are forgotten; so they are by the next two.
   void write(const Found::FoundationManager& manager);
   /// Writes the document that is there with these foundations in place of its own.
   void update(const Found::FoundationManager& manager);
