@@ -2,6 +2,7 @@
 
 import argparse
 import collections
+import json
 import os
 import pathlib
 import re
@@ -20,12 +21,19 @@ OPTIONS = ("-DKVFOUND_TESTS=ON", "-DKVFOUND_TOOLS=OFF", "-DKVFOUND_EXAMPLES=OFF"
            "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -D_GLIBCXX_ASSERTIONS",
            # The programs need no new link when only the shared library is new.
            "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON")
-TEST_PROGRAM = re.compile(r"^(tests/(?!platform/)\w+/\w+_tests): CXX", re.MULTILINE)
+SOURCES = ("src", "platform/src")
+# The platform has tests of its own; those of the library see little of it.
+TEST_PROGRAM = re.compile(r"^(tests/(?!platform/|xml_suite/)\w+/\w+_tests): CXX", re.MULTILINE)
+PLATFORM_TESTS = ["tests/platform/platform_tests", "tests/xml_suite/xml_suite_tests"]
+# Data: a test compares all of it with what the system's own conversion says.
+TABLE = re.compile(r"^constexpr [\w:]+ \w+\[\] =.*?;$", re.MULTILINE | re.DOTALL)
+TABLES_OF_DATA = "platform/src/code_pages.cpp"
+SLOW = 0.05  # seconds that a test takes which runs after all others
 MEMORY_LIMIT = 4 << 30  # a change can make a loop that never stops allocating
 
 
 class Mutant(NamedTuple):
-    path: str  # src/...
+    path: str  # src/... or platform/src/...
     line: int
     change: str  # old  ->  new, and which one where a file has the like several times
     text: str  # of the whole changed file
@@ -37,7 +45,10 @@ class Mutant(NamedTuple):
 def find_mutants(path):
     text = pathlib.Path(path).read_text()
     counts = collections.Counter()
+    tables = [match.span() for match in TABLE.finditer(text)] if str(path) == TABLES_OF_DATA else []
     for change in Source(text).changes():
+        if any(first <= change.start < last for first, last in tables):
+            continue
         first = text.rfind("\n", 0, change.start) + 1
         last = text.find("\n", change.end)
         lines = [text[first:last], text[first:change.start] + change.text + text[change.end:last]]
@@ -53,7 +64,8 @@ def find_mutants(path):
 
 def find_every_mutant():
     """The mutants of each file."""
-    paths = sorted(path for path in pathlib.Path("src").rglob("*") if path.suffix in (".cpp", ".h"))
+    paths = [path for folder in SOURCES for path in sorted(pathlib.Path(folder).rglob("*"))
+             if path.suffix in (".cpp", ".h")]
     return [list(find_mutants(path)) for path in paths]
 
 
@@ -76,7 +88,7 @@ def find_known(files):
     for line in pathlib.Path("docs/mutation.md").read_text().splitlines():
         if line.startswith("#"):
             path = line.split()[-1]
-        elif line.startswith("    ") and path.startswith("src/"):
+        elif line.startswith("    ") and path.startswith(SOURCES):
             known.add((path, line.strip()))
     outdated = known - {(mutant.path, mutant.change) for mutants in files for mutant in mutants}
     if outdated:
@@ -107,46 +119,73 @@ def limit_memory():
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
 
+def is_platform(mutant):
+    return mutant.path.startswith("platform/")
+
+
+class Stage(NamedTuple):
+    """A part of the tests of a program."""
+    filter: str
+    seconds: float  # that it takes over the unchanged sources
+
+
 class Workshop:
     def __init__(self, folder):
         self.tree = folder / "tree"
         self.build = folder / "build"
         self.log = open(folder / "tests.log", "w")
         self.temporary = folder / "tmp"
-        self.seconds = {}  # that each test program takes over the unchanged sources
+        self.report = folder.resolve() / "tests.json"
+        self.stages = {}  # of each test program: its tests without the slow ones, then these
 
-    def prepare(self):
+    def prepare(self, mutants):
         copy_project(self.tree)
         subprocess.run(["cmake", "-S", self.tree, "-B", self.build, "-G", "Ninja", *OPTIONS],
                        check=True, stdout=subprocess.DEVNULL)
-        targets = subprocess.run(["ninja", "-C", self.build, "-t", "targets", "all"], check=True,
-                                 capture_output=True, text=True).stdout
-        programs = TEST_PROGRAM.findall(targets)
+        programs = self.find_programs(mutants)
         subprocess.run(["ninja", "-C", self.build, *programs], check=True)
         for program in programs:
-            started = time.monotonic()
-            if not self.passes(program, 600):
+            if not self.passes(program, Stage("*", 600), [f"--gtest_output=json:{self.report}"]):
                 sys.exit(f"{program} fails without any change; see {self.log.name}")
-            self.seconds[program] = time.monotonic() - started
+            self.stages[program] = make_stages(json.loads(self.report.read_text()))
+
+    def find_programs(self, mutants):
+        programs = []
+        if any(is_platform(mutant) for mutant in mutants):
+            programs += PLATFORM_TESTS
+        if not all(is_platform(mutant) for mutant in mutants):
+            targets = subprocess.run(["ninja", "-C", self.build, "-t", "targets", "all"],
+                                     check=True, capture_output=True, text=True).stdout
+            programs += TEST_PROGRAM.findall(targets)
+        return programs
 
     def builds(self, target):
         return subprocess.run(["ninja", "-C", self.build, target], stdout=self.log,
                               stderr=subprocess.STDOUT).returncode == 0
 
-    def passes(self, program, timeout):
+    def passes(self, program, stage, options=()):
         shutil.rmtree(self.temporary, ignore_errors=True)
         self.temporary.mkdir(parents=True)
         environment = {**os.environ, "TMPDIR": str(self.temporary.resolve())}
-        command = [str((self.build / program).resolve()), "--gtest_fail_fast", "--gtest_brief=1"]
+        command = [str((self.build / program).resolve()), "--gtest_fail_fast", "--gtest_brief=1",
+                   f"--gtest_filter={stage.filter}", *options]
         run = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=self.log,
                                stderr=subprocess.STDOUT, env=environment, cwd=self.temporary,
                                start_new_session=True, preexec_fn=limit_memory)
         try:
-            return run.wait(timeout) == 0
+            return run.wait(10 + 5 * stage.seconds) == 0
         except subprocess.TimeoutExpired:
             os.killpg(run.pid, signal.SIGKILL)
             run.wait()
             return False
+
+    def order_programs(self, mutant):
+        if is_platform(mutant):
+            return PLATFORM_TESTS
+        mirroring = f"tests/{pathlib.Path(mutant.path).parts[1]}/"
+        programs = [program for program in self.stages if program not in PLATFORM_TESTS]
+        return sorted(programs, key=lambda p: (not p.startswith(mirroring),
+                                               sum(stage.seconds for stage in self.stages[p])))
 
     def judge(self, mutant):
         """What becomes of the mutant: "invalid" when it does not build, "killed" or "survived"."""
@@ -156,18 +195,24 @@ class Workshop:
         original = file.read_text()
         file.write_text(mutant.text)
         try:
-            folder = pathlib.Path(mutant.path).parts[1]
-            mirroring = f"tests/{folder}/"
-            order = sorted(self.seconds,
-                           key=lambda p: (not p.startswith(mirroring), self.seconds[p]))
-            for program in order:
+            for program in self.order_programs(mutant):
                 if not self.builds(program):
                     return "invalid"
-                if not self.passes(program, 10 + 5 * self.seconds[program]):
+                if not all(self.passes(program, stage) for stage in self.stages[program]):
                     return "killed"
             return "survived"
         finally:
             file.write_text(original)
+
+
+def make_stages(report):
+    seconds = {f"{suite['name']}.{test['name']}": float(test["time"].rstrip("s"))
+               for suite in report["testsuites"] for test in suite["testsuite"]}
+    slow = {test: taken for test, taken in seconds.items() if taken > SLOW}
+    if not slow:
+        return [Stage("*", sum(seconds.values()))]
+    return [Stage("-" + ":".join(slow), sum(seconds.values()) - sum(slow.values())),
+            Stage(":".join(slow), sum(slow.values()))]
 
 
 def main():
@@ -186,7 +231,8 @@ def main():
 
     known = find_known(files)
     workshop = Workshop(options.folder)
-    workshop.prepare()
+    workshop.prepare(mutants)
+    started = time.monotonic()
     everything = open(options.folder / "results.txt", "w")
     results = {}
     unknown = 0
@@ -208,6 +254,10 @@ def main():
         print(f"{path:40} {killed + survived:8} {killed:8} {survived:8}")
     print(f"{every.count('invalid')} more changes do not build; {unknown} survivors are not in"
           " docs/mutation.md")
+    minutes = (time.monotonic() - started) / 60
+    total = sum(map(len, files))
+    print(f"{len(mutants)} of all {total} changes took {minutes:.0f} minutes; all would take about"
+          f" {minutes * total / max(len(mutants), 1):.0f}")
     return 1 if unknown else 0
 
 
