@@ -74,6 +74,15 @@ const std::vector<std::string> badNames = {"",
                                            std::string("a\0b", 3),
                                            std::string("\0", 1)};
 
+bool mayNameAnElement(const std::string& name) {
+  KvXmlTree tree;
+  try {
+    return tree.open(name, false) != nullptr;
+  } catch (const std::invalid_argument&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 TEST(XmlEncoding, IsUtf8ForAscii) {
@@ -369,6 +378,65 @@ TEST(XmlNames, OtherThanXmlNamesAreRefusedForAttributes) {
     EXPECT_THROW(tree.setAttribute(name, 7.5), std::invalid_argument) << name;
   }
   EXPECT_EQ(print(tree), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a />\n");
+}
+
+TEST(XmlNames, StartWithTheFirstAndTheLastCharacterOfEachRange) {
+  for (const char* start : {":",
+                            "A",
+                            "Z",
+                            "_",
+                            "a",
+                            "z",
+                            u8"\u00C0",
+                            u8"\u00D6",
+                            u8"\u00D8",
+                            u8"\u00F6",
+                            u8"\u00F8",
+                            u8"\u02FF",
+                            u8"\u0370",
+                            u8"\u037D",
+                            u8"\u037F",
+                            u8"\u1FFF",
+                            u8"\u200C",
+                            u8"\u200D",
+                            u8"\u2070",
+                            u8"\u218F",
+                            u8"\u2C00",
+                            u8"\u2FEF",
+                            u8"\u3001",
+                            u8"\uD7FF",
+                            u8"\uF900",
+                            u8"\uFDCF",
+                            u8"\uFDF0",
+                            u8"\uFFFD",
+                            u8"\U00010000",
+                            u8"\U000EFFFF"}) {
+    EXPECT_TRUE(mayNameAnElement(start)) << start;
+    EXPECT_TRUE(mayNameAnElement(start + std::string("-"))) << start;
+    EXPECT_TRUE(mayNameAnElement(std::string("a-") + start)) << start;
+  }
+}
+
+TEST(XmlNames, HoldSomeCharactersThatTheyDoNotStartWith) {
+  for (const char* part :
+       {"-", ".", "0", "9", u8"\u00B7", u8"\u0300", u8"\u036F", u8"\u203F", u8"\u2040"}) {
+    EXPECT_FALSE(mayNameAnElement(part)) << part;
+    EXPECT_FALSE(mayNameAnElement(part + std::string("a"))) << part;
+    EXPECT_TRUE(mayNameAnElement(std::string("a") + part)) << part;
+    EXPECT_TRUE(mayNameAnElement(std::string("a-") + part)) << part;
+  }
+}
+
+TEST(XmlNames, HoldNoNeighbourOfTheirRanges) {
+  for (const char* other :
+       {",",        "/",        ";",        "@",        "[",        "^",        "`",
+        "{",        u8"\u00B6", u8"\u00B8", u8"\u00BF", u8"\u00D7", u8"\u00F7", u8"\u037E",
+        u8"\u2000", u8"\u200B", u8"\u200E", u8"\u203E", u8"\u2041", u8"\u206F", u8"\u2190",
+        u8"\u2BFF", u8"\u2FF0", u8"\u3000", u8"\uF8FF", u8"\uFDD0", u8"\uFDEF", u8"\U000F0000"}) {
+    EXPECT_FALSE(mayNameAnElement(other)) << other;
+    EXPECT_FALSE(mayNameAnElement(std::string("a") + other)) << other;
+    EXPECT_FALSE(mayNameAnElement(std::string("a-") + other)) << other;
+  }
 }
 
 TEST(XmlNames, WithAnEmbeddedNulAreNotFoundByTheirBeginning) {

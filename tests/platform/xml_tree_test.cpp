@@ -413,6 +413,18 @@ TEST(XmlAttributes, AreFoundInAnyOrderAndAgain) {
   EXPECT_EQ(root->findAttribute("c"), root->findAttribute("c"));
 }
 
+TEST(XmlAttributes, AreFoundWhateverTheirNamesAre) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("a", false);
+  for (int i = 0; i < 500; ++i) root->setAttribute("n" + std::to_string(i), i, true);
+
+  for (int i = 0; i < 500; ++i) {
+    const KvXmlAttributeData* const attribute = root->findAttribute("n" + std::to_string(i));
+    ASSERT_NE(attribute, nullptr) << i;
+    EXPECT_EQ(attribute->getInteger(), i);
+  }
+}
+
 TEST(XmlAttributes, AreNoneInAnElementWithout) {
   EXPECT_EQ(parse("<a/>")->findRoot("a", true)->findAttribute("b"), nullptr);
 }
