@@ -165,8 +165,4 @@ Position LineTable::find(std::size_t offset) const {
   return {begin.line + lines, offset - lineEnds[lines - 1]};
 }
 
-bool LineTable::hasEndAt(std::size_t offset) const {
-  return std::binary_search(lineEnds.begin(), lineEnds.end(), offset);
-}
-
 }  // namespace XmlSource

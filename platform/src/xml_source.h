@@ -53,8 +53,6 @@ class LineTable {
   LineTable() = default;
   explicit LineTable(const Text& text);
   Position find(std::size_t offset) const;
-  /// True when the character at `offset` ends a line.
-  bool hasEndAt(std::size_t offset) const;
 
  private:
   Position begin;

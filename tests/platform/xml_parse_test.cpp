@@ -481,6 +481,25 @@ TEST(XmlRefusal, OfADocumentTypeThatDoesNotPrecedeTheRoot) {
     EXPECT_TRUE(findError(text).has_value()) << text;
 }
 
+// Where the parts of a text are told apart by their characters, no letter counts as another kind.
+TEST(XmlRefusal, TakesNoLetterForWhiteSpace) {
+  for (const char* text : {"<a/>X", "X<a/>", "<!DOCTYPEX a><a/>"})
+    EXPECT_TRUE(findError(text).has_value()) << text;
+}
+
+TEST(XmlParsing, TakesNoLetterForTheEndOfAName) {
+  for (const char* type :
+       {" aXb", " a [%pXq;]", " a [<?pXq?>]", " a [<!ENTITY X 'x'>]", " X SYSTEM 'X'"})
+    EXPECT_FALSE(findError("<!DOCTYPE" + std::string(type) + "><a/>").has_value()) << type;
+}
+
+TEST(XmlParsing, TakesAnEncodingFromTheAttributeOfThatWholeNameOnly) {
+  const std::string printed = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+  EXPECT_EQ(reprint("<?xml version='1.0' encodingX='KOI8-R'?><a/>"), printed + "<a />\n");
+  EXPECT_EQ(reprint("<?xmlX encoding='KOI8-R'?><a/>"),
+            printed + "<?xmlX encoding='KOI8-R'?>\n<a />\n");
+}
+
 // --- Attributes given twice
 
 TEST(XmlDuplicateAttributes, AreRefused) {
@@ -642,6 +661,7 @@ TEST(XmlErrorPlace, OfTextOutsideTheRootCountsLineFeedsOnlyAsLineEnds) {
   expectErrorAt("<a/>\n\rtext", 2, 2);
   expectErrorAt("<a/>\r\n\rtext", 2, 2);
   expectErrorAt("<a/>\r\r\n\n text", 3, 2);
+  expectErrorAt("<a/>\nXtext", 2, 1);
 }
 
 TEST(XmlErrorPlace, OfAWrongEndTagIsThatTag) {
@@ -676,6 +696,8 @@ TEST(XmlErrorPlace, OfWhatIsNotClosedIsWhereItOpens) {
   expectErrorAt("<a>\n</a", 2, 1);
   expectErrorAt("<a>\nt</", 2, 2);
   expectErrorAt("<!-- x\n\n", 1, 1);
+  expectErrorAt("<X>\n<b>\n", 2, 1);
+  expectErrorAt("<a x='1' X='2'>\n<b>\n", 2, 1);
 }
 
 TEST(XmlErrorPlace, OfWhatIsNotClosedComesWithTheReason) {
@@ -711,6 +733,17 @@ TEST(XmlErrorPlace, InADocumentTypeIsThatOfTheFault) {
   expectErrorAt("<!DOCTYPE a\n [\n", 2, 2);
   expectErrorAt("<!DOCTYPE a\n [ ] x><a/>", 2, 6);
   expectErrorAt("\n<!DOCTYPE a ", 2, 1);
+}
+
+TEST(XmlErrorPlace, OfAStreamWithoutABufferIsTheBeginning) {
+  std::istream none(nullptr);
+  expectErrorAt(none, 1, 1);
+}
+
+TEST(XmlErrorPlace, IsThatInTheFileWhenOneCharacterWasRead) {
+  std::istringstream in(" <a b='1' b='2'/>");
+  in.get();
+  expectErrorAt(in, 1, 11);
 }
 
 TEST(XmlErrorPlace, IsThatInTheFileWhenEarlierLinesWereRead) {

@@ -85,6 +85,10 @@ const std::vector<Sample> samples = {
      declaration + "<a xml:space='preserv&#101;'> <b /></a>\n"},
     {"text below elements that hold none", "<a> <b><c>t</c> <d/></b> </a>",
      declaration + "<a>\n  <b>\n    <c>t</c>\n    <d />\n  </b>\n</a>\n"},
+    {"a single letter between elements", "<a> <b/>X<c/></a>",
+     declaration + "<a> <b />X<c /></a>\n"},
+    {"a section between elements", "<a> <b/><![CDATA[x]]><c/></a>",
+     declaration + "<a> <b /><![CDATA[x]]><c /></a>\n"},
     {"standalone", "<?xml version='1.0' standalone='yes'?><a/>",
      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<a />\n"},
 };
