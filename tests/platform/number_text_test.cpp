@@ -141,6 +141,8 @@ TEST_F(IntegerReading, GivesZeroUnlessTheWholeTextIsTheNumber) {
   expectIntegers({{"12abc", 0},
                   {"abc12", 0},
                   {"1 2", 0},
+                  {"12X", 0},
+                  {"X12", 0},
                   {"12;", 0},
                   {"0x10", 0},
                   {"", 0},

@@ -426,11 +426,29 @@ TEST(NewerXmlFormat, NeedsExactlyOneConversionOfADouble) {
                            "%f%f", "%f %d",
                            "%f%n", "%f%",
                            "%*f",  "%.*f",
-                           "%1$f", "%q"})
+                           "%1$f", "%q",
+                           "%X",   "%Xf",
+                           "%1Xf", "%.1Xf"})
     EXPECT_THROW(document.getRoot().setAttribute("b", 2.5, text), std::invalid_argument) << text;
   EXPECT_THROW(document.getRoot().setAttribute("b", 2.5, nullptr), std::invalid_argument);
 
   EXPECT_EQ(document.getRoot().findAttribute("b")->getData(), "1.5");
+}
+
+TEST(NewerXmlFormat, TellsWhyItIsRefused) {
+  try {
+    format(1.5, "%d");
+    FAIL();
+  } catch (const std::invalid_argument& refusal) {
+    EXPECT_STREQ(refusal.what(), "this is no format for one double");
+  }
+}
+
+TEST(NewerXmlFormat, TakesWidthAndPrecisionUpToThreeDigits) {
+  EXPECT_EQ(format(1.5, "%999.1f"), std::string(996, ' ') + "1.5");
+  EXPECT_EQ(format(1.5, "%.999f"), "1.5" + std::string(998, '0'));
+  EXPECT_THROW(format(1.5, "%1000f"), std::invalid_argument);
+  EXPECT_THROW(format(1.5, "%.1000f"), std::invalid_argument);
 }
 
 TEST(NewerXmlFormat, RefusesAWidthBeyondWhatPrintfCanCount) {

@@ -228,7 +228,7 @@ TEST(XmlEncoding, ThatWasDeclaredStaysWhateverIsSetLater) {
 }
 
 TEST(XmlEncoding, ThatWasDeclaredGivesWayWhereItIsUnknownOrUtf8AndNotTrue) {
-  for (const char* encoding : {"UTF-8", "UTF-16", "x-unknown", "-latin1", ""}) {
+  for (const char* encoding : {"UTF-8", "UTF-16", "x-unknown", "-latin1", "_latin1", ""}) {
     const std::string start = "<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?>";
     EXPECT_EQ(PlatformTest::reprint(start + "<a>\xC3\xA4</a>"),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\xC3\xA4</a>\n");
