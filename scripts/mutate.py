@@ -5,6 +5,7 @@ import collections
 import json
 import os
 import pathlib
+import random
 import re
 import resource
 import shutil
@@ -78,6 +79,8 @@ def choose_mutants(files, options):
     for mutants in files:
         count = -(-len(mutants) * wanted // total) if total else 0  # rounded up: no file without any
         chosen += [mutants[i * len(mutants) // count] for i in range(count)]
+    if options.minutes:  # which are soon over: what is done by then must be a fair sample
+        random.Random(0).shuffle(chosen)
     return chosen
 
 
@@ -220,6 +223,7 @@ def main():
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("--list", action="store_true")
     parser.add_argument("--number", type=int, default=0)
+    parser.add_argument("--minutes", type=float, default=0)
     parser.add_argument("--only", default="")
     options = parser.parse_args()
 
@@ -237,6 +241,8 @@ def main():
     results = {}
     unknown = 0
     for number, mutant in enumerate(mutants, 1):
+        if options.minutes and time.monotonic() - started > 60 * options.minutes:
+            break
         result = workshop.judge(mutant)
         results.setdefault(mutant.path, []).append(result)
         print(f"{result:8} {mutant}", file=everything, flush=True)
@@ -249,15 +255,15 @@ def main():
 
     print(f"\n{'file':40} {'mutants':>8} {'killed':>8} {'survived':>8}")
     every = [result for found in results.values() for result in found]
-    for path, found in [*results.items(), ("total", every)]:
+    for path, found in [*sorted(results.items()), ("total", every)]:
         killed, survived = found.count("killed"), found.count("survived")
         print(f"{path:40} {killed + survived:8} {killed:8} {survived:8}")
     print(f"{every.count('invalid')} more changes do not build; {unknown} survivors are not in"
           " docs/mutation.md")
     minutes = (time.monotonic() - started) / 60
     total = sum(map(len, files))
-    print(f"{len(mutants)} of all {total} changes took {minutes:.0f} minutes; all would take about"
-          f" {minutes * total / max(len(mutants), 1):.0f}")
+    print(f"{len(every)} of all {total} changes took {minutes:.0f} minutes; all would take about"
+          f" {minutes * total / max(len(every), 1):.0f}")
     return 1 if unknown else 0
 
 
