@@ -32,11 +32,11 @@ const std::string& Data::getName() const { return Store::getName(*this); }
 const AttributeData* Data::findAttribute(const std::string& name) const {
   const pugi::xml_attribute found = Store::lookUp(*this, name);
   if (!found) return nullptr;
-  const KvXmlView::AttributeHandle* const handle = KvXmlView::toHandle(found);
+  KvXmlView::AttributeHandle* const handle = KvXmlView::toHandle(found);
   for (const AttributeData* known = view.attributes; known != nullptr; known = known->next)
     if (known->attribute == handle) return known;
   AttributeData* const asked = view.store->attributes.make(1);
-  asked->attribute = KvXmlView::toHandle(found);
+  asked->attribute = handle;
   asked->data = XmlValue::resolve(found.value(), view.store->parsed.page);
   asked->next = view.attributes;
   view.attributes = asked;
@@ -52,32 +52,33 @@ Data* Data::createChild(const std::string& name) {
 }
 
 /// Lets the attribute of this name, where it was asked for, tell what it means now.
-void Data::refresh(const std::string& name) {
-  if (view.attributes == nullptr) return;
+void Data::refresh(const std::string& name, std::string& meant) noexcept {
   const pugi::xml_attribute changed = Store::lookUp(*this, name);
   for (AttributeData* known = view.attributes; known != nullptr; known = known->next)
-    if (known->attribute == KvXmlView::toHandle(changed))
-      known->data = XmlValue::resolve(changed.value(), view.store->parsed.page);
+    if (known->attribute == KvXmlView::toHandle(changed)) known->data.swap(meant);
 }
 
 void Data::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
+  // Made first: out of memory, nothing has changed.
+  std::string meant = XmlValue::resolve(XmlValue::write(value), nullptr);
   Store::setText(*this, name, value);
-  refresh(name);
+  refresh(name, meant);
 }
 
 void Data::setAttribute(const std::string& name, int value, bool /*flag*/) {
-  Store::setNumber(*this, name, NumberText::print(value).c_str());
-  refresh(name);
+  std::string text = NumberText::print(value);
+  Store::setNumber(*this, name, text.c_str());
+  refresh(name, text);
 }
 
 void Data::setAttribute(const std::string& name, double value) {
-  Store::setNumber(*this, name, NumberText::print(value).c_str());
-  refresh(name);
+  std::string text = NumberText::print(value);
+  Store::setNumber(*this, name, text.c_str());
+  refresh(name, text);
 }
 
 void Data::setAttribute(const std::string& name, double value, const char* format) {
-  Store::setText(*this, name, NumberText::print(value, format));
-  refresh(name);
+  setAttribute(name, NumberText::print(value, format), true);
 }
 
 void Data::removeChildren(const std::function<bool(const Data&)>& isUnwanted) {

@@ -1,5 +1,6 @@
 #include "xml_print.h"
 
+#include <algorithm>
 #include <cstring>
 #include <ostream>
 #include <string>
@@ -99,7 +100,7 @@ class Printer {
   void startLine() {
     if (kept) return;
     out << '\n';
-    for (int i = 0; i < level; ++i) out << "  ";
+    for (int i = 0; i < std::min(level, deepestIndent); ++i) out << "  ";
   }
 
   void printStart(const pugi::xml_node& node) {
@@ -136,6 +137,9 @@ class Printer {
     if (kept == element) kept = pugi::xml_node();
     out << "</" << element.name() << '>';
   }
+
+  // Deeper, a document would mostly consist of blanks.
+  static constexpr int deepestIndent = 50;
 
   const XmlParse::Parsed& parsed;
   Output& out;

@@ -9,7 +9,7 @@
 namespace XmlPrint {
 
 /// Prints all of `document` but the top-level node `hidden`, after a declaration on a line of its
-/// own that tells the encoding truthfully.
+/// own, see KvXmlTree::putToStream().
 void print(const pugi::xml_document& document, const pugi::xml_node& hidden,
            const XmlParse::Parsed& parsed, std::ostream& out);
 

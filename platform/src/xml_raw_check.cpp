@@ -13,13 +13,13 @@ struct Kinds {
   void add(std::string_view text) {
     for (const char c : text) {
       forbidden |= XmlText::isForbidden(c);
-      beyondAscii |= c;
+      beyondAscii |= static_cast<unsigned char>(c);
     }
   }
 
   // Of the size of a character, so that one operation does for many.
   unsigned char forbidden = 0;
-  char beyondAscii = 0;  // in the highest bit
+  unsigned char beyondAscii = 0;  // in the highest bit
 };
 
 [[noreturn]] void failAtForbidden(std::string_view text, const XmlSource::LineTable& lines) {

@@ -1,6 +1,12 @@
 #include "xml_shapes.h"
 
 namespace KvXmlView {
+namespace {
+
+// So many that ordinary documents never reach it.
+constexpr std::size_t mostShapes = 1024;
+
+}  // namespace
 
 Shape* Shape::followAnother(const char* name) {
   for (const std::unique_ptr<Shape>& shape : longer) {
@@ -13,29 +19,30 @@ Shape* Shape::followAnother(const char* name) {
 
 Shape* Shape::extend(const char* name) {
   if (Shape* const known = follow(name)) return known;
-  // So many that ordinary documents never reach it, and so few that looking at all costs little.
-  constexpr std::size_t mostShapes = 1024;
-  constexpr std::size_t mostLonger = 32;
+  constexpr std::size_t mostLonger = 32;  // so few that looking at all costs little
   if (*count >= mostShapes || longer.size() >= mostLonger) return nullptr;
 
   auto shape = std::make_unique<Shape>();
   shape->lastName = name;
   shape->count = count;
   shape->attributes = attributes;
-  shape->bits = bits;
-  const bool isAttribute = !lastName.empty();
-  if (isAttribute) {
-    shape->attributes.push_back({NameKey(shape->lastName), &shape->lastName});
-    shape->bits |= NameKey(shape->lastName).getBit();
-  }
+  shape->attributes.push_back({NameKey(shape->lastName), &shape->lastName});
+  shape->bits = bits | NameKey(shape->lastName).getBit();
   longer.push_back(std::move(shape));
   last = longer.back().get();
   ++*count;
   return last;
 }
 
-Shapes::Shapes() : count(std::make_unique<std::size_t>(0)), start(std::make_unique<Shape>()) {
-  start->count = count.get();
+Shape* Shapes::giveEmpty(const char* element) {
+  if (Shape* const known = findEmpty(element)) return known;
+  if (*count >= mostShapes) return nullptr;
+  Shape& shape = empty[element];
+  shape.lastName = element;
+  shape.count = count.get();
+  last = &shape;
+  ++*count;
+  return last;
 }
 
 }  // namespace KvXmlView

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -75,7 +77,7 @@ class Shape {
 
   Shape* followAnother(const char* name);
 
-  std::string lastName;  // of the element or of the last attribute
+  std::string lastName;  // of the last attribute, or of the element when there is none
   std::vector<Attribute> attributes;
   std::uint64_t bits = 0;  // of all attributes
   std::vector<std::unique_ptr<Shape>> longer;
@@ -86,16 +88,23 @@ class Shape {
 /// The shapes of one document.
 class Shapes {
  public:
-  Shapes();
-
   /// The shape of an element of this name without attributes, where it is known, or null.
-  Shape* findEmpty(const char* element) { return start->follow(element); }
+  /// Neighbours mostly have the same name, so that is tried first.
+  Shape* findEmpty(const char* element) {
+    if (last != nullptr && std::strcmp(last->lastName.c_str(), element) == 0) return last;
+    const auto found = empty.find(std::string_view(element));
+    if (found == empty.end()) return nullptr;
+    last = &found->second;
+    return last;
+  }
+
   /// The same; made when it is not known, see Shape::extend(). `element` is an XML name.
-  Shape* giveEmpty(const char* element) { return start->extend(element); }
+  Shape* giveEmpty(const char* element);
 
  private:
-  std::unique_ptr<std::size_t> count;
-  std::unique_ptr<Shape> start;  // followed by the names of elements
+  std::unique_ptr<std::size_t> count = std::make_unique<std::size_t>(0);  // of all shapes
+  std::map<std::string, Shape, std::less<>> empty;
+  Shape* last = nullptr;  // of `empty`
 };
 
 }  // namespace KvXmlView

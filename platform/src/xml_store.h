@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <new>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -358,9 +359,10 @@ struct Store {
   AttributePool<Element> attributes;
   Element* root = nullptr;
   Element* standalone = nullptr;
-  std::vector<Element*> detached;         // not owned
-  std::vector<Element*> added;            // once detached, now owned
-  std::unordered_set<std::string> names;  // of elements, each text once
+  std::vector<Element*> detached;  // not owned
+  std::vector<Element*> added;     // once detached, now owned
+  std::set<std::string, std::less<>>
+      names;  // of elements, each text once; no choice of them is slow
   std::vector<std::unique_ptr<Store>> takenOver;
   const std::string* lastName = nullptr;
   AttributeCursor cursor;

@@ -258,6 +258,18 @@ TEST(XmlPrinting, OfAThousandLevelsReadsBack) {
   EXPECT_EQ(reprint(printed), printed);
 }
 
+// Else a document of 100 KB could print as 40 MB of blanks.
+TEST(XmlPrinting, IndentsFiftyLevelsAtMost) {
+  const std::string start = repeat("<a>", 60);
+  const std::string printed = reprint(start + "<b/>" + repeat("</a>", 60));
+
+  EXPECT_NE(printed.find("\n" + std::string(98, ' ') + "<a>\n" + std::string(100, ' ') + "<a>\n" +
+                         std::string(100, ' ') + "<a>\n"),
+            std::string::npos);
+  EXPECT_NE(printed.find("\n" + std::string(100, ' ') + "<b />\n"), std::string::npos);
+  EXPECT_EQ(reprint(printed), printed);
+}
+
 TEST(XmlPrinting, ShowsWhatWasChangedAmongWhatWasKept) {
   const auto tree = parse("<a x='1'><!-- kept --><b y='2'>text</b><c/></a>");
   KvXmlData* const root = tree->findRoot("a", true);

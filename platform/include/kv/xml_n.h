@@ -95,7 +95,7 @@ class KV_API Data {
   friend struct KvXmlView::Store<Data>;
   friend class KvXmlView::Pool<Data>;
   Data();
-  void refresh(const std::string& name);
+  void refresh(const std::string& name, std::string& meant) noexcept;
 
   KvXmlView::ElementView<Data, AttributeData> view;
 };

@@ -76,8 +76,8 @@ class KV_API KvXmlAttributeData {
   void refer(KvXmlView::AttributeHandle* attribute);
 
   // Of a document's memory the attributes are the greater part, so this is all: the parser's
-  // attribute until its text was asked for as a string, then (lowest bit set) a heap block that
-  // holds both.
+  // attribute until its text was asked for as a string, or needs the code page, then (lowest bit
+  // set) a heap block that holds both.
   mutable std::uintptr_t word = 0;
 };
 
