@@ -343,7 +343,6 @@ struct Store {
       moving[i]->view.node = toHandle(copies[i]);
       detached.push_back(moving[i]);
     }
-    cursor.reset();
     for (Element* view : views) {
       view->view.store = this;
       rebind(*view);
