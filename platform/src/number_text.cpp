@@ -30,8 +30,8 @@ std::string_view trim(std::string_view text) {
 /// The number proper: trimmed, without one leading '+'. A second sign stays and is refused later.
 std::string_view stripNumber(std::string_view text) {
   text = trim(text);
-  const bool signedTwice = text.size() > 1 && text[0] == '+' && text[1] == '-';
-  if (!text.empty() && text[0] == '+' && !signedTwice) text.remove_prefix(1);
+  const bool signedTwice = text.substr(0, 2) == "+-";
+  if (text.substr(0, 1) == "+" && !signedTwice) text.remove_prefix(1);
   return text;
 }
 

@@ -87,6 +87,7 @@ const std::vector<Sample> samples = {
      declaration + "<a>\n  <b>\n    <c>t</c>\n    <d />\n  </b>\n</a>\n"},
     {"a single letter between elements", "<a> <b/>X<c/></a>",
      declaration + "<a> <b />X<c /></a>\n"},
+    {"a single sign between elements", "<a> <b/>=<c/></a>", declaration + "<a> <b />=<c /></a>\n"},
     {"a section between elements", "<a> <b/><![CDATA[x]]><c/></a>",
      declaration + "<a> <b /><![CDATA[x]]><c /></a>\n"},
     {"standalone", "<?xml version='1.0' standalone='yes'?><a/>",
