@@ -182,6 +182,12 @@ TEST(XmlParsing, TurnsWhiteSpaceOfAnAttributeIntoSpaces) {
   EXPECT_EQ(tree->findRoot("a", true)->findAttribute("b")->getData(), "1 2 3 4");
 }
 
+TEST(XmlParsing, TurnsEachLineEndOfAnAttributeIntoOneSpace) {
+  const auto tree = parse("<a b='\r\n1\r\n\r\n2\n\r3&amp;\r\n'/>");
+
+  EXPECT_EQ(tree->findRoot("a", true)->findAttribute("b")->getData(), " 1  2  3& ");
+}
+
 TEST(XmlParsing, KeepsEntityDeclarationsThatAreNotUsed) {
   const std::string text =
       "<!DOCTYPE a [<!ENTITY e SYSTEM '/etc/hostname'><!ENTITY f '&e;'>]>\n<a />\n";
