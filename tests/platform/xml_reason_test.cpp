@@ -45,6 +45,8 @@ TEST(XmlReason, NamesTheMarkupThatIsMalformed) {
       {"<a b=1/>", "this attribute is malformed or not closed"},
       {"<a //>", "this start tag is malformed or not closed"},
       {"<a></a", "this end tag is malformed or not closed"},
+      {"<ab></a", "this end tag does not close the element that is open"},
+      {"<a></", "this end tag is malformed or not closed"},
       {"<!-- x", "this comment is malformed or not closed"},
       {"<a><![CDATA[x", "this CDATA section is malformed or not closed"},
       {"<a><!DOCTYPE a></a>", "this document type declaration is malformed or not closed"},
