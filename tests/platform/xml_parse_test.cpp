@@ -733,6 +733,8 @@ TEST(XmlErrorPlace, InADocumentTypeIsThatOfTheFault) {
   expectErrorAt("<!DOCTYPE a\n [\n <!ENTITY b\n 'c]><a/>", 4, 2);
   expectErrorAt("<!DOCTYPE a\n [\n <!-- x ]><a/>", 3, 2);
   expectErrorAt("<!DOCTYPE a\n [\n <?p x ]><a/>", 3, 2);
+  expectErrorAt("<!DOCTYPE a\n [\n <?1 x?> ]><a/>", 3, 4);
+  expectErrorAt("<!DOCTYPE a\n [\n <?xml x?> ]><a/>", 3, 4);
   expectErrorAt("<!DOCTYPE a\n [\n %p ]><a/>", 3, 4);
   expectErrorAt("<!DOCTYPE a\n [\n <!ENTITY b <c> ]><a/>", 3, 13);
   expectErrorAt("<!DOCTYPE a\n [\n <a/>", 3, 2);
