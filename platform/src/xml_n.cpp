@@ -53,6 +53,7 @@ Data* Data::createChild(const std::string& name) {
 
 /// Lets the attribute of this name, where it was asked for, tell what it means now.
 void Data::refresh(const std::string& name, std::string& meant) noexcept {
+  if (view.attributes == nullptr) return;
   const pugi::xml_attribute changed = Store::lookUp(*this, name);
   for (AttributeData* known = view.attributes; known != nullptr; known = known->next)
     if (known->attribute == KvXmlView::toHandle(changed)) known->data.swap(meant);
@@ -60,7 +61,8 @@ void Data::refresh(const std::string& name, std::string& meant) noexcept {
 
 void Data::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
   // Made first: out of memory, nothing has changed.
-  std::string meant = XmlValue::resolve(XmlValue::write(value), nullptr);
+  std::string meant;
+  if (view.attributes != nullptr) meant = XmlValue::resolve(XmlValue::write(value), nullptr);
   Store::setText(*this, name, value);
   refresh(name, meant);
 }

@@ -142,11 +142,11 @@ struct Store {
 
   Element* makeView(const pugi::xml_node& node, Element* parent) {
     Element* const element = elements.make(1);
-    stand(*element, node, parent);
+    bind(*element, node, parent);
     return element;
   }
 
-  void stand(Element& element, const pugi::xml_node& node, Element* parent) {
+  void bind(Element& element, const pugi::xml_node& node, Element* parent) {
     element.view.store = this;
     element.view.node = toHandle(node);
     element.view.parent = parent;
