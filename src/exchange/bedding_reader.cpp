@@ -110,7 +110,7 @@ class Reading {
   void send(const Arguments&... arguments) {
     if (data.messenger == nullptr) return;
     (data.messenger->*Message)(arguments...);
-    known.doubt();
+    known.listMayHaveChanged();
   }
 
   const ExchangeKeys& keys = getExchangeKeys();
@@ -126,7 +126,7 @@ void Reading::run() {
     Result foundation = readElement(*element);
     if (foundation == nullptr) continue;
     data.manager->add(std::move(foundation));
-    known.noteLast();
+    known.recordLast();
     ++count;
   }
   send<&ReadMessenger::onReadFinished>(count);

@@ -37,20 +37,20 @@ std::string KnownFoundations::makeFreeName(const std::string& wanted) {
   return candidate;
 }
 
-void KnownFoundations::noteLast() {
+void KnownFoundations::recordLast() {
   if (!tables) return;
   if (isWatched) addEntry(list.back());
-  if (areTrusted) enterNext();
+  if (tablesMatchList) enterNext();
 }
 
 bool KnownFoundations::useTables() {
   if (!tables && walks++ < fewWalks) return false;
-  if (areTrusted) return true;
+  if (tablesMatchList) return true;
   if (!tables || !areEntriesValid()) tables.emplace(std::max(expectedSize, list.size()));
   if (isWatched)
     while (tables->entries.size() < list.size()) addEntry(list[tables->entries.size()]);
   while (tables->entered < list.size()) enterNext();
-  areTrusted = true;
+  tablesMatchList = true;
   return true;
 }
 

@@ -33,12 +33,12 @@ class KnownFoundations {
   /// not have.
   std::string makeFreeName(const std::string& wanted);
 
-  /// Takes note of the foundation just appended. Even in doubt: only what was noted can be seen to
-  /// have changed or gone later.
-  void noteLast();
+  /// Records the foundation just appended, also after listMayHaveChanged(): only what was recorded
+  /// can be seen to have changed or gone later.
+  void recordLast();
 
   /// To be called when others may have changed the list or its foundations.
-  void doubt() { areTrusted = false; }
+  void listMayHaveChanged() { tablesMatchList = false; }
 
  private:
   /// A foundation as it was when it was noted.
@@ -72,7 +72,7 @@ class KnownFoundations {
   bool isWatched;
   int walks = 0;
   std::optional<Tables> tables;
-  bool areTrusted = false;  // the tables are those of the list
+  bool tablesMatchList = false;
 };
 
 }  // namespace Found::Umo

@@ -124,15 +124,15 @@ void FoundationManager::createFromXml(KvXmlData* data) {
   if (list == nullptr) return;
 
   // Each is numbered and named as giveFoundation() would, and then given the number it brings.
-  Succession succession(foundations);
+  DefaultNumbering numbering(foundations);
   for (const KvXmlData* element : list->getChildren()) {
     if (element->getName() != keys.foundation) continue;
     const int number = readInteger(*element, keys.number, notNumbered);
     std::unique_ptr<Foundation> created = readFoundation(*element);
-    created->setNumber(number != notNumbered ? number : succession.giveNumber());
-    if (created->getName().empty()) created->setName(succession.giveName());
+    created->setNumber(number != notNumbered ? number : numbering.giveNumber());
+    if (created->getName().empty()) created->setName(numbering.giveName());
     add(std::move(created));
-    succession.noteLast();
+    numbering.recordLast();
   }
 
   if (const KvXmlAttributeData* const current = list->findAttribute(keys.current))

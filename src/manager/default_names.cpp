@@ -41,11 +41,11 @@ long long findDefaultNumber(std::string_view name) {
   return isFilledUp && isWhole && number > 0 ? number : 0;
 }
 
-int Succession::giveNumber() const { return followNumber(highest); }
+int DefaultNumbering::giveNumber() const { return followNumber(highest); }
 
-std::string Succession::giveName() {
+std::string DefaultNumbering::giveName() {
   if (!namesKnown)
-    for (const Foundation* foundation : list) noteName(*foundation);
+    for (const Foundation* foundation : list) recordName(*foundation);
   namesKnown = true;
 
   long long candidate = std::max<long long>(giveNumber(), nextCandidate);
@@ -55,12 +55,12 @@ std::string Succession::giveName() {
   return makeDefaultName(candidate);
 }
 
-void Succession::noteLast() {
+void DefaultNumbering::recordLast() {
   highest = std::max(highest, list.back()->getNumber());
-  if (namesKnown) noteName(*list.back());
+  if (namesKnown) recordName(*list.back());
 }
 
-void Succession::noteName(const Foundation& foundation) {
+void DefaultNumbering::recordName(const Foundation& foundation) {
   const long long number = findDefaultNumber(foundation.getName());
   if (number > 0) taken.push(number);
 }

@@ -25,10 +25,10 @@ long long findDefaultNumber(std::string_view name);
 /// Numbers and default names for many foundations that are appended to an empty list one after
 /// another, while nothing else changes the list: what giveFoundation() finds by walking the list
 /// each time, this remembers, so that reading a document takes a time in proportion to its size.
-class Succession {
+class DefaultNumbering {
  public:
   /// `growing` is empty, and gets no null.
-  explicit Succession(const std::vector<Foundation*>& growing) : list(growing) {}
+  explicit DefaultNumbering(const std::vector<Foundation*>& growing) : list(growing) {}
 
   /// One above the highest positive number in the list.
   int giveNumber() const;
@@ -37,10 +37,10 @@ class Succession {
   std::string giveName();
 
   /// Takes note of the foundation just appended, whose name and number are final.
-  void noteLast();
+  void recordLast();
 
  private:
-  void noteName(const Foundation& foundation);
+  void recordName(const Foundation& foundation);
 
   const std::vector<Foundation*>& list;
   int highest = 0;
