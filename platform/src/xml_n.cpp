@@ -53,10 +53,8 @@ Data* Data::createChild(const std::string& name) {
 
 /// Lets the attribute of this name, where it was asked for, tell what it means now.
 void Data::refresh(const std::string& name, std::string& meant) noexcept {
-  if (view.attributes == nullptr) return;
-  const pugi::xml_attribute changed = Store::lookUp(*this, name);
   for (AttributeData* known = view.attributes; known != nullptr; known = known->next)
-    if (known->attribute == KvXmlView::toHandle(changed)) known->data.swap(meant);
+    if (KvXmlView::fromHandle(known->attribute).name() == name) known->data.swap(meant);
 }
 
 void Data::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
