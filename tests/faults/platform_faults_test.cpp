@@ -279,11 +279,13 @@ struct DocumentScene {
   KvXmlN::Data& root() { return document->getRoot(); }
 
   std::string describe() const {
-    const std::string text = print(*document);
+    std::string text = print(*document);
+    if (asked != nullptr) text += "; tells " + asked->getData();
     return result.empty() ? text : text + "; gives " + result;
   }
 
   std::unique_ptr<KvXmlN::Document> document;
+  const KvXmlN::AttributeData* asked = nullptr;
   std::string result;
 };
 
@@ -326,6 +328,12 @@ Operations documents() {
       onDocument(
           "SetText", Meets::Memory,
           [](DocumentScene& s) { s.root().setAttribute("x", longText, true); }, withX(longText)),
+      makeOperation<DocumentScene>(
+          "SetText_OfOneThatWasAskedFor", Meets::Memory,
+          [](DocumentScene& s) { s.asked = s.root().findAttribute("b"); },
+          [](DocumentScene& s) { s.root().setAttribute("b", longText, true); },
+          {plainPrinted + "; tells 1"},
+          replaceIn(plainPrinted, "\"1\"", "\"" + longText + "\"") + "; tells " + longText),
       onDocument(
           "SetInteger", Meets::Memory,
           [](DocumentScene& s) { s.root().setAttribute("x", 7, true); }, withX("7")),
