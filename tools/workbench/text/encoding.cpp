@@ -47,7 +47,7 @@ std::string toUtf8(const std::string& name) {
 
 std::string convert(const std::string& name, Kind kind) {
   if (kind == Kind::ascii) return name;
-  const std::string utf8 = toUtf8(name);
+  std::string utf8 = toUtf8(name);
   if (kind == Kind::utf8) return utf8;
   std::string text;
   for (std::string_view rest = utf8; !rest.empty();) text += toCodePage(Utf8::take(rest));
