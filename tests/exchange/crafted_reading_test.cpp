@@ -142,5 +142,19 @@ TEST(CraftedNumberReading, TakesNoLongerWhereBothHalvesOfAllNumbersAreAlike) {
             mostTimes * measureCurves([](int i) { return i; }));
 }
 
+TEST(CraftedNumberReading, RefusesEachNumberThatIsGivenAgain) {
+  KvXmlN::Document document("Beddings");
+  for (int i = 1; i <= 200; ++i) {
+    KvXmlN::Data& element = *document.getRoot().createChild("CurveBedding");
+    element.setAttribute("Number", (i % 100 + 1) * 0x10001, true);
+    element.setAttribute("Name", "A" + std::to_string(i), true);
+  }
+  const Tools::VersionText version("2.0");
+  FoundationManager manager;
+  Found::Umo::BeddingReader(manager, version).read(document.getRoot());
+
+  EXPECT_EQ(manager.getFoundations().size(), 100u);
+}
+
 }  // namespace
 }  // namespace ExchangeTest
