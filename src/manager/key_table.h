@@ -30,7 +30,6 @@ class KeyTable {
     const std::uint32_t hash = hashOf(key);
     for (Entry* entry = getEntry(findFirst(hash)); entry != nullptr; entry = getEntry(entry->next))
       if (entry->hash == hash && entry->key == key) return &entry->value;
-    if (overflow.empty()) return nullptr;
     const auto place = overflow.find(key);
     return place != overflow.end() ? &place->second : nullptr;
   }
