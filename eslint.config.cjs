@@ -1,0 +1,18 @@
+// For the scripts of pages, which scripts/check-web.sh checks.
+const { configs } = require("@eslint/js");
+
+module.exports = [
+  { ignores: ["build*/"] },
+  configs.recommended,
+  {
+    files: ["tools/**/*.js"],
+    languageOptions: { sourceType: "script", globals: { document: "readonly" } },
+    rules: {
+      eqeqeq: "error",
+      "no-implicit-globals": "error",
+      "no-shadow": "error",
+      "no-var": "error",
+      "prefer-const": "error",
+    },
+  },
+];
