@@ -59,7 +59,7 @@ Status prune(const PruneOptions& options, std::ostream& notes);
 struct ReportOptions {
   std::string in = "-";
   std::string out = "-";
-  ReportBars::Units units;
+  Report::Units units;
   std::optional<std::string> version;
 };
 Status report(const ReportOptions& options, std::ostream& notes);

@@ -25,7 +25,7 @@ bool holdsDocument(const std::string& path) {
 /// A unit as it is shown; one that is blank counts as none.
 std::string readUnit(const std::string& given) {
   std::string unit = DisplayText::fromName(given);
-  return ReportText::isBlank(unit) ? "" : unit;
+  return Report::isBlank(unit) ? "" : unit;
 }
 
 }  // namespace
@@ -33,7 +33,7 @@ std::string readUnit(const std::string& given) {
 namespace Commands {
 
 Status report(const ReportOptions& options, std::ostream& notes) {
-  const ReportBars::Units units = {readUnit(options.units.force), readUnit(options.units.length)};
+  const Report::Units units = {readUnit(options.units.force), readUnit(options.units.length)};
   if (units.force.empty() != units.length.empty())
     throw UserError(
         "--unit-force and --unit-length are given together or not at all; see kvfound report "
@@ -49,7 +49,7 @@ Status report(const ReportOptions& options, std::ostream& notes) {
   const Checks::Findings findings = Checks::find(document);
   output.create();
   std::ostringstream page;
-  ReportPage::print({document, manager, findings, units}, page);
+  Report::printPage({document, manager, findings, units}, page);
   output.write(page.str());
   output.commit();
   return Status::done;

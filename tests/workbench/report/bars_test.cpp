@@ -9,12 +9,12 @@
 namespace {
 
 using Found::Foundation;
-using ReportBars::Bar;
-using ReportBars::Part;
+using Report::Bar;
+using Report::Part;
 
-std::vector<std::string> listUnits(Part part, const ReportBars::Units& units) {
+std::vector<std::string> listUnits(Part part, const Report::Units& units) {
   std::vector<std::string> texts;
-  for (const ReportBars::Direction& direction : ReportBars::listDirections(part, units))
+  for (const Report::Direction& direction : Report::listDirections(part, units))
     texts.push_back(std::string(direction.name) + " " + direction.unit);
   return texts;
 }
@@ -39,8 +39,8 @@ TEST(ReportBars, AreAStiffnessAndAFailureForEachDirection) {
   foundation.setFailAreaZ(Foundation::Tension);
   foundation.setFailLineX(Foundation::Compression);
 
-  const std::vector<Bar> areas = ReportBars::listBars(Part::area, foundation);
-  const std::vector<Bar> lines = ReportBars::listBars(Part::line, foundation);
+  const std::vector<Bar> areas = Report::listBars(Part::area, foundation);
+  const std::vector<Bar> lines = Report::listBars(Part::line, foundation);
 
   ASSERT_EQ(areas.size(), 3u);
   EXPECT_EQ(areas[0].value, 1.0);
@@ -68,8 +68,8 @@ TEST(ReportBars, AreDrawnWhereALogarithmicScaleHasAPlace) {
               {{true, nan, Foundation::None}, false, true},
               {{false, 1.0, Foundation::None}, false, false}};
   for (const auto& row : rows) {
-    EXPECT_EQ(ReportBars::isDrawable(row.bar), row.isDrawable) << row.bar.value;
-    EXPECT_EQ(ReportBars::isBeyond(row.bar), row.isBeyond) << row.bar.value;
+    EXPECT_EQ(Report::isDrawable(row.bar), row.isDrawable) << row.bar.value;
+    EXPECT_EQ(Report::isBeyond(row.bar), row.isBeyond) << row.bar.value;
   }
 }
 

@@ -12,13 +12,13 @@ namespace {
 
 using Documents::Document;
 
-std::string print(const std::string& bytes, const ReportBars::Units& units = {}) {
+std::string print(const std::string& bytes, const Report::Units& units = {}) {
   Document document({"folder/file.xml", "", bytes});
   Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
   const Checks::Findings findings = Checks::find(document);
   std::ostringstream out;
-  ReportPage::print({document, manager, findings, units}, out);
+  Report::printPage({document, manager, findings, units}, out);
   return out.str();
 }
 
@@ -125,10 +125,10 @@ TEST(ReportPage, LinksFindingsToTheRowsThatTheyAreAbout) {
 TEST(ReportPage, AllowsNoScriptButItsOwn) {
   const std::string page = print(makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='7'/>"));
 
-  EXPECT_TRUE(holds(page, "script-src 'sha256-" + std::string(ReportAssets::scriptSha256) + "'"));
+  EXPECT_TRUE(holds(page, "script-src 'sha256-" + std::string(Report::scriptSha256) + "'"));
   EXPECT_EQ(count(page, "<script"), 1u);
-  EXPECT_EQ(std::string(ReportAssets::scriptSha256).size(), 44u);
-  EXPECT_EQ(std::string(ReportAssets::script).front(), '\n');
+  EXPECT_EQ(std::string(Report::scriptSha256).size(), 44u);
+  EXPECT_EQ(std::string(Report::script).front(), '\n');
 }
 
 }  // namespace

@@ -8,10 +8,10 @@
 namespace {
 
 using Found::Foundation;
-using ReportBars::Bar;
-using ReportBars::Part;
-using ReportScale::Scale;
-using ReportScale::Summary;
+using Report::Bar;
+using Report::Part;
+using Report::Scale;
+using Report::Summary;
 
 Scale makeScale(double least, double greatest) {
   Scale scale;
@@ -83,8 +83,8 @@ TEST(ReportSummary, IsOfThoseThatHaveThePart) {
   line.setRotLine(&rotation);
   const std::vector<Foundation*> foundations = {&surface, &line};
 
-  const std::vector<Summary> areas = ReportScale::summarize(foundations, Part::area);
-  const std::vector<Summary> lines = ReportScale::summarize(foundations, Part::line);
+  const std::vector<Summary> areas = Report::summarize(foundations, Part::area);
+  const std::vector<Summary> lines = Report::summarize(foundations, Part::line);
 
   ASSERT_EQ(areas.size(), 3u);
   EXPECT_EQ(areas[2].range.getGreatest(), 3.0);
@@ -95,13 +95,13 @@ TEST(ReportSummary, IsOfThoseThatHaveThePart) {
 }
 
 TEST(ReportScales, AreOneForAllTranslationsAndOneForRotation) {
-  const auto directions = ReportBars::listDirections(Part::line, {});
+  const auto directions = Report::listDirections(Part::line, {});
   std::vector<Summary> summaries(4);
   summaries[0].range.include(1.0);
   summaries[2].range.include(100.0);
   summaries[3].range.include(7.0);
 
-  const ReportScale::Scales scales = ReportScale::makeScales(directions, summaries);
+  const Report::Scales scales = Report::makeScales(directions, summaries);
 
   EXPECT_EQ(scales.translation.getLeast(), 1.0);
   EXPECT_EQ(scales.translation.getGreatest(), 100.0);

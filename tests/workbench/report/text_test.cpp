@@ -28,53 +28,53 @@ TEST(ReportText, RoundsLongValuesAndMarksThem) {
               {1e-300, "1e-300"},
               {std::numeric_limits<double>::infinity(), "inf"},
               {std::numeric_limits<double>::quiet_NaN(), "nan"}};
-  for (const auto& row : rows) EXPECT_EQ(ReportText::showValue(row.value), row.text);
+  for (const auto& row : rows) EXPECT_EQ(Report::showValue(row.value), row.text);
 }
 
 TEST(ReportText, ShowsNamesThatConsistOfBlanks) {
-  EXPECT_EQ(ReportText::showName("A b"), "A b");
-  EXPECT_EQ(ReportText::showName(" "), "\" \"");
-  EXPECT_EQ(ReportText::showName(""), "\"\"");
-  EXPECT_EQ(ReportText::showName("\xE2\x80\x8B\xC2\xAD"), "\"\\u200B\\u00AD\"");
-  EXPECT_EQ(ReportText::showName("a\n"), "a\\n");
+  EXPECT_EQ(Report::showName("A b"), "A b");
+  EXPECT_EQ(Report::showName(" "), "\" \"");
+  EXPECT_EQ(Report::showName(""), "\"\"");
+  EXPECT_EQ(Report::showName("\xE2\x80\x8B\xC2\xAD"), "\"\\u200B\\u00AD\"");
+  EXPECT_EQ(Report::showName("a\n"), "a\\n");
 }
 
 TEST(ReportText, LimitsMarksOverOneLetter) {
   const std::string mark = "\xCC\x81";
   const std::string four = mark + mark + mark + mark;
 
-  EXPECT_EQ(ReportText::limitMarks("a" + four + "b"), "a" + four + "b");
-  EXPECT_EQ(ReportText::limitMarks("a" + four + mark + mark + "b"), "a" + four +
-                                                                        "\xE2\x80\xA6"
-                                                                        "b");
+  EXPECT_EQ(Report::limitMarks("a" + four + "b"), "a" + four + "b");
+  EXPECT_EQ(Report::limitMarks("a" + four + mark + mark + "b"), "a" + four +
+                                                                    "\xE2\x80\xA6"
+                                                                    "b");
 }
 
 TEST(ReportText, NamesFailures) {
-  EXPECT_EQ(ReportText::nameFailure(Foundation::None), "");
-  EXPECT_EQ(ReportText::nameFailure(Foundation::Tension), "tension");
-  EXPECT_EQ(ReportText::nameFailure(Foundation::Compression), "compression");
-  EXPECT_EQ(ReportText::nameFailure(static_cast<Foundation::Failure>(7)), "mode 7");
+  EXPECT_EQ(Report::nameFailure(Foundation::None), "");
+  EXPECT_EQ(Report::nameFailure(Foundation::Tension), "tension");
+  EXPECT_EQ(Report::nameFailure(Foundation::Compression), "compression");
+  EXPECT_EQ(Report::nameFailure(static_cast<Foundation::Failure>(7)), "mode 7");
 }
 
 TEST(ReportText, Counts) {
-  EXPECT_EQ(ReportText::count(0, "finding"), "0 findings");
-  EXPECT_EQ(ReportText::count(1, "finding"), "1 finding");
-  EXPECT_EQ(ReportText::showSpan("row", 13, 13), "row 13");
-  EXPECT_EQ(ReportText::showSpan("row", 13, 24), "rows 13 to 24");
+  EXPECT_EQ(Report::count(0, "finding"), "0 findings");
+  EXPECT_EQ(Report::count(1, "finding"), "1 finding");
+  EXPECT_EQ(Report::showSpan("row", 13, 13), "row 13");
+  EXPECT_EQ(Report::showSpan("row", 13, 24), "rows 13 to 24");
 }
 
 TEST(ReportText, JoinsWhatIsThere) {
-  EXPECT_EQ(ReportText::join("", ""), "");
-  EXPECT_EQ(ReportText::join("a", ""), "a");
-  EXPECT_EQ(ReportText::join("", "b"), "b");
-  EXPECT_EQ(ReportText::join("a", "b"), "a, b");
-  EXPECT_EQ(ReportText::listMarks(true, true), "current, generated");
-  EXPECT_EQ(ReportText::listMarks(false, false), "");
+  EXPECT_EQ(Report::join("", ""), "");
+  EXPECT_EQ(Report::join("a", ""), "a");
+  EXPECT_EQ(Report::join("", "b"), "b");
+  EXPECT_EQ(Report::join("a", "b"), "a, b");
+  EXPECT_EQ(Report::listMarks(true, true), "current, generated");
+  EXPECT_EQ(Report::listMarks(false, false), "");
 }
 
 TEST(ReportHtml, OpensAndClosesNothing) {
-  EXPECT_EQ(ReportHtml::escape("a<b>&\"'c"), "a&lt;b&gt;&amp;&quot;&#39;c");
-  EXPECT_EQ(ReportHtml::showName("<\n>"), "&lt;\\n&gt;");
+  EXPECT_EQ(Report::escape("a<b>&\"'c"), "a&lt;b&gt;&amp;&quot;&#39;c");
+  EXPECT_EQ(Report::escapeName("<\n>"), "&lt;\\n&gt;");
 }
 
 }  // namespace

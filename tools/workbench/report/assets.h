@@ -1,7 +1,7 @@
 #pragma once
 
 /// What stands in every report as it is.
-namespace ReportAssets {
+namespace Report {
 
 extern const char* const styleSheet;
 
@@ -10,4 +10,4 @@ extern const char* const script;
 /// Of `script`, in base 64: no other script runs in a report.
 extern const char* const scriptSha256;
 
-}  // namespace ReportAssets
+}  // namespace Report

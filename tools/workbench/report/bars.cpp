@@ -4,7 +4,7 @@
 
 #include "foundations/parts.h"
 
-namespace ReportBars {
+namespace Report {
 namespace {
 
 using Found::Foundation;
@@ -63,4 +63,4 @@ bool isDrawable(const Bar& bar) {
 
 bool isBeyond(const Bar& bar) { return bar.isPresent && bar.value != 0.0 && !isDrawable(bar); }
 
-}  // namespace ReportBars
+}  // namespace Report

@@ -6,7 +6,7 @@
 #include "found/foundation.h"
 
 /// What a report shows of a foundation, part by part.
-namespace ReportBars {
+namespace Report {
 
 enum class Part { area, line };
 
@@ -42,4 +42,4 @@ bool isDrawable(const Bar& bar);
 /// True for one that is there but has none, though it is not zero: negative, infinite, no number.
 bool isBeyond(const Bar& bar);
 
-}  // namespace ReportBars
+}  // namespace Report

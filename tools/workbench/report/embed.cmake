@@ -33,9 +33,9 @@ file(
   WRITE ${OUTPUT}
   "#include \"report/assets.h\"
 
-const char* const ReportAssets::styleSheet = R\"asset(${style_sheet})asset\";
+const char* const Report::styleSheet = R\"asset(${style_sheet})asset\";
 
-const char* const ReportAssets::script = R\"asset(${script})asset\";
+const char* const Report::script = R\"asset(${script})asset\";
 
-const char* const ReportAssets::scriptSha256 = \"${hash}\";
+const char* const Report::scriptSha256 = \"${hash}\";
 ")

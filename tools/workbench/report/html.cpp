@@ -2,7 +2,7 @@
 
 #include "report/text.h"
 
-namespace ReportHtml {
+namespace Report {
 namespace {
 
 void appendEscaped(std::string& text, char c) {
@@ -35,6 +35,6 @@ std::string escape(const std::string& text) {
   return escaped;
 }
 
-std::string showName(const std::string& name) { return escape(ReportText::showName(name)); }
+std::string escapeName(const std::string& name) { return escape(showName(name)); }
 
-}  // namespace ReportHtml
+}  // namespace Report

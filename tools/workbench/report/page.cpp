@@ -15,24 +15,21 @@
 #include "report/text.h"
 #include "text/display_text.h"
 
+namespace Report {
 namespace {
 
 using Documents::Form;
 using Found::Foundation;
-using ReportBars::Part;
-using ReportHtml::escape;
-using ReportHtml::showName;
-using ReportText::count;
 
 constexpr std::size_t mostFindings = 50;  // more of them are folded
 
 class PagePrinter {
  public:
-  PagePrinter(const ReportContent& shown, std::ostream& target)
+  PagePrinter(const Content& shown, std::ostream& target)
       : content(shown),
         foundations(shown.manager.getFoundations()),
         findings(shown.findings.list()),
-        title(showName(Paths::toText(Paths::fromText(shown.document.getShownPath()).filename()))),
+        title(escapeName(Paths::toText(Paths::fromText(shown.document.getShownPath()).filename()))),
         out(target) {
     for (const Foundation* foundation : foundations) places.emplace(foundation, places.size());
   }
@@ -52,7 +49,7 @@ class PagePrinter {
     }
     printFindings();
     out << "</main>\n<footer>Made by kvfound " KVFOUND_VERSION ".</footer>\n";
-    if (!foundations.empty()) out << "<script>" << ReportAssets::script << "</script>\n";
+    if (!foundations.empty()) out << "<script>" << script << "</script>\n";
     out << "</body>\n</html>\n";
   }
 
@@ -62,10 +59,10 @@ class PagePrinter {
     out << "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
            "'unsafe-inline'; script-src 'sha256-"
-        << ReportAssets::scriptSha256
+        << scriptSha256
         << "'\">\n<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
            "<title>Beddings of "
-        << title << "</title>\n<style>" << ReportAssets::styleSheet << "</style>\n</head>\n";
+        << title << "</title>\n<style>" << styleSheet << "</style>\n</head>\n";
   }
 
   void printHeader() {
@@ -98,14 +95,14 @@ class PagePrinter {
     const bool isLegacy = content.document.getForm() == Form::legacy;
     const std::optional<std::string> stated = content.document.getRoot().readText(
         isLegacy ? Documents::Legacy::version : Documents::Exchange::version);
-    if (isLegacy) return printFact("Version", stated ? showName(*stated) : "not stated");
+    if (isLegacy) return printFact("Version", stated ? escapeName(*stated) : "not stated");
     printFact("Version", Documents::getVersion(content.document.getForm()),
-              stated ? "the document states " + showName(*stated) : "the document states none");
+              stated ? "the document states " + escapeName(*stated) : "the document states none");
   }
 
   void printCount() {
     const auto countPart = [this](Part part) {
-      return std::to_string(countWith(part)) + " with " + ReportBars::getName(part);
+      return std::to_string(countWith(part)) + " with " + getName(part);
     };
     const auto generated = std::count_if(foundations.begin(), foundations.end(),
                                          [](const Foundation* f) { return f->isGenerated(); });
@@ -117,18 +114,18 @@ class PagePrinter {
   std::size_t countWith(Part part) const {
     return static_cast<std::size_t>(
         std::count_if(foundations.begin(), foundations.end(),
-                      [part](Foundation* f) { return ReportBars::hasPart(part, *f); }));
+                      [part](Foundation* f) { return hasPart(part, *f); }));
   }
 
   void printCurrent() {
     const Foundation* const current = content.manager.getCurrentFoundation();
     if (current == nullptr) return printFact("Current foundation", "none");
-    printFact("Current foundation", "<bdi>" + showName(current->getName()) + "</bdi>",
+    printFact("Current foundation", "<bdi>" + escapeName(current->getName()) + "</bdi>",
               "number " + std::to_string(current->getNumber()));
   }
 
   void printUnits() {
-    const ReportBars::Units& units = content.units;
+    const Units& units = content.units;
     if (units.force.empty()) return printFact("Units", "not stated", "values as in the document");
     printFact("Units", escape(units.force) + ", " + escape(units.length), "labels only");
   }
@@ -154,13 +151,13 @@ class PagePrinter {
   }
 
   void printPart(Part part, const char* heading) {
-    const std::string name = ReportBars::getName(part);
+    const std::string name = getName(part);
     out << "<section>\n<h2 id=\"" << name << "\">" << heading << "</h2>\n";
     const std::size_t number = countWith(part);
     if (number == 0) {
       out << "<p class=\"lead\">No foundation has a part for " << name << "s.</p>\n";
     } else {
-      ReportSvg::print(content, part, out);
+      printPictures(content, part, out);
     }
     out << "</section>\n";
   }
@@ -169,7 +166,7 @@ class PagePrinter {
     out << "<section>\n<h2 id=\"values\">All values</h2>\n"
            "<p class=\"hint\" hidden>A heading sorts the table by its column.</p>\n"
            "<div class=\"scroll\" role=\"region\" aria-labelledby=\"values\" tabindex=\"0\">\n";
-    ReportTable::print(content, out);
+    Report::printTable(content, out);
     out << "</div>\n</section>\n";
   }
 
@@ -185,7 +182,7 @@ class PagePrinter {
     if (shown < findings.size()) {
       out << "<p class=\"closed\">Findings that are folded are not printed.</p>\n"
              "<details><summary>"
-          << ReportText::showSpan("Finding", shown + 1, findings.size()) << "</summary>\n";
+          << showSpan("Finding", shown + 1, findings.size()) << "</summary>\n";
       printFindings(shown, findings.size());
       out << "</details>\n";
     }
@@ -202,18 +199,18 @@ class PagePrinter {
     out << "<li><span class=\"place\">line " << finding.position.line << ", column "
         << finding.position.column << "</span> ";
     if (finding.foundation != nullptr) printLink(*finding.foundation);
-    out << escape(ReportText::limitMarks(finding.sentence)) << "</li>\n";
+    out << escape(limitMarks(finding.sentence)) << "</li>\n";
   }
 
   void printLink(const Foundation& foundation) {
     constexpr std::size_t longestName = 60;
-    const std::string name = ReportText::showName(foundation.getName());
-    out << "<a href=\"#" << ReportTable::makeRowId(places.at(&foundation)) << "\">foundation "
+    const std::string name = showName(foundation.getName());
+    out << "<a href=\"#" << makeRowId(places.at(&foundation)) << "\">foundation "
         << foundation.getNumber() << ", " << escape(DisplayText::shorten(name, longestName))
         << "</a> ";
   }
 
-  const ReportContent& content;
+  const Content& content;
   const std::vector<Foundation*>& foundations;
   const std::vector<Checks::Finding>& findings;
   std::unordered_map<const Foundation*, std::size_t> places;  // in the list
@@ -223,6 +220,6 @@ class PagePrinter {
 
 }  // namespace
 
-void ReportPage::print(const ReportContent& content, std::ostream& out) {
-  PagePrinter(content, out).print();
-}
+void printPage(const Content& content, std::ostream& out) { PagePrinter(content, out).print(); }
+
+}  // namespace Report

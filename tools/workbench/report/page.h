@@ -4,10 +4,9 @@
 
 #include "report/content.h"
 
-/// The page of a report.
-namespace ReportPage {
+namespace Report {
 
-/// HTML that stands for itself: no network, and complete without scripts.
-void print(const ReportContent& content, std::ostream& out);
+/// The page of a report, which needs no network and is complete without scripts.
+void printPage(const Content& content, std::ostream& out);
 
-}  // namespace ReportPage
+}  // namespace Report

@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-namespace ReportScale {
+namespace Report {
 
 using Found::Foundation;
-using ReportBars::Bar;
-using ReportBars::Direction;
-using ReportBars::Part;
 
 void Scale::include(double value) {
   least = std::min(least, value);
@@ -40,9 +37,9 @@ double Scale::placePower(double exponent) const {
 }
 
 void Summary::include(const Bar& bar) {
-  if (ReportBars::isDrawable(bar))
+  if (isDrawable(bar))
     range.include(bar.value);
-  else if (ReportBars::isBeyond(bar))
+  else if (isBeyond(bar))
     ++beyond;
   else if (bar.isPresent)
     ++zeros;
@@ -52,10 +49,10 @@ void Summary::include(const Bar& bar) {
 }
 
 std::vector<Summary> summarize(const std::vector<Foundation*>& foundations, Part part) {
-  std::vector<Summary> summaries(ReportBars::listDirections(part, {}).size());
+  std::vector<Summary> summaries(listDirections(part, {}).size());
   for (Foundation* foundation : foundations) {
-    if (!ReportBars::hasPart(part, *foundation)) continue;
-    const std::vector<Bar> bars = ReportBars::listBars(part, *foundation);
+    if (!hasPart(part, *foundation)) continue;
+    const std::vector<Bar> bars = listBars(part, *foundation);
     for (std::size_t i = 0; i < bars.size(); ++i) summaries[i].include(bars[i]);
   }
   return summaries;
@@ -73,4 +70,4 @@ Scales makeScales(const std::vector<Direction>& directions, const std::vector<Su
   return scales;
 }
 
-}  // namespace ReportScale
+}  // namespace Report

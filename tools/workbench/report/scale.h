@@ -9,7 +9,7 @@
 #include "report/bars.h"
 
 /// How values get their places in a picture.
-namespace ReportScale {
+namespace Report {
 
 /// A logarithmic scale over whole decades, wide enough for all values that it was shown. It has a
 /// start and an end once there is one.
@@ -45,25 +45,23 @@ struct Summary {
   std::size_t lacking = 0;  // the value, though they have the part
   std::map<Found::Foundation::Failure, std::size_t> failures;  // but those that never fail
 
-  void include(const ReportBars::Bar& bar);
+  void include(const Bar& bar);
 };
 
 /// Of those that have the part, direction by direction.
-std::vector<Summary> summarize(const std::vector<Found::Foundation*>& foundations,
-                               ReportBars::Part part);
+std::vector<Summary> summarize(const std::vector<Found::Foundation*>& foundations, Part part);
 
 /// The scales of a part: one for all translations, one for rotation.
 struct Scales {
   Scale translation;
   Scale rotation;
 
-  const Scale& get(const ReportBars::Direction& direction) const {
+  const Scale& get(const Direction& direction) const {
     return direction.isRotation ? rotation : translation;
   }
 };
 
 /// As wide as `summaries` of these directions ask.
-Scales makeScales(const std::vector<ReportBars::Direction>& directions,
-                  const std::vector<Summary>& summaries);
+Scales makeScales(const std::vector<Direction>& directions, const std::vector<Summary>& summaries);
 
-}  // namespace ReportScale
+}  // namespace Report

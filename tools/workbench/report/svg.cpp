@@ -15,17 +15,10 @@
 #include "report/text.h"
 #include "text/display_text.h"
 
+namespace Report {
 namespace {
 
 using Found::Foundation;
-using ReportBars::Bar;
-using ReportBars::Direction;
-using ReportBars::Part;
-using ReportHtml::escape;
-using ReportScale::Scale;
-using ReportScale::Scales;
-using ReportScale::Summary;
-using ReportText::showValue;
 using Foundations = std::vector<Foundation*>;
 
 constexpr std::size_t rowsOfPicture = 12;  // three on a sheet of A4
@@ -64,14 +57,14 @@ std::string showUnit(const Direction& direction) {
 /// order of elements, so that there is little to write for a bar.
 class Drawing {
  public:
-  Drawing(const ReportContent& shown, Part shownPart, const std::vector<Summary>& all,
+  Drawing(const Content& shown, Part shownPart, const std::vector<Summary>& all,
           std::ostream& target)
       : content(shown),
         foundations(shown.manager.getFoundations()),
         part(shownPart),
-        directions(ReportBars::listDirections(part, shown.units)),
+        directions(listDirections(part, shown.units)),
         summaries(all),
-        scales(ReportScale::makeScales(directions, summaries)),
+        scales(makeScales(directions, summaries)),
         out(target) {}
 
   const Scales& getScales() const { return scales; }
@@ -79,7 +72,7 @@ class Drawing {
   /// Of some of the foundations.
   void drawRows(std::size_t first, std::size_t last) {
     const bool isWhole = foundations.size() <= rowsOfPicture;
-    open(last - first, isWhole ? "" : ", " + ReportText::showSpan("row", first + 1, last));
+    open(last - first, isWhole ? "" : ", " + showSpan("row", first + 1, last));
     for (const Direction& direction : directions) {
       openAxis(direction);
       out << "</g>";
@@ -104,7 +97,7 @@ class Drawing {
 
  private:
   void open(std::size_t rows, const std::string& which) {
-    const std::string name = ReportBars::getName(part);
+    const std::string name = getName(part);
     out << "<svg class=\"picture " << name << "\" style=\"--rows:" << rows
         << R"(" role="img" aria-describedby="about-)" << name << "\"><title>"
         << (part == Part::area ? "Area" : "Line") << " stiffness" << which << "</title>\n";
@@ -138,9 +131,9 @@ class Drawing {
   std::set<int> listPlaces(std::size_t direction) const {
     std::set<int> places;
     for (Foundation* foundation : foundations) {
-      if (!ReportBars::hasPart(part, *foundation)) continue;
-      const Bar bar = ReportBars::listBars(part, *foundation)[direction];
-      if (!ReportBars::isDrawable(bar)) continue;
+      if (!hasPart(part, *foundation)) continue;
+      const Bar bar = listBars(part, *foundation)[direction];
+      if (!isDrawable(bar)) continue;
       const double place = scales.get(directions[direction]).place(bar.value);
       places.insert(static_cast<int>(std::lround(placesOfScale * place)));
     }
@@ -149,17 +142,17 @@ class Drawing {
 
   void drawRow(Foundation& foundation, std::size_t row) {
     const bool isCurrent = &foundation == content.manager.getCurrentFoundation();
-    const bool isThere = ReportBars::hasPart(part, foundation);
+    const bool isThere = hasPart(part, foundation);
     out << "<g";
     if (isCurrent && isThere) out << " class=\"c\"";
     if (!isThere) out << " class=\"l" << (isCurrent ? " c" : "") << '"';
     out << " style=\"--i:" << row << "\">";
     drawName(foundation, isCurrent);
     if (isThere) {
-      const std::vector<Bar> bars = ReportBars::listBars(part, foundation);
+      const std::vector<Bar> bars = listBars(part, foundation);
       for (std::size_t i = 0; i < bars.size(); ++i) drawBar(bars[i], directions[i]);
     } else {
-      out << "<text>no " << ReportBars::getName(part) << " part</text>";
+      out << "<text>no " << getName(part) << " part</text>";
     }
     out << "</g>\n";
   }
@@ -168,33 +161,32 @@ class Drawing {
   /// letters are wide.
   void drawName(const Foundation& foundation, bool isCurrent) {
     const std::string number = std::to_string(foundation.getNumber());
-    const std::string name = ReportText::showName(foundation.getName());
+    const std::string name = showName(foundation.getName());
     // A number that is too long for its place stands in front of the name.
     const bool hasRoom = number.size() <= longestNumber;
     out << "<text>" << (hasRoom ? number : "") << "</text><g><text>"
         << escape(DisplayText::shorten(hasRoom ? name : number + " " + name, longestName))
         << "</text>";
-    const std::string marks = (isCurrent ? "\xE2\x97\x8F " : "") +
-                              ReportText::listMarks(isCurrent, foundation.isGenerated());
+    const std::string marks =
+        (isCurrent ? "\xE2\x97\x8F " : "") + listMarks(isCurrent, foundation.isGenerated());
     const std::size_t found = content.findings.count(foundation);
     const std::string findings =
-        found == 0 ? "" : "<tspan class=\"w\">" + ReportText::count(found, "finding") + "</tspan>";
-    if (!marks.empty() || found > 0)
-      out << "<text>" << ReportText::join(marks, findings) << "</text>";
+        found == 0 ? "" : "<tspan class=\"w\">" + count(found, "finding") + "</tspan>";
+    if (!marks.empty() || found > 0) out << "<text>" << join(marks, findings) << "</text>";
     out << "</g>";
   }
 
   /// A bar and its value, also where there is none: the style sheet counts them.
   void drawBar(const Bar& bar, const Direction& direction) {
-    const bool isBeyond = ReportBars::isBeyond(bar);
-    if (ReportBars::isDrawable(bar))
+    const bool isBeyond = Report::isBeyond(bar);
+    if (isDrawable(bar))
       out << R"(<line x2=")" << showPercent(scales.get(direction).place(bar.value)) << "\"/>";
     else if (isBeyond)
       out << R"(<line class="x" x2="100%"/>)";
     else
       out << (bar.isPresent ? "<line class=\"z\"/>" : "<line/>");
     out << (isBeyond ? "<text class=\"w\">" : "<text>")
-        << (bar.isPresent ? showValue(bar.value) + drawUnit(direction) : ReportText::absent)
+        << (bar.isPresent ? showValue(bar.value) + drawUnit(direction) : absent)
         << drawFailure(bar.failure) << "</text>";
   }
 
@@ -208,7 +200,7 @@ class Drawing {
 
   static constexpr double placesOfScale = 400.0;  // more than can be told apart
 
-  const ReportContent& content;
+  const Content& content;
   const Foundations& foundations;
   Part part;
   std::vector<Direction> directions;
@@ -220,18 +212,17 @@ class Drawing {
 /// Tells in words what foundations have, so that the odd one is found in a group that is closed.
 class Teller {
  public:
-  Teller(const ReportContent& content, Part shownPart)
-      : part(shownPart), directions(ReportBars::listDirections(part, content.units)) {}
+  Teller(const Content& content, Part shownPart)
+      : part(shownPart), directions(listDirections(part, content.units)) {}
 
   std::string tell(const Foundations& foundations) const {
-    const std::vector<Summary> summaries = ReportScale::summarize(foundations, part);
+    const std::vector<Summary> summaries = summarize(foundations, part);
     std::string text;
     for (std::size_t i = 0; i < directions.size(); ++i)
       text += " <span><b>" + std::string(directions[i].name) + "</b>" +
               tellDirection(summaries[i], directions[i]) + "</span>";
-    const auto without =
-        std::count_if(foundations.begin(), foundations.end(),
-                      [this](Foundation* f) { return !ReportBars::hasPart(part, *f); });
+    const auto without = std::count_if(foundations.begin(), foundations.end(),
+                                       [this](Foundation* f) { return !hasPart(part, *f); });
     if (without > 0)
       text += " <span>" + std::to_string(without) + " without " +
               (part == Part::area ? "an area part" : "a line part") + "</span>";
@@ -249,15 +240,15 @@ class Teller {
     std::string text;
     if (!summary.range.isEmpty()) text = tellRange(summary.range) + showUnit(direction);
     const auto add = [&text](std::size_t number, const std::string& what) {
-      if (number > 0) text = ReportText::join(text, std::to_string(number) + " " + what);
+      if (number > 0) text = join(text, std::to_string(number) + " " + what);
     };
     add(summary.zeros, "zero");
     add(summary.lacking, "without a value");
     for (const auto& [failure, number] : summary.failures)
-      add(number, (number == 1 ? "fails in " : "fail in ") + ReportText::nameFailure(failure));
+      add(number, (number == 1 ? "fails in " : "fail in ") + nameFailure(failure));
     if (summary.beyond > 0)
-      text = ReportText::join(
-          text, "<b class=\"warn\">" + std::to_string(summary.beyond) + " beyond the scale</b>");
+      text = join(text,
+                  "<b class=\"warn\">" + std::to_string(summary.beyond) + " beyond the scale</b>");
     return (text.empty() ? "" : " ") + text;
   }
 
@@ -282,7 +273,7 @@ class Teller {
 /// Prints the pictures with what is told of them.
 class PartPrinter {
  public:
-  PartPrinter(const ReportContent& content, Part shownPart, Drawing& pictures, std::ostream& target)
+  PartPrinter(const Content& content, Part shownPart, Drawing& pictures, std::ostream& target)
       : foundations(content.manager.getFoundations()),
         part(shownPart),
         drawing(pictures),
@@ -290,7 +281,7 @@ class PartPrinter {
         out(target) {}
 
   void print() {
-    out << R"(<p class="lead" id="about-)" << ReportBars::getName(part)
+    out << R"(<p class="lead" id="about-)" << getName(part)
         << "\">A row for each foundation, a bar for each direction."
         << teller.tellScales(drawing.getScales()) << " The table below has all values.</p>\n";
     if (foundations.size() <= rowsOfGroup) return drawPictures(0, foundations.size());
@@ -306,7 +297,7 @@ class PartPrinter {
     const Foundations group(foundations.begin() + static_cast<std::ptrdiff_t>(first),
                             foundations.begin() + static_cast<std::ptrdiff_t>(last));
     out << "<details" << (first == 0 ? " open" : "") << "><summary>"
-        << ReportText::showSpan("Row", first + 1, last) << " of " << foundations.size()
+        << showSpan("Row", first + 1, last) << " of " << foundations.size()
         << " <span class=\"ranges\">" << teller.tell(group) << "</span></summary>\n";
     drawPictures(first, last);
     out << "</details>\n";
@@ -326,9 +317,10 @@ class PartPrinter {
 
 }  // namespace
 
-void ReportSvg::print(const ReportContent& content, Part part, std::ostream& out) {
-  const std::vector<Summary> summaries =
-      ReportScale::summarize(content.manager.getFoundations(), part);
+void printPictures(const Content& content, Part part, std::ostream& out) {
+  const std::vector<Summary> summaries = summarize(content.manager.getFoundations(), part);
   Drawing drawing(content, part, summaries, out);
   PartPrinter(content, part, drawing, out).print();
 }
+
+}  // namespace Report

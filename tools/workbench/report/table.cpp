@@ -7,13 +7,10 @@
 #include "report/text.h"
 #include "text/display_text.h"
 
+namespace Report {
 namespace {
 
 using Found::Foundation;
-using ReportBars::Bar;
-using ReportBars::Direction;
-using ReportBars::Part;
-using ReportHtml::escape;
 
 /// Those of a part that some foundation has.
 struct Columns {
@@ -23,17 +20,17 @@ struct Columns {
 
 class TablePrinter {
  public:
-  TablePrinter(const ReportContent& shown, std::ostream& target)
+  TablePrinter(const Content& shown, std::ostream& target)
       : content(shown), foundations(shown.manager.getFoundations()), out(target) {
     for (const Part part : {Part::area, Part::line})
       if (std::any_of(foundations.begin(), foundations.end(),
-                      [part](Foundation* f) { return ReportBars::hasPart(part, *f); }))
-        parts.push_back({part, ReportBars::listDirections(part, shown.units)});
+                      [part](Foundation* f) { return hasPart(part, *f); }))
+        parts.push_back({part, listDirections(part, shown.units)});
   }
 
   void print() {
     out << "<table class=\"of";
-    for (const Columns& columns : parts) out << ' ' << ReportBars::getName(columns.part);
+    for (const Columns& columns : parts) out << ' ' << getName(columns.part);
     out << "\">\n<thead>\n<tr>";
     printHeading("No", R"(rowspan="2" class="num")");
     printHeading("Name", "rowspan=\"2\"");
@@ -78,31 +75,29 @@ class TablePrinter {
     const bool isCurrent = &foundation == content.manager.getCurrentFoundation();
     const std::size_t found = content.findings.count(foundation);
     out << "<tr" << (isCurrent ? " class=\"c\"" : "");
-    if (found > 0) out << " id=\"" << ReportTable::makeRowId(place) << '"';
+    if (found > 0) out << " id=\"" << makeRowId(place) << '"';
     out << '>';
     printDigits(std::to_string(foundation.getNumber()));
-    out << "<th scope=\"row\">" << ReportHtml::showName(foundation.getName());
-    const std::string findings = found == 0 ? ""
-                                            : R"(<a class="warn" href="#findings">)" +
-                                                  ReportText::count(found, "finding") + "</a>";
-    printCell(
-        ReportText::join(ReportText::listMarks(isCurrent, foundation.isGenerated()), findings));
+    out << "<th scope=\"row\">" << escapeName(foundation.getName());
+    const std::string findings =
+        found == 0 ? "" : R"(<a class="warn" href="#findings">)" + count(found, "finding") + "</a>";
+    printCell(join(listMarks(isCurrent, foundation.isGenerated()), findings));
     for (const Columns& columns : parts) printPart(columns, foundation);
     out << "</tr>\n";
   }
 
   void printPart(const Columns& columns, Foundation& foundation) {
-    const std::vector<Bar> bars = ReportBars::listBars(columns.part, foundation);
-    const bool isThere = ReportBars::hasPart(columns.part, foundation);
+    const std::vector<Bar> bars = listBars(columns.part, foundation);
+    const bool isThere = hasPart(columns.part, foundation);
     std::string failures;
     for (std::size_t i = 0; i < bars.size(); ++i) {
       printNumber(isThere && bars[i].isPresent, bars[i].value);
       if (bars[i].failure == Foundation::None) continue;
       failures += (failures.empty() ? "" : ",<br>") + std::string(columns.directions[i].name) +
-                  " " + ReportText::nameFailure(bars[i].failure);
+                  " " + nameFailure(bars[i].failure);
     }
     if (!isThere)
-      printCell(ReportText::absent);
+      printCell(absent);
     else if (failures.empty())
       printCell("none");
     else
@@ -112,7 +107,7 @@ class TablePrinter {
   }
 
   void printNumber(bool isPresent, double value) {
-    printDigits(isPresent ? DisplayText::fromNumber(value) : ReportText::absent);
+    printDigits(isPresent ? DisplayText::fromNumber(value) : absent);
   }
 
   /// Long numbers may be broken on paper.
@@ -127,7 +122,7 @@ class TablePrinter {
     out << "<td" << attributes << '>' << text;
   }
 
-  const ReportContent& content;
+  const Content& content;
   const std::vector<Foundation*>& foundations;
   std::vector<Columns> parts;
   std::size_t column = 0;
@@ -136,8 +131,10 @@ class TablePrinter {
 
 }  // namespace
 
-void ReportTable::print(const ReportContent& content, std::ostream& out) {
+void printTable(const Content& content, std::ostream& out) {
   TablePrinter(content, out).print();
 }
 
-std::string ReportTable::makeRowId(std::size_t place) { return "row-" + std::to_string(place + 1); }
+std::string makeRowId(std::size_t place) { return "row-" + std::to_string(place + 1); }
+
+}  // namespace Report

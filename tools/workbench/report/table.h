@@ -6,12 +6,12 @@
 
 #include "report/content.h"
 
-/// The table of a report, which has everything that the pictures show.
-namespace ReportTable {
+namespace Report {
 
-void print(const ReportContent& content, std::ostream& out);
+/// The table of a report, which has everything that the pictures show.
+void printTable(const Content& content, std::ostream& out);
 
 /// The id of the row of a foundation that findings are about, by its place in the list.
 std::string makeRowId(std::size_t place);
 
-}  // namespace ReportTable
+}  // namespace Report

@@ -9,7 +9,7 @@
 #include "text/display_text.h"
 #include "text/utf8.h"
 
-namespace ReportText {
+namespace Report {
 namespace {
 
 using Found::Foundation;
@@ -85,4 +85,4 @@ std::string listMarks(bool isCurrent, bool isGenerated) {
   return join(isCurrent ? "current" : "", isGenerated ? "generated" : "");
 }
 
-}  // namespace ReportText
+}  // namespace Report

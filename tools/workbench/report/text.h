@@ -6,7 +6,7 @@
 #include "found/foundation.h"
 
 /// Words and numbers of a report, in UTF-8 and not yet escaped.
-namespace ReportText {
+namespace Report {
 
 /// Stands for a value that is not there.
 constexpr const char* absent = "\xE2\x80\x93";
@@ -38,4 +38,4 @@ std::string join(const std::string& first, const std::string& second);
 /// "current, generated"
 std::string listMarks(bool isCurrent, bool isGenerated);
 
-}  // namespace ReportText
+}  // namespace Report
