@@ -1,7 +1,6 @@
 #include <fstream>
 #include <iterator>
 #include <ostream>
-#include <sstream>
 #include <string>
 
 #include "checks/rules.h"
@@ -48,9 +47,7 @@ Status report(const ReportOptions& options, std::ostream& notes) {
   manager.updateFoundationMaximum();
   const Checks::Findings findings = Checks::find(document);
   output.create();
-  std::ostringstream page;
-  Report::printPage({document, manager, findings, units}, page);
-  output.write(page.str());
+  output.write(Report::makePage({document, manager, findings, units}));
   output.commit();
   return Status::done;
 }

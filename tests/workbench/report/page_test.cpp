@@ -1,6 +1,5 @@
 #include "report/page.h"
 
-#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -12,14 +11,12 @@ namespace {
 
 using Documents::Document;
 
-std::string print(const std::string& bytes, const Report::Units& units = {}) {
+std::string make(const std::string& bytes, const Report::Units& units = {}) {
   Document document({"folder/file.xml", "", bytes});
   Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
   const Checks::Findings findings = Checks::find(document);
-  std::ostringstream out;
-  Report::printPage({document, manager, findings, units}, out);
-  return out.str();
+  return Report::makePage({document, manager, findings, units});
 }
 
 std::string makeModel(const std::string& foundations, const std::string& current = "") {
@@ -39,7 +36,7 @@ std::size_t count(const std::string& page, const std::string& text) {
 
 TEST(ReportPage, TellsWhatTheDocumentIs) {
   const std::string page =
-      print(makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='7' IsGenerated='1'/>", "A"));
+      make(makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='7' IsGenerated='1'/>", "A"));
 
   for (const char* text :
        {"<title>Beddings of file.xml</title>", "<li>Form <strong>Legacy model</strong>",
@@ -52,15 +49,14 @@ TEST(ReportPage, TellsWhatTheDocumentIs) {
 }
 
 TEST(ReportPage, TellsTheVersionOfAnExchangeDocument) {
-  EXPECT_TRUE(
-      holds(print("<B Version='2.5'><CurveBedding Number='1' Name='A' StiffnessX='1'/></B>"),
-            "<li>Version <strong>current</strong> <small>the document states 2.5</small>"));
-  EXPECT_TRUE(holds(print("<B><Bedding Name='A'/></B>"),
+  EXPECT_TRUE(holds(make("<B Version='2.5'><CurveBedding Number='1' Name='A' StiffnessX='1'/></B>"),
+                    "<li>Version <strong>current</strong> <small>the document states 2.5</small>"));
+  EXPECT_TRUE(holds(make("<B><Bedding Name='A'/></B>"),
                     "<li>Version <strong>1.0</strong> <small>the document states none</small>"));
 }
 
 TEST(ReportPage, OfNothingHasNoPictures) {
-  const std::string page = print(makeModel(""));
+  const std::string page = make(makeModel(""));
 
   EXPECT_TRUE(holds(page, "The document holds no foundations."));
   EXPECT_FALSE(holds(page, "<svg"));
@@ -68,11 +64,11 @@ TEST(ReportPage, OfNothingHasNoPictures) {
 }
 
 TEST(ReportPage, DrawsARowAndABarForEachDirection) {
-  const std::string page = print(
-      makeModel("<FOUND NUMBER='1' NAME='A' FXAREA='1' FYAREA='0' FZAREA='-1' FAILZAREA='-1'/>"
-                "<FOUND NUMBER='12345' NAME='B' FXX='10' FAILXLINE='7' FAILYLINE='1'/>",
-                "A"),
-      {"kN", "m"});
+  const std::string page =
+      make(makeModel("<FOUND NUMBER='1' NAME='A' FXAREA='1' FYAREA='0' FZAREA='-1' FAILZAREA='-1'/>"
+                     "<FOUND NUMBER='12345' NAME='B' FXX='10' FAILXLINE='7' FAILYLINE='1'/>",
+                     "A"),
+           {"kN", "m"});
 
   EXPECT_EQ(count(page, "<svg"), 2u);
   for (const char* text :
@@ -89,7 +85,7 @@ TEST(ReportPage, FoldsManyRowsIntoGroups) {
   for (int i = 1; i <= 61; ++i)
     foundations += "<FOUND NUMBER='" + std::to_string(i) + "' NAME='N" + std::to_string(i) +
                    "' FZAREA='" + std::to_string(i) + "' FXAREA='-1'/>";
-  const std::string page = print(makeModel(foundations));
+  const std::string page = make(makeModel(foundations));
 
   for (const char* text :
        {"a tick for each value of all 61 foundations", "<summary>Rows 1 to 60 of 61 ",
@@ -103,7 +99,7 @@ TEST(ReportPage, TellsWhatTheRowsOfAGroupLackAndHowTheyFail) {
   for (int i = 2; i <= 61; ++i)
     foundations += "<FOUND NUMBER='" + std::to_string(i) + "' NAME='N" + std::to_string(i) +
                    "' FXLINE='2' FYLINE='2' FZLINE='2' FAILZLINE='1'/>";
-  const std::string page = print(makeModel(foundations), {"kN", "m"});
+  const std::string page = make(makeModel(foundations), {"kN", "m"});
 
   for (const char* text :
        {"<b>x</b> 2 kN/m\xC2\xB2, 1 without a value", "1 fails in tension",
@@ -113,7 +109,7 @@ TEST(ReportPage, TellsWhatTheRowsOfAGroupLackAndHowTheyFail) {
 }
 
 TEST(ReportPage, LinksFindingsToTheRowsThatTheyAreAbout) {
-  const std::string page = print(makeModel("<FOUND NUMBER='1' NAME='&lt;A' FZAREA='x'/><LOAD/>"));
+  const std::string page = make(makeModel("<FOUND NUMBER='1' NAME='&lt;A' FZAREA='x'/><LOAD/>"));
 
   EXPECT_TRUE(holds(page, "<a class=\"warn\" href=\"#findings\">2 findings</a>"));
   EXPECT_TRUE(holds(page, "<tr id=\"row-1\">"));
@@ -123,7 +119,7 @@ TEST(ReportPage, LinksFindingsToTheRowsThatTheyAreAbout) {
 }
 
 TEST(ReportPage, AllowsNoScriptButItsOwn) {
-  const std::string page = print(makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='7'/>"));
+  const std::string page = make(makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='7'/>"));
 
   EXPECT_TRUE(holds(page, "script-src 'sha256-" + std::string(Report::scriptSha256) + "'"));
   EXPECT_EQ(count(page, "<script"), 1u);

@@ -4,7 +4,10 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
+
+#include <fmt/format.h>
 
 #include "documents/vocabulary.h"
 #include "files/paths.h"
@@ -23,24 +26,24 @@ using Found::Foundation;
 
 constexpr std::size_t mostFindings = 50;  // more of them are folded
 
-class PagePrinter {
+class PageMaker {
  public:
-  PagePrinter(const Content& shown, std::ostream& target)
+  explicit PageMaker(const Content& shown)
       : content(shown),
         foundations(shown.manager.getFoundations()),
         findings(shown.findings.list()),
-        title(escapeName(Paths::toText(Paths::fromText(shown.document.getShownPath()).filename()))),
-        out(target) {
+        title(
+            escapeName(Paths::toText(Paths::fromText(shown.document.getShownPath()).filename()))) {
     for (const Foundation* foundation : foundations) places.emplace(foundation, places.size());
   }
 
-  void print() {
+  std::string make() {
     printHead();
-    out << "<body>\n";
+    page += "<body>\n";
     printHeader();
-    out << "<main>\n";
+    page += "<main>\n";
     if (foundations.empty()) {
-      out << "<p class=\"lead\">The document holds no foundations.</p>\n";
+      page += "<p class=\"lead\">The document holds no foundations.</p>\n";
     } else {
       printLegend();
       printPart(Part::area, "Area stiffness");
@@ -48,26 +51,27 @@ class PagePrinter {
       printTable();
     }
     printFindings();
-    out << "</main>\n<footer>Made by kvfound " KVFOUND_VERSION ".</footer>\n";
-    if (!foundations.empty()) out << "<script>" << script << "</script>\n";
-    out << "</body>\n</html>\n";
+    page += "</main>\n<footer>Made by kvfound " KVFOUND_VERSION ".</footer>\n";
+    if (!foundations.empty()) append(page, "<script>{}</script>\n", script);
+    page += "</body>\n</html>\n";
+    return std::move(page);
   }
 
  private:
   /// Nothing is loaded, and no script runs but the page's own, whatever a document holds.
   void printHead() {
-    out << "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+    append(page,
+           "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
-           "'unsafe-inline'; script-src 'sha256-"
-        << scriptSha256
-        << "'\">\n<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-           "<title>Beddings of "
-        << title << "</title>\n<style>" << styleSheet << "</style>\n</head>\n";
+           "'unsafe-inline'; script-src 'sha256-{}'\">\n"
+           "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+           "<title>Beddings of {}</title>\n<style>{}</style>\n</head>\n",
+           scriptSha256, title, styleSheet);
   }
 
   void printHeader() {
-    out << "<header>\n<p class=\"over\">Beddings of</p>\n<h1>" << title
-        << "</h1>\n<ul class=\"facts\">\n";
+    append(page, "<header>\n<p class=\"over\">Beddings of</p>\n<h1>{}</h1>\n<ul class=\"facts\">\n",
+           title);
     printFact("Form",
               content.document.getForm() == Form::legacy ? "Legacy model" : "Exchange document");
     printVersion();
@@ -77,18 +81,20 @@ class PagePrinter {
     printCurrent();
     printUnits();
     printCheck();
-    out << "</ul>\n";
+    page += "</ul>\n";
     if (!foundations.empty())
-      out << "<nav aria-label=\"Sections\"><a href=\"#area\">Area stiffness</a> <a "
-             "href=\"#line\">Line stiffness</a> <a href=\"#values\">All values</a> <a "
-             "href=\"#findings\">Findings</a></nav>\n";
-    out << "</header>\n";
+      page +=
+          "<nav aria-label=\"Sections\"><a href=\"#area\">Area stiffness</a> <a "
+          "href=\"#line\">Line stiffness</a> <a href=\"#values\">All values</a> <a "
+          "href=\"#findings\">Findings</a></nav>\n";
+    page += "</header>\n";
   }
 
   /// `text` and `remark` are HTML.
   void printFact(const char* name, const std::string& text, const std::string& remark = "") {
-    out << "<li>" << name << " <strong>" << text << "</strong>"
-        << (remark.empty() ? "" : " <small>" + remark + "</small>") << "</li>\n";
+    append(page, "<li>{} <strong>{}</strong>", name, text);
+    if (!remark.empty()) append(page, " <small>{}</small>", remark);
+    page += "</li>\n";
   }
 
   void printVersion() {
@@ -101,14 +107,11 @@ class PagePrinter {
   }
 
   void printCount() {
-    const auto countPart = [this](Part part) {
-      return std::to_string(countWith(part)) + " with " + getName(part);
-    };
     const auto generated = std::count_if(foundations.begin(), foundations.end(),
                                          [](const Foundation* f) { return f->isGenerated(); });
     printFact("Foundations", std::to_string(foundations.size()),
-              countPart(Part::area) + ", " + countPart(Part::line) + ", " +
-                  std::to_string(generated) + " generated");
+              fmt::format("{} with area, {} with line, {} generated", countWith(Part::area),
+                          countWith(Part::line), generated));
   }
 
   std::size_t countWith(Part part) const {
@@ -120,94 +123,95 @@ class PagePrinter {
   void printCurrent() {
     const Foundation* const current = content.manager.getCurrentFoundation();
     if (current == nullptr) return printFact("Current foundation", "none");
-    printFact("Current foundation", "<bdi>" + escapeName(current->getName()) + "</bdi>",
-              "number " + std::to_string(current->getNumber()));
+    printFact("Current foundation", fmt::format("<bdi>{}</bdi>", escapeName(current->getName())),
+              fmt::format("number {}", current->getNumber()));
   }
 
   void printUnits() {
     const Units& units = content.units;
     if (units.force.empty()) return printFact("Units", "not stated", "values as in the document");
-    printFact("Units", escape(units.force) + ", " + escape(units.length), "labels only");
+    printFact("Units", fmt::format("{}, {}", escape(units.force), escape(units.length)),
+              "labels only");
   }
 
   void printCheck() {
     if (findings.empty()) return printFact("Check", "no findings");
-    printFact("Check",
-              R"(<a class="warn" href="#findings">)" + count(findings.size(), "finding") + "</a>");
+    printFact("Check", fmt::format(R"(<a class="warn" href="#findings">{}</a>)",
+                                   count(findings.size(), "finding")));
   }
 
   void printLegend() {
-    out << "<ul class=\"legend\" aria-label=\"Legend\">\n"
-           "<li class=\"bar\">stiffness, on a logarithmic scale</li>\n"
-           "<li class=\"zero\">zero</li>\n"
-           "<li class=\"beyond\">beyond the scale: negative, infinite or not a number</li>\n"
-           "<li><b>\xE2\x80\x93</b> no value</li>\n"
-           "<li><b class=\"f\">T \xE2\x86\x90\xE2\x86\x92</b> fails in tension</li>\n"
-           "<li><b class=\"f\">C \xE2\x86\x92\xE2\x86\x90</b> fails in compression</li>\n"
-           "<li><b class=\"f\">mode</b> fails in another mode, which the table tells</li>\n"
-           "<li><b>\xE2\x97\x8F current</b> the current foundation</li>\n"
-           "<li><b>\xE2\x89\x88</b> rounded; the table has all digits</li>\n"
-           "</ul>\n";
+    page +=
+        "<ul class=\"legend\" aria-label=\"Legend\">\n"
+        "<li class=\"bar\">stiffness, on a logarithmic scale</li>\n"
+        "<li class=\"zero\">zero</li>\n"
+        "<li class=\"beyond\">beyond the scale: negative, infinite or not a number</li>\n"
+        "<li><b>\xE2\x80\x93</b> no value</li>\n"
+        "<li><b class=\"f\">T \xE2\x86\x90\xE2\x86\x92</b> fails in tension</li>\n"
+        "<li><b class=\"f\">C \xE2\x86\x92\xE2\x86\x90</b> fails in compression</li>\n"
+        "<li><b class=\"f\">mode</b> fails in another mode, which the table tells</li>\n"
+        "<li><b>\xE2\x97\x8F current</b> the current foundation</li>\n"
+        "<li><b>\xE2\x89\x88</b> rounded; the table has all digits</li>\n"
+        "</ul>\n";
   }
 
   void printPart(Part part, const char* heading) {
     const std::string name = getName(part);
-    out << "<section>\n<h2 id=\"" << name << "\">" << heading << "</h2>\n";
-    const std::size_t number = countWith(part);
-    if (number == 0) {
-      out << "<p class=\"lead\">No foundation has a part for " << name << "s.</p>\n";
-    } else {
-      printPictures(content, part, out);
-    }
-    out << "</section>\n";
+    append(page, "<section>\n<h2 id=\"{}\">{}</h2>\n", name, heading);
+    if (countWith(part) == 0)
+      append(page, "<p class=\"lead\">No foundation has a part for {}s.</p>\n", name);
+    else
+      appendPictures(content, part, page);
+    page += "</section>\n";
   }
 
   void printTable() {
-    out << "<section>\n<h2 id=\"values\">All values</h2>\n"
-           "<p class=\"hint\" hidden>A heading sorts the table by its column.</p>\n"
-           "<div class=\"scroll\" role=\"region\" aria-labelledby=\"values\" tabindex=\"0\">\n";
-    Report::printTable(content, out);
-    out << "</div>\n</section>\n";
+    page +=
+        "<section>\n<h2 id=\"values\">All values</h2>\n"
+        "<p class=\"hint\" hidden>A heading sorts the table by its column.</p>\n"
+        "<div class=\"scroll\" role=\"region\" aria-labelledby=\"values\" tabindex=\"0\">\n";
+    appendTable(content, page);
+    page += "</div>\n</section>\n";
   }
 
   void printFindings() {
-    out << "<section>\n<h2 id=\"findings\">Findings of the check</h2>\n";
+    page += "<section>\n<h2 id=\"findings\">Findings of the check</h2>\n";
     if (findings.empty()) {
-      out << "<p class=\"lead\">Nothing looks wrong.</p>\n</section>\n";
+      page += "<p class=\"lead\">Nothing looks wrong.</p>\n</section>\n";
       return;
     }
-    out << "<p class=\"lead\">The document can be read, but these places look wrong.</p>\n";
+    page += "<p class=\"lead\">The document can be read, but these places look wrong.</p>\n";
     const std::size_t shown = std::min(findings.size(), mostFindings);
     printFindings(0, shown);
     if (shown < findings.size()) {
-      out << "<p class=\"closed\">Findings that are folded are not printed.</p>\n"
-             "<details><summary>"
-          << showSpan("Finding", shown + 1, findings.size()) << "</summary>\n";
+      append(page,
+             "<p class=\"closed\">Findings that are folded are not printed.</p>\n"
+             "<details><summary>{}</summary>\n",
+             showSpan("Finding", shown + 1, findings.size()));
       printFindings(shown, findings.size());
-      out << "</details>\n";
+      page += "</details>\n";
     }
-    out << "</section>\n";
+    page += "</section>\n";
   }
 
   void printFindings(std::size_t first, std::size_t last) {
-    out << "<ul class=\"findings\">\n";
+    page += "<ul class=\"findings\">\n";
     for (; first < last; ++first) printFinding(findings[first]);
-    out << "</ul>\n";
+    page += "</ul>\n";
   }
 
   void printFinding(const Checks::Finding& finding) {
-    out << "<li><span class=\"place\">line " << finding.position.line << ", column "
-        << finding.position.column << "</span> ";
+    append(page, "<li><span class=\"place\">line {}, column {}</span> ", finding.position.line,
+           finding.position.column);
     if (finding.foundation != nullptr) printLink(*finding.foundation);
-    out << escape(limitMarks(finding.sentence)) << "</li>\n";
+    append(page, "{}</li>\n", escape(limitMarks(finding.sentence)));
   }
 
   void printLink(const Foundation& foundation) {
     constexpr std::size_t longestName = 60;
     const std::string name = showName(foundation.getName());
-    out << "<a href=\"#" << makeRowId(places.at(&foundation)) << "\">foundation "
-        << foundation.getNumber() << ", " << escape(DisplayText::shorten(name, longestName))
-        << "</a> ";
+    append(page, R"(<a href="#{}">foundation {}, {}</a> )", makeRowId(places.at(&foundation)),
+           foundation.getNumber(), escape(DisplayText::shorten(name, longestName)));
   }
 
   const Content& content;
@@ -215,11 +219,11 @@ class PagePrinter {
   const std::vector<Checks::Finding>& findings;
   std::unordered_map<const Foundation*, std::size_t> places;  // in the list
   std::string title;                                          // the file's name, escaped
-  std::ostream& out;
+  std::string page;
 };
 
 }  // namespace
 
-void printPage(const Content& content, std::ostream& out) { PagePrinter(content, out).print(); }
+std::string makePage(const Content& content) { return PageMaker(content).make(); }
 
 }  // namespace Report

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <ostream>
+#include <string>
 
 #include "report/content.h"
 
 namespace Report {
 
 /// The page of a report, which needs no network and is complete without scripts.
-void printPage(const Content& content, std::ostream& out);
+std::string makePage(const Content& content);
 
 }  // namespace Report

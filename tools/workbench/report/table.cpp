@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "report/html.h"
 #include "report/text.h"
 #include "text/display_text.h"
@@ -18,10 +20,10 @@ struct Columns {
   std::vector<Direction> directions;
 };
 
-class TablePrinter {
+class TableMaker {
  public:
-  TablePrinter(const Content& shown, std::ostream& target)
-      : content(shown), foundations(shown.manager.getFoundations()), out(target) {
+  TableMaker(const Content& shown, std::string& target)
+      : content(shown), foundations(shown.manager.getFoundations()), page(target) {
     for (const Part part : {Part::area, Part::line})
       if (std::any_of(foundations.begin(), foundations.end(),
                       [part](Foundation* f) { return hasPart(part, *f); }))
@@ -29,36 +31,35 @@ class TablePrinter {
   }
 
   void print() {
-    out << "<table class=\"of";
-    for (const Columns& columns : parts) out << ' ' << getName(columns.part);
-    out << "\">\n<thead>\n<tr>";
+    page += "<table class=\"of";
+    for (const Columns& columns : parts) append(page, " {}", getName(columns.part));
+    page += "\">\n<thead>\n<tr>";
     printHeading("No", R"(rowspan="2" class="num")");
     printHeading("Name", "rowspan=\"2\"");
     printHeading("Marks", "rowspan=\"2\"");
     for (const Columns& columns : parts) printGroup(columns);
-    out << "</tr>\n<tr>";
+    page += "</tr>\n<tr>";
     for (const Columns& columns : parts) printHeadings(columns);
-    out << "</tr>\n</thead>\n<tbody>\n";
+    page += "</tr>\n</thead>\n<tbody>\n";
     for (std::size_t i = 0; i < foundations.size(); ++i) printRow(*foundations[i], i);
-    out << "</tbody>\n</table>\n";
+    page += "</tbody>\n</table>\n";
   }
 
  private:
   void printHeading(const std::string& text, const std::string& attributes) {
-    out << R"(<th scope="col" data-column=")" << column++ << '"'
-        << (attributes.empty() ? "" : " " + attributes) << '>' << text << "</th>";
+    append(page, R"(<th scope="col" data-column="{}" {}>{}</th>)", column++, attributes, text);
   }
 
   void printGroup(const Columns& columns) {
     const std::vector<Direction>& all = columns.directions;
-    out << R"(<th scope="colgroup" class="part" colspan=")" << all.size() + 2 << "\">"
-        << (columns.part == Part::area ? "Area" : "Line");
+    append(page, R"(<th scope="colgroup" class="part" colspan="{}">{})", all.size() + 2,
+           columns.part == Part::area ? "Area" : "Line");
     if (!all.front().unit.empty()) {
-      out << " <small>" << escape(all.front().unit);
-      if (all.back().isRotation) out << ", rotation " << escape(all.back().unit);
-      out << "</small>";
+      append(page, " <small>{}", escape(all.front().unit));
+      if (all.back().isRotation) append(page, ", rotation {}", escape(all.back().unit));
+      page += "</small>";
     }
-    out << "</th>";
+    page += "</th>";
   }
 
   void printHeadings(const Columns& columns) {
@@ -74,16 +75,16 @@ class TablePrinter {
   void printRow(Foundation& foundation, std::size_t place) {
     const bool isCurrent = &foundation == content.manager.getCurrentFoundation();
     const std::size_t found = content.findings.count(foundation);
-    out << "<tr" << (isCurrent ? " class=\"c\"" : "");
-    if (found > 0) out << " id=\"" << makeRowId(place) << '"';
-    out << '>';
+    append(page, "<tr{}", isCurrent ? " class=\"c\"" : "");
+    if (found > 0) append(page, " id=\"{}\"", makeRowId(place));
+    page += '>';
     printDigits(std::to_string(foundation.getNumber()));
-    out << "<th scope=\"row\">" << escapeName(foundation.getName());
+    append(page, "<th scope=\"row\">{}", escapeName(foundation.getName()));
     const std::string findings =
         found == 0 ? "" : R"(<a class="warn" href="#findings">)" + count(found, "finding") + "</a>";
     printCell(join(listMarks(isCurrent, foundation.isGenerated()), findings));
     for (const Columns& columns : parts) printPart(columns, foundation);
-    out << "</tr>\n";
+    page += "</tr>\n";
   }
 
   void printPart(const Columns& columns, Foundation& foundation) {
@@ -119,22 +120,20 @@ class TablePrinter {
   /// The style sheet knows the columns, and the next cell ends this one, so that large tables stay
   /// small.
   void printCell(const std::string& text, const char* attributes = "") {
-    out << "<td" << attributes << '>' << text;
+    append(page, "<td{}>{}", attributes, text);
   }
 
   const Content& content;
   const std::vector<Foundation*>& foundations;
   std::vector<Columns> parts;
   std::size_t column = 0;
-  std::ostream& out;
+  std::string& page;
 };
 
 }  // namespace
 
-void printTable(const Content& content, std::ostream& out) {
-  TablePrinter(content, out).print();
-}
+void appendTable(const Content& content, std::string& page) { TableMaker(content, page).print(); }
 
-std::string makeRowId(std::size_t place) { return "row-" + std::to_string(place + 1); }
+std::string makeRowId(std::size_t place) { return fmt::format("row-{}", place + 1); }
 
 }  // namespace Report
