@@ -6,6 +6,7 @@
 #include "documents/document.h"
 #include "documents/writing.h"
 #include "files/user_error.h"
+#include "output.h"
 #include "reading.h"
 #include "text/display_text.h"
 
@@ -15,7 +16,8 @@ Status convert(const ConvertOptions& options, std::ostream& notes) {
   Documents::Document in(Documents::readFile(options.in), options.version);
   const std::size_t skipped = tellReading(in, notes);
   const Found::FoundationManager& manager = in.getFoundations();
-  Writing::Output output(options.out, options.form, in);
+  OutputFile file = openOutput(options.out);
+  Writing::Output output(file, options.form, in);
   output.isUpdate() ? output.update(manager) : output.write(manager);
 
   const std::vector<std::string> losses = output.listLosses(manager);

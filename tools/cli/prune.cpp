@@ -12,6 +12,7 @@
 #include "files/user_error.h"
 #include "foundations/fields.h"
 #include "foundations/keep_list.h"
+#include "output.h"
 #include "reading.h"
 #include "text/display_text.h"
 
@@ -112,7 +113,8 @@ Status prune(const PruneOptions& options, std::ostream& notes) {
   const std::size_t skipped = tellReading(in, notes);
   const Form form = in.getForm();
   FoundationManager& manager = in.getFoundations();
-  Writing::Output output(options.out, form, in);
+  OutputFile file = openOutput(options.out);
+  Writing::Output output(file, form, in);
   const bool isOtherDocument = output.isUpdate() && !output.isSameFile();
   // What was not read stays in its document, but only beddings with numbers are found there again.
   const bool needsAll = isOtherDocument || form == Form::firstExchange;

@@ -6,8 +6,8 @@
 #include "checks/rules.h"
 #include "commands.h"
 #include "documents/document.h"
-#include "files/output_file.h"
 #include "files/user_error.h"
+#include "output.h"
 #include "reading.h"
 #include "report/page.h"
 #include "report/text.h"
@@ -37,7 +37,7 @@ Status report(const ReportOptions& options, std::ostream& notes) {
     throw UserError(
         "--unit-force and --unit-length are given together or not at all; see kvfound report "
         "--help");
-  OutputFile output(options.out);
+  OutputFile output = openOutput(options.out);
   if (holdsDocument(output.getTarget()))
     throw UserError(output.getShownPath() +
                     ": this is a document, which the page would destroy; name another file");

@@ -28,7 +28,8 @@ const std::string model =
 std::string tell(const std::string& path, Form form) {
   Document in({"in", "", model});
   try {
-    const Output output(path, form, in);
+    OutputFile to(path);
+    const Output output(to, form, in);
   } catch (const UserError& error) {
     return error.what();
   }
@@ -60,7 +61,8 @@ TEST(Writing, MakesADocumentOfEachForm) {
   for (const auto& row : rows) {
     Document in({"in", "", model});
     const TemporaryPath out;
-    Output output(out.get(), row.form, in);
+    OutputFile to(out.get());
+    Output output(to, row.form, in);
 
     output.write(in.getFoundations());
     output.commit();
@@ -73,7 +75,8 @@ TEST(Writing, TouchesNothingBeforeItIsCommitted) {
   const TemporaryFile out("<Kvml/>");
   Document in({"in", "", model});
   {
-    Output output(out.get(), Form::exchange, in);
+    OutputFile to(out.get());
+    Output output(to, Form::exchange, in);
     output.write(in.getFoundations());
   }
   EXPECT_EQ(load(out.get()), "<Kvml/>");
@@ -85,23 +88,28 @@ TEST(Writing, UpdatesADocumentOfTheSameForm) {
   const TemporaryFile listing("<Kvml/>");
   const TemporaryPath missing;
 
-  EXPECT_TRUE(Output(other.get(), Form::legacy, in).isUpdate());
-  EXPECT_FALSE(Output(other.get(), Form::legacy, in).isSameFile());
-  EXPECT_FALSE(Output(listing.get(), Form::legacy, in).isUpdate());
-  EXPECT_FALSE(Output(missing.get(), Form::legacy, in).isUpdate());
+  OutputFile toOther(other.get());
+  OutputFile toListing(listing.get());
+  OutputFile toMissing(missing.get());
+  EXPECT_TRUE(Output(toOther, Form::legacy, in).isUpdate());
+  EXPECT_FALSE(Output(toOther, Form::legacy, in).isSameFile());
+  EXPECT_FALSE(Output(toListing, Form::legacy, in).isUpdate());
+  EXPECT_FALSE(Output(toMissing, Form::legacy, in).isUpdate());
 }
 
 TEST(Writing, KnowsTheDocumentThatWasRead) {
   const TemporaryFile file(model);
   Document in(Documents::readFile(file.get()));
 
-  EXPECT_TRUE(Output(file.get(), Form::legacy, in).isSameFile());
+  OutputFile to(file.get());
+  EXPECT_TRUE(Output(to, Form::legacy, in).isSameFile());
 }
 
 TEST(Writing, LeavesTheRestOfADocumentThatIsUpdated) {
   Document in({"in", "", model});
   const TemporaryFile out("<X><Load/><Beddings/></X>");
-  Output output(out.get(), Form::exchange, in);
+  OutputFile to(out.get());
+  Output output(to, Form::exchange, in);
 
   output.update(in.getFoundations());
   output.commit();
@@ -117,7 +125,8 @@ TEST(Writing, LeavesOfAPrunedDocumentWhatStays) {
   const TemporaryFile file(
       "<B><CurveBedding Number=\"1\" Name=\"A\"/><CurveBedding Number=\"2\" Name=\"B\"/></B>");
   Document in(Documents::readFile(file.get()));
-  Output output(file.get(), Form::exchange, in);
+  OutputFile to(file.get());
+  Output output(to, Form::exchange, in);
 
   output.prune({{1, std::nullopt}, {2, 1}}, in.getFoundations());
   output.commit();
@@ -176,7 +185,8 @@ TEST(Losses, AreWhatTheFormDoesNotKeep) {
   for (const auto& row : rows) {
     Document in({"in", "", model});
     const TemporaryPath out;
-    Output output(out.get(), row.form, in);
+    OutputFile to(out.get());
+    Output output(to, row.form, in);
     output.write(in.getFoundations());
     EXPECT_EQ(output.listLosses(in.getFoundations()), row.losses);
   }
@@ -196,7 +206,8 @@ TEST(Losses, AreFoundationsThatTheFormHasNoPlaceFor) {
         {"in", "",
          "<?xml?>\n<SMOD><FOUNDATIONS>" + std::string(row.found) + "</FOUNDATIONS></SMOD>"});
     const TemporaryPath out;
-    Output output(out.get(), Form::exchange, in);
+    OutputFile to(out.get());
+    Output output(to, Form::exchange, in);
     output.write(in.getFoundations());
     const std::vector<std::string> losses = output.listLosses(in.getFoundations());
     ASSERT_EQ(losses.size(), 1u) << row.found;

@@ -1,6 +1,7 @@
 #include "files/output_file.h"
 
 #include <filesystem>
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -61,9 +62,11 @@ TEST(OutputFile, HoldsBytesAsTheyAre) {
   EXPECT_EQ(fs::file_size(path.get()), 4u);
 }
 
-TEST(OutputFile, OfStandardOutputHasNoTarget) {
-  EXPECT_EQ(OutputFile("-").getTarget(), "");
-  EXPECT_EQ(OutputFile("-").getShownPath(), "standard output");
+TEST(OutputFile, OfAStreamHasNoTarget) {
+  std::ostringstream stream;
+  const OutputFile file(stream, "the stream");
+  EXPECT_EQ(file.getTarget(), "");
+  EXPECT_EQ(file.getShownPath(), "the stream");
 }
 
 TEST(OutputFile, TellsWhereNothingCanBeWritten) {
@@ -99,14 +102,15 @@ TEST(OutputFile, OfALinkIsTheFileThatItNames) {
 }
 #endif
 
-TEST(OutputFile, PrintsToStandardOutput) {
-  testing::internal::CaptureStdout();
-  OutputFile file("-");
+TEST(OutputFile, OfAStreamIsWrittenWhenItIsCommitted) {
+  std::ostringstream stream;
+  OutputFile file(stream, "the stream");
   file.create();
   file.write("text");
+  EXPECT_EQ(stream.str(), "");
   file.commit();
 
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "text");
+  EXPECT_EQ(stream.str(), "text");
 }
 
 }  // namespace

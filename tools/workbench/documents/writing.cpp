@@ -71,8 +71,7 @@ bool holdsOnlyBeddings(const Document& document) {
 
 }  // namespace
 
-Output::Output(const std::string& asked, Form written, Document& read)
-    : in(read), file(asked), form(written) {
+Output::Output(OutputFile& to, Form written, Document& read) : in(read), file(to), form(written) {
   if (fs::exists(Paths::fromText(file.getTarget()))) protect();
   file.create();
 }

@@ -10,16 +10,16 @@
 #include "files/output_file.h"
 #include "found/foundation_manager.h"
 
-/// Documents as they are written to files. A path "-" stands for standard output.
+/// Documents as they are written to files.
 namespace Writing {
 
 /// A document on its way to a file, which takes the place of the old one as a whole or not at all.
 class Output {
  public:
   /// `read` is the document whose foundations are written, and may be what is there. Throws
-  /// UserError when nothing can be written at `asked`, and when a document is there that cannot be
+  /// UserError when nothing can be written to `to`, and when a document is there that cannot be
   /// updated but holds more than foundations.
-  Output(const std::string& asked, Documents::Form written, Documents::Document& read);
+  Output(OutputFile& to, Documents::Form written, Documents::Document& read);
 
   /// True when a document of this form is there, whose other content must stay.
   bool isUpdate() const { return isThere; }
@@ -50,7 +50,7 @@ class Output {
   void protect();
 
   Documents::Document& in;
-  OutputFile file;
+  OutputFile& file;
   Documents::Form form;
   std::unique_ptr<Documents::Document> other;
   Documents::Document* old = nullptr;  // the document that is there: `in`, `other` or none

@@ -4,7 +4,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <system_error>
 #include <utility>
 
@@ -22,14 +21,13 @@ void print(std::ostream& out, const std::string& text) {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& asked)
-    : shownPath(asked), isStandard(asked == "-" || asked == "/dev/stdout") {
-  if (asked.empty()) throw UserError("the name of the file to write is empty");
-  if (isStandard)
-    shownPath = "standard output";
-  else
-    target = findTarget();
+OutputFile::OutputFile(const std::string& path) : shownPath(path) {
+  if (path.empty()) throw UserError("the name of the file to write is empty");
+  target = findTarget();
 }
+
+OutputFile::OutputFile(std::ostream& to, std::string name)
+    : shownPath(std::move(name)), stream(&to) {}
 
 void OutputFile::fail(const std::string& reason) const {
   throw UserError(shownPath + ": cannot be written: " + reason);
@@ -75,8 +73,8 @@ void OutputFile::write(std::string all) {
 }
 
 void OutputFile::commit() {
-  if (isStandard) {
-    print(std::cout, text);
+  if (stream != nullptr) {
+    print(*stream, text);
   } else if (target.empty()) {
     std::ofstream device(shownPath, std::ios::binary);
     print(device, text);

@@ -1,19 +1,22 @@
 #pragma once
 
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "files/temporary_file.h"
 
 /// A file that is written as a whole or not at all: what is written stands in a temporary file
-/// beside it until it takes its place. A path "-" stands for standard output. All that fails throws
+/// beside it until it takes its place. Or a stream, which gets all at once. All that fails throws
 /// UserError.
 class OutputFile {
  public:
   /// Fails where nothing can be written, such as at a folder.
-  explicit OutputFile(const std::string& asked);
+  explicit OutputFile(const std::string& path);
+  /// `name` is what messages call the stream.
+  OutputFile(std::ostream& to, std::string name);
 
-  /// The file that is there or will be; empty for what is no file: standard output or a device.
+  /// The file that is there or will be; empty for what is no file: a stream or a device.
   const std::string& getTarget() const { return target; }
   /// As messages call the file.
   const std::string& getShownPath() const { return shownPath; }
@@ -33,7 +36,7 @@ class OutputFile {
   std::string findTarget() const;
 
   std::string shownPath;
-  bool isStandard;
+  std::ostream* stream = nullptr;
   std::string target;
   std::string text;
   std::optional<TemporaryFile> file;
