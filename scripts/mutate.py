@@ -169,7 +169,8 @@ class Workshop:
     def passes(self, program, stage, options=()):
         shutil.rmtree(self.temporary, ignore_errors=True)
         self.temporary.mkdir(parents=True)
-        environment = {**os.environ, "TMPDIR": str(self.temporary.resolve())}
+        environment = {**os.environ, "TMPDIR": str(self.temporary.resolve()),
+                       "LOCPATH": str((self.build / "tests/locales").resolve())}
         command = [str((self.build / program).resolve()), "--gtest_fail_fast", "--gtest_brief=1",
                    f"--gtest_filter={stage.filter}", *options]
         run = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=self.log,

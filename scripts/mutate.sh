@@ -14,9 +14,5 @@ cd "$(dirname "$0")/.."
 
 install_packages "${test_packages[@]}" python3
 build=${KVFOUND_BUILD:-build/mutate}
-mkdir -p "$build/locales"
-[ -e "$build/locales/de_DE.UTF-8" ] || localedef -i de_DE -f UTF-8 "$build/locales/de_DE.UTF-8"
-LOCPATH=$(realpath "$build/locales")
-export LOCPATH
-
+mkdir -p "$build"
 exec python3 scripts/mutate.py "$build" "$@"

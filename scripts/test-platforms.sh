@@ -47,16 +47,9 @@ prepare() {
   esac
 }
 
-# A locale with a decimal comma, for all platforms whose C library can read it.
-make_locale() {
-  export LOCPATH=$PWD/build/platforms/locales
-  install_packages locales
-  mkdir -p "$LOCPATH"
-  [ -e "$LOCPATH/de_DE.UTF-8" ] || localedef -i de_DE -f UTF-8 "$LOCPATH/de_DE.UTF-8"
-}
-
 test_platform() {
   local build=$PWD/build/platforms/$1 options choices targets programs filter
+  install_packages locales
   prepare "$1"
   make_sysroot "$build" "${options[@]}"
   cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE=-O1 \
@@ -67,7 +60,6 @@ test_platform() {
 }
 
 [ $# -gt 0 ] || set -- libcxx i386 aarch64 s390x
-make_locale
 for platform in "$@"; do
   began=$SECONDS
   test_platform "$platform"
