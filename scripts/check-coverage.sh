@@ -10,8 +10,9 @@ cd "$(dirname "$0")/.."
 install_packages "${test_packages[@]}" gcovr
 build=build/coverage
 rm -rf "$build"  # what an earlier build reached must not count
-KVFOUND_BUILD=$build scripts/test.sh -DCMAKE_BUILD_TYPE=Debug -DKVFOUND_COVERAGE=ON -DKVFOUND_TOOLS=OFF \
-  -DKVFOUND_EXAMPLES=OFF -DKVFOUND_TESTS_TOGETHER=ON
+cmake --preset coverage
+cmake --build --preset coverage
+ctest --preset coverage --parallel "$(nproc)"
 
 report() {
   gcovr --root . "$build" --exclude-throw-branches --exclude-unreachable-branches \

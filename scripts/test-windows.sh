@@ -21,8 +21,7 @@ make_sysroot "$build" --toolchain "$PWD/cmake/mingw-w64.cmake"
 printf '%s\n' include/found/*.h platform/include/kv/*.h |
   xargs -P "$(nproc)" -I{} "$compiler" -std=c++17 @cmake/warnings.txt -fsyntax-only -Iinclude \
     -Iplatform/include -include {} -x c++ /dev/null
-cmake --preset windows -B "$build" -DCMAKE_FIND_ROOT_PATH="$sysroot" -DCMAKE_CXX_FLAGS_RELEASE=-O1 \
-  -DKVFOUND_TESTS_TOGETHER=ON "$@"
+cmake --preset windows -B "$build" -DCMAKE_FIND_ROOT_PATH="$sysroot" "$@"
 cmake --build "$build"
 cmake --install "$build" --prefix "$build/installed" >/dev/null
 cmake -S tests/consume/package -B "$build/consumer" -G Ninja --toolchain "$PWD/cmake/mingw-w64.cmake" \

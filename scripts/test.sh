@@ -8,7 +8,6 @@ cd "$(dirname "$0")/.."
 
 install_packages "${test_packages[@]}"
 build=${KVFOUND_BUILD:-build/test}
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKVFOUND_TESTS=ON \
-  -DKVFOUND_WARNINGS=ON "$@"
+cmake --preset test -B "$build" "$@"
 cmake --build "$build"
 ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)"
