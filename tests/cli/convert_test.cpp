@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/make_document.h"
-#include "cli/run_program.h"
+#include "cli/run_command.h"
 
 namespace {
 
@@ -107,7 +107,7 @@ TEST(Convert, WritesEveryFormFromExchangeDocumentsOfBothVersions) {
 TEST(Convert, ReadsStandardInput) {
   const std::string path = makeModelFile("<FOUND NUMBER='3' NAME='A' FZAREA='7'/>");
 
-  const Result result = run("convert - - --to kvml < '" + path + "'");
+  const Result result = run("convert - - --to kvml", path);
 
   EXPECT_EQ(result.out, declaration +
                             "<Kvml>\n"

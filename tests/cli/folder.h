@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/run_program.h"
+#include "cli/files.h"
 
 /// A folder of the running test, empty at first. Returns its path.
 inline std::string makeFolder(const std::string& name) {

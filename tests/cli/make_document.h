@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "cli/run_program.h"
+#include "cli/files.h"
 
 /// `xml` with quotes for its apostrophes, which are shorter to write in a test.
 inline std::string putQuotes(std::string xml) {

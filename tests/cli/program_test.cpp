@@ -6,6 +6,7 @@
 namespace {
 
 const std::string example = "'" KVFOUND_EXAMPLES_DIR "/model.xml'";
+const std::string beddings = "'" KVFOUND_EXAMPLES_DIR "/beddings.xml'";
 
 /// What a command line that is wrong makes the program say.
 std::string complain(const std::string& arguments) {
@@ -13,6 +14,10 @@ std::string complain(const std::string& arguments) {
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(result.status, 2);
   return result.err;
+}
+
+Result runInBash(const std::string& arguments) {
+  return runScript("'" KVFOUND_PROGRAM "' " + arguments + "\n");
 }
 
 /// More than a pipe takes before somebody reads it.
@@ -113,8 +118,7 @@ TEST(Program, NamesTheValuesThatAnOptionTakes) {
 }
 
 TEST(Program, ComplainsInOneLineWhateverWasWritten) {
-  SKIP_WITHOUT_BASH();
-  EXPECT_EQ(complain("$'a\\nb\\x1b'"),
+  EXPECT_EQ(complain("'a\nb\x1B'"),
             "kvfound: there is no command \"a\\nb\\x1B\"; see kvfound --help\n");
 }
 
@@ -151,8 +155,24 @@ TEST(Program, PrintsTheHelpOfACommandWithAnExampleAtItsEnd) {
 TEST(ProgramOutput, OnAFullDeviceIsAnError) {
   SKIP_WITHOUT_BASH();
   for (const std::string format : {"table", "json", "csv"}) {
-    EXPECT_EQ(runTo("/dev/full", "show " + example + " --format " + format), 2);
-    EXPECT_EQ(readFile(makePath("err")), "kvfound: standard output cannot be written\n");
+    const Result result = runInBash("show " + example + " --format " + format + " >/dev/full");
+
+    EXPECT_EQ(result.err, "kvfound: standard output cannot be written\n");
+    EXPECT_EQ(result.status, 2);
+  }
+}
+
+TEST(ProgramOutput, OnAFullDeviceIsAnErrorOfEveryCommand) {
+  SKIP_WITHOUT_BASH();
+  const std::string empty = "'" + makeModelFile("") + "'";
+  for (const std::string& command :
+       {"convert " + example + " - --to kvml", "report " + example, "diff " + example + " " + empty,
+        "check " + beddings, "prune " + example + " - --generated"}) {
+    const Result result = runInBash(command + " >/dev/full");
+
+    EXPECT_NE(result.err.find("kvfound: standard output cannot be written\n"), std::string::npos)
+        << command;
+    EXPECT_EQ(result.status, 2) << command;
   }
 }
 
@@ -171,7 +191,7 @@ TEST(ProgramOutput, EndsQuietlyWhenNobodyReadsIt) {
 
 TEST(ProgramOutput, ThatIsClosedIsAnError) {
   SKIP_WITHOUT_BASH();
-  const Result result = run("show " + example + " >&-");
+  const Result result = runInBash("show " + example + " >&-");
 
   EXPECT_EQ(result.err, "kvfound: standard output cannot be written\n");
   EXPECT_EQ(result.status, 2);
@@ -179,8 +199,8 @@ TEST(ProgramOutput, ThatIsClosedIsAnError) {
 
 TEST(ProgramOutput, MayBeClosedTogetherWithThatOfMessages) {
   SKIP_WITHOUT_BASH();
-  EXPECT_EQ(run("show " + example + " >&- 2>&-").status, 2);
-  EXPECT_EQ(run("show /no/such/file >&- 2>&- <&-").status, 2);
+  EXPECT_EQ(runInBash("show " + example + " >&- 2>&-").status, 2);
+  EXPECT_EQ(runInBash("show /no/such/file >&- 2>&- <&-").status, 2);
 }
 
 TEST(ProgramOutput, HoldsNoEscapeSequencesInAFile) {
@@ -189,6 +209,118 @@ TEST(ProgramOutput, HoldsNoEscapeSequencesInAFile) {
 
   EXPECT_NE(result.out.find("\n*   3  Raft on stiff clay"), std::string::npos);
   EXPECT_EQ(result.out.find('\x1B'), std::string::npos);
+}
+
+// --- Commands, each with what it prints, says and returns
+
+/// A model that is read from standard input.
+std::string makeInput() {
+  return makeModelFile("<FOUND NUMBER='3' NAME='A' FZAREA='7' IsGenerated='1'/>");
+}
+
+TEST(ProgramCommand, ShowsStandardInput) {
+  const Result result = run("show --format csv", makeInput());
+
+  EXPECT_EQ(result.out.substr(result.out.find('\n') + 1),
+            "3,A,true,0,0,7,none,0,,,,,none,none,none,0,false\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(ProgramCommand, ConvertsStandardInputToStandardOutput) {
+  const Result result = run("convert - - --to kvml", makeInput());
+
+  EXPECT_EQ(
+      result.out,
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+      "<Kvml>\n"
+      "  <Beddings>\n"
+      "    <BeddingArea Number=\"3\" Name=\"A\" ksx=\"0.0\" ksy=\"0.0\" ksz=\"7.0\" Failure=\"No "
+      "failure\" Tangential=\"0.00\" />\n"
+      "  </Beddings>\n"
+      "</Kvml>\n");
+  EXPECT_EQ(result.err, "kvfound: standard output: number 3 \"A\": generated yes becomes no\n");
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(ProgramCommand, ConvertsNothingThatWouldBeLostWhenItIsStrict) {
+  const Result result = run("convert - - --to kvml --strict", makeInput());
+
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.status, 1);
+}
+
+TEST(ProgramCommand, ChecksFilesAndStandardInput) {
+  const Result result = run("check " + example + " -", makeModelFile("<FOUND NUMBER='1' X=''/>"));
+
+  EXPECT_EQ(result.out,
+            "standard input:3:32: warning: X is no attribute of <FOUND>; it is not read\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(run("check " + example).status, 0);
+  EXPECT_EQ(run("check /no/such/file -", makeInput()).status, 2);
+}
+
+TEST(ProgramCommand, ComparesWithStandardInput) {
+  const Result result = run("diff - " + example, makeInput());
+
+  EXPECT_EQ(result.out.substr(0, 13), "~ number 3 \"A");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(run("diff " + example + " " + example).status, 0);
+  EXPECT_EQ(run("diff - -").status, 2);
+}
+
+TEST(ProgramCommand, PrunesStandardInputToStandardOutput) {
+  const Result result = run("prune - - --generated", makeInput());
+
+  EXPECT_EQ(result.out,
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<SMOD>\n  <FOUNDATIONS />\n</SMOD>\n");
+  EXPECT_EQ(result.err, "removed: number 3 \"A\"\n1 removed, 0 kept\n");
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(ProgramCommand, ReportsStandardInputToAFile) {
+  const std::string out = makePath("out.html");
+  const Result result = run("report -o '" + out + "'", makeInput());
+
+  EXPECT_EQ(result.out + result.err, "");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_NE(readFile(out).find("<h1>standard input</h1>"), std::string::npos);
+}
+
+TEST(ProgramCommand, ReadsAndWritesFilesWithBlanksAndUmlautsInTheirPaths) {
+  const std::string in =
+      makeFile("M\xFChle 1.xml", makeDocument("<FOUNDATIONS><FOUND/></FOUNDATIONS>"));
+  const std::string out = makePath("aus der M\xFChle.kvml");
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(run("convert '" + in + "' '" + out + "' --to kvml").status, 0);
+
+  EXPECT_NE(readFile(out).find("<Kvml"), std::string::npos);
+}
+
+TEST(ProgramCommand, ReadsAPipeByItsPath) {
+  SKIP_WITHOUT_BASH();
+  const Result result = runInBash("show /dev/stdin < <(cat '" + makeInput() + "')");
+
+  EXPECT_NE(result.out.find("1 foundation, largest stiffness 7\n"), std::string::npos)
+      << result.err;
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(ProgramCommand, ReportsWithNoScriptButTheOneWhoseHashItTells) {
+  SKIP_WITHOUT_BASH();
+  const std::string page = run("report " + example).out;
+  const auto cut = [&page](const std::string& start, const std::string& end) {
+    const std::size_t from = page.find(start) + start.size();
+    return page.substr(from, page.find(end, from) - from);
+  };
+  const std::string script = makeFile("script", cut("<script>", "</script>"));
+
+  const Result hash = runScript("printf \"$(sha256sum <'" + script +
+                                "' | cut -c 1-64 | sed 's/../\\\\x&/g')\" | base64");
+
+  EXPECT_EQ(cut("script-src 'sha256-", "'\"") + "\n", hash.out);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/make_document.h"
-#include "cli/run_program.h"
+#include "cli/run_command.h"
 
 namespace {
 
@@ -166,8 +166,7 @@ TEST(PruneList, FindsNamesInAnyEncodingAndAsTheyAreShown) {
 
 TEST(PruneList, IsReadFromStandardInput) {
   const std::string list = makeFile("list", "A\nx\n");
-  const Result result =
-      run("prune '" + makeModelFile(fourFoundations) + "' - --used-by - < '" + list + "'");
+  const Result result = run("prune '" + makeModelFile(fourFoundations) + "' - --used-by -", list);
 
   EXPECT_EQ(result.err,
             "kvfound: standard input: there is no foundation \"x\"\n"
@@ -210,7 +209,7 @@ TEST(PruneModel, KeepsTheRestOfTheModel) {
       "</SMOD>\n";
 
   EXPECT_EQ(run("prune '" + path + "' - --generated").out, pruned);
-  EXPECT_EQ(run("prune - - --generated < '" + path + "'").out, pruned);
+  EXPECT_EQ(run("prune - - --generated", path).out, pruned);
   EXPECT_EQ(run("prune '" + path + "' '" + path + "' --generated").status, 0);
   EXPECT_EQ(readFile(path), pruned);
 }
@@ -502,7 +501,7 @@ TEST(PruneErrors, NamesAListThatIsMissing) {
 }
 
 TEST(PruneErrors, ReadsStandardInputOnlyOnce) {
-  EXPECT_EQ(run("prune - - --used-by - < '" + makeFile("list", "") + "'").err,
+  EXPECT_EQ(run("prune - - --used-by -", makeFile("list", "")).err,
             "kvfound: the document and the list cannot both come from standard input\n");
 }
 

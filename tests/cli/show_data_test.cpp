@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/make_document.h"
-#include "cli/run_program.h"
+#include "cli/run_command.h"
 
 namespace {
 

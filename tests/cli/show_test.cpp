@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/make_document.h"
-#include "cli/run_program.h"
+#include "cli/run_command.h"
 
 namespace {
 
@@ -9,7 +9,7 @@ TEST(Show, ReadsStandardInputWithoutAFile) {
   const std::string path =
       makeFile("in.xml", makeDocument("<FOUNDATIONS><FOUND FZAREA='2'/></FOUNDATIONS>"));
 
-  const Result result = run("show < '" + path + "'");
+  const Result result = run("show", path);
 
   EXPECT_NE(result.out.find("1 foundation, largest stiffness 2\n"), std::string::npos);
   EXPECT_EQ(result.status, 0);
@@ -28,29 +28,18 @@ TEST(Show, ReadsAFileWithBlanksAndUmlautsInItsPath) {
 TEST(Show, TellsLineAndColumnOfStandardInput) {
   const std::string path = makeFile("in.xml", makeDocument("<FOUNDATIONS></OTHER>"));
 
-  const Result result = run("show - < '" + path + "'");
+  const Result result = run("show -", path);
 
   EXPECT_EQ(result.err,
             "kvfound: standard input:3:16: this end tag does not close the element that is open\n");
   EXPECT_EQ(result.status, 2);
 }
 
-TEST(Show, ReadsAPipeByItsPath) {
-  SKIP_WITHOUT_BASH();
-  const std::string path = makeFile("in.xml", makeDocument("<FOUNDATIONS><FOUND/></FOUNDATIONS>"));
-
-  const Result result = run("show /dev/stdin < <(cat '" + path + "')");
-
-  EXPECT_NE(result.out.find("1 foundation, largest stiffness 0\n"), std::string::npos)
-      << result.err;
-  EXPECT_EQ(result.status, 0);
-}
-
 TEST(ShowErrors, PassesNoControlCharactersOnToTheTerminal) {
-  SKIP_WITHOUT_BASH();
-  const Result result = run("show $'/no\\x1b/file'");
+  const Result result = run("show '/no\x1B/file'");
 
-  EXPECT_EQ(result.err, "kvfound: /no\\x1B/file: cannot be opened: No such file or directory\n");
+  const std::string start = "kvfound: /no\\x1B/file: cannot be opened: ";  // reasons differ
+  EXPECT_EQ(result.err.substr(0, start.size()), start);
 }
 
 TEST(ShowExchange, ReadsBothVersionsAndTellsThemByTheirContent) {
