@@ -45,6 +45,8 @@ FailingAllocation::FailingAllocation(int countdown) { allocationsUntilFailure = 
 
 FailingAllocation::~FailingAllocation() { allocationsUntilFailure = 0; }
 
+bool FailingAllocation::hasFailed() const { return allocationsUntilFailure == 0; }
+
 ReleaseLog::ReleaseLog(const std::vector<const void*>& watched) {
   // As integers: a pointer to a deleted object must not be looked at any more.
   for (const void* object : watched)

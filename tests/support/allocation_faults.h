@@ -20,6 +20,9 @@ class FailingAllocation {
   FailingAllocation(const FailingAllocation&) = delete;
   FailingAllocation& operator=(const FailingAllocation&) = delete;
   ~FailingAllocation();
+
+  /// True when that allocation was asked for.
+  bool hasFailed() const;
 };
 
 /// Runs `call` with its `n`-th allocation failing (1 is the first). True when it threw

@@ -35,6 +35,7 @@ void removeUnused(const std::string& usedBy, bool onlyGenerated, FoundationManag
                   std::ostream& notes) {
   const Files::Content list = Files::read(usedBy);
   Files::MemoryStream in(list.bytes);
+  in.exceptions(std::ios::badbit);  // or the list would end where memory runs out
   KeepList user(in);
   for (const Foundation* foundation : manager.getFoundations()) user.usesFoundation(foundation);
   const std::vector<std::string> unmatched = user.listUnmatched();

@@ -38,6 +38,7 @@ void copy(const FoundationManager& from, Encoding::Kind encoding, FoundationMana
 template <class Tree>
 std::string print(const Tree& tree) {
   std::ostringstream out;
+  out.exceptions(std::ios::badbit);  // or the text would end where memory runs out
   tree.putToStream(out);
   return out.str();
 }

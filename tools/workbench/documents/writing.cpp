@@ -27,22 +27,26 @@ using Documents::Form;
 using Found::Foundation;
 using Found::FoundationManager;
 
+template <class Tree>
+std::string print(const Tree& tree) {
+  std::ostringstream out;
+  out.exceptions(std::ios::badbit);  // or the text would end where memory runs out
+  tree.putToStream(out);
+  return out.str();
+}
+
 std::string writeModel(const FoundationManager& manager) {
   KvXmlTree tree;
   tree.open(Documents::Legacy::root, false);
   manager.updateXml(&tree);
-  std::ostringstream out;
-  tree.putToStream(out);
-  return out.str();
+  return print(tree);
 }
 
 std::string writeExchange(const FoundationManager& manager, Form form) {
   KvXmlN::Document document(Documents::Exchange::container);
   const Tools::VersionText version(Documents::getVersion(form));
   Found::Umo::BeddingWriter(manager, version).write(document.getRoot());
-  std::ostringstream out;
-  document.putToStream(out);
-  return out.str();
+  return print(document);
 }
 
 std::string writeKvml(const FoundationManager& manager) {
@@ -54,9 +58,7 @@ std::string writeKvml(const FoundationManager& manager) {
   }
   KvXmlN::Document document(Documents::Kvml::root);
   Found::KvmlWriter().write(document.getRoot(), areas, lines);
-  std::ostringstream out;
-  document.putToStream(out);
-  return out.str();
+  return print(document);
 }
 
 /// True for a document like those that are written here.
