@@ -75,4 +75,15 @@ TEST(Differences, AreInTheCurrentFoundationWhenItIsGone) {
   EXPECT_FALSE(Comparing::compare(before, after).isCurrentSame);
 }
 
+TEST(Differences, AreThereWhenOnlyTheCurrentFoundationDiffers) {
+  Document before(makeModel("<FOUND NAME='A'/>", "A"));
+  Document after(makeModel("<FOUND NAME='A'/>"));
+  Document again(makeModel("<FOUND NAME='A'/>", "A"));
+  Document other(makeModel("<FOUND NAME='A' FZAREA='1'/>", "A"));
+
+  EXPECT_FALSE(Comparing::compare(before, other).isEmpty());
+  EXPECT_FALSE(Comparing::compare(before, after).isEmpty());
+  EXPECT_TRUE(Comparing::compare(before, again).isEmpty());
+}
+
 }  // namespace

@@ -79,6 +79,8 @@ TEST(DocumentErrors, NameTheFileAndThePlace) {
   EXPECT_EQ(tell("<a>\n<b c='' c=''/></a>"), "file:2:9: the attribute \"c\" is given twice");
   EXPECT_EQ(tell(makeModel("<b c='' c=''/>")), "file:2:15: the attribute \"c\" is given twice");
   EXPECT_EQ(tell(""), "file:1:1: the document has no root element");
+  EXPECT_EQ(tell(std::string("\0<a/>", 5)),
+            "file:1:1: a NUL character; only 8-bit text such as UTF-8 can be read");
   EXPECT_EQ(tell(std::string("<a\0", 3)),
             "file:1:3: a NUL character; only 8-bit text such as UTF-8 can be read");
 }
@@ -94,6 +96,11 @@ TEST(DocumentErrors, TellWhatHoldsNoBeddings) {
       ">; a legacy model or an exchange document can be read, a Kvml listing cannot";
   EXPECT_EQ(tell("<X/>"), "file: there are no beddings in <X" + end);
   EXPECT_EQ(tell("<Kvml><Beddings/></Kvml>"), "file: there are no beddings in <Kvml" + end);
+}
+
+TEST(DocumentErrors, AreNoneOfAnExchangeDocument) {
+  EXPECT_EQ(tell("<X><Bedding/></X>"), "");
+  EXPECT_EQ(tell("<Beddings/>"), "");
 }
 
 TEST(DocumentErrors, TellHowAModelMustStart) {

@@ -60,4 +60,23 @@ TEST(LossesOfNumbers, AreThoseGivenTwice) {
                     "number 1 \"B\": is lost, since its number is given twice"}));
 }
 
+TEST(Losses, AreValuesThatAreGoneOrOthersAndNotWhatWasThere) {
+  Document wanted({"file", "",
+                   "<?xml?>\n<SMOD><FOUNDATIONS><FOUND NUMBER='1' NAME='A' FZAREA='7' FZLINE='2' "
+                   "FACAREA='0.5'/></FOUNDATIONS></SMOD>"});
+  Document kept({"file", "",
+                 "<B><CurveBedding Number='1' Name='A' StiffnessZ='2'/>"
+                 "<CurveBedding Number='2' Name='B' StiffnessZ='2'/></B>"});
+
+  EXPECT_EQ(
+      ::Losses::list(wanted.getFoundations(), kept.getFoundations(), {}),
+      (Losses{"number 1 \"A\": areaZ 7 is lost", "number 1 \"A\": areaFactor 0.5 becomes 0"}));
+}
+
+TEST(LossesOfKvml, AreBothFailuresWhereOneHasNoWord) {
+  EXPECT_EQ(listOfKvml("<FOUND NUMBER='1' NAME='A' FZLINE='7' FAILYLINE='9' FAILZLINE='1'/>"),
+            (Losses{"number 1 \"A\": lineFailureY 9 becomes none",
+                    "number 1 \"A\": lineFailureZ compression becomes none"}));
+}
+
 }  // namespace

@@ -83,4 +83,9 @@ TEST(MarkupProlog, HoldsNoElementAndNoText) {
     EXPECT_FALSE(Markup::isProlog(text)) << text;
 }
 
+TEST(Markup, FindsNoEndOfADeclarationThatIsCutOff) {
+  for (const char* text : {"<!DOCTYPE", "<!DOCTYPE a", "<!DOCTYPE a [", "<!DOCTYPE a \"b>"})
+    EXPECT_EQ(Markup::findEnd(text, 0), Markup::nowhere) << text;
+}
+
 }  // namespace

@@ -1,5 +1,6 @@
 #include "files/content.h"
 
+#include <cstdio>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -69,6 +70,43 @@ TEST(ContentErrors, NameTheFile) {
   EXPECT_EQ(tell(missing.get()), missing.get() + ": cannot be opened: No such file or directory");
   EXPECT_EQ(tell("/"), "/: this is a folder, not a file");
   EXPECT_EQ(tell(""), "the name of the file to read is empty");
+}
+
+#ifdef __linux__
+TEST(ContentErrors, TellWhereReadingFails) {
+  EXPECT_EQ(tell("/proc/self/mem"), "/proc/self/mem: cannot be read: Input/output error");
+}
+#endif
+
+/// Lets standard input be a file, and nothing in the end.
+class Input {
+ public:
+  explicit Input(const std::string& path) { open(path); }
+  ~Input() { open(nothing); }
+  Input(const Input&) = delete;
+  Input& operator=(const Input&) = delete;
+
+ private:
+  static void open(const std::string& path) {
+    EXPECT_NE(std::freopen(path.c_str(), "rb", stdin), nullptr) << path;
+  }
+
+#ifdef _WIN32
+  static constexpr const char* nothing = "NUL";
+#else
+  static constexpr const char* nothing = "/dev/null";
+#endif
+};
+
+TEST(Content, OfStandardInputHasNoPathToWriteTo) {
+  const TemporaryFile file("text");
+  const Input input(file.get());
+
+  const Content content = Files::read("-");
+
+  EXPECT_EQ(content.bytes, "text");
+  EXPECT_EQ(content.path, "");
+  EXPECT_EQ(content.shownPath, "standard input");
 }
 
 }  // namespace

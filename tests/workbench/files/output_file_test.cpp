@@ -113,4 +113,73 @@ TEST(OutputFile, OfAStreamIsWrittenWhenItIsCommitted) {
   EXPECT_EQ(stream.str(), "text");
 }
 
+TEST(OutputFile, StandsInTheFolderWhereNoneIsNamed) {
+  const TemporaryPath folder("");
+  fs::create_directory(folder.get());
+  const fs::path before = fs::current_path();
+  fs::current_path(folder.get());
+  OutputFile file("out");
+  file.create();
+  file.write("text");
+  file.commit();
+  fs::current_path(before);
+
+  EXPECT_EQ(load(folder.get() + "/out"), "text");
+}
+
+#ifndef _WIN32
+TEST(OutputFile, MayBeStandardOutputByItsPath) {
+  EXPECT_EQ(OutputFile("/dev/stdout").getShownPath(), "standard output");
+}
+
+TEST(OutputFile, TellsOfAFileThatCannotTakeItsPlace) {
+  const TemporaryPath path;
+  OutputFile file(path.get());
+  file.create();
+  file.write("text");
+  fs::create_directory(path.get());
+
+  EXPECT_EQ(tell([&] { file.commit(); }), path.get() + ": cannot be written: Is a directory");
+}
+
+TEST(OutputFile, TellsOfATemporaryFileThatCannotBeWritten) {
+  const TemporaryPath folder("");
+  fs::create_directory(folder.get());
+  OutputFile file(folder.get() + "/out");
+  file.create();
+  fs::remove_all(folder.get());
+
+  EXPECT_EQ(tell([&] { file.write("text"); }),
+            folder.get() + "/out: cannot be written: No such file or directory");
+}
+
+TEST(OutputFile, TellsOfADeviceThatIsFullInTheMiddle) {
+  const TemporaryPath folder("");
+  fs::create_directory(folder.get());
+  OutputFile file(folder.get() + "/out");
+  file.create();
+  const fs::path temporary = fs::directory_iterator(folder.get())->path();
+  fs::remove(temporary);
+  fs::create_symlink("/dev/full", temporary);
+
+  EXPECT_EQ(tell([&] { file.write("text"); }),
+            folder.get() + "/out: cannot be written: No space left on device");
+}
+
+TEST(OutputFile, TellsOfALinkToItself) {
+  const TemporaryPath link;
+  fs::create_symlink(link.get(), link.get());
+
+  EXPECT_EQ(tell([&] { OutputFile(link.get()); }),
+            link.get() + ": cannot be written: Too many levels of symbolic links");
+}
+#endif
+
+#ifdef __linux__
+TEST(OutputFile, TellsOfAFileThatMustNotBeWritten) {
+  const std::string program = "/proc/self/exe";  // which not even root may change while it runs
+  EXPECT_EQ(tell([&] { OutputFile{program}; }), program + ": cannot be written: Text file busy");
+}
+#endif
+
 }  // namespace

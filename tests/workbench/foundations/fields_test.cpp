@@ -74,6 +74,7 @@ TEST(FieldsAlike, AreExactlyTheSameNumbers) {
 TEST(FieldsAlike, AreNamesInEitherEncoding) {
   EXPECT_TRUE(Fields::areAlike(Value(std::string("\xFC")), Value(std::string("\xC3\xBC"))));
   EXPECT_FALSE(Fields::areAlike(Value(std::string("a")), Value(std::string("A"))));
+  EXPECT_FALSE(Fields::areAlike(Value(std::string("1")), Value(1)));
 }
 
 TEST(FieldsDifferent, AreToldWithBothValues) {

@@ -23,7 +23,7 @@ KeepList makeList(const std::string& text) {
 }
 
 TEST(KeepList, UsesWhatItNames) {
-  KeepList list = makeList("A\n7\n");
+  KeepList list = makeList("A\n\n7\n");
 
   EXPECT_TRUE(uses(list, 1, "A"));
   EXPECT_TRUE(uses(list, 7, "B"));

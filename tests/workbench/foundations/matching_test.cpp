@@ -78,4 +78,18 @@ TEST(Matching, TakesNamesForTheSameInEitherEncoding) {
   EXPECT_EQ(match({{1, "R\xFC"}}, {{2, "R\xC3\xBC"}}, {Key::name}), (Places{{1, 1}}));
 }
 
+TEST(Matching, PairsWhatIsLeftInOrderWhenAsked) {
+  const List first = {{1, "A"}, {2, "B"}, {3, "C"}};
+  const List second = {{7, "X"}, {2, "B"}, {8, "Y"}, {9, "Z"}};
+
+  EXPECT_EQ(match(first, second, {Key::place}), (Places{{1, 1}, {2, 2}, {3, 3}, {0, 4}}));
+}
+
+TEST(Matching, LeavesThoseOfAKeyThatNoneIsLeftFor) {
+  const List first = {{1, "A"}, {1, "A"}};
+  const List second = {{1, "A"}};
+
+  EXPECT_EQ(match(first, second, {Key::number}), (Places{{1, 1}, {2, 0}}));
+}
+
 }  // namespace

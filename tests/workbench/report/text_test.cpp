@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include "report/html.h"
-
 namespace {
 
 using Found::Foundation;
@@ -70,11 +68,6 @@ TEST(ReportText, JoinsWhatIsThere) {
   EXPECT_EQ(Report::join("a", "b"), "a, b");
   EXPECT_EQ(Report::listMarks(true, true), "current, generated");
   EXPECT_EQ(Report::listMarks(false, false), "");
-}
-
-TEST(ReportHtml, OpensAndClosesNothing) {
-  EXPECT_EQ(Report::escape("a<b>&\"'c"), "a&lt;b&gt;&amp;&quot;&#39;c");
-  EXPECT_EQ(Report::escapeName("<\n>"), "&lt;\\n&gt;");
 }
 
 }  // namespace

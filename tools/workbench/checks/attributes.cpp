@@ -38,15 +38,18 @@ Fault judgeNumber(const Element& element, const std::string& name, bool isPartOf
   return std::nullopt;
 }
 
+std::string showNumber(const Failures::Mode& mode) {
+  return fmt::format("{} ({})", static_cast<int>(mode.value), mode.word);
+}
+
 Fault judgeFailureNumber(const Element& element, const std::string& name) {
   const std::optional<int> value = element.readInteger(name);
   if (!value) return tellNoInteger(element, name) + "; it is read as 0, no failure";
   if (Failures::find(static_cast<Found::Foundation::Failure>(*value)) != nullptr)
     return std::nullopt;
   const auto& [tension, none, compression] = Failures::modes;
-  return fmt::format("is none of {} ({}), {} ({}) and {} ({}); it is kept as it is",
-                     static_cast<int>(tension.value), tension.word, static_cast<int>(none.value),
-                     none.word, static_cast<int>(compression.value), compression.word);
+  return fmt::format("is none of {}, {} and {}; it is kept as it is", showNumber(tension),
+                     showNumber(none), showNumber(compression));
 }
 
 Fault judgeFailureText(const Element& element, const std::string& name) {

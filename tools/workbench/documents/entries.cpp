@@ -30,6 +30,11 @@ std::optional<int> startOfNumber(const std::string& text) {
   return number;
 }
 
+/// The library, which may be another one than that of these rules, reads what they say.
+void requireAgreement(bool agree) {
+  if (!agree) throw std::logic_error("the beddings are not read as they should be");
+}
+
 /// The rules by which the library reads beddings, applied to what it has read: it tells of an
 /// element that it skips only when it is asked to send messages, and then takes a time for each
 /// that grows with the foundations read.
@@ -98,8 +103,7 @@ class BeddingRules {
   /// Gives an entry the foundation that it became.
   void take(Entry& entry) {
     const std::string name = *entry.element.readText(Exchange::name);
-    if (isComplete() || read[taken]->getNumber() != entry.number)
-      throw std::logic_error("the beddings are not read as they should be");
+    requireAgreement(!isComplete() && read[taken]->getNumber() == entry.number);
     entry.foundation = read[taken++];
     const auto holder = names.find(name);
     if (holder != names.end()) {
@@ -129,7 +133,7 @@ std::vector<Entries> readBeddings(const std::vector<KvXmlN::Data*>& containers, 
   entries.reserve(containers.size());
   BeddingRules rules(form, manager.getFoundations());
   for (const KvXmlN::Data* container : containers) entries.push_back(rules.list(*container));
-  if (!rules.isComplete()) throw std::logic_error("the beddings are not read as they should be");
+  requireAgreement(rules.isComplete());
   return entries;
 }
 

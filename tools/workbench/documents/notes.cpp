@@ -1,6 +1,8 @@
 #include "documents/notes.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -25,6 +27,7 @@ std::string tellNewName(const Entry& entry) {
                      DisplayText::fromName(entry.foundation->getName()));
 }
 
+/// Empty for a bedding that is read as it is.
 std::string tell(const Entry& entry) {
   const std::string tag = "<" + DisplayText::fromName(entry.element.getName()) + ">";
   switch (entry.fate) {
@@ -60,7 +63,7 @@ std::vector<std::string> listNotes(Document& document) {
   if (document.getForm() == Form::legacy) return notes;
   for (const Entries& entries : document.getEntries()) {
     for (const Entry& entry : entries)
-      if (isTold(entry)) notes.push_back(tell(entry));
+      if (std::string note = tell(entry); !note.empty()) notes.push_back(std::move(note));
     const auto count = std::count_if(entries.begin(), entries.end(), [](const Entry& entry) {
       return entry.foundation != nullptr;
     });

@@ -61,8 +61,8 @@ bool create(const std::string& path) {
   const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
   if (file >= 0) return close(file) == 0;
 #endif
-  if (errno != EEXIST) fail();
-  return false;
+  if (errno == EEXIST) return false;
+  fail();
 }
 
 /// Lets the content reach the device, so that not even a power failure leaves half a file.

@@ -36,7 +36,7 @@ std::string showValue(double value) {
   std::string rounded;
   for (int digits = 6; digits > 0 && (rounded.empty() || rounded.size() >= longest); --digits)
     rounded = fmt::format("{:.{}g}", value, digits);
-  return rounded == exact ? exact : "\xE2\x89\x88" + rounded;
+  return "\xE2\x89\x88" + rounded;
 }
 
 std::string showName(const std::string& name) {
