@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Measures which lines and branches the tests reach; every one of src/ must be. Branches that only an
-# exception takes are the compiler's and not counted; nor are those of the keys that are made once, which
-# only a second thread takes. The report of each line is build/coverage/index.html.
+# Measures which lines and branches the tests reach: every one of src/ must be, and of the workbench
+# every line and 95 of 100 branches, since there the compiler has some of its own, which destroy what
+# an exception leaves. Other branches that only an exception takes are not counted; nor are those of
+# the keys that are made once, which only a second thread takes. The report of each line is
+# build/coverage/index.html.
 # The program is left out: its tests run it where no counts can be written.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -21,3 +23,4 @@ report() {
 report --filter include/ --filter platform/ --filter src/ --filter tools/workbench/ --html-details "$build/index.html" \
   --txt --print-summary
 report --filter src/ --branches --fail-under-line 100 --fail-under-branch 100
+report --filter tools/workbench/ --branches --fail-under-line 100 --fail-under-branch 95
