@@ -18,9 +18,6 @@ make_sysroot "$build" --toolchain "$PWD/cmake/mingw-w64.cmake"
 
 # --- Build
 
-printf '%s\n' include/found/*.h platform/include/kv/*.h |
-  xargs -P "$(nproc)" -I{} "$compiler" -std=c++17 @cmake/warnings.txt -fsyntax-only -Iinclude \
-    -Iplatform/include -include {} -x c++ /dev/null
 cmake --preset windows -B "$build" -DCMAKE_FIND_ROOT_PATH="$sysroot" "$@"
 cmake --build "$build"
 cmake --install "$build" --prefix "$build/installed" >/dev/null
