@@ -30,7 +30,7 @@ class FOUND_API BeddingReader {
   BeddingReader(const BeddingReader&) = delete;
   BeddingReader& operator=(const BeddingReader&) = delete;
 
-  /// Null, as at first, for silence. Not owned.
+  /// Null, the default, reports nothing. Not owned.
   void setMessenger(ReadMessenger* messenger);
 
   /// Reads all children of `container`, whatever its name. May be called again; every call adds

@@ -22,8 +22,8 @@ namespace Found {
 /// A vector may be absent; wherever values are computed, an absent vector counts as (0, 0, 0).
 /// Equality and assignment look at the values and leave name and number alone.
 ///
-/// No value is refused: a setter does nothing for a direction that there is not, a getter says 0.0
-/// or `None` for it; infinities and not-a-numbers are stored as they are. The only exception is
+/// No value is refused. Setters ignore an out-of-range direction; getters return 0.0 or `None` for
+/// it. Infinities and not-a-numbers are stored as they are. The only exception is
 /// std::bad_alloc, from operations that store a vector or a name: the foundation stays valid, and
 /// the vector or name concerned keeps its old value. An operation that stores several (the value
 /// operations) may then have stored the earlier ones.
@@ -73,15 +73,15 @@ class FOUND_API Foundation {
   /// @name Flags
   /// @{
 
-  /// Set by every setter that really changes a value. What clears it is setChanged(false), or
-  /// taking over the values of a foundation that is not marked.
+  /// Set by every setter that really changes a value. Cleared by setChanged(false), and by taking
+  /// over the values of a foundation that is not marked.
   bool getChanged() const;
   void setChanged(bool value);  ///< unconditionally
   /// Made by the system, not by the user; pruning selects by it. Setting does not mark as changed.
   bool isGenerated() const;
   void setGenerated(bool value);  ///< unconditionally
-  /// Whether the stored failure modes act. Until then getFailureArea() and getFailureLine() say
-  /// `None` in every direction.
+  /// Whether the stored failure modes act. While it is false, getFailureArea() and
+  /// getFailureLine() return `None` for every direction.
   bool getFailPossible() const;
   void setFailPossible(bool value);  ///< marks as changed when it differs
   /// @}

@@ -14,16 +14,16 @@ namespace Found {
 
 class FoundationUser;
 
-/// The foundations of one model, each behind those that were there when it was added.
+/// The foundations of one model, in the order in which they were added.
 ///
 /// Owns the foundations in its live list, and nothing else: users, foundations on the removed list
 /// and the current foundation are only pointed to. Numbers and names are not kept unique. Every
 /// walk goes through the live list in order and the first match wins; null entries (a host may add
 /// one) are passed over. Operations are plain linear walks.
 ///
-/// Nothing is reported but by results. What may be thrown is std::bad_alloc and what the XML
-/// library, a stream or a user throws; unless an operation says otherwise the manager is then as
-/// before the call.
+/// Operations report through their results only. They throw std::bad_alloc, and pass on whatever
+/// the XML library, a stream or a user throws; unless an operation says otherwise, the manager is
+/// then as before the call.
 ///
 /// Not synchronised: one thread at a time.
 class FOUND_API FoundationManager {
@@ -48,9 +48,9 @@ class FOUND_API FoundationManager {
   void reset();
 
   /// Appends `f`, which may be null, and owns it from here on. Name, number and flags stay as they
-  /// are; nothing is checked. What is listed more than once is deleted for each place: a host takes
-  /// out all places but one before reset() or the end of the manager. Throws std::bad_alloc: the
-  /// list is unchanged, `f` stays the caller's.
+  /// are; nothing is checked. A foundation that is listed more than once would be deleted more than
+  /// once: a host takes it out of all places but one before reset() or the end of the manager.
+  /// Throws std::bad_alloc: the list is unchanged, `f` stays the caller's.
   void add(Foundation* f);
 
   /// The same; when std::bad_alloc is thrown, the object is deleted with the argument.
@@ -177,8 +177,8 @@ class FOUND_API FoundationManager {
   /// line is consumed by that test, so the root element must start on a later line. KvXmlError,
   /// and the manager is untouched, when the rest is not well-formed or cannot be read, or the first
   /// line has more than 1,023 characters. True otherwise, also when the document holds no
-  /// foundations and the manager is now empty; so too for a file that was cut off within or right
-  /// behind its first line, where nothing is left that could be wrong.
+  /// foundations and the manager is now empty. A file that ends within or right after its first
+  /// line is such a document.
   ///
   /// `path` goes to the operating system as it is: on Windows as text in the code page that the
   /// process opens files in, and where it cannot be opened there, once more in its short form.
