@@ -14,7 +14,7 @@ std::optional<int> startOfNumber(const std::string& text) {
   if (first == std::string::npos) return std::nullopt;
   const char* begin = text.data() + first;
   const char* const end = text.data() + text.size();
-  // Behind the last character of a text stands a zero.
+  // After the last character of a std::string comes a zero, so begin[1] can be read.
   if (*begin == '+' && begin[1] != '-') ++begin;
   int number = 0;
   if (std::from_chars(begin, end, number).ec != std::errc()) return std::nullopt;

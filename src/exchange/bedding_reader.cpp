@@ -55,8 +55,8 @@ struct LinePart {
   }
 };
 
-/// Both kinds of element name the attributes of a part each in their own words. Braces keep the
-/// order in which the attributes are asked for.
+/// Each kind of element has its own names for the attributes of a part. Braces fix the order in
+/// which the attributes are read.
 template <class Keys>
 AreaPart readAreaPart(const KvXmlN::Data& element, const Keys& keys) {
   return AreaPart{readVector(element, keys.areaX, keys.areaY, keys.areaZ),
@@ -105,7 +105,7 @@ class Reading {
   std::optional<std::string> readBeddingName(const KvXmlN::Data& element);
   std::string makeUniqueName(std::string wanted);
 
-  /// Sends a message when there is somebody to hear it, who may change the manager.
+  /// Sends a message to the messenger, if there is one. It may change the manager.
   template <auto Message, class... Arguments>
   void send(const Arguments&... arguments) {
     if (data.messenger == nullptr) return;
@@ -150,8 +150,8 @@ Reading::Result Reading::readBedding(const KvXmlN::Data& element) {
   const AreaPart area = readAreaPart(element, keys.bedding);
   const LinePart line = readLinePart(element, keys.bedding);
 
-  // Numbered by what this reading has added, on purpose also where the manager has that number:
-  // the format has no numbers that could be kept.
+  // The number counts what this reading has added, even where the manager has that number already:
+  // the format has no numbers to keep.
   Result foundation = makeFoundation(static_cast<int>(count) + 1, *name);
   area.store(*foundation);
   line.store(*foundation);

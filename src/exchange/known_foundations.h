@@ -16,10 +16,10 @@ namespace Found::Umo {
 /// Answers which names and numbers a growing list of foundations has, for the length of one
 /// reading.
 ///
-/// The answers are always those of a walk through the list. Where there are many to give, tables
-/// give them faster. Nobody but the reader can touch the list or its foundations, except from
-/// inside a message; after one, the whole list is compared with what the tables were made of, and
-/// they are made anew when it differs.
+/// Every answer is that of a walk through the list; tables make many answers faster. Only the
+/// reader touches the list and its foundations, except from inside a message. After a message, the
+/// whole list is compared with what the tables were made of, and when it differs they are made
+/// anew.
 class KnownFoundations {
  public:
   /// How many foundations may be appended, and whether there will be messages.
@@ -29,19 +29,19 @@ class KnownFoundations {
   bool hasName(const std::string& name);
   bool hasNumber(int number);
 
-  /// `wanted`, which the list has, "_" and the first counter from 1 on that makes a name it does
-  /// not have.
+  /// A name that the list does not have: `wanted`, which it has, then "_" and the lowest counter
+  /// from 1 on that is free.
   std::string makeFreeName(const std::string& wanted);
 
-  /// Records the foundation just appended, also after listMayHaveChanged(): only what was recorded
-  /// can be seen to have changed or gone later.
+  /// Records the foundation just appended. To be called after listMayHaveChanged() too: what is
+  /// not recorded can change or go unnoticed.
   void recordLast();
 
   /// To be called when others may have changed the list or its foundations.
   void listMayHaveChanged() { tablesMatchList = false; }
 
  private:
-  /// A foundation as it was when it was noted.
+  /// A foundation as it was when it was recorded.
   struct Entry {
     const Foundation* foundation;
     int number;
@@ -51,17 +51,17 @@ class KnownFoundations {
   struct Tables {
     explicit Tables(std::size_t expected) : names(expected), numbers(expected) {}
 
-    // The start of the list, where there are messages. They stay in place: the names are theirs.
+    // The start of the list, kept when there are messages. A deque, since entries must stay in
+    // place: the tables refer to their names.
     std::deque<Entry> entries;
-    std::size_t entered = 0;  // how many of the list are in the tables below
-    // With the last counter given to a name that was wanted before. Names are only added as long as
-    // the tables hold, so the counters up to it need no second try.
+    std::size_t entered = 0;  // how many foundations of the list are in the tables below
+    // Each name with the last counter that was given to it. While the tables match the list, names
+    // are only added, so the counters up to that one need no second try.
     KeyTable<std::string_view, int> names;
     KeyTable<int, std::monostate> numbers;
   };
 
-  /// True when the tables can be asked, after making them or comparing them with the list as need
-  /// be.
+  /// Makes the tables or compares them with the list, as needed. True when they can be asked.
   bool useTables();
   bool areEntriesValid() const;
   void addEntry(const Foundation* foundation);

@@ -26,8 +26,9 @@ double readDouble(const KvXmlData& element, const std::string& key, double absen
   return attribute != nullptr ? attribute->getDouble() : absent;
 }
 
-/// Hands the attribute, converted, to a setter of `foundation`. When the element has none of this
-/// name it leaves the foundation alone and returns false; so do the functions below.
+/// Converts the attribute and passes it to a setter of `foundation`. When the element has no
+/// attribute of this name, leaves the foundation alone and returns false. So do the functions
+/// below.
 template <void (Foundation::*Setter)(double)>
 bool readDouble(const KvXmlData& element, const std::string& key, Foundation& foundation) {
   const KvXmlAttributeData* const attribute = element.findAttribute(key);
@@ -104,8 +105,8 @@ std::unique_ptr<std::ifstream> openFile(const std::string& path) {
 
 char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-/// Consumes the first line and looks for "xml" in it, in any letter case. What a line holds beyond
-/// the buffer leaves the stream failed, and its document cannot be read.
+/// Consumes the first line and looks for "xml" in it, in any letter case. A line longer than the
+/// buffer leaves the stream failed, so that the document cannot be read.
 bool startsAsXml(std::istream& in) {
   std::array<char, 1024> line{};
   in.getline(line.data(), line.size());

@@ -11,12 +11,12 @@ namespace Found {
 
 /// The child elements of one name, told apart by an attribute that is a whole number.
 ///
-/// Children that were passed in one search are known in the next, so that updating a document takes
-/// a time in proportion to its size. Only give() may add children in the meantime.
+/// Each search remembers the children that it passes, so that updating a document takes time in
+/// proportion to its size. Only give() may add children in the meantime.
 ///
-/// Which number an attribute has is for its library to say. One that equals its own integer counts
-/// as having no other number. One that does not, such as a text that is no number, is doubtful: it
-/// is asked about every number that is looked for.
+/// The XML library decides which numbers an attribute equals. One that equals its own integer is
+/// taken to equal no other number. Any other one, such as a text that is no number, is doubtful:
+/// it is asked about every number that is searched for.
 class NumberedChildren {
  public:
   /// `expected`: about how many numbers there are.
@@ -38,7 +38,7 @@ class NumberedChildren {
   /// Null when there is none among those that were passed.
   KvXmlData* findPassed(int number);
 
-  /// Takes note of the next child, and returns it when it has `number`.
+  /// Records the next child, and returns it when it has `number`.
   KvXmlData* passNext(int number);
 
   KvXmlData& parent;

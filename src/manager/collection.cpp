@@ -20,7 +20,7 @@ FoundationManager::FoundationManager(const FoundationManager& other) = default;
 
 FoundationManager& FoundationManager::operator=(const FoundationManager& other) {
   if (this == &other) return *this;
-  // First what may fail: half an assignment would share foundations that nobody knows of.
+  // Copied first, since copying may fail: half an assignment would share foundations unnoticed.
   std::vector<Foundation*> otherFoundations = other.foundations;
   std::vector<Foundation*> otherRemoved = other.removedFoundations;
   std::vector<FoundationUser*> otherUsers = other.users;
@@ -70,7 +70,7 @@ const std::vector<Foundation*>& FoundationManager::getRemovedFoundations() const
 }
 
 void FoundationManager::remove(Foundation* f, bool deleteFoundation, bool keepRemoved) {
-  // First what may fail: out of memory, the foundation stays where it is.
+  // What may fail comes first: when memory runs out, the foundation stays where it is.
   if (keepRemoved) removedFoundations.push_back(f);
   const auto place = std::find(foundations.begin(), foundations.end(), f);
   if (place != foundations.end()) foundations.erase(place);

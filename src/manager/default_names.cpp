@@ -36,7 +36,7 @@ long long findDefaultNumber(std::string_view name) {
   const std::string_view digits = name.substr(defaultName.size());
   const bool isFilledUp = digits.size() == places || (digits.size() > places && digits[0] != '0');
   const char* const end = digits.data() + digits.size();
-  long long number = 0;  // as which all that is no number or does not fit is left
+  long long number = 0;  // stays 0 for what is no number or does not fit
   const bool isWhole = std::from_chars(digits.data(), end, number).ptr == end;
   return isFilledUp && isWhole && number > 0 ? number : 0;
 }

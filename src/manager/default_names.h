@@ -13,18 +13,18 @@ namespace Found {
 /// The greater of `floor` and the highest number in the list.
 int findHighestNumber(const std::vector<Foundation*>& list, int floor);
 
-/// The number behind `highest`. Behind the largest int there is none; it is then given again.
+/// One more than `highest`, but the largest int again after the largest int.
 int followNumber(int highest);
 
-/// "Found" and the number in at least four places, filled up with 0 on the left, before a sign too.
+/// "Found" and the number, padded with zeros to at least four characters, also before a sign.
 std::string makeDefaultName(long long number);
 
-/// The number of which `name` is the default name; 0 when it is that of no positive number.
+/// The positive number whose default name is `name`; 0 when there is none.
 long long findDefaultNumber(std::string_view name);
 
 /// Numbers and default names for many foundations that are appended to an empty list one after
-/// another, while nothing else changes the list: what giveFoundation() finds by walking the list
-/// each time, this remembers, so that reading a document takes a time in proportion to its size.
+/// another, while nothing else changes the list. Remembers what giveFoundation() finds by walking
+/// the list each time, so that reading a document takes time in proportion to its size.
 class DefaultNumbering {
  public:
   /// `growing` is empty, and gets no null.
@@ -36,7 +36,7 @@ class DefaultNumbering {
   /// The first default name from giveNumber() on that is free. It is to be used at once.
   std::string giveName();
 
-  /// Takes note of the foundation just appended, whose name and number are final.
+  /// Records the foundation just appended, whose name and number are final.
   void recordLast();
 
  private:
@@ -47,7 +47,8 @@ class DefaultNumbering {
   bool namesKnown = false;  // only a list with an unnamed foundation needs them
   // No name is ever freed and numbers only rise, so candidates tried before need no second try.
   long long nextCandidate = 0;
-  // The numbers of the default names in the list, lowest first. Those below the next candidate go.
+  // The numbers of the default names in the list, lowest first. Those below the next candidate are
+  // dropped.
   std::priority_queue<long long, std::vector<long long>, std::greater<>> taken;
 };
 

@@ -9,11 +9,11 @@
 
 namespace Found {
 
-/// Values by key, found in a time that no choice of keys makes worse than that of a tree: whoever
-/// writes a document may choose names and numbers that hash alike, as far as they like.
+/// Values by key. No choice of keys makes a look-up slower than in a tree, although the author of
+/// a document may choose names and numbers that hash alike.
 ///
-/// Keys of one bucket stand in a chain of a few links; what finds it full goes into an ordered map,
-/// which stays empty for all ordinary keys.
+/// The keys of a bucket form a chain of a few links. A key that finds its chain full goes into an
+/// ordered map, which stays empty for all ordinary keys.
 template <class Key, class Value>
 class KeyTable {
  public:
@@ -61,8 +61,8 @@ class KeyTable {
     return static_cast<std::uint32_t>(std::hash<std::string_view>()(name));
   }
 
-  /// Numbers that follow one another have buckets side by side, which is how most documents ask for
-  /// them; those that differ in their upper bits only have different ones.
+  /// Consecutive numbers get neighbouring buckets, since most documents ask for them in that order;
+  /// numbers that differ only in their upper bits get different buckets.
   static std::uint32_t hashOf(int number) {
     const auto bits = static_cast<std::uint32_t>(number);
     return bits ^ (bits >> 16);

@@ -8,7 +8,7 @@ void FoundationManager::setMaxFoundationValue(double value) { maxFoundationValue
 
 void FoundationManager::updateFoundationMaximum() {
   maxFoundationValue = 0.0;
-  // Compared so that NaN loses: it is greater than nothing.
+  // A NaN is greater than no number, so it never becomes the maximum.
   const auto raise = [this](bool isPresent, const KvVector3D& v) {
     if (!isPresent) return;
     const double length = v.length();

@@ -26,7 +26,7 @@ void FoundationManager::removeToPredicate(const Predicate& predicate) {
 }
 
 void FoundationManager::removeFoundations(const std::vector<Foundation*>& selected) {
-  // In one pass: of each foundation as many entries go, from the front, as it was selected times.
+  // In one pass: a foundation that was selected n times loses its first n entries.
   std::unordered_map<const Foundation*, int> leaving;
   for (const Foundation* foundation : selected) ++leaving[foundation];
   const auto leaves = [&leaving](const Foundation* foundation) {
