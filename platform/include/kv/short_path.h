@@ -1,7 +1,7 @@
 #pragma once
 
 #if defined(_WIN32)
-/// As <windows.h> declares it, which would bring its macros along.
+/// Declared as in <windows.h>, whose macros stay out this way.
 extern "C" __declspec(dllimport) unsigned long __stdcall GetShortPathNameA(const char* longPath,
                                                                            char* shortPath,
                                                                            unsigned long size);

@@ -20,8 +20,8 @@ class KV_API KvXmlError : public std::runtime_error {
 
   /// What is wrong, without the position.
   const std::string& getReason() const { return *reasonText; }
-  /// The line, counted from 1 in the whole file, also when the parser was given the stream further
-  /// on. Lines end at line feeds.
+  /// The line, counted from 1 in the whole file, even when parsing began further on in the stream.
+  /// Lines end at line feeds.
   std::size_t getLine() const { return lineNumber; }
   /// The column in that line, counted from 1 in bytes.
   std::size_t getColumn() const { return columnNumber; }

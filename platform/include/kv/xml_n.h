@@ -43,7 +43,7 @@ class KV_API AttributeData {
 /// An element. Pointers to it and to its attributes stay valid as long as its document.
 class KV_API Data {
  public:
-  /// An element that stands for itself. Throws std::invalid_argument when `name` is no XML name.
+  /// An element outside any document. Throws std::invalid_argument when `name` is no XML name.
   explicit Data(const std::string& name);
   ~Data();
   Data(const Data&) = delete;
@@ -77,8 +77,8 @@ class KV_API Data {
   /// precision to an argument or gives one of more than three digits.
   void setAttribute(const std::string& name, double value, const char* format);
 
-  /// Ends the children that `isUnwanted` is true of, with all below them: they must not be used any
-  /// more. When `isUnwanted` throws, nothing has changed.
+  /// Deletes the children for which `isUnwanted` returns true, with everything below them; do not
+  /// use them any more. When `isUnwanted` throws, nothing has changed.
   void removeChildren(const std::function<bool(const Data&)>& isUnwanted);
 
   /// The names of the attributes, in their order.
@@ -86,7 +86,7 @@ class KV_API Data {
 
   /// Where in its file the start tag stood.
   KvXmlPosition getPosition() const;
-  /// Where in its file the attribute of this name stood; of one that there is not, nowhere.
+  /// Where in its file the attribute of this name stood; 0 and 0 when there is none.
   KvXmlPosition getAttributePosition(const std::string& name) const;
 
  private:

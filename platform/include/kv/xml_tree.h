@@ -40,7 +40,7 @@ struct AttributeBlock;
 /// An attribute of an element, which owns it.
 class KV_API KvXmlAttributeData {
  public:
-  /// Inline, since millions end with a document and few have a text.
+  /// Inline: a document may destroy millions of attributes, few of which have a text.
   ~KvXmlAttributeData() {
     if (hasText()) deleteText();
   }
@@ -75,22 +75,22 @@ class KV_API KvXmlAttributeData {
   const char* getValue() const;
   void refer(KvXmlView::AttributeHandle* attribute);
 
-  // Of a document's memory the attributes are the greater part, so this is all: the parser's
-  // attribute until its text was asked for as a string, or needs the code page, then (lowest bit
-  // set) a heap block that holds both.
+  // Attributes take most of a document's memory, so an attribute holds nothing else: the parser's
+  // attribute, until its text is asked for as a string or needs the code page; from then on
+  // (lowest bit set) a heap block that holds both.
   mutable std::uintptr_t word = 0;
 };
 
 /// An element. Pointers to it and to its attributes stay valid as long as its tree, or until an
-/// element above it that was not added ends. Elements may be nested deeper than the 1,000 levels
-/// that can be read.
+/// element above it that was not added is destroyed. Elements may be nested deeper than the 1,000
+/// levels that can be read.
 class KV_API KvXmlData {
  public:
   /// A new element, meant to be added to `parent` with addChild(); until then it is the caller's
-  /// and must not outlive the tree of `parent`. Without a parent it stands for itself and may be
+  /// and must not outlive the tree of `parent`. Without a parent it belongs to no tree and may be
   /// added anywhere. Throws std::invalid_argument when `name` is no XML name.
   KvXmlData(const std::string& name, KvXmlData* parent);
-  /// Ends an element that was not added. One that was belongs to its parent.
+  /// To be called for elements that were not added; those that were belong to their parents.
   ~KvXmlData();
   KvXmlData(const KvXmlData&) = delete;
   KvXmlData& operator=(const KvXmlData&) = delete;
@@ -119,8 +119,8 @@ class KV_API KvXmlData {
   /// is stored as '?'.
   void setAttribute(const std::string& name, const std::string& value, bool flag);
 
-  /// Ends the children that `isUnwanted` is true of, with all below them: they must not be used any
-  /// more. When `isUnwanted` throws, nothing has changed.
+  /// Deletes the children for which `isUnwanted` returns true, with everything below them; do not
+  /// use them any more. When `isUnwanted` throws, nothing has changed.
   void removeChildren(const std::function<bool(const KvXmlData&)>& isUnwanted);
 
   /// The names of the attributes, in their order.
@@ -128,7 +128,7 @@ class KV_API KvXmlData {
 
   /// Where in its file the start tag stood.
   KvXmlPosition getPosition() const;
-  /// Where in its file the attribute of this name stood; of one that there is not, nowhere.
+  /// Where in its file the attribute of this name stood; 0 and 0 when there is none.
   KvXmlPosition getAttributePosition(const std::string& name) const;
 
  private:
