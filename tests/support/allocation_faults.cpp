@@ -48,7 +48,7 @@ FailingAllocation::~FailingAllocation() { allocationsUntilFailure = 0; }
 bool FailingAllocation::hasFailed() const { return allocationsUntilFailure == 0; }
 
 ReleaseLog::ReleaseLog(const std::vector<const void*>& watched) {
-  // As integers: a pointer to a deleted object must not be looked at any more.
+  // As integers: the value of a pointer to a deleted object must not be read.
   for (const void* object : watched)
     entries.push_back({reinterpret_cast<std::uintptr_t>(object), 0});
   activeLog = this;

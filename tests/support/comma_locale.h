@@ -7,7 +7,7 @@
 /// Process locales that must never show in a name, a number or a document.
 namespace TestSupport {
 
-/// Makes 12.345,5 of 12345.5 in C++ streams, as long as it lives.
+/// While it lives, C++ streams print 12345.5 as 12.345,5.
 class CommaLocale {
  public:
   CommaLocale()
@@ -28,7 +28,7 @@ class CommaLocale {
   std::locale previous;
 };
 
-/// Makes an installed locale with a decimal comma that of the C library, as long as it lives.
+/// While it lives, the C library has an installed locale with a decimal comma.
 class CommaCLocale {
  public:
   CommaCLocale() : previous(std::setlocale(LC_ALL, nullptr)) {

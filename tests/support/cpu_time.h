@@ -5,8 +5,8 @@
 
 namespace TestSupport {
 
-/// The processor time that `work` takes, in seconds: the least of three runs, since the first finds
-/// no memory and others disturb.
+/// The processor time that `work` takes, in seconds. The least of three runs: the first still has
+/// to get its memory, and other processes disturb.
 template <class Work>
 double measureTime(const Work& work) {
   double least = 0.0;
@@ -19,8 +19,8 @@ double measureTime(const Work& work) {
   return least;
 }
 
-/// How many times as long something crafted may take as something ordinary of the same size. What
-/// looks at each of 20,000 for each of them takes more than a hundred times as long.
+/// How many times longer a crafted document may take than an ordinary one of the same size.
+/// Comparing each of 20,000 foundations with each other takes more than a hundred times longer.
 constexpr double mostTimes = 8.0;
 
 }  // namespace TestSupport

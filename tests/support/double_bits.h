@@ -5,7 +5,7 @@
 
 namespace TestSupport {
 
-/// Tells apart what == takes for equal, such as zeros of either sign, and finds a NaN in itself.
+/// The bits of a double: zeros of different sign differ in them, and a NaN equals itself.
 inline std::uint64_t bitsOf(double value) {
   std::uint64_t bits = 0;
   std::memcpy(&bits, &value, sizeof bits);

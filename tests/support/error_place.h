@@ -24,8 +24,8 @@ inline std::ostream& operator<<(std::ostream& out, const Place& place) {
   return out << "line " << place.line << ", column " << place.column;
 }
 
-/// The place of the error that a call throws, which must have a reason; nothing when it throws
-/// none.
+/// The place of the error that a call throws; the error must have a reason. None when the call
+/// throws no error.
 template <class Call>
 std::optional<Place> findErrorPlace(const Call& call) {
   try {

@@ -25,7 +25,7 @@ std::string describeValues(Found::Foundation& foundation);
 
 using Differences = std::vector<std::string>;
 
-/// What a vector is that only one of two foundations has: its components are compared with zeros
+/// What to do with a vector that only one of two foundations has: compare its components with zeros
 /// or not at all.
 enum class AbsentVector { CountsAsZeros, HasNoComponents };
 

@@ -11,8 +11,8 @@
 /// Random inputs that a seed repeats on every machine.
 namespace TestSupport {
 
-/// Choices. The standard fixes what the engine gives but not what a distribution makes of it, so
-/// none is used. Draw once a statement: the order within an expression is the compiler's.
+/// Choices. The standard fixes the numbers of the engine but not those of a distribution, so none
+/// is used. Draw once per statement: the compiler chooses the order within an expression.
 class Random {
  public:
   explicit Random(unsigned seed) : engine(seed) {}
