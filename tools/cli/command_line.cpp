@@ -18,7 +18,7 @@
 namespace CommandLine {
 namespace {
 
-/// The help of the program and its commands, in lines that the terminal has room for.
+/// The help of the program and its commands, in lines that fit the terminal.
 class Help : public CLI::Formatter {
  public:
   Help() {
@@ -34,7 +34,7 @@ class Help : public CLI::Formatter {
     return wrap(option->get_description(), width - get_column_width());
   }
 
-  /// Only what a value is called: which arguments must be given, the line of usage tells.
+  /// Only the name of the value: the line of usage tells which arguments must be given.
   std::string make_option_opts(const CLI::Option* option) const override {
     if (option->get_positional() || option->get_type_size() == 0) return "";
     const std::string type = option->get_type_name();
@@ -125,7 +125,7 @@ std::string describeWrongValue(const CLI::App& command, const CLI::ParseError& e
 std::string describe(const CLI::App& program, const CLI::ParseError& error,
                      const std::string& lastArgument) {
   const CLI::App& command = getCommand(program);
-  // Told first: an argument that is missing may be what this one was meant to be.
+  // Reported first: the user may have meant this one to be the argument that is missing.
   for (const CLI::App* app : {&program, &command})
     for (const std::string& argument : app->remaining())
       if (argument != "--") return describeUnknown(*app, argument);

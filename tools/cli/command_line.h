@@ -6,8 +6,8 @@
 namespace CommandLine {
 
 /// Runs the command that is named, or prints the help or the version when asked. Throws UserError
-/// when something cannot be understood; it names the option or command that may be meant, or tells
-/// with the help text of an option which values this takes.
+/// for what it does not understand; the error names the option or command that the user may mean,
+/// or the values that an option takes.
 Commands::Status run(int argc, const char* const* argv);
 
 }  // namespace CommandLine

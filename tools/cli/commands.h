@@ -8,10 +8,9 @@
 #include "documents/form.h"
 #include "report/bars.h"
 
-/// The commands of the program, one file each. What they make goes to `out` or to a file, what they
-/// have to say of it to `notes`. A path "-" stands for standard input or output. The version is
-/// that of exchange documents; without one it is told from the document. Errors are thrown as
-/// UserError.
+/// The commands of the program, one file each. Results go to `out` or to a file, remarks to
+/// `notes`. A path "-" stands for standard input or output. The version is that of exchange
+/// documents; without one, the document tells it. Errors are thrown as UserError.
 namespace Commands {
 
 /// How a command ended; the exit status of the program.

@@ -69,7 +69,7 @@ class Removal {
     for (const Foundation* foundation : all) changes.push_back({foundation->getNumber(), {}});
   }
 
-  /// To be called when they were removed from the manager, whose they are no longer.
+  /// To be called once they are removed. From here on they belong to this object.
   void finish(const FoundationManager& manager) {
     const std::set<Foundation*> kept(manager.getFoundations().begin(),
                                      manager.getFoundations().end());
@@ -117,7 +117,7 @@ Status prune(const PruneOptions& options, std::ostream& notes) {
   OutputFile file = openOutput(options.out);
   Writing::Output output(file, form, in);
   const bool isOtherDocument = output.isUpdate() && !output.isSameFile();
-  // What was not read stays in its document, but only beddings with numbers are found there again.
+  // What cannot be read stays in its document, where only beddings with numbers can be found again.
   const bool needsAll = isOtherDocument || form == Form::firstExchange;
   if (needsAll && skipped > 0)
     throw UserError(in.getShownPath() +

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// True where a page would destroy a document. In a page, the names of elements stand escaped.
+/// True where a page would destroy a document. A page has the names of elements too, but escaped.
 bool holdsDocument(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return Documents::mentionsBeddings({std::istreambuf_iterator<char>(file), {}});

@@ -98,7 +98,7 @@ void addRows(Table& table, Foundation& foundation, bool isCurrent) {
     Cells cells = keys;
     cells.insert(cells.end(), part.begin(), part.end());
     table.addRow(cells, isCurrent ? Terminal::Style::bold : Terminal::Style::plain);
-    keys.assign(keys.size(), "");  // the second part goes without
+    keys.assign(keys.size(), "");  // the second part does not repeat them
   }
 }
 

@@ -26,9 +26,9 @@ class Table {
     rows.push_back({std::move(cells), style});
   }
 
-  /// A line of headings and the rows, without blanks at line ends. Where they take more than
-  /// `width` places, the columns are broken into blocks beneath each other. Should a column have no
-  /// room beside the keys, these are shortened beyond their least width; no other text ever is.
+  /// A line of headings and the rows, without blanks at line ends. A table wider than `width`
+  /// places is broken into blocks of columns, one below the other. When a column has no room beside
+  /// the keys, the keys are shortened below their least width; no other text is.
   void print(std::ostream& out, std::size_t width, const Terminal::Painter& painter) const;
 
  private:
