@@ -78,7 +78,7 @@ Fault judge(const Element& element, const AttributeWord& attribute) {
   return std::nullopt;
 }
 
-/// Namespaces and what has one may stand anywhere.
+/// Attributes that declare or have a namespace are accepted on every element.
 bool isOfNamespace(const std::string& name) {
   return name == "xmlns" || name.find(':') != name.npos;
 }

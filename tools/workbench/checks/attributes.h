@@ -13,10 +13,10 @@ namespace Checks {
 void checkAttributes(const Documents::Element& element, const Documents::ElementWord& known,
                      Findings& findings);
 
-/// A child element of one that has all it tells in attributes.
+/// Judges the children of `element`, which should have none: it holds everything in attributes.
 void checkHasNoChildren(const Documents::Element& element, Findings& findings);
 
-/// Why an attribute that there is cannot be read as a whole number.
+/// Why the attribute, which is not absent, cannot be read as a whole number.
 std::string tellNoInteger(const Documents::Element& element, const std::string& name);
 
 }  // namespace Checks

@@ -82,7 +82,8 @@ class BeddingCheck {
     if (entry.nameHolder != nullptr) tellTakenName(entry);
   }
 
-  /// The first version numbers by what it has read from the container, without a look at others.
+  /// In the first version a bedding gets the number of those read from its container so far,
+  /// whether or not another foundation has it.
   void tellGivenNumber(const Entry& entry) {
     const KvXmlPosition here = entry.element.getPosition();
     findings.add(here, fmt::format("the bedding is read as number {}, which the one {} has; both "

@@ -15,8 +15,8 @@ namespace Checks {
 struct Finding {
   KvXmlPosition position;
   std::string sentence;
-  KvXmlPosition owner;  // where the element or attribute stands that it concerns
-  const Found::Foundation* foundation = nullptr;  // that it is about, where that is known
+  KvXmlPosition owner;                            // of the element or attribute that it concerns
+  const Found::Foundation* foundation = nullptr;  // that it is about, if known
 };
 
 /// Foundations by line and column of the elements and attributes that tell of them.
@@ -25,14 +25,14 @@ using Owners = std::map<std::pair<std::size_t, std::size_t>, const Found::Founda
 /// What was found in one document.
 class Findings {
  public:
-  /// `sentence` is in UTF-8, and holds names and texts from the document only by quote() and such.
+  /// `sentence` is in UTF-8. Names and texts from the document must come from quote() or its like.
   void add(KvXmlPosition position, std::string sentence);
   /// Of a place that concerns what stands at another one, `owner`.
   void add(KvXmlPosition position, std::string sentence, KvXmlPosition owner);
 
   bool isEmpty() const { return findings.empty(); }
 
-  /// Puts them in the order of the document, and tells each the foundation that it is about.
+  /// Sorts them into the order of the document, and sets the foundation that each is about.
   void arrange(const Owners& owners);
 
   const std::vector<Finding>& list() const { return findings; }
@@ -50,7 +50,7 @@ std::string showText(const std::string& text);
 /// showText() between quotation marks.
 std::string quote(const std::string& text);
 
-/// An attribute that there is, as warnings start with it: FZAREA="12,5"
+/// An attribute that is not absent, as warnings start with it: FZAREA="12,5"
 std::string showAttribute(const Documents::Element& element, const std::string& name);
 
 /// The same for an element: <FOUND>

@@ -34,7 +34,7 @@ class ListCheck {
         findings.add(entry.element.getPosition(),
                      fmt::format("{} is no element of <{}>; it is skipped",
                                  showElement(entry.element), Legacy::list.name));
-    // An empty name is how a model tells that there is none.
+    // A model without a current foundation may have an empty name here.
     const std::string current = list.readText(Legacy::current).value_or("");
     if (!current.empty() && document.getFoundations().getCurrentFoundation() == nullptr)
       findings.add(list.locate(Legacy::current),

@@ -45,7 +45,7 @@ void readAll(std::FILE* file, Wanted isWanted, Content& content) {
   }
 }
 
-/// Where a file is that is no pipe.
+/// The path of a regular file; empty for a pipe or a device.
 std::string findFile(const std::string& path) {
   std::error_code ignored;
   const fs::file_status status = fs::status(Paths::fromText(path), ignored);

@@ -13,14 +13,14 @@ struct Content {
   std::string bytes;
 };
 
-/// Whether the rest is wanted of what starts like this.
+/// Whether to read on after this start of a file.
 using Wanted = bool (*)(std::string_view start);
 
-/// How much `Wanted` is shown, at most.
+/// The greatest length of the start that `Wanted` is given.
 constexpr std::size_t lengthOfStart = 1 << 16;
 
-/// Reads the file at `path`, standard input when that is "-", to its end, or only its start when
-/// the rest is not wanted. Throws UserError, also when memory runs out.
+/// Reads the file at `path`, or standard input when `path` is "-": to its end, or only its start
+/// when `isWanted` returns false for that. Throws UserError, also when memory runs out.
 Content read(
     const std::string& path, Wanted isWanted = [](std::string_view) { return true; });
 

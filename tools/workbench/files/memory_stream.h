@@ -6,7 +6,7 @@
 
 namespace Files {
 
-/// Reads bytes where they are; they must outlive it.
+/// Reads bytes without copying them; they must outlive it.
 class MemoryBuffer : public std::streambuf {
  public:
   explicit MemoryBuffer(std::string_view bytes) {

@@ -33,7 +33,7 @@ void OutputFile::fail(const std::string& reason) const {
   throw UserError(shownPath + ": cannot be written: " + reason);
 }
 
-/// The file that is meant, also by a link, which stays a link.
+/// The file to write. A link is followed, so that it stays a link.
 std::string OutputFile::findTarget() const {
   std::error_code error;
   fs::path path = Paths::fromText(shownPath);
@@ -41,7 +41,8 @@ std::string OutputFile::findTarget() const {
   if (status.type() == fs::file_type::none) fail(error.message());
   if (fs::is_directory(status)) throw UserError(shownPath + ": this is a folder, not a file");
   if (fs::is_regular_file(status)) {
-    // To take the place of a file needs no right to write to it, but is no less a change.
+    // A file can be replaced without the right to write to it, but that would change it all the
+    // same.
     if (!std::fstream(shownPath, std::ios::in | std::ios::out)) fail(std::strerror(errno));
     return Paths::toText(fs::canonical(path));
   }

@@ -6,9 +6,9 @@
 
 #include "files/temporary_file.h"
 
-/// A file that is written as a whole or not at all: what is written stands in a temporary file
-/// beside it until it takes its place. Or a stream, which gets all at once. All that fails throws
-/// UserError.
+/// A file that is written as a whole or not at all: a temporary file beside it holds what is
+/// written and replaces it at the end. Or a stream, which gets everything at the end. Whatever
+/// fails throws UserError.
 class OutputFile {
  public:
   /// Fails where nothing can be written, such as at a folder.
@@ -21,14 +21,14 @@ class OutputFile {
   /// As messages call the file.
   const std::string& getShownPath() const { return shownPath; }
 
-  /// Makes the temporary file, where a file is written. To be called before write(), so that a
-  /// folder where nothing can be made is told before there is anything to write.
+  /// Makes the temporary file, unless this is a stream or a device. To be called before write(), so
+  /// that a folder in which no file can be made is reported before there is anything to write.
   void create();
   /// Writes all that the file shall hold.
   void write(std::string all);
   const std::string& getText() const { return text; }
 
-  /// Lets what was written take its place.
+  /// Replaces the file by what was written, or writes that to the stream or device.
   void commit();
 
  private:

@@ -24,8 +24,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// More than any command has at a time. What an interruption must erase, kept where a signal handler
-// may look.
+// The files that an interruption must erase, where a signal handler may read them. There are more
+// places than any command has files at a time.
 std::array<std::atomic<const char*>, 4> living;
 
 extern "C" void eraseAndEnd(int signal) {
@@ -46,7 +46,7 @@ void watchInterruptions() {
 #ifndef _WIN32
   watch(SIGHUP);
   watch(SIGPIPE);
-  std::signal(SIGXFSZ, SIG_IGN);  // a file that grows too large is told like a full disk
+  std::signal(SIGXFSZ, SIG_IGN);  // so that writing fails as on a full disk
 #endif
 }
 
@@ -80,7 +80,7 @@ void synchronise(const std::string& path) {
 #endif
 }
 
-/// The file belongs to whom `target` belonged, where whoever writes it may decide that.
+/// Gives the file the owner of `target`, if the process may do so.
 void keepOwner([[maybe_unused]] const std::string& path,
                [[maybe_unused]] const std::string& target) {
 #ifndef _WIN32

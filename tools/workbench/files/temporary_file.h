@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// A file that goes when this object does, unless it took another file's place; also when the
-/// program is interrupted.
+/// A file that this object deletes at its end, and also when the program is interrupted, unless it
+/// has replaced another file by then.
 class TemporaryFile {
  public:
   /// Makes a new, empty file in `folder`. Throws std::system_error.
@@ -14,9 +14,9 @@ class TemporaryFile {
 
   const std::string& getPath() const { return path; }
 
-  /// Lets the file, which is written, take the place of `target`, with whose permissions and, where
-  /// the system allows it, owner it then stands. Throws std::system_error; `target` is then what it
-  /// was.
+  /// Replaces `target` by the file, which is written. It takes over the permissions of `target`
+  /// and, where the system allows it, the owner. Throws std::system_error and leaves `target`
+  /// alone.
   void replace(const std::string& target);
 
  private:

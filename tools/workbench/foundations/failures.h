@@ -12,7 +12,7 @@ struct Mode {
   Found::Foundation::Failure value;
   const char* word;
   char letter;         // where room is short
-  const char* arrows;  // that pull at a support or push it, in UTF-8
+  const char* arrows;  // in UTF-8: they pull at a support or push it
 };
 
 constexpr Mode modes[] = {

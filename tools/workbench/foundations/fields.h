@@ -6,8 +6,8 @@
 
 #include "found/foundation.h"
 
-/// What documents hold of a foundation, field by field, under names that every output shares and
-/// that stay as they are: scripts rely on them.
+/// What documents hold of a foundation, field by field. All outputs share the names of the fields,
+/// and these never change: scripts rely on them.
 namespace Fields {
 
 /// Nothing: the foundation lacks the vector.
@@ -22,12 +22,11 @@ struct Field {
 /// modes are "none", "tension", "compression", or a number where a document held another one.
 const std::vector<Field>& list();
 
-/// True when the two mean the same: a stiffness that is absent supports as little as one of zero,
-/// and forms differ in which of the two they hold; a name is the same in UTF-8 and in an 8-bit code
-/// page.
+/// True when the two mean the same. An absent stiffness equals a stiffness of zero, since some
+/// forms write one and some the other; a name in UTF-8 equals the same name in an 8-bit code page.
 bool areAlike(const Value& a, const Value& b);
 
-/// A field that two foundations do not have alike.
+/// A field in which two foundations differ.
 struct Difference {
   const Field& field;
   Value first;

@@ -8,8 +8,8 @@
 
 #include "found/foundation_user.h"
 
-/// Uses the foundations whose number or name, as it is in a document or as it is shown, stands in a
-/// list.
+/// Uses the foundations whose number or name is in a list. A name may be listed as a document has
+/// it or as it is shown.
 class KeepList : public Found::FoundationUser {
  public:
   /// One number or name a line, in UTF-8 or an 8-bit code page. A number may have blanks around it
@@ -18,15 +18,15 @@ class KeepList : public Found::FoundationUser {
 
   bool usesFoundation(const Found::Foundation* foundation) override;
 
-  /// True when a line has fitted some foundation that was asked about.
+  /// True when a line matched some foundation that was asked about.
   bool hasMatched() const { return !matched.empty(); }
-  /// The lines that have fitted none.
+  /// The lines that matched none.
   std::vector<std::string> listUnmatched() const;
 
  private:
   void add(const std::string& line);
 
   std::set<std::string> lines;
-  std::multimap<int, std::string> numbers;  // the lines that are such
+  std::multimap<int, std::string> numbers;  // with the lines that hold them
   std::set<std::string> matched;
 };

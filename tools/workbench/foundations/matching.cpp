@@ -16,10 +16,10 @@ using KeyValue = std::pair<int, std::string>;
 /// The same whatever the encoding of the document.
 std::string getName(const Foundation& foundation) { return Encoding::toUtf8(foundation.getName()); }
 
-/// Pairs those of the still unmatched that have the same key.
+/// Pairs unmatched foundations that have the same key.
 void pairBy(const std::function<KeyValue(const Foundation&)>& getKey, std::vector<Pair>& pairs,
             std::vector<Foundation*>& unmatched) {
-  std::map<KeyValue, std::vector<std::size_t>> places;  // of those that are free, the last first
+  std::map<KeyValue, std::vector<std::size_t>> places;  // of those still free, the last one first
   for (std::size_t i = unmatched.size(); i > 0; --i)
     if (unmatched[i - 1] != nullptr) places[getKey(*unmatched[i - 1])].push_back(i - 1);
 

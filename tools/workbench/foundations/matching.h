@@ -15,9 +15,10 @@ struct Pair {
 
 enum class Key { number, name, place };
 
-/// Pairs those of equal number and name, then, key by key, what is left: of several with the same
-/// key the first of one list with the first of the other. `Key::place` pairs whatever is left in
-/// order. The pairs come in the order of the first list, then what only the second has.
+/// Pairs foundations of equal number and name first, then, key by key, those that are left. Of
+/// several with the same key, the first of one list goes with the first of the other. `Key::place`
+/// pairs whatever is left in order. The result is in the order of the first list; what only the
+/// second has comes last.
 std::vector<Pair> match(const std::vector<Found::Foundation*>& first,
                         const std::vector<Found::Foundation*>& second,
                         const std::vector<Key>& keys);

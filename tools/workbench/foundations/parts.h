@@ -2,11 +2,11 @@
 
 #include "found/foundation.h"
 
-/// Which parts of a foundation act: forms differ in whether they hold one that does not as absent
-/// or as zeros.
+/// Which parts of a foundation act. A part that does not act is absent in some forms and consists
+/// of zeros in others.
 namespace Parts {
 
-/// A legacy document gives every foundation an area; where it says nothing, the line is enough.
+/// A legacy document gives every foundation an area; one of zeros counts only without a line.
 bool hasArea(Found::Foundation& foundation);
 bool hasLine(Found::Foundation& foundation);
 

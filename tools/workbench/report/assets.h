@@ -1,6 +1,6 @@
 #pragma once
 
-/// What stands in every report as it is.
+/// The fixed content of every report.
 namespace Report {
 
 extern const char* const styleSheet;

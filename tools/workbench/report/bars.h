@@ -34,12 +34,12 @@ std::vector<Direction> listDirections(Part part, const Units& units);
 std::vector<Bar> listBars(Part part, Found::Foundation& foundation);
 
 bool hasPart(Part part, Found::Foundation& foundation);
-/// In the middle of a sentence.
+/// The name of a part in the middle of a sentence.
 const char* getName(Part part);
 
 /// True for a value that has a place on a logarithmic scale.
 bool isDrawable(const Bar& bar);
-/// True for one that is there but has none, though it is not zero: negative, infinite, no number.
+/// True for a value other than zero without such a place: negative, infinite or not a number.
 bool isBeyond(const Bar& bar);
 
 }  // namespace Report

@@ -9,10 +9,10 @@
 /// Text in an HTML page.
 namespace Report {
 
-/// `text`, in UTF-8, as it stands between tags or in an attribute: it opens and closes neither.
+/// `text`, in UTF-8, so that it can stand between tags or in an attribute.
 std::string escape(const std::string& text);
 
-/// A name from a document, which is seen whatever it consists of, escaped.
+/// The same for a name from a document, which showName() makes visible.
 std::string escapeName(const std::string& name);
 
 /// Adds formatted text to a page.

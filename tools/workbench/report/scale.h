@@ -11,8 +11,8 @@
 /// How values get their places in a picture.
 namespace Report {
 
-/// A logarithmic scale over whole decades, wide enough for all values that it was shown. It has a
-/// start and an end once there is one.
+/// A logarithmic scale over whole decades, wide enough for all values that it includes. It has a
+/// start and an end once it includes one.
 class Scale {
  public:
   void include(double value);
@@ -24,7 +24,7 @@ class Scale {
   /// Exponents of ten. The least value is some way off the start.
   int getStart() const;
   int getEnd() const;
-  /// How many decades apart lines stand, so that they are few.
+  /// The number of decades between two lines, so that there are few lines.
   int getStep() const;
 
   /// From 0 at the start to 1 at the end, but far enough from the start to be seen.
@@ -43,12 +43,12 @@ struct Summary {
   std::size_t zeros = 0;
   std::size_t beyond = 0;   // the scale
   std::size_t lacking = 0;  // the value, though they have the part
-  std::map<Found::Foundation::Failure, std::size_t> failures;  // but those that never fail
+  std::map<Found::Foundation::Failure, std::size_t> failures;  // by mode, without `None`
 
   void include(const Bar& bar);
 };
 
-/// Of those that have the part, direction by direction.
+/// Summarises the foundations that have the part, direction by direction.
 std::vector<Summary> summarize(const std::vector<Found::Foundation*>& foundations, Part part);
 
 /// The scales of a part: one for all translations, one for rotation.
@@ -61,7 +61,7 @@ struct Scales {
   }
 };
 
-/// As wide as `summaries` of these directions ask.
+/// The scales that include all values of `summaries`, which are those of `directions`.
 Scales makeScales(const std::vector<Direction>& directions, const std::vector<Summary>& summaries);
 
 }  // namespace Report

@@ -154,8 +154,7 @@ class Drawing {
     page += "</g>\n";
   }
 
-  /// What has no room is cut off, in the text where it is long, in the window of the name where its
-  /// letters are wide.
+  /// A long name is shortened here; a name of wide letters is cut off by the style sheet.
   void drawName(const Foundation& foundation, bool isCurrent) {
     const std::string number = std::to_string(foundation.getNumber());
     const std::string name = showName(foundation.getName());
@@ -172,7 +171,7 @@ class Drawing {
     page += "</g>";
   }
 
-  /// A bar and its value, also where there is none: the style sheet counts them.
+  /// A bar and its value. A missing value gets both too, since the style sheet counts elements.
   void drawBar(const Bar& bar, const Direction& direction) {
     const bool isBeyond = Report::isBeyond(bar);
     if (isDrawable(bar))

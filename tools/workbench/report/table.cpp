@@ -14,7 +14,7 @@ namespace {
 
 using Found::Foundation;
 
-/// Those of a part that some foundation has.
+/// The columns of a part that some foundation has.
 struct Columns {
   Part part;
   std::vector<Direction> directions;
@@ -117,8 +117,7 @@ class TableMaker {
     printCell(number, number.size() > longest ? " class=\"v\"" : "");
   }
 
-  /// The style sheet knows the columns, and the next cell ends this one, so that large tables stay
-  /// small.
+  /// Large tables stay small: the style sheet knows the columns, and no cell has an end tag.
   void printCell(const std::string& text, const char* attributes = "") {
     append(page, "<td{}>{}", attributes, text);
   }

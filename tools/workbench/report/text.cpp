@@ -14,7 +14,7 @@ namespace {
 
 using Found::Foundation;
 
-/// In quotation marks, and what has no width as its code.
+/// `text` in quotation marks, with characters that have no width as their codes.
 std::string quoteBlanks(const std::string& text) {
   std::string quoted = "\"";
   for (std::string_view rest = text; !rest.empty();) {

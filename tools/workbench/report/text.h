@@ -14,10 +14,10 @@ constexpr const char* absent = "\xE2\x80\x93";
 /// A value in a picture, where room is short: rounded and marked so when it is long.
 std::string showValue(double value);
 
-/// A name from a document, so that it is seen whatever it consists of and stays on its line.
+/// A name from a document on one line, made visible even when it consists of blanks.
 std::string showName(const std::string& name);
 
-/// `text` without marks that would pile up over one letter; an ellipsis tells of them.
+/// `text` with at most a few marks over one letter; an ellipsis stands for the others.
 std::string limitMarks(const std::string& text);
 
 /// True for text that shows nothing.
@@ -32,7 +32,7 @@ std::string count(std::size_t number, const std::string& noun);
 /// "rows 13 to 24", or "row 13" alone.
 std::string showSpan(const std::string& noun, std::size_t first, std::size_t last);
 
-/// The texts with a comma between them, where both are there.
+/// The texts, with a comma between them when neither is empty.
 std::string join(const std::string& first, const std::string& second);
 
 /// "current, generated"

@@ -6,16 +6,16 @@
 /// Text as an engineer sees it on a terminal.
 namespace DisplayText {
 
-/// A name in UTF-8, as people may see it: control characters show as escapes such as \n or \x1B,
-/// and so do those that change the direction of writing, so that a name can neither break a table
-/// nor command a terminal.
+/// A name in UTF-8, safe to show: control characters and characters that change the direction of
+/// writing become escapes such as \n or \x1B, so that a name can neither break a table nor command
+/// a terminal.
 std::string fromName(const std::string& name);
 
-/// The shortest text that reads back as the same double, without an exponent as long as the number
-/// is of a size that people read. Beyond numbers: inf, -inf, nan.
+/// The shortest text that reads back as the same double; numbers of everyday size have no exponent.
+/// Other values are inf, -inf and nan.
 std::string fromNumber(double value);
 
-/// `text`, in UTF-8, or where it takes more than `width` places its start and an ellipsis.
+/// `text`, in UTF-8; when it takes more than `width` places, its start and an ellipsis.
 std::string shorten(const std::string& text, std::size_t width);
 
 /// How many places `text`, in UTF-8, takes on a terminal.

@@ -9,7 +9,7 @@
 namespace Encoding {
 namespace {
 
-// What windows-1252 puts where ISO-8859-1 has control characters. Five places are not defined.
+// The characters of windows-1252 at the control characters of ISO-8859-1. Five are not defined.
 constexpr std::uint16_t windows1252[32] = {
     0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

@@ -12,8 +12,8 @@ Kind recognise(const std::string& text);
 /// `name`, of any kind, in UTF-8.
 std::string toUtf8(const std::string& name);
 
-/// `name`, of any kind, as it must stand in a document of this kind; '?' for a character that the
-/// code page lacks. A document of plain ASCII takes it as it is.
+/// `name`, of any kind, in the encoding of a document of this kind; '?' for a character that the
+/// code page lacks. For a document of plain ASCII it stays as it is.
 std::string convert(const std::string& name, Kind kind);
 
 }  // namespace Encoding

@@ -4,6 +4,6 @@
 #include <string>
 #include <vector>
 
-/// Of the names, the one that was most likely meant, when at least two letters in three are right.
+/// The name that the user most likely means; at least two letters in three must be right.
 std::optional<std::string> findNearName(const std::string& asked,
                                         const std::vector<std::string>& names);

@@ -7,10 +7,10 @@
 /// Characters of text in UTF-8.
 namespace Utf8 {
 
-/// What a byte counts as that is part of no character.
+/// Stands for a byte that is part of no character.
 constexpr char32_t invalid = 0xFFFFFFFF;
 
-/// Takes a character off the start of `text`, which is not empty; of what is no UTF-8 a byte.
+/// Takes a character off the start of `text`, which is not empty, or a byte that is no UTF-8.
 char32_t take(std::string_view& text);
 
 void append(std::string& text, char32_t character);
@@ -22,7 +22,7 @@ std::size_t measure(char32_t character);
 
 /// True for characters without ink: spaces of all widths, and those that only say how others stand.
 bool isBlank(char32_t character);
-/// True for those of them that have no width either.
+/// True for those of these characters that have no width either.
 bool isHidden(char32_t character);
 
 }  // namespace Utf8
