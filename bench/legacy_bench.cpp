@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "found/foundation_manager.h"
+#include "kv/xml_tree.h"
 #include "sizes.h"
 #include "texts.h"
 #include "yardsticks.h"

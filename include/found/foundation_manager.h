@@ -8,7 +8,9 @@
 
 #include "found/export.h"
 #include "found/foundation.h"
-#include "kv/xml_tree.h"
+
+class KvXmlData;
+class KvXmlTree;
 
 namespace Found {
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "kv/xml_error.h"
 #include "legacy_files.h"
 
 using Found::FoundationManager;

@@ -8,6 +8,7 @@
 #include <functional>
 #include <thread>
 
+#include "kv/xml_error.h"
 #include "legacy_files.h"
 
 using Found::FoundationManager;

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "found/foundation_user.h"
+#include "kv/xml_tree.h"
 #include "legacy_files.h"
 
 using Found::Foundation;

@@ -5,6 +5,7 @@
 #include <limits>
 #include <sstream>
 
+#include "kv/xml_tree.h"
 #include "legacy_files.h"
 
 using Found::Foundation;
