@@ -131,7 +131,8 @@ TEST(WorkbenchFaults, WritingADocumentKeepsNothing) {
     failEverywhere([&] {
       Document in(hold(model));
       in.getFoundations();
-      Writing::Output output(path.get(), form, in);
+      OutputFile file(path.get());
+      Writing::Output output(file, form, in);
       output.write(in.getFoundations());
       output.listLosses(in.getFoundations());
       output.commit();

@@ -128,10 +128,6 @@ TEST(OutputFile, StandsInTheFolderWhereNoneIsNamed) {
 }
 
 #ifndef _WIN32
-TEST(OutputFile, MayBeStandardOutputByItsPath) {
-  EXPECT_EQ(OutputFile("/dev/stdout").getShownPath(), "standard output");
-}
-
 TEST(OutputFile, TellsOfAFileThatCannotTakeItsPlace) {
   const TemporaryPath path;
   OutputFile file(path.get());
