@@ -230,8 +230,7 @@ class PartMaker {
 
  private:
   void printGroup(std::size_t first, std::size_t last) {
-    const Foundations group(foundations.begin() + static_cast<std::ptrdiff_t>(first),
-                            foundations.begin() + static_cast<std::ptrdiff_t>(last));
+    const Foundations group(foundations.data() + first, foundations.data() + last);
     append(page, "<details{}><summary>{} of {} <span class=\"ranges\">{}</span></summary>\n",
            first == 0 ? " open" : "", showSpan("Row", first + 1, last), foundations.size(),
            describe(group));
