@@ -10,7 +10,7 @@ TEST(ReportHtml, EscapesWhatOpensAndClosesTagsAndAttributes) {
             "a &amp; &lt;b class=&quot;c&quot; d=&#39;e&#39;&gt;");
   EXPECT_EQ(Report::escape("&amp;"), "&amp;amp;");
   EXPECT_EQ(Report::escape("R\xC3\xBC"
-                               "ck"),
+                           "ck"),
             "R\xC3\xBC"
             "ck");
 }

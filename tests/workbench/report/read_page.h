@@ -37,8 +37,7 @@ inline std::string report(const std::string& bytes, const Report::Units& units =
   return print(document, units);
 }
 
-inline std::string reportModel(const std::string& foundations,
-                               const Report::Units& units = {}) {
+inline std::string reportModel(const std::string& foundations, const Report::Units& units = {}) {
   return report(makeModel(foundations), units);
 }
 
