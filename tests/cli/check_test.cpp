@@ -116,4 +116,13 @@ TEST(CheckErrors, PassesNoControlCharactersOfAPathOnToTheTerminal) {
   EXPECT_EQ(result.err.substr(0, start.size()), start);
 }
 
+#ifndef _WIN32  // where no file can be called so
+TEST(Check, PassesNoControlCharactersOfAPathOnToTheTerminal) {
+  const std::string path = makeFile("a\x1B.xml", makeModel("<FOUND NUMBER='1' X=''/>"));
+
+  EXPECT_NE(run("check '" + path + "'").out.find("a\\x1B.xml:4:19: warning: X is no attribute"),
+            std::string::npos);
+}
+#endif
+
 }  // namespace
