@@ -1,6 +1,7 @@
 #include "files/output_file.h"
 
 #include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <string>
 
@@ -174,6 +175,8 @@ TEST(OutputFile, TellsOfALinkToItself) {
 #ifdef __linux__
 TEST(OutputFile, TellsOfAFileThatMustNotBeWritten) {
   const std::string program = "/proc/self/exe";  // which not even root may change while it runs
+  if (std::fstream(program, std::ios::in | std::ios::out))
+    GTEST_SKIP() << "an emulator runs it, so it may be changed";
   EXPECT_EQ(tell([&] { OutputFile{program}; }), program + ": cannot be written: Text file busy");
 }
 #endif
