@@ -26,7 +26,7 @@ class AttributeCursor {
     next = 0;
     const pugi::xml_node moved = fromHandle(node);
     shape = shapes.findEmpty(moved.name());
-    for (pugi::xml_attribute a = moved.first_attribute(); a; a = a.next_attribute()) {
+    for (pugi::xml_attribute a = moved.first_attribute(); exists(a); a = a.next_attribute()) {
       handles.push_back(toHandle(a));
       if (shape != nullptr) shape = shape->follow(a.name());
     }

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
+
 #include <pugixml.hpp>
 
 #include "kv/xml_view.h"
@@ -8,21 +12,38 @@
 namespace KvXmlView {
 
 // Handles are the parser's own pointers under a name that does not tell which parser it is.
+//
+// A node or an attribute of the parser holds such a pointer and nothing else. It is copied, since
+// the parser's own ways to take it out, to put one in and to ask whether there is one are calls of
+// another library each.
 
-inline NodeHandle* toHandle(const pugi::xml_node& node) {
-  return reinterpret_cast<NodeHandle*>(node.internal_object());
+constexpr std::size_t pointerSize = sizeof(void*);
+static_assert(sizeof(pugi::xml_node) == pointerSize);
+static_assert(sizeof(pugi::xml_attribute) == pointerSize);
+
+template <class To, class From>
+To copyPointer(const From& from) {
+  static_assert(std::is_trivially_copyable_v<To> && std::is_trivially_copyable_v<From>);
+  alignas(To) unsigned char copy[pointerSize];
+  std::memcpy(copy, &from, pointerSize);
+  return *reinterpret_cast<To*>(copy);
 }
 
-inline pugi::xml_node fromHandle(NodeHandle* handle) {
-  return pugi::xml_node(reinterpret_cast<pugi::xml_node_struct*>(handle));
-}
+inline NodeHandle* toHandle(const pugi::xml_node& node) { return copyPointer<NodeHandle*>(node); }
+
+inline pugi::xml_node fromHandle(NodeHandle* handle) { return copyPointer<pugi::xml_node>(handle); }
 
 inline AttributeHandle* toHandle(const pugi::xml_attribute& attribute) {
-  return reinterpret_cast<AttributeHandle*>(attribute.internal_object());
+  return copyPointer<AttributeHandle*>(attribute);
 }
 
 inline pugi::xml_attribute fromHandle(AttributeHandle* handle) {
-  return pugi::xml_attribute(reinterpret_cast<pugi::xml_attribute_struct*>(handle));
+  return copyPointer<pugi::xml_attribute>(handle);
+}
+
+template <class Object>
+bool exists(const Object& object) {
+  return toHandle(object) != nullptr;
 }
 
 }  // namespace KvXmlView

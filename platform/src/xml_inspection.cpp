@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "xml_handles.h"
 #include "xml_text.h"
 #include "xml_value.h"
 #include "xml_walk.h"
@@ -15,6 +16,7 @@ namespace XmlInspection {
 namespace {
 
 using CodePages::CodePage;
+using KvXmlView::exists;
 using XmlSource::LineTable;
 
 constexpr int greatestDepth = 1000;  // levels of elements, the root being the first
@@ -110,7 +112,7 @@ class Inspection {
   /// Names and values in one pass, since nearly all elements have a shape that is known.
   void checkTag(const pugi::xml_node& node) {
     KvXmlView::Shape* shape = shapes.findEmpty(node.name());
-    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
+    for (pugi::xml_attribute a = node.first_attribute(); exists(a); a = a.next_attribute()) {
       if (shape != nullptr) shape = shape->follow(a.name());
       checkValue(a);
     }

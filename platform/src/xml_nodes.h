@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
 #include <new>
 #include <string>
@@ -13,13 +12,6 @@ namespace XmlNodes {
 
 inline bool isElement(const pugi::xml_node& node, const std::string& name) {
   return node.type() == pugi::node_element && name == node.name();
-}
-
-inline std::size_t countElements(const pugi::xml_node& parent) {
-  std::size_t count = 0;
-  for (pugi::xml_node node = parent.first_child(); node; node = node.next_sibling())
-    if (node.type() == pugi::node_element) ++count;
-  return count;
 }
 
 inline pugi::xml_node findChild(const pugi::xml_node& parent, const std::string& name) {

@@ -219,8 +219,8 @@ struct Store {
     std::unordered_map<NodeHandle*, Element*> known;
     for (Element* child : list.elements) known.emplace(child->view.node, child);
     std::vector<Element*> all;
-    all.reserve(XmlNodes::countElements(getNode(parent)));
-    for (pugi::xml_node node = getNode(parent).first_child(); node; node = node.next_sibling()) {
+    for (pugi::xml_node node = getNode(parent).first_child(); exists(node);
+         node = node.next_sibling()) {
       if (node.type() != pugi::node_element) continue;
       const auto view = known.empty() ? known.end() : known.find(toHandle(node));
       all.push_back(view != known.end() ? view->second

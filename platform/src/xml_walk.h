@@ -2,6 +2,8 @@
 
 #include <pugixml.hpp>
 
+#include "xml_handles.h"
+
 /// Calls `visit(node, level)` for `top`, which is of level 1, and for all nodes below it, in
 /// document order. However deep they are, the stack stays flat.
 template <class Visit>
@@ -10,16 +12,17 @@ void walkXml(const pugi::xml_node& top, const Visit& visit) {
   pugi::xml_node node = top;
   while (true) {
     visit(node, level);
-    if (node.first_child()) {
-      node = node.first_child();
+    pugi::xml_node next = node.first_child();
+    if (KvXmlView::exists(next)) {
       ++level;
-      continue;
+    } else {
+      for (; level > 1; --level) {
+        next = node.next_sibling();
+        if (KvXmlView::exists(next)) break;
+        node = node.parent();
+      }
+      if (level == 1) return;
     }
-    while (node != top && !node.next_sibling()) {
-      node = node.parent();
-      --level;
-    }
-    if (node == top) return;
-    node = node.next_sibling();
+    node = next;
   }
 }
