@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstring>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -53,14 +52,17 @@ class AttributeCursor {
            std::strlen(name.c_str()) == name.size();
   }
 
-  /// To be called when an attribute was appended to the element. Out of memory it only knows less.
-  void append(const pugi::xml_attribute& attribute, const std::string& name) noexcept {
-    try {
-      if (shape != nullptr) shape = shape->extend(name.c_str());
-      handles.push_back(toHandle(attribute));
-    } catch (const std::bad_alloc&) {
-      reset();
-    }
+  /// To be called before an attribute is appended to the element, so that noting it cannot fail
+  /// once the document has it. `name` is an XML name that no attribute has.
+  void prepareAppending(const std::string& name) {
+    longer = shape != nullptr ? shape->extend(name.c_str()) : nullptr;
+    if (handles.size() == handles.capacity()) handles.reserve(2 * handles.size() + 8);
+  }
+
+  /// To be called when that attribute was appended.
+  void append(const pugi::xml_attribute& attribute) {
+    shape = longer;
+    handles.push_back(toHandle(attribute));
   }
 
  private:
@@ -73,7 +75,8 @@ class AttributeCursor {
   }
 
   NodeHandle* element = nullptr;
-  Shape* shape = nullptr;  // that of the element, where it is known
+  Shape* shape = nullptr;   // that of the element, where it is known
+  Shape* longer = nullptr;  // that with the attribute that will be appended
   std::vector<AttributeHandle*> handles;
   std::size_t next = 0;  // the attribute that will probably be asked for
 };

@@ -375,11 +375,11 @@ struct Store {
         return replaceWritten(*element.view.store, cursor.get(found), written);
       element.view.store->requireName(name);
     }
+    cursor.prepareAppending(name);
     pugi::xml_node node = getNode(element);
     pugi::xml_attribute attribute = node.append_attribute(name.c_str());
     // Out of memory, the parser may leave the name empty and not say so.
-    if (*attribute.name() != '\0' && attribute.set_value(written))
-      return cursor.append(attribute, name);
+    if (*attribute.name() != '\0' && attribute.set_value(written)) return cursor.append(attribute);
     node.remove_attribute(attribute);
     throw std::bad_alloc();
   }
