@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -47,15 +46,13 @@ class AttributeCursor {
 
   /// True when it is known that `name` is an XML name and that no attribute has it.
   bool isKnownToBeNew(const std::string& name) {
-    // Not when it holds a NUL, which the parser takes for its end.
-    return shape != nullptr && shape->follow(name.c_str()) != nullptr &&
-           std::strlen(name.c_str()) == name.size();
+    return shape != nullptr && shape->follow(name) != nullptr;
   }
 
   /// To be called before an attribute is appended to the element, so that noting it cannot fail
   /// once the document has it. `name` is an XML name that no attribute has.
   void prepareAppending(const std::string& name) {
-    longer = shape != nullptr ? shape->extend(name.c_str()) : nullptr;
+    longer = shape != nullptr ? shape->extend(name) : nullptr;
     if (handles.size() == handles.capacity()) handles.reserve(2 * handles.size() + 8);
   }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -15,20 +14,43 @@ namespace KvXmlView {
 
 /// A name in a form in which most names are told apart without looking at all of it.
 struct NameKey {
+  static constexpr std::size_t longestWhole = 16;  // characters, of which a key holds all
+
   NameKey() = default;
   explicit NameKey(std::string_view name) : size(name.size()) {
-    std::memcpy(&start, name.data(), std::min(name.size(), sizeof start));
+    if (size >= sizeof start) {
+      take<std::uint64_t>(name);
+    } else if (size >= sizeof start / 2) {
+      take<std::uint32_t>(name);
+    } else {
+      for (const char c : name) start = (start << 8) | static_cast<unsigned char>(c);
+    }
   }
 
-  bool isLike(const NameKey& other) const { return start == other.start && size == other.size; }
+  bool isLike(const NameKey& other) const {
+    return end == other.end && start == other.start && size == other.size;
+  }
 
   /// One bit of 64, which most other names do not share.
   std::uint64_t getBit() const {
-    return std::uint64_t{1} << (((start ^ size) * 0x9E3779B97F4A7C15u) >> 58);
+    constexpr std::uint64_t odd = 0x9E3779B97F4A7C15u;  // spreads what differs to the upper bits
+    return std::uint64_t{1} << ((((start * odd) ^ end ^ size) * odd) >> 58);
   }
 
-  std::uint64_t start = 0;  // the first eight characters
+  std::uint64_t start = 0;
+  std::uint64_t end = 0;  // the last characters, where they are not the first ones as well
   std::size_t size = 0;
+
+ private:
+  /// As many characters as a word holds, from both ends.
+  template <class Word>
+  void take(std::string_view name) {
+    Word word{};
+    std::memcpy(&word, name.data(), sizeof word);
+    start = word;
+    std::memcpy(&word, name.data() + name.size() - sizeof word, sizeof word);
+    end = word;
+  }
 };
 
 /// The name of an element and those of its attributes, in their order: all are XML names, and no
@@ -42,7 +64,7 @@ class Shape {
 
   /// Which attribute has this name, or none. Looked for from `from` on, then from the first one:
   /// attributes are mostly asked for in the order in which they stand.
-  std::size_t find(const std::string& name, std::size_t from) const {
+  std::size_t find(std::string_view name, std::size_t from) const {
     const NameKey key(name);
     if ((bits & key.getBit()) == 0) return none;
     for (std::size_t i = from; i < attributes.size(); ++i)
@@ -54,30 +76,35 @@ class Shape {
 
   /// The shape with one more attribute, where it is known, or null. Tried first is the one that was
   /// asked for last.
-  Shape* follow(const char* name) {
-    if (last != nullptr && std::strcmp(last->lastName.c_str(), name) == 0) return last;
+  Shape* follow(std::string_view name) {
+    if (last != nullptr && last->isNamed(name)) return last;
     return followAnother(name);
   }
 
   /// The same; made when it is not known. `name` is an XML name that no attribute here has. Null
   /// where there are so many shapes already that knowing them is no gain.
-  Shape* extend(const char* name);
+  Shape* extend(std::string_view name);
 
  private:
   friend class Shapes;
 
   struct Attribute {
-    bool isNamed(const std::string& name, const NameKey& nameKey) const {
-      return key.isLike(nameKey) && (key.size <= sizeof key.start || *text == name);
+    bool isNamed(std::string_view name, const NameKey& nameKey) const {
+      return key.isLike(nameKey) && (key.size <= NameKey::longestWhole || *text == name);
     }
 
     NameKey key;
     const std::string* text;
   };
 
-  Shape* followAnother(const char* name);
+  bool isNamed(std::string_view name) const {
+    return Attribute{lastKey, &lastName}.isNamed(name, NameKey(name));
+  }
+
+  Shape* followAnother(std::string_view name);
 
   std::string lastName;  // of the last attribute, or of the element when there is none
+  NameKey lastKey;
   std::vector<Attribute> attributes;
   std::uint64_t bits = 0;  // of all attributes
   std::vector<std::unique_ptr<Shape>> longer;
@@ -90,16 +117,16 @@ class Shapes {
  public:
   /// The shape of an element of this name without attributes, where it is known, or null.
   /// Neighbours mostly have the same name, so that is tried first.
-  Shape* findEmpty(const char* element) {
-    if (last != nullptr && std::strcmp(last->lastName.c_str(), element) == 0) return last;
-    const auto found = empty.find(std::string_view(element));
+  Shape* findEmpty(std::string_view element) {
+    if (last != nullptr && last->isNamed(element)) return last;
+    const auto found = empty.find(element);
     if (found == empty.end()) return nullptr;
     last = &found->second;
     return last;
   }
 
   /// The same; made when it is not known, see Shape::extend(). `element` is an XML name.
-  Shape* giveEmpty(const char* element);
+  Shape* giveEmpty(std::string_view element);
 
  private:
   std::unique_ptr<std::size_t> count = std::make_unique<std::size_t>(0);  // of all shapes

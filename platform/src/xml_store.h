@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstring>
 #include <functional>
 #include <memory>
 #include <new>
@@ -76,12 +75,9 @@ struct Store {
 
   /// Throws std::invalid_argument when `name` is no XML name.
   void requireElementName(const std::string& name) {
-    // Not when it holds a NUL, which the parser takes for its end.
-    const bool isKnown = parsed.shapes.findEmpty(name.c_str()) != nullptr &&
-                         std::strlen(name.c_str()) == name.size();
-    if (isKnown) return;
+    if (parsed.shapes.findEmpty(name) != nullptr) return;
     requireName(name);
-    parsed.shapes.giveEmpty(name.c_str());
+    parsed.shapes.giveEmpty(name);
   }
 
   void requireName(const std::string& name) {
