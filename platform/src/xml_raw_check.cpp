@@ -29,12 +29,15 @@ struct Kinds {
                   lines.find(static_cast<std::size_t>(found - text.begin())));
 }
 
+bool isWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
 /// True when anything but markup and white space stands behind a '>', which may be that of a tag,
 /// or when an element says that its white space counts.
 bool findText(std::string_view text) {
   for (std::size_t at = text.find('>'); at != text.npos; at = text.find('>', at)) {
-    at = text.find_first_not_of(" \t\r\n", at + 1);
-    if (at != text.npos && (text[at] != '<' || text.compare(at, 3, "<![") == 0)) return true;
+    do ++at;
+    while (at < text.size() && isWhiteSpace(text[at]));
+    if (at < text.size() && (text[at] != '<' || text.compare(at, 3, "<![") == 0)) return true;
   }
   return text.find("xml:space") != text.npos;
 }

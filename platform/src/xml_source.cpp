@@ -148,14 +148,8 @@ std::optional<Text> readAgain(std::istream& in, std::streamoff offset) {
 
 LineTable::LineTable(const Text& text) : begin(text.start) {
   const std::string_view all = text.get();
-  const auto visitLineEnds = [all](const auto& visit) {
-    for (std::size_t end = all.find('\n'); end != all.npos; end = all.find('\n', end + 1))
-      visit(end);
-  };
-  std::size_t count = 0;
-  visitLineEnds([&count](std::size_t /*end*/) { ++count; });
-  lineEnds.reserve(count);
-  visitLineEnds([this](std::size_t end) { lineEnds.push_back(end); });
+  for (std::size_t end = all.find('\n'); end != all.npos; end = all.find('\n', end + 1))
+    lineEnds.push_back(end);
 }
 
 Position LineTable::find(std::size_t offset) const {
