@@ -1,6 +1,5 @@
 #include "kv/xml_tree.h"
 
-#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -15,14 +14,8 @@ using KvXmlView::AttributeHandle;
 using KvXmlView::fromHandle;
 using Store = KvXmlView::Store<KvXmlData>;
 
-struct KvXmlAttributeData::Text {
-  AttributeHandle* attribute;
-  const CodePages::CodePage* page;
-  std::string data;
-};
-
 KvXmlAttributeData::Text* KvXmlAttributeData::getText() const {
-  return hasText() ? reinterpret_cast<Text*>(word & ~std::uintptr_t{1}) : nullptr;
+  return hasText() ? reinterpret_cast<Text*>(word & ~(anyText | ownText)) : nullptr;
 }
 
 void KvXmlAttributeData::deleteText() { delete getText(); }
@@ -44,7 +37,7 @@ void KvXmlAttributeData::refer(AttributeHandle* attribute) {
 void KvXmlAttributeData::keepText(const CodePages::CodePage* page) const {
   if (hasText()) return;
   auto text = new Text{getAttribute(), page, XmlValue::resolve(getValue(), page)};
-  word = reinterpret_cast<std::uintptr_t>(text) | 1;
+  word = reinterpret_cast<std::uintptr_t>(text) | anyText | ownText;
 }
 
 const std::string& KvXmlAttributeData::getData() const {
@@ -96,9 +89,7 @@ KvXmlAttributeData* KvXmlData::findAttribute(const std::string& name) const {
   if (index == KvXmlView::AttributeCursor::none) return nullptr;
   KvXmlAttributeData* const found =
       view.store->attributes.give(view.attributes, cursor.getHandles(), index);
-  const CodePages::CodePage* const page = view.store->parsed.page;
-  const bool needsPage = page != nullptr && std::strchr(found->getValue(), '&') != nullptr;
-  if (needsPage) found->keepText(page);
+  view.store->attributes.keepText(*found, view.store->parsed.page);
   return found;
 }
 

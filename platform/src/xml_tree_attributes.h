@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -11,6 +12,14 @@
 #include "kv/xml_tree.h"
 #include "xml_handles.h"
 #include "xml_pool.h"
+#include "xml_value.h"
+
+/// What an attribute means, as a string.
+struct KvXmlAttributeData::Text {
+  KvXmlView::AttributeHandle* attribute = nullptr;
+  const CodePages::CodePage* page = nullptr;
+  std::string data;
+};
 
 namespace KvXmlView {
 
@@ -53,6 +62,19 @@ class AttributePool<KvXmlData> {
     return &block->attributes[index - block->start];
   }
 
+  /// Keeps what `attribute` means as a string, where that must not wait until it is asked for,
+  /// since `page` matters, or where it will probably be asked for, since no number starts like
+  /// that.
+  void keepText(KvXmlAttributeData& attribute, const CodePages::CodePage* page) {
+    if (attribute.hasText()) return;
+    const char* const value = attribute.getValue();
+    const bool needsPage = page != nullptr && std::strchr(value, '&') != nullptr;
+    if (!needsPage && static_cast<unsigned char>(*value) <= '9') return;
+    KvXmlAttributeData::Text* const text = texts.make(1);
+    *text = {attribute.getAttribute(), page, XmlValue::resolve(value, page)};
+    attribute.word = reinterpret_cast<std::uintptr_t>(text) | KvXmlAttributeData::anyText;
+  }
+
   /// Lets all blocks of an element refer to `element`, where it stands now.
   static void rebind(AttributeBlock* newest, const pugi::xml_node& element) {
     for (AttributeBlock* block = newest; block != nullptr; block = block->older)
@@ -74,6 +96,7 @@ class AttributePool<KvXmlData> {
   }
 
   Pool<KvXmlAttributeData> attributes;
+  Pool<KvXmlAttributeData::Text> texts;
   Pool<AttributeBlock> blocks;
 };
 

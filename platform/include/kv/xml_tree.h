@@ -30,19 +30,22 @@
 /// capital letters and other attributes than it should have; names in UTF-8 where another encoding
 /// is declared. What the declarations in a document type say is kept and not looked into.
 
+class KvXmlData;
 namespace CodePages {
 struct CodePage;
 }
 namespace KvXmlView {
 struct AttributeBlock;
-}
+template <class Element>
+class AttributePool;
+}  // namespace KvXmlView
 
 /// An attribute of an element, which owns it.
 class KV_API KvXmlAttributeData {
  public:
-  /// Inline: a document may destroy millions of attributes, few of which have a text.
+  /// Inline, since millions end with a document and few have a text of their own.
   ~KvXmlAttributeData() {
-    if (hasText()) deleteText();
+    if ((word & ownText) != 0) deleteText();
   }
   KvXmlAttributeData(const KvXmlAttributeData&) = delete;
   KvXmlAttributeData& operator=(const KvXmlAttributeData&) = delete;
@@ -62,12 +65,13 @@ class KV_API KvXmlAttributeData {
  private:
   friend class KvXmlData;
   friend struct KvXmlView::AttributeBlock;
+  friend class KvXmlView::AttributePool<KvXmlData>;
   friend class KvXmlView::Pool<KvXmlAttributeData>;
 
   struct Text;
 
   KvXmlAttributeData() = default;
-  bool hasText() const { return (word & 1) != 0; }
+  bool hasText() const { return (word & anyText) != 0; }
   Text* getText() const;
   void keepText(const CodePages::CodePage* page) const;
   void deleteText();
@@ -75,9 +79,13 @@ class KV_API KvXmlAttributeData {
   const char* getValue() const;
   void refer(KvXmlView::AttributeHandle* attribute);
 
+  static constexpr std::uintptr_t anyText = 1;
+  static constexpr std::uintptr_t ownText = 2;
+
   // Attributes take most of a document's memory, so an attribute holds nothing else: the parser's
-  // attribute, until its text is asked for as a string or needs the code page; from then on
-  // (lowest bit set) a heap block that holds both.
+  // attribute, or, with `anyText`, what holds both that and the string that it means. The tree
+  // makes and keeps the strings of names and words, many at a time; those of numbers, which few
+  // hosts ask for as strings, belong to the attribute, which `ownText` marks.
   mutable std::uintptr_t word = 0;
 };
 
