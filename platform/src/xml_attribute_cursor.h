@@ -7,6 +7,7 @@
 #include <pugixml.hpp>
 
 #include "xml_handles.h"
+#include "xml_parse.h"
 #include "xml_shapes.h"
 
 namespace KvXmlView {
@@ -17,17 +18,19 @@ class AttributeCursor {
  public:
   static constexpr std::size_t none = Shape::none;
 
-  void moveTo(NodeHandle* node, Shapes& shapes) {
+  void moveTo(NodeHandle* node, XmlParse::Parsed& parsed) {
     if (node == element) return;
     element = nullptr;  // as long as it is not known whole
     handles.clear();
     next = 0;
     const pugi::xml_node moved = fromHandle(node);
-    shape = shapes.findEmpty(moved.name());
-    for (pugi::xml_attribute a = moved.first_attribute(); exists(a); a = a.next_attribute()) {
+    for (pugi::xml_attribute a = moved.first_attribute(); exists(a); a = a.next_attribute())
       handles.push_back(toHandle(a));
-      if (shape != nullptr) shape = shape->follow(a.name());
-    }
+    const char* const name = moved.name();
+    const bool isMarked = !parsed.mayHoldText && parsed.origin.contains(name);
+    marked = isMarked ? name : nullptr;
+    const unsigned char number = isMarked ? XmlParse::getShapeNumber(name) : 0;
+    shape = number != 0 ? parsed.shapes.getNumbered(number) : findShape(name, parsed.shapes);
     element = node;
   }
 
@@ -58,11 +61,20 @@ class AttributeCursor {
 
   /// To be called when that attribute was appended.
   void append(const pugi::xml_attribute& attribute) {
+    if (marked != nullptr) XmlParse::setShapeNumber(marked, 0);
     shape = longer;
     handles.push_back(toHandle(attribute));
   }
 
  private:
+  /// Follows the names of the attributes.
+  Shape* findShape(const char* name, Shapes& shapes) const {
+    Shape* found = shapes.findEmpty(name);
+    for (std::size_t i = 0; i < handles.size() && found != nullptr; ++i)
+      found = found->follow(get(i).name());
+    return found;
+  }
+
   std::size_t findUnknown(const std::string& name) const {
     for (std::size_t i = next; i < handles.size(); ++i)
       if (get(i).name() == name) return i;
@@ -72,8 +84,9 @@ class AttributeCursor {
   }
 
   NodeHandle* element = nullptr;
-  Shape* shape = nullptr;   // that of the element, where it is known
-  Shape* longer = nullptr;  // that with the attribute that will be appended
+  const char* marked = nullptr;  // name of the element, where the number of its shape is kept
+  Shape* shape = nullptr;        // that of the element, where it is known
+  Shape* longer = nullptr;       // that with the attribute that will be appended
   std::vector<AttributeHandle*> handles;
   std::size_t next = 0;  // the attribute that will probably be asked for
 };

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "xml_handles.h"
+#include "xml_parse.h"
 #include "xml_text.h"
 #include "xml_value.h"
 #include "xml_walk.h"
@@ -15,7 +16,6 @@
 namespace XmlInspection {
 namespace {
 
-using CodePages::CodePage;
 using KvXmlView::exists;
 using XmlSource::LineTable;
 
@@ -40,8 +40,8 @@ const char* findRepeated(std::vector<const char*> names) {
 class Inspection {
  public:
   Inspection(pugi::xml_document& checked, const char* text, const LineTable& table,
-             const CodePage* codePage, KvXmlView::Shapes& known)
-      : document(checked), begin(text), lines(table), page(codePage), shapes(known) {}
+             XmlParse::Parsed& known)
+      : document(checked), begin(text), lines(table), parsed(known) {}
 
   void run() {
     checkTopLevel();
@@ -88,7 +88,7 @@ class Inspection {
         if (level > greatestDepth)
           failAt("elements are nested more than " + std::to_string(greatestDepth) + " levels deep",
                  node.name());
-        return checkTag(node);
+        return keepShape(node, checkTag(node));
       case pugi::node_declaration:
         checkTag(node);
         return checkDeclaration(node);
@@ -109,17 +109,18 @@ class Inspection {
         failAt("no reference may stand in the XML declaration", a.name());
   }
 
-  /// Names and values in one pass, since nearly all elements have a shape that is known.
-  void checkTag(const pugi::xml_node& node) {
-    KvXmlView::Shape* shape = shapes.findEmpty(node.name());
+  /// Names and values in one pass, since nearly all elements have a shape that is known. Returns
+  /// it, or null where there are too many.
+  KvXmlView::Shape* checkTag(const pugi::xml_node& node) {
+    KvXmlView::Shape* shape = parsed.shapes.findEmpty(node.name());
     for (pugi::xml_attribute a = node.first_attribute(); exists(a); a = a.next_attribute()) {
       if (shape != nullptr) shape = shape->follow(a.name());
       checkValue(a);
     }
-    if (shape == nullptr) checkNewShape(node);
+    return shape != nullptr ? shape : checkNewShape(node);
   }
 
-  void checkNewShape(const pugi::xml_node& node) {
+  KvXmlView::Shape* checkNewShape(const pugi::xml_node& node) {
     std::vector<const char*> attributes;
     requireName(node.name());
     for (const pugi::xml_attribute a : node.attributes()) {
@@ -129,13 +130,19 @@ class Inspection {
     if (const char* name = findRepeated(attributes))
       failAt("the attribute \"" + std::string(name) + "\" is given twice", name);
 
-    KvXmlView::Shape* shape = shapes.giveEmpty(node.name());
+    KvXmlView::Shape* shape = parsed.shapes.giveEmpty(node.name());
     for (std::size_t i = 0; i < attributes.size() && shape != nullptr; ++i)
       shape = shape->extend(attributes[i]);
+    return shape;
+  }
+
+  void keepShape(const pugi::xml_node& element, KvXmlView::Shape* shape) const {
+    if (!parsed.mayHoldText)
+      XmlParse::setShapeNumber(element.name(), shape != nullptr ? shape->giveNumber() : 0);
   }
 
   void requireName(const char* name) const {
-    if (!XmlText::isName(name, page)) failAt("this is no XML name", name);
+    if (!XmlText::isName(name, parsed.page)) failAt("this is no XML name", name);
   }
 
   void checkValue(const pugi::xml_attribute& attribute) const {
@@ -184,15 +191,14 @@ class Inspection {
   pugi::xml_document& document;
   const char* begin;
   const LineTable& lines;
-  const CodePage* page;
-  KvXmlView::Shapes& shapes;
+  XmlParse::Parsed& parsed;
 };
 
 }  // namespace
 
 void inspect(pugi::xml_document& document, const char* begin, const LineTable& lines,
-             const CodePage* page, KvXmlView::Shapes& shapes) {
-  Inspection(document, begin, lines, page, shapes).run();
+             XmlParse::Parsed& parsed) {
+  Inspection(document, begin, lines, parsed).run();
 }
 
 }  // namespace XmlInspection

@@ -2,8 +2,7 @@
 
 #include <pugixml.hpp>
 
-#include "code_pages.h"
-#include "xml_shapes.h"
+#include "xml_parse.h"
 #include "xml_source.h"
 
 namespace XmlInspection {
@@ -12,6 +11,6 @@ namespace XmlInspection {
 /// from the text at `begin`, and learns the shapes of its elements. What is let pass on purpose is
 /// changed so that it can be printed.
 void inspect(pugi::xml_document& document, const char* begin, const XmlSource::LineTable& lines,
-             const CodePages::CodePage* page, KvXmlView::Shapes& shapes);
+             XmlParse::Parsed& parsed);
 
 }  // namespace XmlInspection

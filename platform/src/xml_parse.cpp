@@ -108,7 +108,7 @@ Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
                                                  contentStart, result.status, size);
     fail(describe(fault.status), lines.find(fault.offset));
   }
-  XmlInspection::inspect(document, begin, lines, parsed.page, parsed.shapes);
+  XmlInspection::inspect(document, begin, lines, parsed);
   const bool needsRoot = root == Root::required || contentStart > 0;  // behind a document type
   if (needsRoot && !document.document_element())
     fail("the document has no root element", lines.find(size));

@@ -41,6 +41,17 @@ class Origin {
   XmlSource::LineTable lines;
 };
 
+// Nobody reads the '<' before an element's name any more once that was parsed, but for a NUL there
+// that ends a text. In documents without texts the number of the element's shape takes its place.
+
+inline unsigned char getShapeNumber(const char* element) {
+  return static_cast<unsigned char>(element[-1]);
+}
+
+inline void setShapeNumber(const char* element, unsigned char number) {
+  const_cast<char*>(element)[-1] = static_cast<char>(number);
+}
+
 /// The quote that the value of an attribute stands between, which the parser leaves in its text.
 inline char findQuote(const pugi::xml_attribute& attribute, const Origin& origin) {
   const char* const value = attribute.value();

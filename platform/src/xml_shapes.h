@@ -85,6 +85,9 @@ class Shape {
   /// where there are so many shapes already that knowing them is no gain.
   Shape* extend(std::string_view name);
 
+  /// A small number for it, from 1 on; 0 where there are too many that have one.
+  unsigned char giveNumber();
+
  private:
   friend class Shapes;
 
@@ -95,6 +98,12 @@ class Shape {
 
     NameKey key;
     const std::string* text;
+  };
+
+  /// What all shapes of a document share.
+  struct Common {
+    std::size_t count = 0;  // of all shapes
+    std::vector<Shape*> numbered;
   };
 
   bool isNamed(std::string_view name) const {
@@ -108,8 +117,9 @@ class Shape {
   std::vector<Attribute> attributes;
   std::uint64_t bits = 0;  // of all attributes
   std::vector<std::unique_ptr<Shape>> longer;
-  Shape* last = nullptr;         // of `longer`
-  std::size_t* count = nullptr;  // of all shapes of the document
+  Shape* last = nullptr;  // of `longer`
+  Common* common = nullptr;
+  unsigned char number = 0;  // where there is none yet
 };
 
 /// The shapes of one document.
@@ -128,8 +138,11 @@ class Shapes {
   /// The same; made when it is not known, see Shape::extend(). `element` is an XML name.
   Shape* giveEmpty(std::string_view element);
 
+  /// The shape that gave this number.
+  Shape* getNumbered(unsigned char number) const { return common->numbered[number - 1]; }
+
  private:
-  std::unique_ptr<std::size_t> count = std::make_unique<std::size_t>(0);  // of all shapes
+  std::unique_ptr<Shape::Common> common = std::make_unique<Shape::Common>();
   std::map<std::string, Shape, std::less<>> empty;
   Shape* last = nullptr;  // of `empty`
 };

@@ -101,7 +101,7 @@ struct Store {
   /// The cursor, on the attributes of `element`.
   static AttributeCursor& lookAt(const Element& element) {
     Store& store = *element.view.store;
-    store.cursor.moveTo(element.view.node, store.parsed.shapes);
+    store.cursor.moveTo(element.view.node, store.parsed);
     return store.cursor;
   }
 
