@@ -18,8 +18,7 @@ namespace {
 
 using KvXmlView::exists;
 using XmlSource::LineTable;
-
-constexpr int greatestDepth = 1000;  // levels of elements, the root being the first
+using XmlText::greatestDepth;
 
 /// Of the names of attributes, the first that repeats one before it, or null. Sorted, since no
 /// choice of names makes that slow; where two are equal, the one with the lower address stands
@@ -43,10 +42,11 @@ class Inspection {
              XmlParse::Parsed& known)
       : document(checked), begin(text), lines(table), parsed(known) {}
 
-  void run() {
+  void run(bool isPlain) {
     checkTopLevel();
     for (const pugi::xml_node top : document.children())
-      walkXml(top, [this](const pugi::xml_node& node, int level) { checkNode(node, level); });
+      if (!isPlain || top.type() != pugi::node_element)
+        walkXml(top, [this](const pugi::xml_node& node, int level) { checkNode(node, level); });
   }
 
  private:
@@ -197,8 +197,8 @@ class Inspection {
 }  // namespace
 
 void inspect(pugi::xml_document& document, const char* begin, const LineTable& lines,
-             XmlParse::Parsed& parsed) {
-  Inspection(document, begin, lines, parsed).run();
+             XmlParse::Parsed& parsed, bool isPlain) {
+  Inspection(document, begin, lines, parsed).run(isPlain);
 }
 
 }  // namespace XmlInspection

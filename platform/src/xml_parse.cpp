@@ -1,6 +1,8 @@
 #include "xml_parse.h"
 
 #include <algorithm>
+#include <cstring>
+#include <deque>
 #include <new>
 #include <optional>
 #include <string>
@@ -8,6 +10,7 @@
 #include <utility>
 
 #include "xml_inspection.h"
+#include "xml_plain.h"
 #include "xml_prolog.h"
 #include "xml_raw_check.h"
 #include "xml_source.h"
@@ -68,6 +71,10 @@ const char* describe(pugi::xml_parse_status status) {
   }
 }
 
+void keepShapes(const char* text, const std::deque<XmlPlain::Tag>& tags) {
+  for (const XmlPlain::Tag& tag : tags) setShapeNumber(text + tag.offset + 1, tag.shape);
+}
+
 }  // namespace
 
 KvXmlPosition Origin::find(const char* name, std::size_t before) const {
@@ -79,25 +86,26 @@ KvXmlPosition Origin::find(const char* name, std::size_t before) const {
 Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
   XmlSource::Text text = XmlSource::read(in);
   LineTable lines(text);
-  const XmlRawCheck::Traits traits = XmlRawCheck::check(text, lines);
 
   Parsed parsed;
+  parsed.isAscii = XmlRawCheck::check(text, lines);
   parsed.encoding = XmlProlog::findEncoding(text.get());
   if (parsed.encoding.empty()) parsed.encoding = XmlProlog::findEncoding(text.before);
   parsed.page = CodePages::find(parsed.encoding);
-  parsed.isAscii = traits.isAscii;
-  parsed.mayHoldText = traits.mayHoldText;
   const std::size_t contentStart = XmlProlog::check(text, lines, parsed.page);
+  const auto plainTags = XmlPlain::findTags(text.data.get(), parsed.shapes);
+  parsed.mayHoldText = !plainTags && XmlRawCheck::mayHoldText(text.get());
 
   // Nothing is resolved or converted. Text at the top level is kept as in a fragment so that it can
   // be refused, and white space where it is all that an element holds.
   const unsigned options =
       pugi::parse_fragment | pugi::parse_declaration | pugi::parse_doctype | pugi::parse_pi |
       pugi::parse_comments | pugi::parse_cdata |
-      (traits.mayHoldText ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
-  const char* const begin = text.data.get();
+      (parsed.mayHoldText ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+  char* const begin = text.data.get();
   const std::size_t size = text.size;
   const std::streamoff streamOffset = text.offset;
+  std::memset(begin + size, '\n', XmlSource::Text::margin);
   const pugi::xml_parse_result result = document.load_buffer_inplace_own(
       text.data.release(), size + XmlSource::Text::margin, options, pugi::encoding_utf8);
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
@@ -108,7 +116,8 @@ Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
                                                  contentStart, result.status, size);
     fail(describe(fault.status), lines.find(fault.offset));
   }
-  XmlInspection::inspect(document, begin, lines, parsed);
+  if (plainTags) keepShapes(begin, *plainTags);
+  XmlInspection::inspect(document, begin, lines, parsed, plainTags.has_value());
   const bool needsRoot = root == Root::required || contentStart > 0;  // behind a document type
   if (needsRoot && !document.document_element())
     fail("the document has no root element", lines.find(size));

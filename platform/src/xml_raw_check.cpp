@@ -31,25 +31,25 @@ struct Kinds {
 
 bool isWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-/// True when anything but markup and white space stands behind a '>', which may be that of a tag,
-/// or when an element says that its white space counts.
-bool findText(std::string_view text) {
+}  // namespace
+
+bool check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
+  const std::string_view text = source.get();
+  Kinds kinds;
+  kinds.add(text);
+  if (kinds.forbidden != 0) failAtForbidden(text, lines);
+  return (kinds.beyondAscii & 0x80) == 0;
+}
+
+// That is when anything but markup and white space stands behind a '>', which may be that of a tag,
+// or when an element says that its white space counts.
+bool mayHoldText(std::string_view text) {
   for (std::size_t at = text.find('>'); at != text.npos; at = text.find('>', at)) {
     do ++at;
     while (at < text.size() && isWhiteSpace(text[at]));
     if (at < text.size() && (text[at] != '<' || text.compare(at, 3, "<![") == 0)) return true;
   }
   return text.find("xml:space") != text.npos;
-}
-
-}  // namespace
-
-Traits check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
-  const std::string_view text = source.get();
-  Kinds kinds;
-  kinds.add(text);
-  if (kinds.forbidden != 0) failAtForbidden(text, lines);
-  return {(kinds.beyondAscii & 0x80) == 0, findText(text)};
 }
 
 }  // namespace XmlRawCheck

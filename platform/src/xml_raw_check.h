@@ -1,17 +1,17 @@
 #pragma once
 
+#include <string_view>
+
 #include "xml_source.h"
 
 /// What is looked for in the characters of a text before it is parsed.
 namespace XmlRawCheck {
 
-struct Traits {
-  bool isAscii = true;
-  // Whether white space between elements may be part of a text and must be parsed.
-  bool mayHoldText = false;
-};
+/// Refuses, with KvXmlError, control characters that XML does not allow. Returns whether the text
+/// is ASCII.
+bool check(const XmlSource::Text& text, const XmlSource::LineTable& lines);
 
-/// Refuses, with KvXmlError, control characters that XML does not allow.
-Traits check(const XmlSource::Text& text, const XmlSource::LineTable& lines);
+/// Whether white space between elements may be part of a text and must be parsed.
+bool mayHoldText(std::string_view text);
 
 }  // namespace XmlRawCheck

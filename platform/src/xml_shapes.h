@@ -85,6 +85,18 @@ class Shape {
   /// where there are so many shapes already that knowing them is no gain.
   Shape* extend(std::string_view name);
 
+  /// The same; null also where an attribute has this name.
+  Shape* extendByNew(std::string_view name) {
+    Shape* const known = follow(name);
+    if (known != nullptr || find(name, 0) != none) return known;
+    return extend(name);
+  }
+
+  /// The shape that follow() tries first, or null.
+  Shape* getLikely() const { return last; }
+  /// The name of the last attribute, or of the element when there is none.
+  const std::string& getLastName() const { return lastName; }
+
   /// A small number for it, from 1 on; 0 where there are too many that have one.
   unsigned char giveNumber();
 
@@ -112,7 +124,7 @@ class Shape {
 
   Shape* followAnother(std::string_view name);
 
-  std::string lastName;  // of the last attribute, or of the element when there is none
+  std::string lastName;
   NameKey lastKey;
   std::vector<Attribute> attributes;
   std::uint64_t bits = 0;  // of all attributes

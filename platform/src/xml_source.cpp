@@ -74,7 +74,7 @@ class GrowingText {
 
   Text finish() {
     if (text.size + Text::margin > capacity) grow(text.size + Text::margin);
-    std::memset(text.data.get() + text.size, '\n', Text::margin);
+    std::memset(text.data.get() + text.size, '\0', Text::margin);
     return std::move(text);
   }
 

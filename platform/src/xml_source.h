@@ -25,8 +25,8 @@ struct FreeText {
   void operator()(char* text) const;
 };
 
-/// A text in memory that the parser can take over, with line ends appended: the parser needs the
-/// last byte for itself and is careless about what it was.
+/// A text in memory that the parser can take over. Behind it stand NULs; for the parser, which
+/// needs the last byte for itself and is careless about what it was, they must become line ends.
 struct Text {
   static constexpr std::size_t margin = 2;
 

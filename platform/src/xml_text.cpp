@@ -75,10 +75,6 @@ constexpr Range nameStarts[] = {
 constexpr Range nameParts[] = {
     {'-', '.'}, {'0', '9'}, {0xB7, 0xB7}, {0x300, 0x36F}, {0x203F, 0x2040}};
 
-// Of the names that nearly all documents have, the characters.
-bool isPlainLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-bool isPlainPart(char c) { return isPlainLetter(c) || (c >= '0' && c <= '9') || c == '_'; }
-
 template <std::size_t Size>
 bool isIn(const Range (&ranges)[Size], std::uint32_t character) {
   return std::any_of(std::begin(ranges), std::end(ranges), [character](const Range& range) {

@@ -9,6 +9,15 @@
 /// What XML allows of names and characters.
 namespace XmlText {
 
+constexpr int greatestDepth =
+    1000;  // levels of elements that can be read, the root being the first
+
+// Of the names that nearly all documents have, the characters.
+constexpr bool isPlainLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+constexpr bool isPlainPart(char c) {
+  return isPlainLetter(c) || (c >= '0' && c <= '9') || c == '_';
+}
+
 /// True when `name` may name an element or an attribute: in UTF-8, or else in the code page of its
 /// document, where that is null in windows-1252. UTF-8 always, since a host may set other bytes in
 /// a document with such names, and what is printed then must read back.
