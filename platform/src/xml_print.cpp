@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -19,29 +20,37 @@ namespace {
 /// the fill character of the stream must show.
 class Output {
  public:
-  explicit Output(std::ostream& stream) : out(stream) { text.reserve(2 * piece); }
+  explicit Output(std::ostream& stream) : out(stream) {}
 
   Output& operator<<(std::string_view more) {
-    text.append(more);
-    if (text.size() >= piece) flush();
+    while (more.size() > piece - used) {
+      const std::size_t fitting = piece - used;
+      add(more.substr(0, fitting));
+      more.remove_prefix(fitting);
+      flush();
+    }
+    add(more);
     return *this;
   }
 
-  Output& operator<<(char c) {
-    text += c;
-    return *this;
-  }
+  Output& operator<<(char c) { return *this << std::string_view(&c, 1); }
 
   void flush() {
-    out.write(text.data(), static_cast<std::streamsize>(text.size()));
-    text.clear();
+    out.write(text.get(), static_cast<std::streamsize>(used));
+    used = 0;
   }
 
  private:
   static constexpr std::size_t piece = 32768;
 
+  void add(std::string_view more) {
+    std::memcpy(text.get() + used, more.data(), more.size());
+    used += more.size();
+  }
+
   std::ostream& out;
-  std::string text;
+  std::unique_ptr<char[]> text{new char[piece]};
+  std::size_t used = 0;
 };
 
 bool isWhiteSpace(const pugi::xml_node& node) {

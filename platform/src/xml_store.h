@@ -88,9 +88,9 @@ struct Store {
 
   /// Sets an attribute to a text.
   static void setText(const Element& element, const std::string& name, const std::string& text) {
-    const std::string written = XmlValue::write(text);
-    if (!XmlText::isAscii(written)) element.view.store->parsed.isAscii = false;
-    setWritten(element, name, written.c_str());
+    if (!XmlText::isAscii(text)) element.view.store->parsed.isAscii = false;
+    if (XmlValue::isWrittenAsItIs(text)) return setWritten(element, name, text.c_str());
+    setWritten(element, name, XmlValue::write(text).c_str());
   }
 
   /// Sets an attribute to the text of a number, which is written as it is.

@@ -118,6 +118,12 @@ std::optional<double> readDouble(std::string_view written) {
   return NumberText::parseDouble(resolve(written, nullptr));
 }
 
+bool isWrittenAsItIs(std::string_view meant) {
+  return std::none_of(meant.begin(), meant.end(), [](char c) {
+    return c == '&' || c == '<' || c == '"' || static_cast<unsigned char>(c) < ' ';
+  });
+}
+
 std::string write(std::string_view meant) {
   std::string written;
   written.reserve(meant.size());

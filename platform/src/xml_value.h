@@ -23,6 +23,9 @@ std::string resolve(std::string_view written, const CodePages::CodePage* page);
 std::optional<int> readInteger(std::string_view written);
 std::optional<double> readDouble(std::string_view written);
 
+/// True when `meant` is written as it is between double quotes, as nearly all texts are.
+bool isWrittenAsItIs(std::string_view meant);
+
 /// How to write `meant` between double quotes. What XML cannot hold becomes '?'.
 std::string write(std::string_view meant);
 
