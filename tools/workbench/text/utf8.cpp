@@ -1,5 +1,7 @@
 #include "text/utf8.h"
 
+#include <algorithm>
+
 #include <utf8proc.h>
 
 namespace Utf8 {
@@ -28,6 +30,22 @@ bool isValid(std::string_view text) {
   while (!text.empty())
     if (take(text) == invalid) return false;
   return true;
+}
+
+bool isAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char byte) { return (byte & 0x80) == 0; });
+}
+
+bool isXmlText(std::string_view text) {
+  while (!text.empty()) {
+    const char32_t c = take(text);
+    if (c == invalid || c < 0x20 || c == 0x7F || c == 0xFFFE || c == 0xFFFF) return false;
+  }
+  return true;
+}
+
+bool isCharacter(std::uint32_t number) {
+  return number <= 0x7FFFFFFF && utf8proc_codepoint_valid(static_cast<utf8proc_int32_t>(number));
 }
 
 std::size_t measure(char32_t character) {

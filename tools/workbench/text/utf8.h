@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,14 @@ char32_t take(std::string_view& text);
 void append(std::string& text, char32_t character);
 
 bool isValid(std::string_view text);
+
+bool isAscii(std::string_view text);
+
+/// True for valid UTF-8 without characters that XML forbids or that end a line.
+bool isXmlText(std::string_view text);
+
+/// False for numbers that stand for no character.
+bool isCharacter(std::uint32_t number);
 
 /// How many places a character takes on a terminal: none where it stands over the one before it.
 std::size_t measure(char32_t character);
