@@ -75,6 +75,53 @@ TEST(MarkupName, EndsBeforeAttributesAndEnds) {
     EXPECT_EQ(Markup::readName(text, 0), "ab") << text;
 }
 
+TEST(MarkupStartTag, TellsWhereItsAttributesStand) {
+  const std::string text = "x<ab\tc='1>' \r\n d = \"'/\"/>";
+  const Markup::StartTag tag = Markup::readStartTag(text, 1);
+
+  EXPECT_EQ(tag.begin, 1u);
+  EXPECT_EQ(tag.nameEnd, 4u);
+  EXPECT_EQ(tag.end, text.size());
+  EXPECT_TRUE(tag.isEmpty);
+  ASSERT_EQ(tag.attributes.size(), 2u);
+  const auto cut = [&](Markup::Range range) {
+    return text.substr(range.begin, range.end - range.begin);
+  };
+  EXPECT_EQ(cut(tag.find("c")->all), "\tc='1>'");
+  EXPECT_EQ(cut(tag.find("c")->value), "1>");
+  EXPECT_EQ(tag.find("c")->quote, '\'');
+  EXPECT_EQ(cut(tag.find("d")->all), " \r\n d = \"'/\"");
+  EXPECT_EQ(cut(tag.find("d")->value), "'/");
+  EXPECT_EQ(tag.find("d")->quote, '"');
+  EXPECT_EQ(tag.find("e"), nullptr);
+}
+
+TEST(MarkupStartTag, MayHaveNoAttributesAndContent) {
+  for (const char* text : {"<a>b</a>", "<a >", "<a\n>"}) {
+    const Markup::StartTag tag = Markup::readStartTag(text, 0);
+    EXPECT_TRUE(tag.attributes.empty()) << text;
+    EXPECT_FALSE(tag.isEmpty) << text;
+    EXPECT_EQ(tag.nameEnd, 2u) << text;
+  }
+}
+
+TEST(MarkupEncoding, IsWhatTheDeclarationNames) {
+  const struct {
+    const char* text;
+    const char* encoding;
+  } rows[] = {
+      {"<?xml version='1.0' encoding='ISO-8859-1'?><a/>", "ISO-8859-1"},
+      {"<?xml version=\"1.0\" encoding = \"UTF-8\" standalone='yes'?>", "UTF-8"},
+      {"<?xml version='1.0'?><a encoding='b'/>", ""},
+      {"<?xml version='1.0' encoding='a", ""},
+      {"\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-1'?>", ""},
+      {"<?other encoding='a'?>", ""},
+      {" <?xml encoding='a'?>", ""},
+      {"", ""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Markup::readEncoding(row.text), row.encoding) << row.text;
+}
+
 TEST(MarkupProlog, HoldsNoElementAndNoText) {
   for (const char* text :
        {"", "\n", "<?xml version='1.0'?>\r\n", "\xEF\xBB\xBF<!-- a --> <?b?>", "<!DOCTYPE a>"})

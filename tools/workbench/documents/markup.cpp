@@ -96,6 +96,42 @@ std::string_view readName(std::string_view text, std::size_t start) {
   return text.substr(start + 1, std::min(end, text.size()) - start - 1);
 }
 
+const Attribute* StartTag::find(std::string_view name) const {
+  for (const Attribute& attribute : attributes)
+    if (attribute.name == name) return &attribute;
+  return nullptr;
+}
+
+StartTag readStartTag(std::string_view text, std::size_t start) {
+  StartTag tag;
+  tag.begin = start;
+  tag.end = findEnd(text, start);
+  tag.isEmpty = text[tag.end - 2] == '/';
+  tag.nameEnd = start + 1 + readName(text, start).size();
+  const std::string_view inside = text.substr(0, tag.end - (tag.isEmpty ? 2 : 1));
+  std::size_t place = tag.nameEnd;
+  while (true) {
+    const std::size_t name = inside.find_first_not_of(whiteSpace, place);
+    if (name == nowhere) return tag;
+    const std::size_t nameEnd = inside.find_first_of(" \t\r\n=", name);
+    const std::size_t open = inside.find_first_of("\"'", nameEnd);
+    const std::size_t close = inside.find(inside[open], open + 1);
+    tag.attributes.push_back(
+        {inside.substr(name, nameEnd - name), {place, close + 1}, {open + 1, close}, inside[open]});
+    place = close + 1;
+  }
+}
+
+std::string_view readEncoding(std::string_view text) {
+  if (!startsWith(text, 0, "<?xml")) return "";
+  const std::size_t end = findEnd(text, 0);
+  const std::size_t name = text.substr(0, end).find("encoding");
+  if (end == nowhere || name == nowhere) return "";
+  const std::size_t open = text.find_first_of("\"'", name);
+  const std::size_t close = open < end ? text.find(text[open], open + 1) : nowhere;
+  return close < end ? text.substr(open + 1, close - open - 1) : "";
+}
+
 bool isProlog(std::string_view text) {
   return skipProlog(text, skipByteOrderMark(text)) == text.size();
 }
