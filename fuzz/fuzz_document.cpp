@@ -32,24 +32,25 @@ void checkPlace(const Document& document, const Element& element) {
 
 /// Entries become foundations in the order in which these are read.
 void checkEntries(Document& document) {
+  using Fate = Entry::Fate;
   std::vector<Foundation*> foundations;
-  std::size_t skipped = 0;
+  std::size_t told = 0;
+  const bool isModel = document.getForm() == Documents::Form::legacy;
   for (const Entries& entries : document.getEntries())
     for (const Entry& entry : entries) {
       checkPlace(document, entry.element);
-      const bool isRead = entry.fate == Entry::Fate::read || entry.fate == Entry::Fate::renamed;
-      require((entry.foundation != nullptr) == isRead, "what is read is a foundation",
-              entry.element.getName());
-      if (isRead) foundations.push_back(entry.foundation);
-      if (entry.fate != Entry::Fate::read) ++skipped;
+      const bool isFirst = entry.fate == Fate::read || entry.fate == Fate::renamed;
+      require((entry.foundation != nullptr) == (isFirst || entry.fate == Fate::otherPart),
+              "what is read is a foundation", entry.element.getName());
+      if (isFirst) foundations.push_back(entry.foundation);
+      const bool isWhole = entry.fate == Fate::read || entry.fate == Fate::otherPart;
+      if (isModel ? entry.fate == Fate::outside : !isWhole) ++told;
     }
   require(foundations == document.getFoundations().getFoundations(),
           "each foundation is read from an entry");
-  const bool isTold = document.getForm() != Documents::Form::legacy;
-  require(Documents::countNotes(document) == (isTold ? skipped : 0),
-          "whatever is not read as it is counts");
-  require(Documents::listNotes(document).size() ==
-              (isTold ? skipped + document.getEntries().size() : 0),
+  require(Documents::countNotes(document) == told, "whatever is not read as it is counts");
+  const std::size_t lists = isModel ? 0 : document.listLists().size();
+  require(Documents::listNotes(document).size() == told + lists,
           "whatever counts is told, and each container");
 }
 

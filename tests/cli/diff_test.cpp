@@ -68,14 +68,41 @@ TEST(Diff, NamesEveryFieldThatChanged) {
             "    lineFactor: 0 -> 10\n");
 }
 
-TEST(Diff, MatchesByNumberBeforeName) {
+TEST(Diff, MatchesByNameBeforeNumber) {
   EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='A'/><FOUND NUMBER='2' NAME='B'/>",
                  "<FOUND NUMBER='1' NAME='B'/><FOUND NUMBER='3' NAME='A'/>")
                 .out,
             "~ number 1 \"A\"\n"
-            "    name: A -> B\n"
-            "- number 2 \"B\"\n"
-            "+ number 3 \"A\"\n");
+            "    number: 1 -> 3\n"
+            "~ number 2 \"B\"\n"
+            "    number: 2 -> 1\n");
+}
+
+TEST(Diff, MatchesByOneKeyOnlyWhereItIsAskedTo) {
+  const std::string a = makeModel("a.xml", "", "<FOUND NUMBER='1' NAME='A'/>");
+  const std::string b = makeModel("b.xml", "", "<FOUND NUMBER='1' NAME='B'/>");
+
+  EXPECT_EQ(run("diff --by number '" + a + "' '" + b + "'").out,
+            "~ number 1 \"A\"\n    name: A -> B\n");
+  EXPECT_EQ(run("diff --by name '" + a + "' '" + b + "'").out,
+            "- number 1 \"A\"\n+ number 1 \"B\"\n");
+}
+
+TEST(Diff, ShowsAnInsertionThatRenumbersAsOne) {
+  EXPECT_EQ(diff("<FOUND NUMBER='1' NAME='A'/><FOUND NUMBER='2' NAME='B'/>",
+                 "<FOUND NUMBER='1' NAME='A'/><FOUND NUMBER='2' NAME='C'/>"
+                 "<FOUND NUMBER='3' NAME='B'/>")
+                .out,
+            "~ number 2 \"B\"\n    number: 2 -> 3\n+ number 2 \"C\"\n");
+}
+
+TEST(Diff, LeavesOutWhatDiffersByNoMoreThanTheShareThatIsGiven) {
+  const std::string a = makeModel("a.xml", "", "<FOUND NUMBER='1' NAME='A' FZAREA='100'/>");
+  const std::string b = makeModel("b.xml", "", "<FOUND NUMBER='1' NAME='A' FZAREA='101'/>");
+
+  EXPECT_EQ(run("diff --relative 0.01 '" + a + "' '" + b + "'").status, 0);
+  EXPECT_EQ(run("diff --relative 0.009 '" + a + "' '" + b + "'").status, 1);
+  EXPECT_EQ(run("diff --relative 2 '" + a + "' '" + b + "'").status, 2);
 }
 
 TEST(Diff, MatchesByNameWhatHasAnotherNumber) {
@@ -226,7 +253,7 @@ TEST(Diff, FindsDocumentsDifferentOfWhichNotEverythingCouldBeRead) {
   const std::string first =
       makeFile("a.xml",
                "<Beddings><CurveBedding Number='1' Name='A' StiffnessX='1'/>"
-               "<SurfaceBedding Number='1' Name='A' StiffnessX='2'/></Beddings>");
+               "<SurfaceBedding Number='1' Name='B' StiffnessX='2'/></Beddings>");
   const std::string second =
       makeFile("b.xml", "<Beddings><CurveBedding Number='1' Name='A' StiffnessX='1'/></Beddings>");
 
@@ -236,6 +263,23 @@ TEST(Diff, FindsDocumentsDifferentOfWhichNotEverythingCouldBeRead) {
   EXPECT_NE(result.err.find("kvfound: what was read is alike, but not everything could be read\n"),
             std::string::npos);
   EXPECT_EQ(result.status, 1);
+}
+
+TEST(Diff, ComparesBothPartsOfAFoundation) {
+  const std::string first =
+      makeFile("a.xml",
+               "<Beddings><CurveBedding Number='1' Name='A' StiffnessX='1'/>"
+               "<SurfaceBedding Number='1' Name='A' StiffnessX='2'/></Beddings>");
+  const std::string second =
+      makeFile("b.xml",
+               "<Beddings><SurfaceBedding Number='1' Name='A' StiffnessX='3'/>"
+               "<CurveBedding Number='1' Name='A' StiffnessX='1'/></Beddings>");
+
+  const Result result = run("diff '" + first + "' '" + second + "'");
+
+  EXPECT_EQ(result.out, "~ number 1 \"A\"\n    areaX: 2 -> 3\n");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(run("diff '" + first + "' '" + first + "'").status, 0);
 }
 
 TEST(Diff, AsksForAVersionThatIsOne) {

@@ -82,19 +82,19 @@ TEST(Program, NamesAnArgumentThatIsMissing) {
 }
 
 TEST(Program, NamesAnArgumentTooMany) {
-  EXPECT_EQ(complain("show a.xml b.xml"),
+  EXPECT_EQ(complain("show a.xml 3 b.xml"),
             "kvfound: \"b.xml\" is one argument too many; see kvfound show --help\n");
 }
 
 TEST(Program, TakesWhatFollowsTwoDashesForAFile) {
   EXPECT_EQ(complain("show -- --format"),
             "kvfound: --format: cannot be opened: No such file or directory\n");
-  EXPECT_EQ(complain("show -- a.xml b.xml"),
+  EXPECT_EQ(complain("show -- a.xml 3 b.xml"),
             "kvfound: \"b.xml\" is one argument too many; see kvfound show --help\n");
 }
 
 TEST(Program, NamesAnArgumentTooManyBehindTwoDashes) {
-  EXPECT_EQ(complain("show a.xml -- b.xml"),
+  EXPECT_EQ(complain("show a.xml 3 -- b.xml"),
             "kvfound: \"b.xml\" is one argument too many; see kvfound --help\n");
 }
 
@@ -137,13 +137,19 @@ TEST(Program, PrintsTheHelpOfACommandWithAnExampleAtItsEnd) {
   EXPECT_EQ(
       run("show --help").out,
       "Prints the foundations of a legacy model or an exchange document, as a table or as data\n"
-      "Usage: kvfound show [OPTIONS] [FILE]\n"
+      "Usage: kvfound show [OPTIONS] [FILE] [NUMBERS]\n"
       "\n"
       "Positionals:\n"
       "  FILE                  the document; standard input when it is - or left out\n"
+      "  NUMBERS               only foundations with these numbers, such as 3,5-9\n"
       "\n"
       "Options:\n"
       "  -h,--help             Print this help message and exit\n"
+      "  --name PATTERN        only foundations whose name fits PATTERN, in which * stands for "
+      "any\n"
+      "                        characters and ? for one\n"
+      "  --generated           only generated foundations\n"
+      "  --part PART           area or line\n"
       "  --format FORMAT       table, json or csv\n"
       "  --version VERSION     version of an exchange document; when left out, 1.0 if it "
       "holds a Bedding\n"
@@ -274,8 +280,7 @@ TEST(ProgramCommand, ComparesWithStandardInput) {
 TEST(ProgramCommand, PrunesStandardInputToStandardOutput) {
   const Result result = run("prune - - --generated", makeInput());
 
-  EXPECT_EQ(result.out,
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<SMOD>\n  <FOUNDATIONS />\n</SMOD>\n");
+  EXPECT_EQ(result.out, "<?xml version=\"1.0\"?>\n<SMOD>\n<FOUNDATIONS></FOUNDATIONS>\n</SMOD>\n");
   EXPECT_EQ(result.err, "removed: number 3 \"A\"\n1 removed, 0 kept\n");
   EXPECT_EQ(result.status, 0);
 }

@@ -95,19 +95,51 @@ TEST(Prune, RenumbersWhenNothingWasGenerated) {
   EXPECT_EQ(listFoundations(out), "1,A\n2,B\n");
 }
 
+TEST(Prune, KeepsTheNumbersWhenAsked) {
+  const std::string out = makePath("out.xml");
+
+  const Result result = run("prune '" + makeModelFile(fourFoundations) + "' '" + out +
+                            "' --generated --keep-numbers");
+
+  EXPECT_EQ(result.err,
+            "removed: number 4 \"B\"\n"
+            "removed: number 8 \"D\"\n"
+            "2 removed, 2 kept\n");
+  EXPECT_EQ(listFoundations(out), "2,A\n6,C\n");
+}
+
 // --- Lists
 
-TEST(PruneList, TellsLinesThatFitNoFoundation) {
-  const Result result = pruneFour("", "A\n99\na\nB \n2\n");
+TEST(PruneList, WithLinesThatFitNoFoundationIsRefused) {
+  const std::string list = makePath("list");
 
-  EXPECT_EQ(result.err, "kvfound: " + makePath("list") + ": there is no foundation \"99\"\n" +
-                            "kvfound: " + makePath("list") + ": there is no foundation \"B \"\n" +
-                            "kvfound: " + makePath("list") + ": there is no foundation \"a\"\n" +
+  const Result result = pruneFour("", "A\n99\na\n2\n");
+
+  EXPECT_EQ(result.err,
+            "kvfound: " + list + ": there is no foundation \"99\"\n" + "kvfound: " + list +
+                ": there is no foundation \"a\"\n" + "kvfound: " + list +
+                ": names foundations that the document lacks; nothing was written. Mend the list, "
+                "or go on with --ignore-missing\n");
+  EXPECT_EQ(result.status, 2);
+  EXPECT_FALSE(std::ifstream(makePath("out.xml")).good());
+}
+
+TEST(PruneList, MayHaveLinesThatFitNoFoundationWhenTheseAreIgnored) {
+  const std::string list = makePath("list");
+
+  const Result result = pruneFour("--ignore-missing", "A\n99\na\n");
+
+  EXPECT_EQ(result.err, "kvfound: " + list + ": there is no foundation \"99\"\n" +
+                            "kvfound: " + list + ": there is no foundation \"a\"\n" +
                             "removed: number 4 \"B\"\n"
                             "removed: number 6 \"C\"\n"
                             "removed: number 8 \"D\"\n"
                             "3 removed, 1 kept\n");
   EXPECT_EQ(result.status, 0);
+}
+
+TEST(PruneList, TakesNamesWithBlanksAround) {
+  EXPECT_EQ(pruneFour("", " A\nB \n\tC\nD\r\n").err, "0 removed, 4 kept\n");
 }
 
 TEST(PruneList, RefusesOneThatNamesNoFoundationAtAll) {
@@ -166,7 +198,8 @@ TEST(PruneList, FindsNamesInAnyEncodingAndAsTheyAreShown) {
 
 TEST(PruneList, IsReadFromStandardInput) {
   const std::string list = makeFile("list", "A\nx\n");
-  const Result result = run("prune '" + makeModelFile(fourFoundations) + "' - --used-by -", list);
+  const Result result =
+      run("prune '" + makeModelFile(fourFoundations) + "' - --ignore-missing --used-by -", list);
 
   EXPECT_EQ(result.err,
             "kvfound: standard input: there is no foundation \"x\"\n"
@@ -193,17 +226,13 @@ TEST(PruneModel, KeepsTheRestOfTheModel) {
       "  </FOUNDATIONS>\n"
       "</SMOD>\n");
   const std::string pruned =
-      declaration +
-      "<!-- first -->\n"
+      "<?xml version=\"1.0\"?><!-- first -->\n"
       "<SMOD VERSION=\"12\">\n"
       "  <NODES />\n"
       "  <FOUNDATIONS CURRENT=\"C\">\n"
       "    <!-- inside -->\n"
-      "    <FOUND NUMBER=\"1\" COLOUR=\"red\" NAME=\"C\" FZLINE=\"1.5\" FAILZLINE=\"-1\" "
-      "FXAREA=\"0\" FYAREA=\"0\" FZAREA=\"0\" FXLINE=\"0\" FYLINE=\"0\" FACAREA=\"0\" "
-      "FACLINE=\"0\" IsGenerated=\"0\">\n"
-      "      <NOTE />\n"
-      "    </FOUND>\n"
+      "    <FOUND NUMBER=\"1\" COLOUR=\"red\" NAME=\"C\" FZLINE=\"1.50\" FAILZLINE=\"-1\"><NOTE "
+      "/></FOUND>\n"
       "    <GROUND />\n"
       "  </FOUNDATIONS>\n"
       "</SMOD>\n";
@@ -249,10 +278,8 @@ TEST(PruneModel, RemovesOneOfTwoWithTheSameNumber) {
       "' '" + out + "' --used-by '" + makeFile("list", "B\n") + "'");
 
   EXPECT_EQ(readFile(out),
-            declaration +
-                "<SMOD>\n  <FOUNDATIONS>\n    <FOUND NUMBER=\"2\" NAME=\"B\" FZAREA=\"1\" "
-                "COLOUR=\"blue\" FXAREA=\"0\" FYAREA=\"0\" FACAREA=\"0\" FACLINE=\"0\" "
-                "IsGenerated=\"0\" />\n  </FOUNDATIONS>\n</SMOD>\n");
+            makeDocument("<FOUNDATIONS><FOUND NUMBER='2' NAME='B' FZAREA='1' COLOUR='blue'/>"
+                         "</FOUNDATIONS>"));
 }
 
 TEST(PruneModel, RenumbersThoseWithTheSameNumber) {
@@ -266,19 +293,35 @@ TEST(PruneModel, RenumbersThoseWithTheSameNumber) {
   EXPECT_EQ(listFoundations(out), "1,A\n2,B\n3,C\n");
 }
 
-TEST(PruneModel, RefusesToMakeOneOfTwoWithTheSameNumber) {
+TEST(PruneModel, KeepsTwoWithTheSameNumber) {
   const std::string path =
       makeModelFile("<FOUND NUMBER='2' NAME='A'/><FOUND NUMBER='2' NAME='B'/><FOUND NAME='C'/>");
-  const std::string before = readFile(path);
 
   const Result result =
       run("prune '" + path + "' '" + path + "' --used-by '" + makeFile("list", "2\n") + "'");
 
-  EXPECT_EQ(result.err, "kvfound: " + path +
-                            ": was not written, since something would be lost: number 2 \"A\": is "
-                            "lost, since its number is given twice\n");
-  EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(readFile(path), before);
+  EXPECT_EQ(result.err, "removed: number 3 \"C\"\n1 removed, 2 kept\n");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(readFile(path), makeDocument("<FOUNDATIONS><FOUND NUMBER='2' NAME='A'/>"
+                                         "<FOUND NUMBER='2' NAME='B'/></FOUNDATIONS>"));
+}
+
+TEST(PruneModel, TellsWhereOldNumbersStandInTheModel) {
+  const std::string path = makeFile(
+      "model.xml", makeDocument("<SLAB FOUND='3' FOUNDLINE='2'/>\n<WALL FOUND='1' NODE='3'/>\n"
+                                "<FOUNDATIONS><FOUND NUMBER='1' NAME='A'/><FOUND NUMBER='2' "
+                                "NAME='B' IsGenerated='1'/><FOUND NUMBER='3' NAME='C'/>"
+                                "</FOUNDATIONS>"));
+
+  EXPECT_EQ(run("prune '" + path + "' - --generated").err,
+            "removed: number 2 \"B\"\n"
+            "renumbered: 3 -> number 2 \"C\"\n"
+            "1 removed, 2 kept\n"
+            "kvfound: " +
+                path +
+                ":3:7: FOUND=\"3\" stays, but the foundation of this number is number 2 now\n"
+                "kvfound: " +
+                path + ":3:17: FOUNDLINE=\"2\" stays, but the foundation of this number is gone\n");
 }
 
 TEST(PruneModel, PutsWhatIsLeftIntoAnotherModelThatIsThere) {
@@ -290,10 +333,8 @@ TEST(PruneModel, PutsWhatIsLeftIntoAnotherModelThatIsThere) {
       "' --generated");
 
   EXPECT_EQ(readFile(other),
-            declaration +
-                "<SMOD>\n  <KEPT />\n  <FOUNDATIONS>\n    <FOUND NUMBER=\"1\" COLOUR=\"red\" "
-                "NAME=\"A\" FXAREA=\"0\" FYAREA=\"0\" FZAREA=\"1\" FACAREA=\"0\" FACLINE=\"0\" "
-                "IsGenerated=\"0\" />\n  </FOUNDATIONS>\n</SMOD>\n");
+            makeDocument("<KEPT/><FOUNDATIONS><FOUND NUMBER='1' COLOUR='red' NAME='A' FZAREA='1'/>"
+                         "</FOUNDATIONS>"));
 }
 
 // --- Exchange documents
@@ -320,7 +361,7 @@ TEST(PruneExchange, KeepsWhatStaysAsItIs) {
   const Result result = run("prune '" + path + "' '" + path + "' --used-by '" + list + "'");
 
   EXPECT_EQ(result.err, "kvfound: " + path +
-                            ": <Other> is no bedding of this version; it was "
+                            ":10:5: <Other> is no bedding of this version; it was "
                             "skipped\n"
                             "kvfound: " +
                             path +
@@ -350,11 +391,8 @@ TEST(PruneExchange, Renumbers) {
 
   const Result result = run("prune '" + path + "' - --generated");
 
-  EXPECT_EQ(result.out, declaration +
-                            "<B>\n"
-                            "  <CurveBedding Number=\"1\" Name=\"A\" Kind=\"x\" />\n"
-                            "  <SurfaceBedding Number=\"2\" Name=\"B\" />\n"
-                            "</B>\n");
+  EXPECT_EQ(result.out, putQuotes("<B><CurveBedding Number='1' Name='A' Kind='x'/>"
+                                  "<SurfaceBedding Number='2' Name='B'/></B>"));
   EXPECT_EQ(result.status, 0);
 }
 
@@ -365,19 +403,32 @@ TEST(PruneExchange, TreatsBothPartsOfAFoundationAlike) {
   const std::string list = makeFile("list", "B\n");
 
   EXPECT_EQ(run("prune '" + path + "' - --used-by '" + list + "'").out,
-            declaration +
-                "<B>\n"
-                "  <CurveBedding Number=\"5\" Name=\"B\" />\n"
-                "  <SurfaceBedding Number=\"5\" Name=\"B\" />\n"
-                "</B>\n");
-  EXPECT_EQ(run("prune '" + path + "' - --generated").out,
-            declaration +
-                "<B>\n"
-                "  <CurveBedding Number=\"1\" Name=\"A\" />\n"
-                "  <SurfaceBedding Number=\"1\" Name=\"A\" />\n"
-                "  <CurveBedding Number=\"2\" Name=\"B\" />\n"
-                "  <SurfaceBedding Number=\"2\" Name=\"B\" />\n"
-                "</B>\n");
+            putQuotes("<B><CurveBedding Number='5' Name='B'/>"
+                      "<SurfaceBedding Number='5' Name='B'/></B>"));
+  EXPECT_EQ(
+      run("prune '" + path + "' - --generated").out,
+      putQuotes("<B><CurveBedding Number='1' Name='A'/><SurfaceBedding Number='1' Name='A'/>"
+                "<CurveBedding Number='2' Name='B'/><SurfaceBedding Number='2' Name='B'/></B>"));
+}
+
+TEST(PruneExchange, NamesBeddingsThatGoAlthoughTheyWereNeverRead) {
+  const std::string path = makeXmlFile(
+      "<B><CurveBedding Number='1' Name='A'/>\n<CurveBedding Number='1' Name='B'/>\n"
+      "<CurveBedding Number='2' Name='C'/></B>");
+
+  const Result result = run("prune '" + path + "' - --used-by '" + makeFile("list", "C\n") + "'");
+
+  EXPECT_EQ(result.out, putQuotes("<B>\n<CurveBedding Number='2' Name='C'/></B>"));
+  EXPECT_EQ(result.err, "kvfound: " + path +
+                            ":2:1: the number 1 of a <CurveBedding> is already taken; it was "
+                            "skipped\n"
+                            "kvfound: " +
+                            path +
+                            ": 2 beddings were read\n"
+                            "removed: number 1 \"A\"\n"
+                            "removed: number 1 \"B\", which goes without ever having been read "
+                            "(line 2)\n"
+                            "2 removed, 1 kept\n");
 }
 
 TEST(PruneExchange, KeepsBeddingsThatCannotBeRead) {
@@ -387,13 +438,8 @@ TEST(PruneExchange, KeepsBeddingsThatCannotBeRead) {
       "Name='D'/></B>");
 
   EXPECT_EQ(run("prune '" + path + "' - --used-by '" + makeFile("list", "") + "'").out,
-            declaration +
-                "<B>\n"
-                "  <CurveBedding Number=\"0\" Name=\"A\" />\n"
-                "  <CurveBedding Number=\"x\" Name=\"B\" />\n"
-                "  <CurveBedding Name=\"C\" />\n"
-                "  <CurveBedding Number=\"4\" />\n"
-                "</B>\n");
+            putQuotes("<B><CurveBedding Number='0' Name='A'/><CurveBedding Number='x' Name='B'/>"
+                      "<CurveBedding Name='C'/><CurveBedding Number='4'/></B>"));
 }
 
 TEST(PruneExchange, KeepsBeddingsOfTheFirstVersionInADocumentOfALaterOne) {
@@ -402,7 +448,7 @@ TEST(PruneExchange, KeepsBeddingsOfTheFirstVersionInADocumentOfALaterOne) {
 
   EXPECT_EQ(
       run("prune '" + path + "' - --version 2.0 --used-by '" + makeFile("list", "") + "'").out,
-      declaration + "<B>\n  <Bedding Number=\"3\" Name=\"A\" />\n</B>\n");
+      putQuotes("<B><Bedding Number='3' Name='A'/></B>"));
 }
 
 TEST(PruneExchange, RemovesBeddingsOfTheFirstVersionByNameAndPlace) {
@@ -415,16 +461,9 @@ TEST(PruneExchange, RemovesBeddingsOfTheFirstVersionByNameAndPlace) {
 
   const Result result = run("prune '" + path + "' '" + path + "' --used-by '" + list + "'");
 
-  EXPECT_EQ(readFile(path), declaration +
-                                "<X>\n"
-                                "  <B>\n"
-                                "    <Bedding Name=\"B\" Colour=\"red\" />\n"
-                                "    <CurveBedding Number=\"2\" Name=\"C\" />\n"
-                                "  </B>\n"
-                                "  <B>\n"
-                                "    <Bedding Name=\"D\" />\n"
-                                "  </B>\n"
-                                "</X>\n");
+  EXPECT_EQ(readFile(path),
+            putQuotes("<X><B><Bedding Name='B' Colour='red'/>"
+                      "<CurveBedding Number='2' Name='C'/></B><B><Bedding Name='D'/></B></X>"));
   EXPECT_EQ(result.status, 0);
 }
 
@@ -433,20 +472,20 @@ TEST(PruneExchange, TakesTheVersionThatIsGiven) {
       makeFile("in.xml", "<X><B><CurveBedding Number='3' Name='A'/></B><Load/></X>");
 
   EXPECT_EQ(run("prune '" + path + "' '" + path + "' --generated --version 1.0").status, 0);
-  EXPECT_NE(readFile(path).find("Number=\"1\""), std::string::npos);
+  EXPECT_EQ(readFile(path), "<X><B><CurveBedding Number='1' Name='A'/></B><Load/></X>");
 }
 
-TEST(PruneExchange, RefusesTheFirstVersionWhenNotEverythingCouldBeRead) {
-  const std::string path = makeFile("in.xml", "<B><Bedding/><Bedding Name='A'/></B>");
+TEST(PruneExchange, KeepsBeddingsOfTheFirstVersionThatCannotBeRead) {
+  const std::string path =
+      makeFile("in.xml", "<B><Bedding/><Bedding Name='A'/><Bedding Name='B'/></B>");
 
-  const Result result = run("prune '" + path + "' - --generated");
+  const Result result = run("prune '" + path + "' - --used-by '" + makeFile("list", "B\n") + "'");
 
-  EXPECT_EQ(result.out, "");
-  EXPECT_EQ(result.err, "kvfound: " + path + ": a <Bedding> has no name; it was skipped\n" +
-                            "kvfound: " + path + ": 1 bedding was read\n" + "kvfound: " + path +
-                            ": not everything could be read, and would be lost; nothing was "
-                            "written\n");
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.out, "<B><Bedding/><Bedding Name='B'/></B>");
+  EXPECT_EQ(result.err, "kvfound: " + path + ":1:4: a <Bedding> has no name; it was skipped\n" +
+                            "kvfound: " + path + ": 2 beddings were read\n" +
+                            "removed: number 1 \"A\"\n1 removed, 1 kept\n");
+  EXPECT_EQ(result.status, 0);
 }
 
 TEST(PruneExchange, PutsWhatIsLeftIntoAnotherDocumentThatIsThere) {
@@ -458,10 +497,8 @@ TEST(PruneExchange, PutsWhatIsLeftIntoAnotherDocumentThatIsThere) {
   EXPECT_EQ(run("prune '" + path + "' '" + other + "' --generated").status, 0);
 
   EXPECT_EQ(readFile(other),
-            declaration +
-                "<X>\n  <Load />\n  <B>\n    <SurfaceBedding Number=\"1\" Name=\"A\" "
-                "StiffnessX=\"0\" StiffnessY=\"0\" StiffnessZ=\"1\" StiffnessZFailure=\"none\" "
-                "TangentialStiffnessXYFactor=\"0\" />\n  </B>\n</X>\n");
+            "<X><Load/><B><SurfaceBedding Number='1' Name='A' StiffnessX='0' StiffnessY='0' "
+            "StiffnessZ='1' StiffnessZFailure='none' TangentialStiffnessXYFactor='0'/></B></X>");
 }
 
 TEST(PruneExchange, RefusesAnotherDocumentWhenSomethingWouldBeLost) {

@@ -82,7 +82,7 @@ TEST(ReportOutput, TellsOfTheReadingOnStandardError) {
   const Result result = run("report '" + in + "'");
 
   EXPECT_EQ(result.err, "kvfound: " + in +
-                            ": <Load> is no bedding of this version; it was skipped\n"
+                            ":1:39: <Load> is no bedding of this version; it was skipped\n"
                             "kvfound: " +
                             in + ": 1 bedding was read\n");
   EXPECT_EQ(result.status, 0);
@@ -107,17 +107,18 @@ TEST(ReportOutput, ReplacesAnOldReport) {
   EXPECT_TRUE(holds(readFile(out), "<h1>beddings.xml</h1>"));
 }
 
-TEST(ReportOutput, NeverReplacesADocument) {
+TEST(ReportOutput, ReplacesNothingButSuchAPage) {
   for (const std::string& document :
        {makeDocument("<FOUNDATIONS><FOUND/></FOUNDATIONS>"),
         std::string("<X><CurveBedding Number='1' Name='A'/></X>"),
-        std::string("<X><SurfaceBedding"), std::string("<X><Bedding Name='A'/></X>")}) {
+        std::string("<X><SurfaceBedding"), std::string("<X><Bedding Name='A'/></X>"),
+        std::string("notes")}) {
     const std::string out = makeFile("out.xml", document);
     const Result result = run("report " + example + " -o '" + out + "'");
 
     EXPECT_EQ(result.err,
               "kvfound: " + out +
-                  ": this is a document, which the page would destroy; name another file\n");
+                  ": this is no page that kvfound made, and was not replaced; name another file\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(readFile(out), document);
   }

@@ -58,7 +58,7 @@ TEST(ShowExchange, TakesTheVersionThatIsGiven) {
       makeFile("in.xml", "<X><Bedding Name='A'/><CurveBedding Number='7' Name='B'/></X>");
 
   EXPECT_EQ(run("show --version 2.0 '" + path + "'").err,
-            "kvfound: " + path + ": <Bedding> is no bedding of this version; it was skipped\n" +
+            "kvfound: " + path + ":1:4: <Bedding> is no bedding of this version; it was skipped\n" +
                 "kvfound: " + path + ": 1 bedding was read\n");
   EXPECT_EQ(run("show --version 1.0 '" + path + "'").err,
             "kvfound: " + path + ": 2 beddings were read\n");
@@ -81,29 +81,31 @@ TEST(ShowExchange, TellsEveryMessageAsASentence) {
                                     "<X><B><CurveBedding Number='1' Name='A'/><Load/>"
                                     "<CurveBedding Number='2'/><SurfaceBedding Number='3' Name=''/>"
                                     "<CurveBedding Name='A'/><SurfaceBedding Number='0' Name='A'/>"
-                                    "<SurfaceBedding Number='1' Name='A'/>"
+                                    "<SurfaceBedding Number='1' Name='B'/>"
                                     "<SurfaceBedding Number='4' Name='A'/></B></X>");
-  const std::string prefix = "kvfound: " + path + ": ";
+  const std::string prefix = "kvfound: " + path + ":";
 
-  EXPECT_EQ(run("show '" + path + "'").err,
-            prefix + "<Load> is no bedding of this version; it was skipped\n" +  //
-                prefix + "the bedding with the number 2 has no name; it was skipped\n" + prefix +
-                "the name of the bedding with the number 3 is empty; it was skipped\n" + prefix +
-                "a <CurveBedding> has no number, or one that cannot be read; it was skipped\n" +
-                prefix + "the number 0 of a <SurfaceBedding> is below 1; it was skipped\n" +
-                prefix + "the number 1 of a <SurfaceBedding> is already taken; it was skipped\n" +
-                prefix + "the name \"A\" is already taken; the bedding was read as \"A_1\"\n" +
-                prefix + "2 beddings were read\n");
+  EXPECT_EQ(
+      run("show '" + path + "'").err,
+      prefix + "1:42: <Load> is no bedding of this version; it was skipped\n" +  //
+          prefix + "1:49: the bedding with the number 2 has no name; it was skipped\n" + prefix +
+          "1:75: the name of the bedding with the number 3 is empty; it was skipped\n" + prefix +
+          "1:111: a <CurveBedding> has no number, or one that cannot be read; it was "
+          "skipped\n" +
+          prefix + "1:135: the number 0 of a <SurfaceBedding> is below 1; it was skipped\n" +
+          prefix + "1:172: the number 1 of a <SurfaceBedding> is already taken; it was skipped\n" +
+          prefix + "1:209: the name \"A\" is already taken; the bedding was read as \"A_1\"\n" +
+          prefix + " 2 beddings were read\n");
 }
 
 TEST(ShowExchange, TellsMessagesOfTheFirstVersion) {
   const std::string path = makeFile("in.xml", "<X><Bedding/><Bedding Name=''/></X>");
-  const std::string prefix = "kvfound: " + path + ": ";
+  const std::string prefix = "kvfound: " + path + ":";
 
   EXPECT_EQ(run("show '" + path + "'").err,
-            prefix + "a <Bedding> has no name; it was skipped\n" +               //
-                prefix + "the name of a <Bedding> is empty; it was skipped\n" +  //
-                prefix + "0 beddings were read\n");
+            prefix + "1:4: a <Bedding> has no name; it was skipped\n" +                //
+                prefix + "1:14: the name of a <Bedding> is empty; it was skipped\n" +  //
+                prefix + " 0 beddings were read\n");
 }
 
 TEST(ShowErrors, NamesADocumentOfAnotherForm) {

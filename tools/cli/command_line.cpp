@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -163,6 +164,45 @@ const std::string versionOfFile =
     "current one";
 const std::string versionOfIn = "version of an exchange document IN";
 
+/// Numbers as an argument of their own, and options that select; all of them must hold.
+void addSelectionOptions(CLI::App& command, Selection& selection) {
+  command
+      .add_option_function<std::string>(
+          "--name", [&selection](const std::string& pattern) { selection.selectName(pattern); },
+          "only foundations whose name fits PATTERN, in which * stands for any characters and ? "
+          "for one")
+      ->type_name("PATTERN");
+  command.add_flag_callback(
+      "--generated", [&selection] { selection.selectGenerated(); }, "only generated foundations");
+  using Part = Selection::Part;
+  static const Choices<Part> parts = {{"area", Part::area}, {"line", Part::line}};
+  command
+      .add_option_function<std::string>(
+          "--part", [&selection](const std::string& part) { selection.selectPart(parts.at(part)); },
+          "area or line")
+      ->check(CLI::IsMember(parts).description(""))
+      ->type_name("PART");
+}
+
+void selectNumbers(Selection& selection, const std::string& numbers, const CLI::App& command) {
+  try {
+    selection.selectNumbers(numbers);
+  } catch (const std::invalid_argument&) {
+    throw UserError("\"" + DisplayText::fromName(numbers) +
+                    "\" is no list of numbers such as 3,5-9" + makeAdvice(command));
+  }
+}
+
+/// Numbers that were given as an argument.
+using Numbers = std::shared_ptr<std::string>;
+
+Numbers addSelection(CLI::App& command, Selection& selection) {
+  Numbers numbers = std::make_shared<std::string>();
+  command.add_option("NUMBERS", *numbers, "only foundations with these numbers, such as 3,5-9");
+  addSelectionOptions(command, selection);
+  return numbers;
+}
+
 void addShow(CLI::App& program, Status& status) {
   const auto options = std::make_shared<Commands::ShowOptions>();
   CLI::App* const command = program.add_subcommand(
@@ -170,6 +210,7 @@ void addShow(CLI::App& program, Status& status) {
       "Prints the foundations of a legacy model or an exchange document, as a table or as data");
   command->add_option("FILE", options->path,
                       "the document; standard input when it is - or left out");
+  const Numbers numbers = addSelection(*command, options->selection);
   using Format = Commands::ShowOptions::Format;
   addChoice<Format>(*command, "--format", options->format,
                     {{"table", Format::table}, {"json", Format::json}, {"csv", Format::csv}},
@@ -177,7 +218,10 @@ void addShow(CLI::App& program, Status& status) {
       ->type_name("FORMAT");
   addVersion(*command, options->version, versionOfFile);
   command->footer("Example: kvfound show model.xml --format csv");
-  command->callback([options, &status] { status = show(*options, std::cout, std::cerr); });
+  command->callback([options, numbers, command, &status] {
+    if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
+    status = show(*options, std::cout, std::cerr);
+  });
 }
 
 void addConvert(CLI::App& program, Status& status) {
@@ -202,6 +246,7 @@ void addConvert(CLI::App& program, Status& status) {
       ->type_name("FORM");
   command->add_flag("--strict", options->isStrict,
                     "write nothing when something would be lost, and exit with 1");
+  command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
   addVersion(*command, options->version, versionOfIn);
   command->footer("Example: kvfound convert model.xml beddings.xml --to exchange");
   command->callback([options, &status] { status = convert(*options, std::cerr); });
@@ -228,11 +273,125 @@ void addDiff(CLI::App& program, Status& status) {
       "diff", "Tells how the foundations of two documents differ, whatever their forms");
   command->add_option("A", options->first, "the document before, or -")->required();
   command->add_option("B", options->second, "the document after, or -")->required();
+  using Matching::Key;
+  using Keys = std::vector<Key>;
+  addChoice<Keys>(*command, "--by", options->keys,
+                  {{"number", Keys{Key::number}}, {"name", Keys{Key::name}}}, "number or name")
+      ->type_name("KEY")
+      ->description(
+          "pair foundations that do not have number and name alike by number or by name only; "
+          "by name, then by number when left out");
+  command
+      ->add_option("--relative", options->relative,
+                   "take stiffness and factors for alike that differ by no more than this share of "
+                   "the larger one, such as 1e-6")
+      ->check(CLI::Range(0.0, 1.0).description(""))
+      ->type_name("SHARE");
   addVersion(*command, options->version, "version of exchange documents");
   command->footer(
       "Exit status: 0 when the foundations are alike, 1 when they differ, 2 after an error.\n"
       "Example: kvfound diff before.xml after.xml");
   command->callback([options, &status] { status = diff(*options, std::cout, std::cerr); });
+}
+
+void addMerge(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::MergeOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "merge",
+      "Takes the foundations of documents over into another one, where they change those of the "
+      "same number and name, and removes nothing");
+  const auto documents = std::make_shared<std::vector<std::string>>();
+  command
+      ->add_option(
+          "IN", *documents,
+          "legacy models or exchange documents, one of them may be -; the last one is INTO, "
+          "the document that they come into, which is edited in place")
+      ->required()
+      ->expected(2, 1000000)
+      ->option_text("IN... INTO");
+  command->add_option("-o,--output", options->out, "write to OUT and leave INTO as it is")
+      ->type_name("OUT");
+  using Comparing::OnClash;
+  addChoice<OnClash>(*command, "--on-clash", options->onClash,
+                     {{"refuse", OnClash::refuse},
+                      {"rename", OnClash::rename},
+                      {"renumber", OnClash::renumber},
+                      {"skip", OnClash::skip},
+                      {"replace", OnClash::replace}},
+                     "refuse, rename, renumber, skip or replace")
+      ->type_name("RULE")
+      ->description(
+          "what becomes of a foundation whose number or name another one has in INTO: rename gives "
+          "it a free name, renumber a free number, skip leaves it out, replace puts it in the "
+          "place of the other; refuse when left out");
+  command->add_flag("--dry-run", options->isDryRun, "only tell what would change");
+  command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
+  addVersion(*command, options->version, "version of exchange documents");
+  command->footer("Example: kvfound merge beddings.xml model.xml --dry-run");
+  command->callback([options, documents, &status] {
+    options->into = documents->back();
+    options->in.assign(documents->begin(), documents->end() - 1);
+    status = merge(*options, std::cout, std::cerr);
+  });
+}
+
+void addSet(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::SetOptions>();
+  const auto arguments = std::make_shared<std::vector<std::string>>();
+  CLI::App* const command = program.add_subcommand(
+      "set", "Changes fields of foundations of a document in place, and prints what changed");
+  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
+      ->required();
+  command
+      ->add_option("FIELD=VALUE", *arguments,
+                   "numbers of foundations, such as 3,5-9, and what is set, such as areaZ=16000; "
+                   "fields are named as show --format csv names them, and nothing behind = takes a "
+                   "stiffness away")
+      ->required()
+      ->option_text("[NUMBERS] FIELD=VALUE...");
+  addSelectionOptions(*command, options->selection);
+  addVersion(*command, options->version, versionOfFile);
+  command->footer("Example: kvfound set model.xml 3 areaZ=16000 areaFailureZ=tension");
+  command->callback([options, arguments, command, &status] {
+    for (const std::string& argument : *arguments)
+      if (argument.find('=') != argument.npos)
+        options->assignments.push_back(argument);
+      else
+        selectNumbers(options->selection, argument, *command);
+    status = set(*options, std::cout, std::cerr);
+  });
+}
+
+void addAdd(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::AddOptions>();
+  CLI::App* const command =
+      program.add_subcommand("add", "Adds a foundation to a document in place");
+  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
+      ->required();
+  command->add_option("NAME", options->name, "what the foundation is called")->required();
+  command
+      ->add_option("FIELD=VALUE", options->assignments,
+                   "what it holds, such as areaZ=16000; the next free number when none is given")
+      ->option_text("FIELD=VALUE...");
+  addVersion(*command, options->version, versionOfFile);
+  command->footer(
+      "Example: kvfound add model.xml \"New footing\" areaX=1500 areaY=1500 areaZ=20000");
+  command->callback([options, &status] { status = add(*options, std::cout, std::cerr); });
+}
+
+void addRemove(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::SetOptions>();
+  CLI::App* const command =
+      program.add_subcommand("remove", "Removes foundations from a document in place");
+  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
+      ->required();
+  const Numbers numbers = addSelection(*command, options->selection);
+  addVersion(*command, options->version, versionOfFile);
+  command->footer("Example: kvfound remove model.xml 3,5-9");
+  command->callback([options, numbers, command, &status] {
+    if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
+    status = remove(*options, std::cout, std::cerr);
+  });
 }
 
 void addPrune(CLI::App& program, Status& status) {
@@ -254,6 +413,10 @@ void addPrune(CLI::App& program, Status& status) {
                    "keep the foundations whose number or name stands in FILE, one a line, and "
                    "remove all others; with --generated only others that were generated")
       ->type_name("FILE");
+  command->add_flag("--ignore-missing", options->ignoresMissing,
+                    "go on when lines of the list fit no foundation, which is an error otherwise");
+  command->add_flag("--keep-numbers", options->keepsNumbers,
+                    "leave the numbers of those that stay as they are");
   addVersion(*command, options->version, versionOfIn);
   command->footer("Example: kvfound prune model.xml pruned.xml --generated");
   command->callback([options, &status] { status = prune(*options, std::cerr); });
@@ -266,6 +429,7 @@ void addReport(CLI::App& program, Status& status) {
       "Makes a page of HTML that shows the foundations of a document in pictures and in a table, "
       "with what check finds");
   command->add_option("FILE", options->in, "the document; standard input when it is - or left out");
+  const Numbers numbers = addSelection(*command, options->selection);
   command
       ->add_option("-o,--output", options->out,
                    "the file to write; standard output when it is - or left out")
@@ -282,7 +446,10 @@ void addReport(CLI::App& program, Status& status) {
   addVersion(*command, options->version, versionOfFile);
   command->footer(
       "Example: kvfound report model.xml -o model.html --unit-force kN --unit-length m");
-  command->callback([options, &status] { status = report(*options, std::cerr); });
+  command->callback([options, numbers, command, &status] {
+    if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
+    status = report(*options, std::cerr);
+  });
 }
 
 }  // namespace
@@ -294,7 +461,8 @@ Status run(int argc, const char* const* argv) {
   program.require_subcommand(1);
   program.footer("kvfound COMMAND --help tells more. Example: kvfound show model.xml");
   Status status = Status::done;
-  for (const auto add : {addShow, addConvert, addCheck, addDiff, addPrune, addReport})
+  for (const auto add : {addShow, addConvert, addCheck, addDiff, addMerge, addSet, addAdd,
+                         addRemove, addPrune, addReport})
     add(program, status);
 
   const auto help = std::make_shared<Help>();

@@ -5,7 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "comparing/merging.h"
 #include "documents/form.h"
+#include "foundations/matching.h"
+#include "foundations/selection.h"
 #include "report/bars.h"
 
 /// The commands of the program, one file each. Results go to `out` or to a file, remarks to
@@ -20,6 +23,7 @@ struct ShowOptions {
   enum class Format { table, json, csv };
   std::string path = "-";
   Format format = Format::table;
+  Selection selection;
   std::optional<std::string> version;
 };
 Status show(const ShowOptions& options, std::ostream& out, std::ostream& notes);
@@ -29,6 +33,7 @@ struct ConvertOptions {
   std::string out;
   Documents::Form form = Documents::Form::legacy;
   bool isStrict = false;
+  bool showsAll = false;  // losses, however many
   std::optional<std::string> version;
 };
 Status convert(const ConvertOptions& options, std::ostream& notes);
@@ -42,6 +47,8 @@ Status check(const CheckOptions& options, std::ostream& out, std::ostream& notes
 struct DiffOptions {
   std::string first;
   std::string second;
+  std::vector<Matching::Key> keys = {Matching::Key::name, Matching::Key::number};
+  double relative = 0.0;
   std::optional<std::string> version;
 };
 Status diff(const DiffOptions& options, std::ostream& out, std::ostream& notes);
@@ -51,13 +58,49 @@ struct PruneOptions {
   std::string out;
   bool isGenerated = false;
   std::optional<std::string> usedBy;
+  bool ignoresMissing = false;  // lines of that list that fit nothing
+  bool keepsNumbers = false;
   std::optional<std::string> version;
 };
 Status prune(const PruneOptions& options, std::ostream& notes);
 
+struct MergeOptions {
+  std::vector<std::string> in;
+  std::string into;
+  std::optional<std::string> out;  // `into` when left out
+  Comparing::OnClash onClash = Comparing::OnClash::refuse;
+  bool isDryRun = false;
+  bool showsAll = false;  // losses, however many
+  std::optional<std::string> version;
+};
+Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes);
+
+/// A field and what it is given, such as "areaZ=16000".
+using Assignments = std::vector<std::string>;
+
+struct SetOptions {
+  std::string path;
+  Selection selection;
+  Assignments assignments;
+  std::optional<std::string> version;
+};
+/// Changes fields of the foundations that are selected.
+Status set(const SetOptions& options, std::ostream& out, std::ostream& notes);
+/// Removes those that are selected.
+Status remove(const SetOptions& options, std::ostream& out, std::ostream& notes);
+
+struct AddOptions {
+  std::string path;
+  std::string name;
+  Assignments assignments;
+  std::optional<std::string> version;
+};
+Status add(const AddOptions& options, std::ostream& out, std::ostream& notes);
+
 struct ReportOptions {
   std::string in = "-";
   std::string out = "-";
+  Selection selection;
   Report::Units units;
   std::optional<std::string> version;
 };

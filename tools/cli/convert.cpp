@@ -4,11 +4,33 @@
 
 #include "commands.h"
 #include "documents/document.h"
+#include "documents/losses.h"
 #include "documents/writing.h"
 #include "files/user_error.h"
+#include "losses.h"
 #include "output.h"
 #include "reading.h"
 #include "text/display_text.h"
+
+namespace {
+
+using Documents::Form;
+using Losses::Loss;
+
+/// All that is lost of IN, and all that goes from what is there.
+std::vector<Loss> listLosses(Writing::Output& output, const Found::FoundationManager& manager,
+                             Form form) {
+  std::vector<Loss> losses = output.listLosses(manager);
+  const auto append = [&losses](const std::vector<Loss>& more) {
+    losses.insert(losses.end(), more.begin(), more.end());
+  };
+  if (output.isUpdate() && !output.isSameFile()) append(output.listReplaced());
+  append(output.getUnread());
+  if (form == Form::exchange && !output.isSameFile()) append(Losses::listHalved(output.getMade()));
+  return losses;
+}
+
+}  // namespace
 
 namespace Commands {
 
@@ -20,10 +42,11 @@ Status convert(const ConvertOptions& options, std::ostream& notes) {
   Writing::Output output(file, options.form, in);
   output.isUpdate() ? output.update(manager) : output.write(manager);
 
-  const std::vector<std::string> losses = output.listLosses(manager);
-  for (const std::string& loss : losses)
-    notes << "kvfound: " << DisplayText::fromName(output.getShownPath()) << ": " << loss << "\n";
-  const bool losesAny = skipped + losses.size() > 0;
+  const std::vector<Loss> losses = listLosses(output, manager, options.form);
+  tellLosses(output.getShownPath(), losses, options.showsAll, notes);
+  // What was not read of a document that is edited in place stays in it.
+  const bool staysInPlace = output.isUpdate() && output.isSameFile();
+  const bool losesAny = !losses.empty() || (skipped > 0 && !staysInPlace);
   if (losesAny && output.isSameFile())
     throw UserError(output.getShownPath() +
                     ": was not written, since something would be lost; name another file than IN");

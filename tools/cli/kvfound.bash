@@ -13,17 +13,23 @@ _kvfound() {
     --format) words="table json csv" ;;
     --to) words="legacy exchange exchange-1.0 kvml" ;;
     --version) words="1.0" ;;
-    --used-by | -o | --output | --unit-force | --unit-length) ;;
+    --by) words="number name" ;;
+    --on-clash) words="refuse rename renumber skip replace" ;;
+    --part) words="area line" ;;
+    --name | --relative | --used-by | -o | --output | --unit-force | --unit-length) ;;
     *)
       if ((COMP_CWORD == 1)); then
-        words="show convert check diff prune report --help --version"
+        words="show convert check diff merge set add remove prune report --help --version"
       elif [[ $current == -* ]]; then
         case ${COMP_WORDS[1]} in
-          show) words="--help --format --version" ;;
-          convert) words="--help --to --strict --version" ;;
-          check | diff) words="--help --version" ;;
-          prune) words="--help --generated --used-by --version" ;;
-          report) words="--help --output --unit-force --unit-length --version" ;;
+          show) words="--help --format --name --generated --part --version" ;;
+          convert) words="--help --all --to --strict --version" ;;
+          check | add) words="--help --version" ;;
+          diff) words="--help --by --relative --version" ;;
+          merge) words="--help --output --on-clash --dry-run --all --version" ;;
+          set | remove) words="--help --name --generated --part --version" ;;
+          prune) words="--help --generated --ignore-missing --keep-numbers --used-by --version" ;;
+          report) words="--help --output --name --generated --part --unit-force --unit-length --version" ;;
         esac
       fi
       ;;

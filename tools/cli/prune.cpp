@@ -1,4 +1,5 @@
-#include <memory>
+#include <cstddef>
+#include <map>
 #include <ostream>
 #include <set>
 #include <string>
@@ -6,6 +7,8 @@
 
 #include "commands.h"
 #include "documents/document.h"
+#include "documents/editing.h"
+#include "documents/mentions.h"
 #include "documents/writing.h"
 #include "files/content.h"
 #include "files/memory_stream.h"
@@ -31,9 +34,8 @@ void checkOptions(const PruneOptions& options) {
     throw UserError("the document and the list cannot both come from standard input");
 }
 
-void removeUnused(const std::string& usedBy, bool onlyGenerated, FoundationManager& manager,
-                  std::ostream& notes) {
-  const Files::Content list = Files::read(usedBy);
+void removeUnused(const PruneOptions& options, FoundationManager& manager, std::ostream& notes) {
+  const Files::Content list = Files::read(*options.usedBy);
   Files::MemoryStream in(list.bytes);
   in.exceptions(std::ios::badbit);  // or the list would end where memory runs out
   KeepList user(in);
@@ -44,15 +46,19 @@ void removeUnused(const std::string& usedBy, bool onlyGenerated, FoundationManag
           << DisplayText::fromName(line) << "\"\n";
   if (!unmatched.empty() && !user.hasMatched())
     throw UserError(list.shownPath + ": names none of the foundations; nothing was written");
+  if (!unmatched.empty() && !options.ignoresMissing)
+    throw UserError(list.shownPath +
+                    ": names foundations that the document lacks; nothing was written. Mend the "
+                    "list, or go on with --ignore-missing");
   manager.addUser(&user);
-  onlyGenerated ? manager.removeAllNotUsedGenerated() : manager.removeAllNotUsed();
+  options.isGenerated ? manager.removeAllNotUsedGenerated() : manager.removeAllNotUsed();
   manager.removeUser(&user);
 }
 
-void remove(const PruneOptions& options, Form form, FoundationManager& manager,
-            std::ostream& notes) {
+void removeFoundations(const PruneOptions& options, Form form, FoundationManager& manager,
+                       std::ostream& notes) {
   if (options.usedBy)
-    removeUnused(*options.usedBy, options.isGenerated, manager, notes);
+    removeUnused(options, manager, notes);
   else
     manager.removeAllGenerated();
   // The first exchange version has no numbers: whatever is left reads as 1, 2, 3, ...
@@ -61,47 +67,53 @@ void remove(const PruneOptions& options, Form form, FoundationManager& manager,
   for (Foundation* foundation : manager.getFoundations()) foundation->setNumber(++number);
 }
 
-/// The foundations of a manager and what becomes of them, in their order.
-class Removal {
- public:
-  explicit Removal(const FoundationManager& manager) : all(manager.getFoundations()) {
-    changes.reserve(all.size());
-    for (const Foundation* foundation : all) changes.push_back({foundation->getNumber(), {}});
+void restoreNumbers(const Editing::Wish& wish) {
+  for (const auto& [before, after] : wish.pairs)
+    if (after != nullptr) after->setNumber(before->getNumber());
+}
+
+bool isRenumbered(const Matching::Pair& pair) {
+  return pair.second != nullptr && pair.second->getNumber() != pair.first->getNumber();
+}
+
+/// Elsewhere in the model the old numbers stay as they are.
+void tellMentions(const Documents::Document& model, const Editing::Wish& wish,
+                  std::ostream& notes) {
+  std::map<int, std::string> changed;
+  std::set<int> numbers;
+  for (const Matching::Pair& pair : wish.pairs) {
+    if (pair.second != nullptr && !isRenumbered(pair)) continue;
+    const int number = pair.first->getNumber();
+    numbers.insert(number);
+    changed.emplace(number, pair.second == nullptr
+                                ? "is gone"
+                                : "is number " + std::to_string(pair.second->getNumber()) + " now");
   }
+  for (const Documents::Mention& mention : Documents::listMentions(model, numbers))
+    notes << "kvfound: " << DisplayText::fromName(model.getShownPath()) << ':'
+          << mention.position.line << ':' << mention.position.column << ": "
+          << DisplayText::fromName(mention.attribute) << "=\"" << mention.number
+          << "\" stays, but the foundation of this number " << changed.at(mention.number) << '\n';
+}
 
-  /// To be called once they are removed. From here on they belong to this object.
-  void finish(const FoundationManager& manager) {
-    const std::set<Foundation*> kept(manager.getFoundations().begin(),
-                                     manager.getFoundations().end());
-    for (std::size_t i = 0; i < all.size(); ++i)
-      if (kept.count(all[i]) > 0)
-        changes[i].after = all[i]->getNumber();
-      else
-        removed.emplace_back(all[i]);
+void tell(const Editing::Wish& wish, const std::vector<Losses::Loss>& unread, bool hasNumbers,
+          std::ostream& notes) {
+  std::size_t removed = unread.size();
+  for (const Matching::Pair& pair : wish.pairs)
+    if (pair.second == nullptr) {
+      notes << "removed: " << Fields::describe(*pair.first) << '\n';
+      ++removed;
+    }
+  for (const Losses::Loss& loss : unread)
+    notes << "removed: " << loss.foundation << ", which " << loss.sentence << '\n';
+  std::size_t kept = 0;
+  for (const Matching::Pair& pair : wish.pairs) {
+    if (hasNumbers && isRenumbered(pair))
+      notes << "renumbered: " << pair.first->getNumber() << " -> " << Fields::describe(*pair.second)
+            << '\n';
+    if (pair.second != nullptr) ++kept;
   }
-
-  const std::vector<Updating::Change>& listChanges() const { return changes; }
-
-  void tell(bool hasNumbers, std::ostream& notes) const {
-    for (const auto& foundation : removed)
-      notes << "removed: " << Fields::describe(*foundation) << "\n";
-    for (std::size_t i = 0; hasNumbers && i < all.size(); ++i)
-      if (changes[i].after && changes[i].after != changes[i].before)
-        notes << "renumbered: " << changes[i].before << " -> " << Fields::describe(*all[i]) << "\n";
-    notes << removed.size() << " removed, " << all.size() - removed.size() << " kept\n";
-  }
-
- private:
-  std::vector<Foundation*> all;
-  std::vector<Updating::Change> changes;
-  std::vector<std::unique_ptr<Foundation>> removed;
-};
-
-void refuseLosses(const Writing::Output& output, const FoundationManager& manager) {
-  const std::vector<std::string> losses = output.listLosses(manager);
-  if (!losses.empty())
-    throw UserError(output.getShownPath() +
-                    ": was not written, since something would be lost: " + losses.front());
+  notes << removed << " removed, " << kept << " kept\n";
 }
 
 }  // namespace
@@ -113,24 +125,24 @@ Status prune(const PruneOptions& options, std::ostream& notes) {
   Documents::Document in(Documents::readFile(options.in), options.version);
   const std::size_t skipped = tellReading(in, notes);
   const Form form = in.getForm();
-  FoundationManager& manager = in.getFoundations();
   OutputFile file = openOutput(options.out);
   Writing::Output output(file, form, in);
   const bool isOtherDocument = output.isUpdate() && !output.isSameFile();
-  // What cannot be read stays in its document, where only beddings with numbers can be found again.
-  const bool needsAll = isOtherDocument || form == Form::firstExchange;
-  if (needsAll && skipped > 0)
+  if (isOtherDocument && skipped > 0)
     throw UserError(in.getShownPath() +
                     ": not everything could be read, and would be lost; nothing was written");
 
-  Removal removal(manager);
-  remove(options, form, manager, notes);
-  removal.finish(manager);
-  isOtherDocument ? output.update(manager) : output.prune(removal.listChanges(), manager);
-  // A bedding that stays in its document stays as it is.
-  if (isOtherDocument || form == Form::legacy) refuseLosses(output, manager);
+  Editing::Draft draft(in);
+  FoundationManager& manager = draft.getFoundations();
+  removeFoundations(options, form, manager, notes);
+  const Editing::Wish wish = draft.makeWish();
+  const bool hasNumbers = form != Form::firstExchange;
+  if (options.keepsNumbers && hasNumbers) restoreNumbers(wish);
+  isOtherDocument ? output.update(manager) : output.edit(in, wish);
+  output.requireAll(manager);
   output.commit();
-  removal.tell(form != Form::firstExchange, notes);
+  tell(wish, output.getUnread(), hasNumbers, notes);
+  tellMentions(in, wish, notes);
   return Status::done;
 }
 

@@ -7,7 +7,11 @@
 
 std::size_t Commands::tellReading(Documents::Document& document, std::ostream& notes) {
   document.requireReadable();
-  const std::string prefix = "kvfound: " + DisplayText::fromName(document.getShownPath()) + ": ";
-  for (const std::string& note : Documents::listNotes(document)) notes << prefix << note << '\n';
+  const std::string path = "kvfound: " + DisplayText::fromName(document.getShownPath()) + ":";
+  for (const Documents::Note& note : Documents::listNotes(document)) {
+    notes << path;
+    if (note.position.line > 0) notes << note.position.line << ':' << note.position.column << ':';
+    notes << ' ' << note.sentence << '\n';
+  }
   return Documents::countNotes(document);
 }

@@ -15,10 +15,13 @@
 
 namespace {
 
-/// True where a page would destroy a document. A page has the names of elements too, but escaped.
-bool holdsDocument(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return Documents::mentionsBeddings({std::istreambuf_iterator<char>(file), {}});
+/// A page takes the place of an older one and of nothing else.
+void requireReplaceable(const OutputFile& output) {
+  std::ifstream file(output.getTarget(), std::ios::binary);
+  const std::string there(std::istreambuf_iterator<char>(file), {});
+  if (!there.empty() && !Report::isPage(there))
+    throw UserError(output.getShownPath() +
+                    ": this is no page that kvfound made, and was not replaced; name another file");
 }
 
 /// A unit as it is shown; one that is blank counts as none.
@@ -38,11 +41,10 @@ Status report(const ReportOptions& options, std::ostream& notes) {
         "--unit-force and --unit-length are given together or not at all; see kvfound report "
         "--help");
   OutputFile output = openOutput(options.out);
-  if (holdsDocument(output.getTarget()))
-    throw UserError(output.getShownPath() +
-                    ": this is a document, which the page would destroy; name another file");
+  requireReplaceable(output);
   Documents::Document document(Documents::readFile(options.in), options.version);
   tellReading(document, notes);
+  document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
   const Checks::Findings findings = Checks::find(document);

@@ -11,6 +11,7 @@ namespace Commands {
 Status show(const ShowOptions& options, std::ostream& out, std::ostream& notes) {
   Documents::Document document(Documents::readFile(options.path), options.version);
   tellReading(document, notes);
+  document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
   switch (options.format) {

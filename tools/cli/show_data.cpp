@@ -9,7 +9,6 @@
 #include "foundations/fields.h"
 #include "show_formats.h"
 #include "text/display_text.h"
-#include "text/encoding.h"
 
 namespace {
 
@@ -29,7 +28,7 @@ struct JsonMaker {
   Json operator()(bool flag) const { return flag; }
   Json operator()(int number) const { return number; }
   Json operator()(double number) const { return toJson(number); }
-  Json operator()(const std::string& text) const { return Encoding::toUtf8(text); }
+  Json operator()(const std::string& text) const { return text; }
 };
 
 std::string quote(const std::string& text) {
@@ -44,7 +43,7 @@ struct CsvMaker {
   std::string operator()(bool flag) const { return flag ? "true" : "false"; }
   std::string operator()(int number) const { return std::to_string(number); }
   std::string operator()(double number) const { return DisplayText::fromNumber(number); }
-  std::string operator()(const std::string& text) const { return quote(Encoding::toUtf8(text)); }
+  std::string operator()(const std::string& text) const { return quote(text); }
 };
 
 }  // namespace

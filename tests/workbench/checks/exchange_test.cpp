@@ -104,6 +104,7 @@ TEST(CheckExchange, FindsUnknownElements) {
                                "<surfacebedding Number='1'/>\n<x:CurveBedding xmlns:x='y'/>")),
             "2:35: <Layer> is no element of <CurveBedding>; it is skipped\n"
             "3:1: <Load> is no bedding; it is skipped\n"
+            "3:7: <CurveBedding> stands where no beddings are read; it is skipped\n"
             "4:1: <surfacebedding> is no bedding; it is skipped\n"
             "5:1: <x:CurveBedding> is no bedding; it is skipped\n");
 }
@@ -169,20 +170,18 @@ TEST(CheckExchange, FindsNumbersThatAreTaken) {
             "4:15: the number 5 is taken by the bedding in line 2; this one is skipped\n");
 }
 
-TEST(CheckExchange, FindsFoundationsInTwoPartsOfWhichOneIsLost) {
+TEST(CheckExchange, FindsFoundationsInTwoPartsOfWhichHostsKeepOne) {
   EXPECT_EQ(
       check(makeExchange("<CurveBedding Number='5' Name='A'/>\n"
                          "<SurfaceBedding Number='5' Name='A'/>\n"
                          "<SurfaceBedding Number='6' Name='A'/><CurveBedding Number='6' Name='A'/>"
                          "\n<SurfaceBedding Number='5' Name='A'/>")),
-      "3:17: the foundation number 5 \"A\" is in two parts; the first, in line 2, is "
-      "read, and this one is lost\n"
+      "3:17: the foundation number 5 \"A\" is in two parts; hosts keep only the first, in line 2\n"
       "4:28: the name \"A\" is taken by the bedding in line 2; this one is read as "
       "\"A_1\"\n"
-      "4:52: the foundation number 6 \"A\" is in two parts; the first, in column 1 of "
-      "this line, is read, and this one is lost\n"
-      "5:17: the foundation number 5 \"A\" is in two parts; the first, in line 2, is "
-      "read, and this one is lost\n");
+      "4:52: the foundation number 6 \"A\" is in two parts; hosts keep only the first, in column 1 "
+      "of this line\n"
+      "5:17: the number 5 is taken by the bedding in line 2; this one is skipped\n");
 }
 
 TEST(CheckExchange, LosesNoPartWhenTheFirstIsSkipped) {

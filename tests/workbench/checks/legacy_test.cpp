@@ -146,6 +146,7 @@ TEST(CheckLegacy, FindsUnknownElements) {
             "4:19: <STIFFNESS> is no element of <FOUND>; it is skipped\n"
             "5:1: <found> is no element of <FOUNDATIONS>; it is skipped\n"
             "6:1: <GROUP> is no element of <FOUNDATIONS>; it is skipped\n"
+            "6:8: <FOUND> stands where no foundations are read; it is skipped\n"
             "7:1: <FOUNDATIONS> is no element of <FOUNDATIONS>; it is skipped\n");
 }
 
@@ -156,6 +157,7 @@ TEST(CheckLegacy, FindsAFurtherListOfFoundationsWhichIsNotRead) {
                   "<STAGE><FOUNDATIONS/></STAGE>\n</SMOD>\n"),
             "4:1: only the first <FOUNDATIONS> of a model is read, in line 3; this one is "
             "skipped\n"
+            "4:14: <FOUND> stands where no foundations are read; it is skipped\n"
             "5:8: only the first <FOUNDATIONS> of a model is read, in line 3; this one is "
             "skipped\n");
 }

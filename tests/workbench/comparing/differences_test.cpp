@@ -45,10 +45,10 @@ TEST(Differences, AreWhatWasAddedTakenAwayAndChanged) {
             (std::vector<std::string>{"A generated areaZ", "-B", "+C"}));
 }
 
-TEST(Differences, FollowNumbersAndThenNames) {
+TEST(Differences, FollowNamesAndThenNumbers) {
   EXPECT_EQ(compare("<FOUND NUMBER='1' NAME='A'/><FOUND NUMBER='2' NAME='B'/>",
                     "<FOUND NUMBER='1' NAME='B'/><FOUND NUMBER='3' NAME='B'/>"),
-            (std::vector<std::string>{"A name", "B number"}));
+            (std::vector<std::string>{"-A", "B number", "+B"}));
 }
 
 TEST(Differences, AreInTheCurrentFoundationToo) {
@@ -84,6 +84,23 @@ TEST(Differences, AreThereWhenOnlyTheCurrentFoundationDiffers) {
   EXPECT_FALSE(Comparing::compare(before, other).isEmpty());
   EXPECT_FALSE(Comparing::compare(before, after).isEmpty());
   EXPECT_TRUE(Comparing::compare(before, again).isEmpty());
+}
+
+TEST(Differences, LeaveOutNumbersThatAreCloseEnough) {
+  Document first({"a", "", "<B><Bedding Name='A' SurfaceStiffnessZ='100'/></B>"});
+  Document second({"b", "", "<B><Bedding Name='A' SurfaceStiffnessZ='101'/></B>"});
+  Document other(
+      {"c", "",
+       "<B><Bedding Name='A' SurfaceStiffnessZ='100' SurfaceStiffnessZFailure='tension'/></B>"});
+  const auto isEmpty = [&first](Document& compared, double relative) {
+    Comparing::Options options;
+    options.relative = relative;
+    return Comparing::compare(first, compared, options).isEmpty();
+  };
+
+  EXPECT_TRUE(isEmpty(second, 0.01));
+  EXPECT_FALSE(isEmpty(second, 0.009));
+  EXPECT_FALSE(isEmpty(other, 1.0));
 }
 
 }  // namespace

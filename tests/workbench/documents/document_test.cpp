@@ -142,11 +142,41 @@ TEST(DocumentFile, IsReadNoFurtherThanItCanBeXml) {
               row.read);
 }
 
-TEST(DocumentText, MentionsBeddingsWhereItMayBeADocument) {
-  for (const char* text : {"<SMOD", "a <Bedding ", "<CurveBedding", "<SurfaceBedding/>"})
-    EXPECT_TRUE(Documents::mentionsBeddings(text)) << text;
-  for (const char* text : {"", "SMOD", "&lt;SMOD>", "<beddings>"})
-    EXPECT_FALSE(Documents::mentionsBeddings(text)) << text;
+TEST(DocumentSelection, LeavesOnlyWhatIsSelected) {
+  Document document({"file", "", "<B><Bedding Name='A'/><Bedding Name='B'/></B>"});
+  Selection selection;
+  selection.selectNumbers("2");
+  document.keep(selection);
+
+  ASSERT_EQ(document.getFoundations().getFoundations().size(), 1u);
+  EXPECT_EQ(document.getFoundations().getFoundations()[0]->getName(), "B");
+  EXPECT_EQ(document.getEntries()[0][0].foundation->getName(), "A");
+}
+
+TEST(DocumentSelection, OfAllLeavesAll) {
+  Document document({"file", "", "<B><Bedding Name='A'/><Bedding Name='B'/></B>"});
+  document.keep(Selection());
+
+  EXPECT_EQ(document.getFoundations().getFoundations().size(), 2u);
+}
+
+TEST(DocumentSelection, OfNothingIsRefused) {
+  const struct {
+    const char* numbers;
+    const char* error;
+  } rows[] = {{"3", "file: there is no foundation number 3"},
+              {"3-4", "file: no foundation is selected"}};
+  for (const auto& row : rows) {
+    Document document({"file", "", "<B><Bedding Name='A'/></B>"});
+    Selection selection;
+    selection.selectNumbers(row.numbers);
+    try {
+      document.keep(selection);
+      ADD_FAILURE() << row.numbers;
+    } catch (const UserError& error) {
+      EXPECT_STREQ(error.what(), row.error);
+    }
+  }
 }
 
 // --- Elements
@@ -176,7 +206,7 @@ TEST(DocumentFoundations, OfAModelCameFromTheFirstList) {
   const auto document = open(
       makeModel("<A><FOUNDATIONS CURRENT='B'><FOUND NAME='A'/><GROUND/><FOUND NAME='B' NUMBER='7'/>"
                 "</FOUNDATIONS></A><FOUNDATIONS><FOUND/></FOUNDATIONS>"));
-  ASSERT_EQ(document->getEntries().size(), 1u);
+  ASSERT_EQ(document->getEntries().size(), 2u);
   const Entries& entries = document->getEntries().front();
   ASSERT_EQ(entries.size(), 3u);
 
@@ -271,12 +301,15 @@ TEST(DocumentFate, CountsWholeBeddingsContainerByContainer) {
   EXPECT_EQ(document->getEntries()[1][0].numberHolder, &document->getEntries()[0][0]);
 }
 
-TEST(DocumentFate, OfBeddingsBesideAContainerThatIsNamedSoIsNone) {
+TEST(DocumentFate, OfBeddingsBesideAContainerThatIsNamedSoIsToBeOutside) {
   const auto document =
       open("<X><A><Bedding Name='A'/></A><Beddings><Bedding Name='B'/></Beddings></X>");
 
-  ASSERT_EQ(document->getEntries().size(), 1u);
+  ASSERT_EQ(document->getEntries().size(), 2u);
   EXPECT_EQ(document->getEntries()[0][0].element.readText("Name"), "B");
+  ASSERT_EQ(document->getEntries()[1].size(), 1u);
+  EXPECT_EQ(document->getEntries()[1][0].element.readText("Name"), "A");
+  EXPECT_EQ(document->getEntries()[1][0].fate, Fate::outside);
 }
 
 }  // namespace

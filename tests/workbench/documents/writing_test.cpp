@@ -1,5 +1,6 @@
 #include "documents/writing.h"
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,6 +24,13 @@ const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 const std::string model =
     "<?xml?>\n<SMOD><FOUNDATIONS CURRENT='A'><FOUND NUMBER='1' NAME='A' FZAREA='7' "
     "IsGenerated='1'/></FOUNDATIONS></SMOD>";
+
+/// With their foundations, a line each.
+std::vector<std::string> show(const std::vector<Losses::Loss>& losses) {
+  std::vector<std::string> shown;
+  for (const Losses::Loss& loss : losses) shown.push_back(loss.foundation + ": " + loss.sentence);
+  return shown;
+}
 
 /// The error of an output; empty when there is none.
 std::string tell(const std::string& path, Form form) {
@@ -115,24 +123,39 @@ TEST(Writing, LeavesTheRestOfADocumentThatIsUpdated) {
   output.commit();
 
   EXPECT_EQ(load(out.get()),
-            declaration +
-                "<X>\n  <Load />\n  <Beddings>\n    <SurfaceBedding Number=\"1\" Name=\"A\" "
-                "StiffnessX=\"0\" StiffnessY=\"0\" StiffnessZ=\"7\" StiffnessZFailure=\"none\" "
-                "TangentialStiffnessXYFactor=\"0\" />\n  </Beddings>\n</X>\n");
+            "<X><Load/><Beddings>\n  <SurfaceBedding Number=\"1\" Name=\"A\" StiffnessX=\"0\" "
+            "StiffnessY=\"0\" StiffnessZ=\"7\" StiffnessZFailure=\"none\" "
+            "TangentialStiffnessXYFactor=\"0\" />\n</Beddings></X>");
 }
 
-TEST(Writing, LeavesOfAPrunedDocumentWhatStays) {
+TEST(Writing, LeavesOfAnEditedDocumentWhatStays) {
   const TemporaryFile file(
       "<B><CurveBedding Number=\"1\" Name=\"A\"/><CurveBedding Number=\"2\" Name=\"B\"/></B>");
   Document in(Documents::readFile(file.get()));
   OutputFile to(file.get());
   Output output(to, Form::exchange, in);
 
-  output.prune({{1, std::nullopt}, {2, 1}}, in.getFoundations());
+  Editing::Draft draft(in);
+  draft.remove(draft.getCopy(0));
+  output.edit(in, draft.makeWish());
   output.commit();
 
-  EXPECT_EQ(load(file.get()),
-            declaration + "<B>\n  <CurveBedding Number=\"1\" Name=\"B\" />\n</B>\n");
+  EXPECT_EQ(load(file.get()), "<B><CurveBedding Number=\"2\" Name=\"B\"/></B>");
+}
+
+TEST(Writing, LeavesAFileAloneInWhichNothingChanges) {
+  const TemporaryFile file(model);
+  const auto before = std::filesystem::last_write_time(file.get());
+  Document in(Documents::readFile(file.get()));
+  OutputFile to(file.get());
+  Output output(to, Form::legacy, in);
+
+  output.update(in.getFoundations());
+  output.commit();
+
+  EXPECT_EQ(load(file.get()), model);
+  EXPECT_EQ(std::filesystem::last_write_time(file.get()), before);
+  EXPECT_EQ(output.getMade().getContent().bytes, model);
 }
 
 TEST(Writing, DestroysNoDocument) {
@@ -188,7 +211,7 @@ TEST(Losses, AreWhatTheFormDoesNotKeep) {
     OutputFile to(out.get());
     Output output(to, row.form, in);
     output.write(in.getFoundations());
-    EXPECT_EQ(output.listLosses(in.getFoundations()), row.losses);
+    EXPECT_EQ(show(output.listLosses(in.getFoundations())), row.losses);
   }
 }
 
@@ -209,7 +232,7 @@ TEST(Losses, AreFoundationsThatTheFormHasNoPlaceFor) {
     OutputFile to(out.get());
     Output output(to, Form::exchange, in);
     output.write(in.getFoundations());
-    const std::vector<std::string> losses = output.listLosses(in.getFoundations());
+    const std::vector<std::string> losses = show(output.listLosses(in.getFoundations()));
     ASSERT_EQ(losses.size(), 1u) << row.found;
     EXPECT_EQ(losses[0].substr(losses[0].find("\"A\"")),
               std::string("\"A\": is lost, since ") + row.reason);

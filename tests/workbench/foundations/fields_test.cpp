@@ -1,6 +1,7 @@
 #include "foundations/fields.h"
 
 #include <limits>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -71,8 +72,8 @@ TEST(FieldsAlike, AreExactlyTheSameNumbers) {
   EXPECT_FALSE(Fields::areAlike(Value(true), Value(false)));
 }
 
-TEST(FieldsAlike, AreNamesInEitherEncoding) {
-  EXPECT_TRUE(Fields::areAlike(Value(std::string("\xFC")), Value(std::string("\xC3\xBC"))));
+TEST(FieldsAlike, AreOnlyEqualNames) {
+  EXPECT_TRUE(Fields::areAlike(Value(std::string("\xC3\xBC")), Value(std::string("\xC3\xBC"))));
   EXPECT_FALSE(Fields::areAlike(Value(std::string("a")), Value(std::string("A"))));
   EXPECT_FALSE(Fields::areAlike(Value(std::string("1")), Value(1)));
 }
@@ -101,5 +102,69 @@ TEST(Fields, DescribeAFoundationByNumberAndName) {
 
   EXPECT_EQ(Fields::describe(foundation), "number 3 \"a\\n\"");
 }
+
+/// What a field of a foundation shows that was given a text.
+std::string showSet(const char* name, const std::string& text) {
+  Found::Foundation foundation;
+  const Fields::Field& field = *Fields::find(name);
+  field.set(foundation, Fields::parse(field, text));
+  return Fields::show(field.get(foundation));
+}
+
+TEST(FieldsSet, TakeTextsOfTheirKind) {
+  const struct {
+    const char* field;
+    const char* text;
+    const char* shown;
+  } rows[] = {{"number", "7", "7"},         {"name", "Raft", "Raft"},
+              {"generated", "yes", "yes"},  {"generated", "true", "yes"},
+              {"generated", "no", "no"},    {"generated", "", "no"},
+              {"areaX", "1.5e3", "1500"},   {"lineY", "-2", "-2"},
+              {"lineRotationX", "2", "2"},  {"lineRotationX", "", "-"},
+              {"lineRotationX", "-", "-"},  {"areaFailureZ", "tension", "tension"},
+              {"lineFailureX", "", "none"}, {"lineFailureY", "7", "7"},
+              {"areaFactor", "0.1", "0.1"}, {"lineFactor", "", "0"}};
+  for (const auto& row : rows) EXPECT_EQ(showSet(row.field, row.text), row.shown) << row.field;
+}
+
+TEST(FieldsSet, RefuseOtherTexts) {
+  const struct {
+    const char* field;
+    std::string text;
+    const char* expected;
+  } rows[] = {{"number", "0", "a whole number from 1 on"},
+              {"number", "1.5", "a whole number from 1 on"},
+              {"name", "", "a text in UTF-8, without control characters"},
+              {"name", "a\nb", "a text in UTF-8, without control characters"},
+              {"name", "\xFC", "a text in UTF-8, without control characters"},
+              {"generated", "1", "yes or no"},
+              {"areaZ", "1,5", "a number such as 1500 or 2.5e4, or nothing"},
+              {"areaZ", "nan", "a number such as 1500 or 2.5e4, or nothing"},
+              {"areaFailureZ", "shear", "tension, compression or none"},
+              {"areaFailureZ", "1x", "tension, compression or none"},
+              {"areaFactor", "inf", "a number such as 0.1"}};
+  for (const auto& row : rows) {
+    try {
+      Fields::parse(*Fields::find(row.field), row.text);
+      ADD_FAILURE() << row.field << " takes " << row.text;
+    } catch (const std::invalid_argument& error) {
+      EXPECT_STREQ(error.what(), row.expected);
+    }
+  }
+}
+
+TEST(FieldsSet, TakeAVectorAwayWithItsLastComponent) {
+  const KvVector3D both(1.0, 0.0, 2.0);
+  Found::Foundation foundation;
+  foundation.setDispArea(&both);
+  KvVector3D area;
+
+  Fields::find("areaX")->set(foundation, {});
+  EXPECT_TRUE(foundation.getDispArea(area));
+  Fields::find("areaZ")->set(foundation, {});
+  EXPECT_FALSE(foundation.getDispArea(area));
+}
+
+TEST(FieldsFind, NothingByAnotherName) { EXPECT_EQ(Fields::find("areaQ"), nullptr); }
 
 }  // namespace

@@ -39,6 +39,15 @@ TEST(KeepList, TakesNumbersWithBlanksAndZeros) {
   EXPECT_FALSE(uses(list, 8, "A"));
 }
 
+TEST(KeepList, TakesNoNoticeOfBlanksAroundNames) {
+  KeepList list = makeList(" A\t\nB \r\n a b \n");
+
+  EXPECT_TRUE(uses(list, 1, "A"));
+  EXPECT_TRUE(uses(list, 1, "  B"));
+  EXPECT_TRUE(uses(list, 1, "a b"));
+  EXPECT_FALSE(uses(list, 1, "ab"));
+}
+
 TEST(KeepList, MayHaveAByteOrderMarkAndOtherLineEnds) {
   KeepList list = makeList(
       "\xEF\xBB\xBF"

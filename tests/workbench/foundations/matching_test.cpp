@@ -74,10 +74,6 @@ TEST(Matching, ByPlacePairsWhateverIsLeft) {
             (Places{{1, 2}, {2, 1}, {0, 3}}));
 }
 
-TEST(Matching, TakesNamesForTheSameInEitherEncoding) {
-  EXPECT_EQ(match({{1, "R\xFC"}}, {{2, "R\xC3\xBC"}}, {Key::name}), (Places{{1, 1}}));
-}
-
 TEST(Matching, PairsWhatIsLeftInOrderWhenAsked) {
   const List first = {{1, "A"}, {2, "B"}, {3, "C"}};
   const List second = {{7, "X"}, {2, "B"}, {8, "Y"}, {9, "Z"}};

@@ -77,10 +77,20 @@ TEST(ReportFindings, NameTheFoundationsOfAnExchangeDocument) {
   EXPECT_TRUE(holds(findings[4], "|foundation 3, A_1| StiffnessX=&quot;-3&quot;"));
 }
 
-TEST(ReportFindings, LeadToTheFoundationThatKeptABeddingFromBeingRead) {
+TEST(ReportFindings, LeadToTheFoundationInTwoPartsWhichBothHaveRows) {
   const std::string in =
       "<X><CurveBedding Number='1' Name='A' StiffnessX='1'/>\n"
       "<SurfaceBedding Number='1' Name='A' StiffnessX='2'/></X>";
+  const std::string page = report(in);
+
+  EXPECT_TRUE(holds(readSection(page, "findings"), "<a href=\"#row-1\">foundation 1, A</a> the"));
+  EXPECT_EQ(listTableRows(page).at(0).substr(0, 16), "|1|A|1 finding|2");
+}
+
+TEST(ReportFindings, LeadToTheFoundationThatKeptABeddingFromBeingRead) {
+  const std::string in =
+      "<X><CurveBedding Number='1' Name='A' StiffnessX='1'/>\n"
+      "<SurfaceBedding Number='1' Name='B' StiffnessX='2'/></X>";
   const std::string page = report(in);
 
   EXPECT_TRUE(holds(readSection(page, "findings"), "<a href=\"#row-1\">foundation 1, A</a> the"));

@@ -83,4 +83,10 @@ TEST(ReportPage, AllowsNoScriptButItsOwn) {
 
 TEST(ReportPage, OfNothingRunsNoScript) { EXPECT_FALSE(holds(reportModel(""), "<script>")); }
 
+TEST(ReportPage, IsToldFromOtherTexts) {
+  EXPECT_TRUE(Report::isPage(reportModel("")));
+  EXPECT_FALSE(Report::isPage("<!DOCTYPE html>\n<html></html>\n"));
+  EXPECT_FALSE(Report::isPage(""));
+}
+
 }  // namespace

@@ -30,7 +30,11 @@ class BeddingCheck {
       return findings.add(element.getPosition(),
                           fmt::format("{} is a bedding of version {} only; it is skipped",
                                       showElement(element), Documents::firstVersion));
-    const ElementWord& word = findWord(element);
+    if (entry.fate == Fate::outside)
+      return findings.add(
+          element.getPosition(),
+          showElement(element) + " stands where no beddings are read; it is skipped");
+    const ElementWord& word = *Exchange::findWord(element.getName());
     checkAttributes(element, word, findings);
     checkHasNoChildren(element, findings);
     const bool isWhole = &word == &Exchange::whole;
@@ -39,13 +43,6 @@ class BeddingCheck {
   }
 
  private:
-  static const ElementWord& findWord(const Element& bedding) {
-    const std::string& name = bedding.getName();
-    return name == Exchange::whole.name   ? Exchange::whole
-           : name == Exchange::curve.name ? Exchange::curve
-                                          : Exchange::surface;
-  }
-
   void checkNumber(const Entry& entry) {
     const Element& element = entry.element;
     if (!element.readText(Exchange::number)) return tellMissing(element, Exchange::number);
@@ -100,8 +97,7 @@ class BeddingCheck {
         here,
         entry.fate == Fate::otherPart
             ? fmt::format(
-                  "the foundation number {} {} is in two parts; the first, {}, is read, and "
-                  "this one is lost",
+                  "the foundation number {} {} is in two parts; hosts keep only the first, {}",
                   *entry.number, quoteName(entry), place)
             : fmt::format("the number {} is taken by the bedding {}; this one is skipped",
                           *entry.number, place),

@@ -105,6 +105,10 @@ void findLists(const Element& top, std::vector<Element>& lists) {
 void checkLegacy(Documents::Document& document, Findings& findings) {
   std::vector<Element> lists;
   findLists(document.getRoot(), lists);
+  for (const Entry& entry : document.getEntries().back())
+    findings.add(entry.element.getPosition(),
+                 fmt::format("{} stands where no foundations are read; it is skipped",
+                             showElement(entry.element)));
   if (lists.empty()) return;
   ListCheck(document, findings).check(lists.front());
   const KvXmlPosition first = lists.front().getPosition();

@@ -1,6 +1,9 @@
 #include "comparing/differences.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
+#include <variant>
 
 namespace Comparing {
 namespace {
@@ -18,22 +21,34 @@ bool isCurrentSame(const Pairs& pairs, const FoundationManager& first,
   return isSame;
 }
 
+bool areClose(const Fields::Difference& field, double relative) {
+  const double* const first = std::get_if<double>(&field.first);
+  const double* const second = std::get_if<double>(&field.second);
+  if (first == nullptr || second == nullptr) return false;
+  return std::fabs(*first - *second) <= relative * std::max(std::fabs(*first), std::fabs(*second));
+}
+
 }  // namespace
 
-Differences compare(Documents::Document& first, Documents::Document& second) {
-  using Matching::Key;
-  const Pairs pairs =
-      Matching::match(first.getFoundations().getFoundations(),
-                      second.getFoundations().getFoundations(), {Key::number, Key::name});
-  Differences differences;
+std::vector<Difference> listDifferences(const Pairs& pairs, double relative) {
+  std::vector<Difference> differences;
   for (const Matching::Pair& pair : pairs) {
     const bool isInBoth = pair.first != nullptr && pair.second != nullptr;
     std::vector<Fields::Difference> fields;
-    if (isInBoth) fields = Fields::compare(*pair.first, *pair.second);
-    if (!isInBoth || !fields.empty()) differences.foundations.push_back({pair, std::move(fields)});
+    if (isInBoth)
+      for (Fields::Difference& field : Fields::compare(*pair.first, *pair.second))
+        if (relative == 0.0 || !areClose(field, relative)) fields.push_back(std::move(field));
+    if (!isInBoth || !fields.empty()) differences.push_back({pair, std::move(fields)});
   }
-  differences.isCurrentSame = isCurrentSame(pairs, first.getFoundations(), second.getFoundations());
   return differences;
+}
+
+Differences compare(Documents::Document& first, Documents::Document& second,
+                    const Options& options) {
+  const Pairs pairs = Matching::match(first.getFoundations().getFoundations(),
+                                      second.getFoundations().getFoundations(), options.keys);
+  return {listDifferences(pairs, options.relative),
+          isCurrentSame(pairs, first.getFoundations(), second.getFoundations())};
 }
 
 }  // namespace Comparing

@@ -143,11 +143,15 @@ bool isFirstVersion(const std::vector<KvXmlN::Data*>& containers,
 }  // namespace
 
 Document::Document(Files::Content read, const std::optional<std::string>& version)
-    : content(std::move(read)) {
+    : content(std::move(read)),
+      charset(Charset::recognise(Markup::readEncoding(content.bytes), content.bytes)) {
   tellMemory(content.shownPath, [&] { open(version); });
 }
 
-Document::Document(Files::Content written, Form known) : content(std::move(written)), form(known) {
+Document::Document(Files::Content written, Form known)
+    : content(std::move(written)),
+      charset(Charset::recognise(Markup::readEncoding(content.bytes), content.bytes)),
+      form(known) {
   tellMemory(content.shownPath, [this] {
     if (form == Form::legacy) {
       model = parseModel(content.bytes);
@@ -183,8 +187,21 @@ void Document::openExchange(const std::optional<std::string>& version) {
 }
 
 Element Document::getRoot() const {
-  return model != nullptr ? Element(model->findRoot(Legacy::root, true))
-                          : Element(&exchange->getRoot());
+  return model != nullptr ? Element(model->findRoot(Legacy::root, true), &charset)
+                          : Element(&exchange->getRoot(), &charset);
+}
+
+KvXmlData* Document::findList() const {
+  return model->findRoot(Legacy::root, true)->findTree(Legacy::list.name, true);
+}
+
+std::vector<Element> Document::listLists() const {
+  std::vector<Element> lists;
+  if (form != Form::legacy)
+    for (const KvXmlN::Data* container : containers) lists.emplace_back(container, &charset);
+  else if (KvXmlData* const list = findList())
+    lists.emplace_back(list, &charset);
+  return lists;
 }
 
 void Document::requireReadable() const {
@@ -193,10 +210,29 @@ void Document::requireReadable() const {
 }
 
 void Document::readInto(Reading& target) const {
-  if (form == Form::legacy)
-    target.entries.push_back(readModel(*model->findRoot(Legacy::root, true), target.foundations));
-  else
-    target.entries = readBeddings(containers, form, target.foundations);
+  target.entries =
+      form == Form::legacy
+          ? readModel(*model->findRoot(Legacy::root, true), findList(), charset, target.foundations)
+          : readBeddings(exchange->getRoot(), containers, form, charset, target.foundations);
+  if (charset.isUtf8()) return;
+  for (const Entries& entries : target.entries)
+    for (const Entry& entry : entries)
+      if (entry.foundation != nullptr && entry.fate != Entry::Fate::otherPart) decodeName(entry);
+}
+
+/// The library gives a name in bytes, those of UTF-8 for references to what the encoding lacks, and
+/// appends a number to one that is taken.
+void Document::decodeName(const Entry& entry) const {
+  const char* const attribute = form == Form::legacy ? Legacy::name : Exchange::name;
+  const Markup::StartTag tag = readTag(entry.element);
+  const Markup::Attribute* const name = tag.find(attribute);
+  if (name == nullptr || name->value.begin == name->value.end) return;
+  const std::string_view written =
+      std::string_view(content.bytes)
+          .substr(name->value.begin, name->value.end - name->value.begin);
+  const std::size_t length = entry.element.measureText(attribute);
+  entry.foundation->setName(charset.readValue(written) +
+                            entry.foundation->getName().substr(length));
 }
 
 Document::Reading& Document::readAll() {
@@ -209,6 +245,21 @@ Document::Reading& Document::readAll() {
   return *reading;
 }
 
+void Document::keep(const Selection& selection) {
+  if (selection.isOfAll()) return;
+  Reading& all = readAll();
+  if (const std::optional<int> missing = selection.findMissing(all.foundations.getFoundations()))
+    throw UserError(fmt::format("{}: there is no foundation number {}", getShownPath(), *missing));
+  const std::vector<Found::Foundation*> foundations = all.foundations.getFoundations();
+  for (Found::Foundation* foundation : foundations) {
+    if (selection.includes(*foundation)) continue;
+    all.unselected.emplace_back(foundation);
+    all.foundations.remove(foundation, false, false);
+  }
+  if (all.foundations.getFoundations().empty())
+    throw UserError(getShownPath() + ": no foundation is selected");
+}
+
 void Document::forgetElements() {
   if (reading != nullptr) reading->entries.clear();
   containers.clear();
@@ -216,7 +267,7 @@ void Document::forgetElements() {
   model.reset();
 }
 
-ByteRange Document::locate(const Element& element) const {
+std::size_t Document::findBegin(const Element& element) const {
   const std::string& bytes = content.bytes;
   if (lineStarts.empty()) {
     lineStarts.push_back(0);
@@ -224,17 +275,18 @@ ByteRange Document::locate(const Element& element) const {
       lineStarts.push_back(end + 1);
   }
   const KvXmlPosition position = element.getPosition();
-  const std::size_t begin = lineStarts.at(position.line - 1) + position.column - 1;
-  return {begin, Markup::findElementEnd(bytes, begin)};
+  return lineStarts.at(position.line - 1) + position.column - 1;
+}
+
+ByteRange Document::locate(const Element& element) const {
+  const std::size_t begin = findBegin(element);
+  return {begin, Markup::findElementEnd(content.bytes, begin)};
+}
+
+Markup::StartTag Document::readTag(const Element& element) const {
+  return Markup::readStartTag(content.bytes, findBegin(element));
 }
 
 Files::Content readFile(const std::string& path) { return Files::read(path, canBeXml); }
-
-bool mentionsBeddings(const std::string& text) {
-  for (const char* const name :
-       {Legacy::root, Exchange::whole.name, Exchange::curve.name, Exchange::surface.name})
-    if (text.find(std::string("<") + name) != text.npos) return true;
-  return false;
-}
 
 }  // namespace Documents

@@ -9,18 +9,17 @@
 #include "documents/element.h"
 #include "documents/entries.h"
 #include "documents/form.h"
+#include "documents/markup.h"
 #include "files/content.h"
 #include "found/foundation_manager.h"
+#include "foundations/selection.h"
 #include "kv/xml_n.h"
 #include "kv/xml_tree.h"
+#include "text/charset.h"
 
 namespace Documents {
 
-/// Bytes of a document, from `begin` up to `end`.
-struct ByteRange {
-  std::size_t begin;
-  std::size_t end;
-};
+using ByteRange = Markup::Range;
 
 /// A document, whole and in memory: its bytes, its form, its elements and the foundations that the
 /// library reads from them. It is parsed once.
@@ -45,11 +44,19 @@ class Document {
   Form getForm() const { return form; }
   Element getRoot() const;
 
-  /// The foundations that the library reads, in document order.
+  /// How its bytes stand for characters. Its names are UTF-8 in foundations and elements.
+  const Charset& getCharset() const { return charset; }
+
+  /// The foundations that are read from it, in document order: those of the library, but that the
+  /// two parts that the exchange form may have of a foundation are joined.
   Found::FoundationManager& getFoundations() { return readAll().foundations; }
 
+  /// Leaves of them only those that are selected. Throws UserError when there are none, or when a
+  /// number was asked for that none of them has.
+  void keep(const Selection& selection);
+
   /// What stands where foundations do: the children of the list of a model, or of each container of
-  /// beddings.
+  /// beddings. At the end what stands outside of these, though it is named as if it told of one.
   const std::vector<Entries>& getEntries() { return readAll().entries; }
 
   /// Throws UserError when a host that is given the file does not read its foundations: those of a
@@ -58,6 +65,12 @@ class Document {
 
   /// Where an element of the document stands in its bytes, from its start tag to its end tag.
   ByteRange locate(const Element& element) const;
+  /// Its start tag.
+  Markup::StartTag readTag(const Element& element) const;
+
+  /// The elements whose children are read: the list of a model, where it has one, or each container
+  /// of beddings. The entries of each come first in getEntries(), in this order.
+  std::vector<Element> listLists() const;
 
   /// The document of the library that has read it; null when the other one has.
   KvXmlTree* getModel() const { return model.get(); }
@@ -72,14 +85,19 @@ class Document {
   struct Reading {
     Found::FoundationManager foundations;
     std::vector<Entries> entries;
+    std::vector<std::unique_ptr<Found::Foundation>> unselected;  // which entries still know
   };
 
   void open(const std::optional<std::string>& version);
   void openExchange(const std::optional<std::string>& version);
   void readInto(Reading& target) const;
+  void decodeName(const Entry& entry) const;
+  std::size_t findBegin(const Element& element) const;
+  KvXmlData* findList() const;
   Reading& readAll();
 
   Files::Content content;
+  Charset charset;
   Form form = Form::exchange;
   std::unique_ptr<KvXmlTree> model;
   std::unique_ptr<KvXmlN::Document> exchange;
@@ -90,8 +108,5 @@ class Document {
 
 /// Reads the file at `path`, or standard input when that is "-", for a document. Throws UserError.
 Files::Content readFile(const std::string& path);
-
-/// True for text that may be a document with beddings, whole or broken.
-bool mentionsBeddings(const std::string& text);
 
 }  // namespace Documents

@@ -8,10 +8,10 @@ const std::string& Element::getName() const {
 
 std::vector<Element> Element::listChildren() const {
   return std::visit(
-      [](auto* element) {
+      [this](auto* element) {
         std::vector<Element> children;
         children.reserve(element->getChildren().size());
-        for (auto* child : element->getChildren()) children.emplace_back(child);
+        for (auto* child : element->getChildren()) children.emplace_back(child, charset);
         return children;
       },
       data);
@@ -23,11 +23,17 @@ std::vector<std::string> Element::listAttributeNames() const {
 
 std::optional<std::string> Element::readText(const std::string& attribute) const {
   return std::visit(
-      [&attribute](auto* element) -> std::optional<std::string> {
+      [&attribute, this](auto* element) -> std::optional<std::string> {
         const auto* const found = element->findAttribute(attribute);
         if (found == nullptr) return std::nullopt;
-        return found->getData();
+        return charset != nullptr ? charset->toUtf8(found->getData()) : found->getData();
       },
+      data);
+}
+
+std::size_t Element::measureText(const std::string& attribute) const {
+  return std::visit(
+      [&attribute](auto* element) { return element->findAttribute(attribute)->getData().size(); },
       data);
 }
 

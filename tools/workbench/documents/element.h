@@ -7,22 +7,28 @@
 
 #include "kv/xml_n.h"
 #include "kv/xml_tree.h"
+#include "text/charset.h"
 
 namespace Documents {
 
 /// An element of a document of either XML library, which must outlive it. To be looked at only.
 class Element {
  public:
-  explicit Element(KvXmlData* element) : data(element) {}
-  explicit Element(const KvXmlN::Data* element) : data(element) {}
+  /// `bytes`: how those of the document stand for characters, UTF-8 when left out.
+  explicit Element(KvXmlData* element, const Charset* bytes = nullptr)
+      : data(element), charset(bytes) {}
+  explicit Element(const KvXmlN::Data* element, const Charset* bytes = nullptr)
+      : data(element), charset(bytes) {}
 
   const std::string& getName() const;
   std::vector<Element> listChildren() const;
   std::vector<std::string> listAttributeNames() const;
 
-  /// The attribute of this name, as a text, or as the number that the platform reads from the whole
-  /// of it; none when it is absent or no such number.
+  /// The attribute of this name, as a text in UTF-8, or as the number that the platform reads from
+  /// the whole of it; none when it is absent or no such number.
   std::optional<std::string> readText(const std::string& attribute) const;
+  /// How many bytes the text of an attribute that there is has as the library reads it.
+  std::size_t measureText(const std::string& attribute) const;
   std::optional<int> readInteger(const std::string& attribute) const;
   std::optional<double> readNumber(const std::string& attribute) const;
 
@@ -33,6 +39,7 @@ class Element {
 
  private:
   std::variant<KvXmlData*, const KvXmlN::Data*> data;
+  const Charset* charset;
 };
 
 }  // namespace Documents

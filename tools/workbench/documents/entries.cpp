@@ -1,13 +1,16 @@
 #include "documents/entries.h"
 
 #include <charconv>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <system_error>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "documents/vocabulary.h"
 #include "found/bedding_reader.h"
+#include "foundations/fields.h"
 #include "kv/version_text.h"
 
 namespace Documents {
@@ -35,20 +38,33 @@ void requireAgreement(bool agree) {
   if (!agree) throw std::logic_error("the beddings are not read as they should be");
 }
 
+/// What the library reads from a bedding that stands alone.
+std::unique_ptr<Foundation> readAlone(const KvXmlN::Data& element) {
+  KvXmlN::Document document(Exchange::container);
+  KvXmlN::Data& copy = *document.getRoot().createChild(element.getName());
+  for (const std::string& name : element.getAttributeNames())
+    copy.setAttribute(name, element.findAttribute(name)->getData(), true);
+  FoundationManager manager;
+  const Tools::VersionText version(getVersion(Form::exchange));
+  Found::Umo::BeddingReader(manager, version).read(document.getRoot());
+  return std::make_unique<Foundation>(*manager.getFoundations().at(0));
+}
+
 /// The rules by which the library reads beddings, applied to what it has read: it tells of an
 /// element that it skips only when it is asked to send messages, and then takes a time for each
 /// that grows with the foundations read.
 class BeddingRules {
  public:
-  BeddingRules(Form form, const std::vector<Foundation*>& foundations)
-      : isFirstVersion(form == Form::firstExchange), read(foundations) {}
+  BeddingRules(Form form, const Charset& bytes, const std::vector<Foundation*>& foundations)
+      : isFirstVersion(form == Form::firstExchange), charset(bytes), read(foundations) {}
 
   Entries list(const KvXmlN::Data& container) {
     Entries entries;
     int count = 0;
     for (const KvXmlN::Data* child : container.getChildren()) {
-      Entry& entry = entries.emplace_back(Element(child));
+      Entry& entry = entries.emplace_back(Element(child, &charset));
       entry.fate = judge(entry, count);
+      if (entry.fate == Fate::otherPart) join(entry, *child);
       if (entry.fate != Fate::read) continue;
       take(entry);
       ++count;
@@ -79,8 +95,9 @@ class BeddingRules {
     if (*entry.number < 1) return Fate::numberTooSmall;
     entry.numberHolder = findHolder(*entry.number);
     if (entry.numberHolder == nullptr) return Fate::read;
-    return areParts(entry.numberHolder->element, entry.element) ? Fate::otherPart
-                                                                : Fate::numberTaken;
+    const bool isOther = areParts(entry.numberHolder->element, entry.element) &&
+                         joined.count(entry.numberHolder->foundation) == 0;
+    return isOther ? Fate::otherPart : Fate::numberTaken;
   }
 
   static Fate judgeName(const Entry& entry) {
@@ -100,58 +117,104 @@ class BeddingRules {
     return holder == numbers.end() ? nullptr : holder->second;
   }
 
+  /// Gives the foundation that has the first part what the other one tells.
+  void join(Entry& entry, const KvXmlN::Data& element) {
+    Foundation& whole = *entry.numberHolder->foundation;
+    entry.foundation = &whole;
+    joined.insert(&whole);
+    const std::unique_ptr<Foundation> part = readAlone(element);
+    const bool isArea = entry.element.getName() == Exchange::surface.name;
+    for (const AttributeWord& word : (isArea ? Exchange::surface : Exchange::curve).attributes)
+      if (word.kind != Kind::identity) {
+        const Fields::Field& field = *Fields::find(word.field);
+        field.set(whole, field.get(*part));
+      }
+  }
+
   /// Gives an entry the foundation that it became.
   void take(Entry& entry) {
     const std::string name = *entry.element.readText(Exchange::name);
     requireAgreement(!isComplete() && read[taken]->getNumber() == entry.number);
     entry.foundation = read[taken++];
+    if (entry.element.getName() == Exchange::whole.name)
+      entry.foundation->setNumber(static_cast<int>(taken));
     const auto holder = names.find(name);
     if (holder != names.end()) {
       entry.fate = Fate::renamed;
       entry.nameHolder = holder->second;
     }
-    names.emplace(entry.foundation->getName(), &entry);
+    names.emplace(charset.toUtf8(entry.foundation->getName()), &entry);
     numbers.emplace(*entry.number, &entry);
   }
 
   const bool isFirstVersion;
+  const Charset& charset;
   const std::vector<Foundation*>& read;
   std::size_t taken = 0;
+  std::unordered_set<const Foundation*> joined;
   std::unordered_map<int, const Entry*> numbers;
   std::unordered_map<std::string, const Entry*> names;
 };
 
+/// Adds the beddings below `top`, itself included, that stand where nothing is read.
+void addOutside(const KvXmlN::Data& top, bool isRead,
+                const std::unordered_set<const KvXmlN::Data*>& containers, const Charset& charset,
+                Entries& entries) {
+  if (!isRead && Exchange::findWord(top.getName()) != nullptr)
+    entries.emplace_back(Element(&top, &charset)).fate = Fate::outside;
+  for (const KvXmlN::Data* child : top.getChildren())
+    addOutside(*child, containers.count(&top) > 0, containers, charset, entries);
+}
+
+/// Adds the foundations below lists, `top` included, that are not those of `list`. What has their
+/// name elsewhere in a model may be something else.
+void addOutside(KvXmlData& top, bool isInList, const KvXmlData* list, const Charset& charset,
+                Entries& entries) {
+  const bool isList = top.getName() == Legacy::list.name;
+  for (KvXmlData* child : top.getChildren()) {
+    const bool isFoundation = child->getName() == Legacy::foundation.name;
+    if (isFoundation && (isInList || isList) && &top != list)
+      entries.emplace_back(Element(child, &charset)).fate = Fate::outside;
+    addOutside(*child, isInList || isList, list, charset, entries);
+  }
+}
+
 }  // namespace
 
-std::vector<Entries> readBeddings(const std::vector<KvXmlN::Data*>& containers, Form form,
-                                  FoundationManager& manager) {
+std::vector<Entries> readBeddings(KvXmlN::Data& root, const std::vector<KvXmlN::Data*>& containers,
+                                  Form form, const Charset& charset, FoundationManager& manager) {
   const Tools::VersionText version(getVersion(form));
   Found::Umo::BeddingReader reader(manager, version);
   for (const KvXmlN::Data* container : containers) reader.read(*container);
 
   std::vector<Entries> entries;
-  entries.reserve(containers.size());
-  BeddingRules rules(form, manager.getFoundations());
+  entries.reserve(containers.size() + 1);
+  BeddingRules rules(form, charset, manager.getFoundations());
   for (const KvXmlN::Data* container : containers) entries.push_back(rules.list(*container));
   requireAgreement(rules.isComplete());
+
+  addOutside(root, false, {containers.begin(), containers.end()}, charset, entries.emplace_back());
   return entries;
 }
 
-Entries readModel(KvXmlData& root, FoundationManager& manager) {
+std::vector<Entries> readModel(KvXmlData& root, KvXmlData* list, const Charset& charset,
+                               FoundationManager& manager) {
   manager.createFromXml(&root);
-  Entries entries;
-  KvXmlData* const list = root.findTree(Legacy::list.name, true);
-  if (list == nullptr) return entries;
-  auto foundation = manager.getFoundations().begin();
-  for (KvXmlData* child : list->getChildren()) {
-    Entry& entry = entries.emplace_back(Element(child));
-    if (child->getName() != Legacy::foundation.name) {
-      entry.fate = Fate::unknown;
-      continue;
+  std::vector<Entries> entries;
+  if (list != nullptr) {
+    entries.emplace_back();
+    auto foundation = manager.getFoundations().begin();
+    for (KvXmlData* child : list->getChildren()) {
+      Entry& entry = entries.front().emplace_back(Element(child, &charset));
+      if (child->getName() != Legacy::foundation.name) {
+        entry.fate = Fate::unknown;
+        continue;
+      }
+      entry.foundation = *foundation++;
+      entry.number = entry.foundation->getNumber();
     }
-    entry.foundation = *foundation++;
-    entry.number = entry.foundation->getNumber();
   }
+  addOutside(root, false, list, charset, entries.emplace_back());
   return entries;
 }
 

@@ -11,6 +11,7 @@
 #include "foundations/failures.h"
 #include "foundations/fields.h"
 #include "kv/xml_n.h"
+#include "text/display_text.h"
 
 namespace Losses {
 namespace {
@@ -19,17 +20,17 @@ namespace Kvml = Documents::Kvml;
 using Found::Foundation;
 using Found::FoundationManager;
 
-void compare(Foundation& wanted, Foundation& readBack, std::vector<std::string>& losses) {
-  for (const Fields::Difference& lost : Fields::compare(wanted, readBack)) {
-    const bool isGone = std::holds_alternative<std::monostate>(lost.second);
-    losses.push_back(fmt::format(isGone ? "{}: {} {} is lost" : "{}: {} {} becomes {}",
-                                 Fields::describe(wanted), lost.field.name,
-                                 Fields::show(lost.first), Fields::show(lost.second)));
-  }
+Loss makeLoss(const Foundation& foundation, const std::string& sentence) {
+  return {Fields::describe(foundation), sentence, sentence};
 }
 
-std::string describeLost(const Foundation& foundation, const std::string& reason) {
-  return fmt::format("{}: is lost, since {}", Fields::describe(foundation), reason);
+void compare(Foundation& wanted, Foundation& readBack, std::vector<Loss>& losses) {
+  for (const Fields::Difference& lost : Fields::compare(wanted, readBack))
+    losses.push_back(describe(wanted, lost));
+}
+
+Loss describeLost(const Foundation& foundation, const std::string& reason) {
+  return makeLoss(foundation, "is lost, since " + reason);
 }
 
 /// Why a form that holds only foundations with a stiffness does not keep this one.
@@ -49,8 +50,8 @@ std::string explain(const Foundation& foundation, const std::map<int, int>& hold
   return explainStiffness(foundation);
 }
 
-std::string describeLostCurrent(const Foundation& foundation) {
-  return Fields::describe(foundation) + ": is no longer the current foundation";
+Loss describeLostCurrent(const Foundation& foundation) {
+  return makeLoss(foundation, "is no longer the current foundation");
 }
 
 double readNumber(const KvXmlN::Data& element, const char* attribute) {
@@ -84,7 +85,7 @@ void readElement(const KvXmlN::Data& element, Foundation& wanted, Foundation& ke
   kept.setFailLineZ(isShown ? z : Foundation::None);
 }
 
-void listOfKvml(Foundation& wanted, std::vector<std::string>& losses) {
+void listOfKvml(Foundation& wanted, std::vector<Loss>& losses) {
   KvXmlN::Document listing(Kvml::root);
   std::set<Foundation*> area;
   std::set<Foundation*> line;
@@ -109,11 +110,20 @@ void listOfKvml(Foundation& wanted, std::vector<std::string>& losses) {
 
 }  // namespace
 
-std::vector<std::string> list(const FoundationManager& wanted, const FoundationManager& readBack,
-                              const std::vector<Matching::Key>& keys) {
+Loss describe(const Foundation& foundation, const Fields::Difference& lost) {
+  const bool isGone = std::holds_alternative<std::monostate>(lost.second);
+  const char* const name = lost.field.name;
+  const std::string value = Fields::show(lost.first);
+  return {Fields::describe(foundation), fmt::format(isGone ? "{} is lost" : "{} changes", name),
+          isGone ? fmt::format("{} {} is lost", name, value)
+                 : fmt::format("{} {} becomes {}", name, value, Fields::show(lost.second))};
+}
+
+std::vector<Loss> list(const FoundationManager& wanted, const FoundationManager& readBack,
+                       const std::vector<Matching::Key>& keys) {
   std::map<int, int> holders;  // of each number
   for (const Foundation* foundation : wanted.getFoundations()) ++holders[foundation->getNumber()];
-  std::vector<std::string> losses;
+  std::vector<Loss> losses;
   for (const auto& [before, after] :
        Matching::match(wanted.getFoundations(), readBack.getFoundations(), keys)) {
     if (before == nullptr) continue;
@@ -129,12 +139,56 @@ std::vector<std::string> list(const FoundationManager& wanted, const FoundationM
   return losses;
 }
 
-std::vector<std::string> listOfKvml(const FoundationManager& wanted) {
-  std::vector<std::string> losses;
+std::vector<Loss> listOfKvml(const FoundationManager& wanted) {
+  std::vector<Loss> losses;
   for (Foundation* foundation : wanted.getFoundations()) {
     listOfKvml(*foundation, losses);
     if (foundation == wanted.getCurrentFoundation())
       losses.push_back(describeLostCurrent(*foundation));
+  }
+  return losses;
+}
+
+std::vector<Loss> listReplaced(const FoundationManager& before, const FoundationManager& after,
+                               Documents::Form source, const std::vector<Matching::Key>& keys) {
+  std::vector<Loss> losses;
+  for (const auto& [old, now] :
+       Matching::match(before.getFoundations(), after.getFoundations(), keys)) {
+    if (old == nullptr) continue;
+    if (now == nullptr) {
+      losses.push_back(makeLoss(*old, "goes from the document"));
+      continue;
+    }
+    for (const Fields::Difference& lost : Fields::compare(*old, *now))
+      if (!Documents::carries(source, lost.field.name)) losses.push_back(describe(*old, lost));
+    const bool wasCurrent = old == before.getCurrentFoundation();
+    if (wasCurrent && after.getCurrentFoundation() == nullptr)
+      losses.push_back(describeLostCurrent(*old));
+  }
+  return losses;
+}
+
+std::vector<Loss> listHalved(Documents::Document& document) {
+  std::vector<Loss> losses;
+  for (const Documents::Entries& entries : document.getEntries())
+    for (const Documents::Entry& entry : entries)
+      if (entry.fate == Documents::Entry::Fate::otherPart) {
+        const bool isArea = entry.element.getName() == Documents::Exchange::surface.name;
+        losses.push_back(makeLoss(*entry.foundation,
+                                  fmt::format("hosts that read the document keep only its {} part",
+                                              isArea ? "line" : "area")));
+      }
+  return losses;
+}
+
+std::vector<Loss> listUnread(const std::vector<const Documents::Entry*>& entries) {
+  std::vector<Loss> losses;
+  for (const Documents::Entry* entry : entries) {
+    const std::string name = entry->element.readText(Documents::Exchange::name).value_or("");
+    losses.push_back({fmt::format(R"(number {} "{}")", *entry->number, DisplayText::fromName(name)),
+                      "goes without ever having been read",
+                      fmt::format("goes without ever having been read (line {})",
+                                  entry->element.getPosition().line)});
   }
   return losses;
 }

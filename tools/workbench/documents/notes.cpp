@@ -32,6 +32,7 @@ std::string tell(const Entry& entry) {
   const std::string tag = "<" + DisplayText::fromName(entry.element.getName()) + ">";
   switch (entry.fate) {
     case Fate::read:
+    case Fate::otherPart:
       break;
     case Fate::renamed:
       return tellNewName(entry);
@@ -43,41 +44,52 @@ std::string tell(const Entry& entry) {
     case Fate::numberTooSmall:
       return fmt::format("the number {} of a {} is below 1; it was skipped", *entry.number, tag);
     case Fate::numberTaken:
-    case Fate::otherPart:
       return fmt::format("the number {} of a {} is already taken; it was skipped", *entry.number,
                          tag);
     case Fate::nameMissing:
       return describe(entry, tag) + " has no name; it was skipped";
     case Fate::nameEmpty:
       return fmt::format("the name of {} is empty; it was skipped", describe(entry, tag));
+    case Fate::outside:
+      return fmt::format("a {} stands where no foundations are read; it was skipped", tag);
   }
   return "";
 }
 
-bool isTold(const Entry& entry) { return entry.fate != Fate::read; }
+/// A model may hold anything beside foundations, also in their list.
+bool isTold(const Entry& entry, Form form) {
+  if (form == Form::legacy) return entry.fate == Fate::outside;
+  return entry.fate != Fate::read && entry.fate != Fate::otherPart;
+}
+
+Note countRead(const Entries& entries) {
+  const auto count = std::count_if(entries.begin(), entries.end(), [](const Entry& entry) {
+    return entry.foundation != nullptr && entry.fate != Fate::otherPart;
+  });
+  return {{}, fmt::format(count == 1 ? "{} bedding was read" : "{} beddings were read", count)};
+}
 
 }  // namespace
 
-std::vector<std::string> listNotes(Document& document) {
-  std::vector<std::string> notes;
-  if (document.getForm() == Form::legacy) return notes;
+std::vector<Note> listNotes(Document& document) {
+  std::vector<Note> notes;
+  const std::size_t lists = document.listLists().size();
+  std::size_t list = 0;
   for (const Entries& entries : document.getEntries()) {
     for (const Entry& entry : entries)
-      if (std::string note = tell(entry); !note.empty()) notes.push_back(std::move(note));
-    const auto count = std::count_if(entries.begin(), entries.end(), [](const Entry& entry) {
-      return entry.foundation != nullptr;
-    });
-    notes.push_back(
-        fmt::format(count == 1 ? "{} bedding was read" : "{} beddings were read", count));
+      if (isTold(entry, document.getForm()))
+        notes.push_back({entry.element.getPosition(), tell(entry)});
+    if (list++ < lists && document.getForm() != Form::legacy) notes.push_back(countRead(entries));
   }
   return notes;
 }
 
 std::size_t countNotes(Document& document) {
-  if (document.getForm() == Form::legacy) return 0;
   std::size_t notes = 0;
   for (const Entries& entries : document.getEntries())
-    notes += static_cast<std::size_t>(std::count_if(entries.begin(), entries.end(), isTold));
+    notes += static_cast<std::size_t>(
+        std::count_if(entries.begin(), entries.end(),
+                      [&](const Entry& entry) { return isTold(entry, document.getForm()); }));
   return notes;
 }
 

@@ -6,14 +6,20 @@
 
 #include "documents/document.h"
 
-/// What is told of reading an exchange document.
+/// What is told of reading a document.
 namespace Documents {
 
-/// What was skipped or renamed of each container, a sentence each, and how many beddings were read.
-/// Of a model nothing is told.
-std::vector<std::string> listNotes(Document& document);
+/// A sentence about a place in the document, or, where the position is 0, about all of it.
+struct Note {
+  KvXmlPosition position;
+  std::string sentence;
+};
 
-/// How many beddings were skipped or renamed.
+/// What was skipped or renamed, and how many beddings were read of each container of an exchange
+/// document.
+std::vector<Note> listNotes(Document& document);
+
+/// How many foundations were skipped or renamed.
 std::size_t countNotes(Document& document);
 
 }  // namespace Documents

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <algorithm>
+#include <string_view>
 #include <vector>
+
+#include "documents/form.h"
 
 /// What elements and attributes are called in each form of document, and what they may hold.
 namespace Documents {
@@ -18,6 +22,7 @@ enum class Kind {
 struct AttributeWord {
   const char* name;
   Kind kind;
+  const char* field = nullptr;  // of a foundation, see foundations/fields.h
 };
 
 /// An element and all attributes of it that a reader knows.
@@ -38,22 +43,22 @@ constexpr const char* name = "NAME";
 inline const ElementWord list = {"FOUNDATIONS", {{current, Kind::identity}}};
 
 inline const ElementWord foundation = {"FOUND",
-                                       {{number, Kind::identity},
-                                        {name, Kind::identity},
-                                        {"FXAREA", Kind::stiffness},
-                                        {"FYAREA", Kind::stiffness},
-                                        {"FZAREA", Kind::stiffness},
-                                        {"FXLINE", Kind::lineStiffness},
-                                        {"FYLINE", Kind::lineStiffness},
-                                        {"FZLINE", Kind::lineStiffness},
-                                        {"FXX", Kind::lineStiffness},
-                                        {"FAILZAREA", Kind::failureNumber},
-                                        {"FAILXLINE", Kind::failureNumber},
-                                        {"FAILYLINE", Kind::failureNumber},
-                                        {"FAILZLINE", Kind::failureNumber},
-                                        {"FACAREA", Kind::factor},
-                                        {"FACLINE", Kind::factor},
-                                        {"IsGenerated", Kind::flag}}};
+                                       {{number, Kind::identity, "number"},
+                                        {name, Kind::identity, "name"},
+                                        {"FXAREA", Kind::stiffness, "areaX"},
+                                        {"FYAREA", Kind::stiffness, "areaY"},
+                                        {"FZAREA", Kind::stiffness, "areaZ"},
+                                        {"FXLINE", Kind::lineStiffness, "lineX"},
+                                        {"FYLINE", Kind::lineStiffness, "lineY"},
+                                        {"FZLINE", Kind::lineStiffness, "lineZ"},
+                                        {"FXX", Kind::lineStiffness, "lineRotationX"},
+                                        {"FAILZAREA", Kind::failureNumber, "areaFailureZ"},
+                                        {"FAILXLINE", Kind::failureNumber, "lineFailureX"},
+                                        {"FAILYLINE", Kind::failureNumber, "lineFailureY"},
+                                        {"FAILZLINE", Kind::failureNumber, "lineFailureZ"},
+                                        {"FACAREA", Kind::factor, "areaFactor"},
+                                        {"FACLINE", Kind::factor, "lineFactor"},
+                                        {"IsGenerated", Kind::flag, "generated"}}};
 
 }  // namespace Legacy
 
@@ -67,43 +72,72 @@ constexpr const char* name = "Name";
 
 /// The line part of a foundation.
 inline const ElementWord curve = {"CurveBedding",
-                                  {{number, Kind::identity},
-                                   {name, Kind::identity},
-                                   {"StiffnessX", Kind::stiffness},
-                                   {"StiffnessY", Kind::stiffness},
-                                   {"StiffnessZ", Kind::stiffness},
-                                   {"StiffnessXX", Kind::stiffness},
-                                   {"StiffnessYFailure", Kind::failureWord},
-                                   {"StiffnessZFailure", Kind::failureWord},
-                                   {"TangentialStiffnessXFactor", Kind::factor}}};
+                                  {{number, Kind::identity, "number"},
+                                   {name, Kind::identity, "name"},
+                                   {"StiffnessX", Kind::stiffness, "lineX"},
+                                   {"StiffnessY", Kind::stiffness, "lineY"},
+                                   {"StiffnessZ", Kind::stiffness, "lineZ"},
+                                   {"StiffnessXX", Kind::stiffness, "lineRotationX"},
+                                   {"StiffnessYFailure", Kind::failureWord, "lineFailureY"},
+                                   {"StiffnessZFailure", Kind::failureWord, "lineFailureZ"},
+                                   {"TangentialStiffnessXFactor", Kind::factor, "lineFactor"}}};
 
 /// The area part of a foundation.
 inline const ElementWord surface = {"SurfaceBedding",
-                                    {{number, Kind::identity},
-                                     {name, Kind::identity},
-                                     {"StiffnessX", Kind::stiffness},
-                                     {"StiffnessY", Kind::stiffness},
-                                     {"StiffnessZ", Kind::stiffness},
-                                     {"StiffnessZFailure", Kind::failureWord},
-                                     {"TangentialStiffnessXYFactor", Kind::factor}}};
+                                    {{number, Kind::identity, "number"},
+                                     {name, Kind::identity, "name"},
+                                     {"StiffnessX", Kind::stiffness, "areaX"},
+                                     {"StiffnessY", Kind::stiffness, "areaY"},
+                                     {"StiffnessZ", Kind::stiffness, "areaZ"},
+                                     {"StiffnessZFailure", Kind::failureWord, "areaFailureZ"},
+                                     {"TangentialStiffnessXYFactor", Kind::factor, "areaFactor"}}};
 
 /// A whole foundation, of the first version only, which has no numbers.
-inline const ElementWord whole = {"Bedding",
-                                  {{name, Kind::identity},
-                                   {"SurfaceStiffnessX", Kind::stiffness},
-                                   {"SurfaceStiffnessY", Kind::stiffness},
-                                   {"SurfaceStiffnessZ", Kind::stiffness},
-                                   {"SurfaceStiffnessZFailure", Kind::failureWord},
-                                   {"TangentialSurfaceStiffnessXYFactor", Kind::factor},
-                                   {"CurveStiffnessX", Kind::stiffness},
-                                   {"CurveStiffnessY", Kind::stiffness},
-                                   {"CurveStiffnessZ", Kind::stiffness},
-                                   {"CurveStiffnessXX", Kind::stiffness},
-                                   {"CurveStiffnessYFailure", Kind::failureWord},
-                                   {"CurveStiffnessZFailure", Kind::failureWord},
-                                   {"TangentialCurveStiffnessX", Kind::factor}}};
+inline const ElementWord whole = {
+    "Bedding",
+    {{name, Kind::identity, "name"},
+     {"SurfaceStiffnessX", Kind::stiffness, "areaX"},
+     {"SurfaceStiffnessY", Kind::stiffness, "areaY"},
+     {"SurfaceStiffnessZ", Kind::stiffness, "areaZ"},
+     {"SurfaceStiffnessZFailure", Kind::failureWord, "areaFailureZ"},
+     {"TangentialSurfaceStiffnessXYFactor", Kind::factor, "areaFactor"},
+     {"CurveStiffnessX", Kind::stiffness, "lineX"},
+     {"CurveStiffnessY", Kind::stiffness, "lineY"},
+     {"CurveStiffnessZ", Kind::stiffness, "lineZ"},
+     {"CurveStiffnessXX", Kind::stiffness, "lineRotationX"},
+     {"CurveStiffnessYFailure", Kind::failureWord, "lineFailureY"},
+     {"CurveStiffnessZFailure", Kind::failureWord, "lineFailureZ"},
+     {"TangentialCurveStiffnessX", Kind::factor, "lineFactor"}}};
+
+/// What an element of this name tells of a foundation; null for one that tells nothing.
+inline const ElementWord* findWord(std::string_view element) {
+  for (const ElementWord* const word : {&curve, &surface, &whole})
+    if (element == word->name) return word;
+  return nullptr;
+}
 
 }  // namespace Exchange
+
+/// True when documents of this form tell the field of this name.
+inline bool carries(Form form, std::string_view field) {
+  const auto tells = [field](const ElementWord& element) {
+    return std::any_of(element.attributes.begin(), element.attributes.end(),
+                       [field](const AttributeWord& word) {
+                         return word.field != nullptr && field == word.field;
+                       });
+  };
+  switch (form) {
+    case Form::legacy:
+      return tells(Legacy::foundation);
+    case Form::exchange:
+      return tells(Exchange::curve) || tells(Exchange::surface);
+    case Form::firstExchange:
+      return tells(Exchange::whole);
+    case Form::kvml:
+      break;
+  }
+  return false;
+}
 
 /// A listing in Kvml.
 namespace Kvml {

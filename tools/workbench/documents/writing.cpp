@@ -6,6 +6,8 @@
 #include <sstream>
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "documents/containers.h"
 #include "documents/losses.h"
 #include "documents/vocabulary.h"
@@ -113,30 +115,56 @@ void Output::protect() {
 
 void Output::write(const FoundationManager& manager) {
   in.forgetElements();  // before there are those of another document
-  if (form == Form::legacy)
-    file.write(writeModel(manager));
-  else if (form == Form::kvml)
-    file.write(writeKvml(manager));
-  else
-    file.write(writeExchange(manager, form));
+  std::string bytes = form == Form::legacy ? writeModel(manager)
+                      : form == Form::kvml ? writeKvml(manager)
+                                           : writeExchange(manager, form);
+  edited = std::make_unique<Document>(Files::Content{getShownPath(), "", std::move(bytes)}, form);
+  made = edited.get();
+}
+
+std::vector<Matching::Key> Output::listKeys() const {
+  using Matching::Key;
+  const bool hasNumbers = form != Form::firstExchange && in.getForm() != Form::firstExchange;
+  if (hasNumbers) return {Key::number, Key::name};
+  return {Key::name, Key::place};
 }
 
 void Output::update(const FoundationManager& manager) {
-  if (!isSameFile()) in.forgetElements();
-  file.write(Updating::update(*old, manager));
+  Editing::Wish wish;
+  wish.pairs =
+      Matching::match(old->getFoundations().getFoundations(), manager.getFoundations(), listKeys());
+  wish.current = manager.getCurrentFoundation();
+  edit(*old, wish);
 }
 
-void Output::prune(const std::vector<Updating::Change>& changes, const FoundationManager& manager) {
-  file.write(Updating::prune(in, changes, manager));
+void Output::edit(Document& base, const Editing::Wish& wish) {
+  unread = Losses::listUnread(Editing::listUnreadThatGo(base, wish));
+  edited = Editing::edit(base, wish);
+  made = edited != nullptr ? edited.get() : &base;
 }
 
-std::vector<std::string> Output::listLosses(const FoundationManager& manager) const {
-  using Matching::Key;
+std::vector<Losses::Loss> Output::listLosses(const FoundationManager& manager) {
   if (form == Form::kvml) return Losses::listOfKvml(manager);
-  Document written({getShownPath(), "", file.getText()}, form);
-  const Key second = form == Form::firstExchange ? Key::place : Key::name;
-  const Key first = form == Form::firstExchange ? Key::name : Key::number;
-  return Losses::list(manager, written.getFoundations(), {first, second});
+  return Losses::list(manager, made->getFoundations(), listKeys());
+}
+
+std::vector<Losses::Loss> Output::listReplaced() {
+  return Losses::listReplaced(old->getFoundations(), made->getFoundations(), in.getForm(),
+                              listKeys());
+}
+
+void Output::requireAll(const FoundationManager& manager) {
+  const std::vector<Losses::Loss> losses = listLosses(manager);
+  if (losses.empty()) return;
+  throw UserError(fmt::format("{}: was not written, since something would be lost: {}: {}",
+                              getShownPath(), losses.front().foundation, losses.front().sentence));
+}
+
+void Output::commit() {
+  const std::string& bytes = made->getContent().bytes;
+  if (old != nullptr && old->getContent().bytes == bytes) return;
+  file.write(bytes);
+  file.commit();
 }
 
 }  // namespace Writing

@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "documents/document.h"
-#include "documents/updating.h"
+#include "documents/editing.h"
+#include "documents/losses.h"
 #include "files/output_file.h"
 #include "found/foundation_manager.h"
 
@@ -26,20 +27,30 @@ class Output {
   /// True when that is the document whose foundations are written.
   bool isSameFile() const { return old == &in; }
 
-  /// Writes a document of nothing but the foundations. Of the document that was read, the elements
-  /// are forgotten; so they are by the next two.
+  /// Makes a document of nothing but the foundations. Of the document that was read, the elements
+  /// are forgotten.
   void write(const Found::FoundationManager& manager);
-  /// Writes the document that is there with these foundations in place of its own.
+  /// Makes the document that is there with these foundations in place of its own.
   void update(const Found::FoundationManager& manager);
-  /// Writes the document that was read with what is left of its foundations; see
-  /// Updating::prune().
-  void prune(const std::vector<Updating::Change>& changes, const Found::FoundationManager& manager);
+  /// Makes `base` with what is wished of its foundations.
+  void edit(Documents::Document& base, const Editing::Wish& wish);
 
-  /// What the document that was written does not keep, a line each.
-  std::vector<std::string> listLosses(const Found::FoundationManager& manager) const;
+  /// What the document that was made does not keep of the foundations that it was made of.
+  std::vector<Losses::Loss> listLosses(const Found::FoundationManager& manager);
+  /// What update() takes from the document that is there.
+  std::vector<Losses::Loss> listReplaced();
 
-  /// Lets the document take its place.
-  void commit() { file.commit(); }
+  /// What goes of the document without ever having been read.
+  const std::vector<Losses::Loss>& getUnread() const { return unread; }
+
+  /// Throws UserError when the document that was made does not keep all of the foundations.
+  void requireAll(const Found::FoundationManager& manager);
+
+  /// The document that was made.
+  Documents::Document& getMade() { return *made; }
+
+  /// Lets the document take its place. What does not change stays untouched.
+  void commit();
 
   /// As messages call the file.
   const std::string& getShownPath() const { return file.getShownPath(); }
@@ -48,6 +59,8 @@ class Output {
   void openOld();
   /// Looks at the document that is there.
   void protect();
+  /// Which foundations of the two documents belong together.
+  std::vector<Matching::Key> listKeys() const;
 
   Documents::Document& in;
   OutputFile& file;
@@ -55,6 +68,9 @@ class Output {
   std::unique_ptr<Documents::Document> other;
   Documents::Document* old = nullptr;  // the document that is there: `in`, `other` or none
   bool isThere = false;
+  std::vector<Losses::Loss> unread;
+  std::unique_ptr<Documents::Document> edited;
+  Documents::Document* made = nullptr;  // `edited`, or what is written as it is
 };
 
 }  // namespace Writing

@@ -1,7 +1,9 @@
 #include "foundations/failures.h"
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
+#include <system_error>
 
 namespace Failures {
 namespace {
@@ -20,6 +22,15 @@ const Mode* find(Found::Foundation::Failure failure) {
 
 const Mode* find(const std::string& word) {
   return findIf([&word](const Mode& mode) { return mode.word == word; });
+}
+
+std::optional<Found::Foundation::Failure> read(const std::string& text) {
+  if (const Mode* const mode = find(text)) return mode->value;
+  int number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [read, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || read != end) return std::nullopt;
+  return static_cast<Found::Foundation::Failure>(number);
 }
 
 std::string getWord(Found::Foundation::Failure failure) {

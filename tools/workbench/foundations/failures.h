@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "found/foundation.h"
@@ -24,6 +25,9 @@ constexpr Mode modes[] = {
 const Mode* find(Found::Foundation::Failure failure);
 /// Null for a text that is none of the words.
 const Mode* find(const std::string& word);
+
+/// What getWord() gives for it; none for other texts.
+std::optional<Found::Foundation::Failure> read(const std::string& text);
 
 /// The word of a mode, or the number of what is none.
 std::string getWord(Found::Foundation::Failure failure);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -13,17 +14,31 @@ namespace Fields {
 /// Nothing: the foundation lacks the vector.
 using Value = std::variant<std::monostate, bool, int, double, std::string>;
 
+/// What a field holds. A stiffness may be nothing, too.
+enum class Type { integer, text, flag, stiffness, failure, factor };
+
 struct Field {
   const char* name;
+  Type type;
   Value (*get)(Found::Foundation& foundation);
+  /// The value must be one that get() may give. Where the last component of a vector that is not 0
+  /// becomes nothing, the foundation loses the vector.
+  void (*set)(Found::Foundation& foundation, const Value& value);
 };
 
 /// All fields, in the order in which they are shown. Texts are as the foundation has them, failure
 /// modes are "none", "tension", "compression", or a number where a document held another one.
 const std::vector<Field>& list();
 
+/// The field of this name; null when there is none.
+const Field* find(std::string_view name);
+
+/// The value that `text`, in UTF-8, gives the field; throws std::invalid_argument, which tells what
+/// the field takes instead. Nothing is the empty text.
+Value parse(const Field& field, const std::string& text);
+
 /// True when the two mean the same. An absent stiffness equals a stiffness of zero, since some
-/// forms write one and some the other; a name in UTF-8 equals the same name in an 8-bit code page.
+/// forms write one and some the other.
 bool areAlike(const Value& a, const Value& b);
 
 /// A field in which two foundations differ.

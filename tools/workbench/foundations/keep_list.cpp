@@ -5,8 +5,20 @@
 #include <sstream>
 
 #include "found/foundation.h"
+#include "text/charset.h"
 #include "text/display_text.h"
-#include "text/encoding.h"
+
+namespace {
+
+/// Blanks around names do not count.
+std::string trim(const std::string& text) {
+  constexpr const char* blanks = " \t\r";
+  const std::size_t first = text.find_first_not_of(blanks);
+  if (first == text.npos) return "";
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+}  // namespace
 
 KeepList::KeepList(std::istream& in) {
   const std::string byteOrderMark = "\xEF\xBB\xBF";
@@ -14,8 +26,8 @@ KeepList::KeepList(std::istream& in) {
   for (std::string line; std::getline(in, line); isFirst = false) {
     if (isFirst && line.compare(0, byteOrderMark.size(), byteOrderMark) == 0)
       line.erase(0, byteOrderMark.size());
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (!line.empty()) add(Encoding::toUtf8(line));
+    line = trim(Charset::recognise("", line).toUtf8(line));
+    if (!line.empty()) add(line);
   }
 }
 
@@ -31,7 +43,7 @@ bool KeepList::usesFoundation(const Found::Foundation* foundation) {
   const auto [firstNumber, lastNumber] = numbers.equal_range(foundation->getNumber());
   bool isListed = firstNumber != lastNumber;
   for (auto number = firstNumber; number != lastNumber; ++number) matched.insert(number->second);
-  for (const std::string& text : {Encoding::toUtf8(name), DisplayText::fromName(name)}) {
+  for (const std::string& text : {trim(name), trim(DisplayText::fromName(name))}) {
     if (lines.count(text) == 0) continue;
     matched.insert(text);
     isListed = true;

@@ -5,18 +5,13 @@
 #include <string>
 #include <utility>
 
-#include "text/encoding.h"
-
 namespace Matching {
 namespace {
 
 using Found::Foundation;
 using KeyValue = std::pair<int, std::string>;
 
-/// The same whatever the encoding of the document.
-std::string getName(const Foundation& foundation) { return Encoding::toUtf8(foundation.getName()); }
-
-/// Pairs unmatched foundations that have the same key.
+/// Pairs those of the still unmatched that have the same key.
 void pairBy(const std::function<KeyValue(const Foundation&)>& getKey, std::vector<Pair>& pairs,
             std::vector<Foundation*>& unmatched) {
   std::map<KeyValue, std::vector<std::size_t>> places;  // of those still free, the last one first
@@ -37,7 +32,7 @@ std::function<KeyValue(const Foundation&)> makeGetter(Key key) {
     case Key::number:
       return [](const Foundation& foundation) { return KeyValue(foundation.getNumber(), ""); };
     case Key::name:
-      return [](const Foundation& foundation) { return KeyValue(0, getName(foundation)); };
+      return [](const Foundation& foundation) { return KeyValue(0, foundation.getName()); };
     case Key::place:
       break;
   }
@@ -54,7 +49,7 @@ std::vector<Pair> match(const std::vector<Foundation*>& first,
   std::vector<Foundation*> unmatched = second;
   pairBy(
       [](const Foundation& foundation) {
-        return KeyValue(foundation.getNumber(), getName(foundation));
+        return KeyValue(foundation.getNumber(), foundation.getName());
       },
       pairs, unmatched);
   for (const Key key : keys) pairBy(makeGetter(key), pairs, unmatched);

@@ -64,6 +64,7 @@ class PageMaker {
            "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
            "'unsafe-inline'; script-src 'sha256-{}'\">\n"
+           "<meta name=\"generator\" content=\"kvfound\">\n"
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
            "<title>Beddings of {}</title>\n<style>{}</style>\n</head>\n",
            scriptSha256, title, styleSheet);
@@ -223,6 +224,10 @@ class PageMaker {
 };
 
 }  // namespace
+
+bool isPage(std::string_view text) {
+  return text.find("<meta name=\"generator\" content=\"kvfound\">") != text.npos;
+}
 
 std::string makePage(const Content& content) { return PageMaker(content).make(); }
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "text/encoding.h"
+#include "text/charset.h"
 #include "text/utf8.h"
 
 namespace DisplayText {
@@ -44,7 +44,7 @@ void appendEscaped(std::string& text, char32_t c) {
 }  // namespace
 
 std::string fromName(const std::string& name) {
-  const std::string utf8 = Encoding::toUtf8(name);
+  const std::string utf8 = Charset::recognise("", name).toUtf8(name);
   std::string text;
   for (std::string_view rest = utf8; !rest.empty();) appendEscaped(text, Utf8::take(rest));
   return text;

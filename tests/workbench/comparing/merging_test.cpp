@@ -1,0 +1,147 @@
+#include "comparing/merging.h"
+
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Comparing::Merger;
+using Comparing::OnClash;
+using Documents::Document;
+using Found::Foundation;
+using Texts = std::vector<std::string>;
+
+std::string makeModel(const std::string& foundations) {
+  return "<?xml?>\n<SMOD><FOUNDATIONS>" + foundations + "</FOUNDATIONS></SMOD>";
+}
+
+std::string makeExchange(const std::string& beddings) {
+  return "<Beddings>" + beddings + "</Beddings>";
+}
+
+const std::string surfaceA = "<SurfaceBedding Number='1' Name='A' StiffnessZ='2'/>";
+
+struct Merged {
+  Texts foundations;  // number, name, area stiffness z
+  Texts clashes;
+  Texts losses;
+};
+
+Merged merge(const std::string& source, const std::string& target, OnClash rule = OnClash::refuse) {
+  Document into({"into", "", target});
+  Document in({"in", "", source});
+  Editing::Draft draft(into);
+  Merger merger(into, draft, rule);
+  merger.merge(in);
+  Merged merged;
+  for (Foundation* foundation : draft.getFoundations().getFoundations())
+    merged.foundations.push_back(Fields::describe(*foundation) + " " +
+                                 Fields::show(Fields::find("areaZ")->get(*foundation)));
+  merged.clashes = merger.getClashes();
+  for (const Losses::Loss& loss : merger.getLosses())
+    merged.losses.push_back(loss.foundation + ": " + loss.sentence);
+  return merged;
+}
+
+TEST(Merging, ChangesThoseOfTheSameNumberAndName) {
+  EXPECT_EQ(merge(makeExchange(surfaceA), makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='1'/>"))
+                .foundations,
+            Texts{"number 1 \"A\" 2"});
+}
+
+TEST(Merging, FindsThePairAmongSeveralOfTheSameNumberOrName) {
+  EXPECT_EQ(merge(makeExchange(surfaceA),
+                  makeModel("<FOUND NUMBER='1' NAME='B'/><FOUND NUMBER='2' NAME='A'/>"
+                            "<FOUND NUMBER='1' NAME='A'/>"))
+                .foundations,
+            (Texts{"number 1 \"B\" 0", "number 2 \"A\" 0", "number 1 \"A\" 2"}));
+}
+
+TEST(Merging, KeepsThePartThatDoesNotCome) {
+  EXPECT_EQ(merge(makeExchange("<CurveBedding Number='1' Name='A' StiffnessZ='2'/>"),
+                  makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='1'/>"))
+                .foundations,
+            Texts{"number 1 \"A\" 1"});
+}
+
+TEST(Merging, KeepsAVectorWhereOnlyItsFactorComes) {
+  EXPECT_EQ(merge(makeModel("<FOUND NUMBER='1' NAME='A' FACLINE='2'/>"),
+                  makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='1' FZLINE='3'/>"))
+                .foundations,
+            Texts{"number 1 \"A\" 1"});
+}
+
+TEST(Merging, TellsWhatTheTargetHasNoPlaceFor) {
+  const Merged changed =
+      merge(makeModel("<FOUND NUMBER='1' NAME='A' IsGenerated='1'/>"), makeExchange(surfaceA));
+  const Merged added = merge(makeModel("<FOUND NUMBER='2' NAME='B' IsGenerated='1' FZAREA='3'/>"),
+                             makeExchange(surfaceA));
+
+  EXPECT_EQ(changed.losses, Texts{"number 1 \"A\": generated yes becomes no"});
+  EXPECT_EQ(added.losses, Texts{"number 2 \"B\": generated yes becomes no"});
+  EXPECT_EQ(added.foundations, (Texts{"number 1 \"A\" 2", "number 2 \"B\" 3"}));
+}
+
+TEST(Merging, GoesByNamesWhereOneSideHasNoNumbers) {
+  const std::string first = "<Bedding Name='B' SurfaceStiffnessZ='2'/>";
+  EXPECT_EQ(merge(makeExchange(first), makeModel("<FOUND NUMBER='7' NAME='B'/>")).foundations,
+            Texts{"number 7 \"B\" 2"});
+  EXPECT_EQ(merge(makeExchange(first), makeModel("<FOUND NUMBER='7' NAME='A'/>")).foundations,
+            (Texts{"number 7 \"A\" 0", "number 8 \"B\" 2"}));
+  EXPECT_EQ(merge(makeExchange(surfaceA), makeExchange(first)).foundations,
+            (Texts{"number 1 \"B\" 2", "number 2 \"A\" 2"}));
+}
+
+TEST(MergingClash, IsToldWithThePlacesOfBoth) {
+  EXPECT_EQ(merge(makeExchange(surfaceA),
+                  makeModel("<FOUND NUMBER='1' NAME='B'/><FOUND NUMBER='2' NAME='A'/>"))
+                .clashes,
+            (Texts{"in:1:11: number 1 \"A\" clashes with number 1 \"B\" in into:2:20",
+                   "in:1:11: number 1 \"A\" clashes with number 2 \"A\" in into:2:48"}));
+}
+
+TEST(MergingClash, EndsAsTheRuleSays) {
+  const std::string number = makeModel("<FOUND NUMBER='1' NAME='B'/>");
+  const std::string name = makeModel("<FOUND NUMBER='2' NAME='A'/><FOUND NUMBER='4' NAME='A_1'/>");
+  const std::string both = makeModel("<FOUND NUMBER='1' NAME='B'/><FOUND NUMBER='2' NAME='A'/>");
+  const struct {
+    OnClash rule;
+    const std::string& target;
+    Texts foundations;
+    std::size_t clashes;
+  } rows[] = {
+      {OnClash::rename, name, {"number 2 \"A\" 0", "number 4 \"A_1\" 0", "number 1 \"A_2\" 2"}, 0},
+      {OnClash::rename, number, {"number 1 \"B\" 0"}, 1},
+      {OnClash::renumber, number, {"number 1 \"B\" 0", "number 2 \"A\" 2"}, 0},
+      {OnClash::renumber, name, {"number 2 \"A\" 0", "number 4 \"A_1\" 0"}, 1},
+      {OnClash::skip, both, {"number 1 \"B\" 0", "number 2 \"A\" 0"}, 0},
+      {OnClash::replace, number, {"number 1 \"A\" 2"}, 0},
+      {OnClash::replace, name, {"number 1 \"A\" 2", "number 4 \"A_1\" 0"}, 0},
+      {OnClash::replace, both, {"number 1 \"B\" 0", "number 2 \"A\" 0"}, 2},
+      {OnClash::refuse, number, {"number 1 \"B\" 0"}, 1},
+      {OnClash::refuse, name, {"number 2 \"A\" 0", "number 4 \"A_1\" 0"}, 1},
+  };
+  for (const auto& row : rows) {
+    const Merged merged = merge(makeExchange(surfaceA), row.target, row.rule);
+    EXPECT_EQ(merged.foundations, row.foundations);
+    EXPECT_EQ(merged.clashes.size(), row.clashes);
+  }
+}
+
+TEST(MergingNumber, IsFreeBelowTheHighestThatThereCanBe) {
+  const std::string most = std::to_string(std::numeric_limits<int>::max());
+  EXPECT_EQ(merge(makeExchange("<Bedding Name='B'/>"),
+                  makeModel("<FOUND NUMBER='" + most + "' NAME='A'/>"))
+                .foundations,
+            (Texts{"number " + most + " \"A\" 0", "number 2147483646 \"B\" 0"}));
+}
+
+TEST(MergingNumber, IsOneWhereThereAreNone) {
+  EXPECT_EQ(merge(makeExchange("<Bedding Name='B'/>"), makeModel("")).foundations,
+            Texts{"number 1 \"B\" 0"});
+}
+
+}  // namespace

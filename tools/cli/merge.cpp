@@ -1,0 +1,72 @@
+#include <filesystem>
+#include <ostream>
+#include <string>
+
+#include "commands.h"
+#include "comparing/merging.h"
+#include "differences.h"
+#include "documents/document.h"
+#include "documents/editing.h"
+#include "documents/writing.h"
+#include "files/paths.h"
+#include "files/user_error.h"
+#include "losses.h"
+#include "output.h"
+#include "reading.h"
+#include "text/display_text.h"
+
+namespace {
+
+using Documents::Document;
+
+void requireReadOnce(const Commands::MergeOptions& options) {
+  std::size_t standard = options.into == "-" ? 1 : 0;
+  for (const std::string& path : options.in) standard += path == "-" ? 1 : 0;
+  if (standard > 1) throw UserError("only one of the documents can come from standard input");
+}
+
+void refuseClashes(const Comparing::Merger& merger, const std::string& shownPath,
+                   std::ostream& notes) {
+  for (const std::string& clash : merger.getClashes()) notes << "kvfound: " << clash << '\n';
+  if (!merger.getClashes().empty())
+    throw UserError(shownPath +
+                    ": was not written, since numbers or names clash; --on-clash rename, "
+                    "renumber, skip or replace says what to do");
+}
+
+}  // namespace
+
+namespace Commands {
+
+Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes) {
+  requireReadOnce(options);
+  Document into(Documents::readFile(options.into), options.version);
+  tellReading(into, notes);
+  Editing::Draft draft(into);
+  Comparing::Merger merger(into, draft, options.onClash);
+  std::size_t skipped = 0;
+  for (const std::string& path : options.in) {
+    Document in(Documents::readFile(path), options.version);
+    skipped += tellReading(in, notes);
+    merger.merge(in);
+  }
+  refuseClashes(merger, into.getShownPath(), notes);
+  tellLosses(into.getShownPath(), merger.getLosses(), options.showsAll, notes);
+
+  const Editing::Wish wish = draft.makeWish();
+  if (!options.isDryRun) {
+    OutputFile file = openOutput(options.out.value_or(options.into));
+    Writing::Output output(file, into.getForm(), into);
+    if (output.isUpdate() && !output.isSameFile())
+      throw UserError(output.getShownPath() +
+                      ": is there already; name another file, or merge into it");
+    output.edit(into, wish);
+    output.requireAll(draft.getFoundations());
+    output.commit();
+  }
+  const bool writesToOutput = options.out.value_or(options.into) == "-" && !options.isDryRun;
+  tellChanges(into, wish, writesToOutput ? notes : out, notes);
+  return skipped > 0 || !merger.getLosses().empty() ? Status::findings : Status::done;
+}
+
+}  // namespace Commands

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "documents/document.h"
+#include "documents/editing.h"
+#include "documents/losses.h"
+
+namespace Comparing {
+
+/// What becomes of a foundation whose number another one has in the document that it comes into, or
+/// whose name.
+enum class OnClash {
+  refuse,
+  rename,    // it comes under a free name where its own is taken
+  renumber,  // it comes under a free number where its own is taken
+  skip,      // it does not come
+  replace    // it takes the place, name and number of the other one
+};
+
+/// Takes the foundations of documents over into the draft of another one. Those that have number
+/// and name alike change there, in the fields that both forms tell and the parts that come; others
+/// are added. Nothing is removed.
+class Merger {
+ public:
+  /// The documents must outlive it.
+  Merger(Documents::Document& target, Editing::Draft& draft, OnClash onClash);
+
+  void merge(Documents::Document& source);
+
+  /// Clashes that were refused, a sentence each, with the places of both.
+  const std::vector<std::string>& getClashes() const { return clashes; }
+  /// What does not come over since the other form has no place for it.
+  const std::vector<Losses::Loss>& getLosses() const { return losses; }
+
+ private:
+  using Foundation = Found::Foundation;
+
+  void take(Foundation& source, Documents::Form form);
+  void resolve(Foundation& source, Documents::Form form, Foundation* byNumber, Foundation* byName);
+  void change(Foundation& target, Foundation& source, Documents::Form form);
+  void add(Foundation& source, int number, const std::string& name);
+  void replace(Foundation& target, Foundation& source, Documents::Form form);
+  void refuse(const Foundation& source, const Foundation& other);
+  void addPlaces(Documents::Document& document);
+  Foundation* find(int number) const;
+  Foundation* find(const std::string& name) const;
+  int findFreeNumber() const;
+  std::string findFreeName(const std::string& name) const;
+
+  Documents::Form targetForm;
+  Found::FoundationManager& target;
+  OnClash rule;
+  std::map<const Foundation*, std::string> places;  // as messages tell them
+  std::map<int, Foundation*> numbers;               // the first of each
+  std::map<std::string, Foundation*> names;
+  std::vector<std::string> clashes;
+  std::vector<Losses::Loss> losses;
+};
+
+}  // namespace Comparing

@@ -1,0 +1,389 @@
+#include "documents/editing.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "documents/edit.h"
+#include "documents/layout.h"
+#include "documents/spelling.h"
+#include "documents/vocabulary.h"
+#include "files/user_error.h"
+#include "foundations/fields.h"
+
+namespace Editing {
+namespace {
+
+namespace Exchange = Documents::Exchange;
+namespace Legacy = Documents::Legacy;
+using Documents::AttributeWord;
+using Documents::Document;
+using Documents::Edit;
+using Documents::Element;
+using Documents::ElementWord;
+using Documents::Entries;
+using Documents::Entry;
+using Documents::Form;
+using Documents::Kind;
+using Found::Foundation;
+using Fate = Entry::Fate;
+
+/// What becomes of an element that tells of a foundation.
+struct Fortune {
+  bool goes = false;
+  std::vector<std::string> followers;  // new elements behind it
+};
+
+/// Foundations of a document of which more is written than what changes, since they would be read
+/// as others.
+struct Pins {
+  std::set<const Foundation*> identities;
+  std::set<const Foundation*> values;  // for which there are attributes
+
+  std::size_t size() const { return identities.size() + values.size(); }
+};
+
+class Editor {
+ public:
+  Editor(Document& document, const Wish& wished, const Pins& pinned)
+      : base(document),
+        text(document.getContent().bytes),
+        layout(text),
+        wish(wished),
+        pins(pinned) {
+    for (const Matching::Pair& pair : wish.pairs)
+      if (pair.first != nullptr) wanted.emplace(pair.first, pair.second);
+    for (const Entries& entries : base.getEntries())
+      for (const Entry& entry : entries)
+        if (entry.fate == Fate::otherPart) inTwoParts.insert(entry.foundation);
+  }
+
+  std::string run() {
+    changeEntries();
+    addNew();
+    for (const auto& [entry, fortune] : fortunes) settle(*entry, fortune);
+    if (base.getForm() == Form::legacy) changeCurrent();
+    return edit.apply(text);
+  }
+
+ private:
+  // --- Elements that are there
+
+  void changeEntries() {
+    for (const Entries& entries : base.getEntries())
+      for (const Entry& entry : entries)
+        if (entry.foundation != nullptr)
+          changeFoundation(entry, *entry.foundation);
+        else if (entry.fate == Fate::numberTaken)
+          followHolder(entry);
+  }
+
+  void changeFoundation(const Entry& entry, Foundation& before) {
+    Foundation* const after = wanted.at(&before);
+    if (after == nullptr || losesPart(entry, before, *after)) {
+      fortunes[&entry].goes = true;
+    } else {
+      changeAttributes(entry, before, *after);
+    }
+    if (after == nullptr) return;
+    if (const ElementWord* const part = findNewPart(entry, before, *after))
+      follow(entry, *part, *after);
+  }
+
+  /// True for the element of a part that the foundation no longer has, unless it is the only one.
+  bool losesPart(const Entry& entry, const Foundation& before, const Foundation& after) const {
+    const bool isCurve = entry.element.getName() == Exchange::curve.name;
+    const bool isSurface = entry.element.getName() == Exchange::surface.name;
+    if (isCurve) return before.hasLineValues() && !after.hasLineValues() && after.hasAreaValues();
+    return isSurface && before.hasAreaValues() && !after.hasAreaValues() && after.hasLineValues();
+  }
+
+  /// The element of a part that the foundation did not have; null when there is none.
+  const ElementWord* findNewPart(const Entry& entry, const Foundation& before,
+                                 const Foundation& after) const {
+    if (inTwoParts.count(&before) > 0) return nullptr;
+    const std::string& name = entry.element.getName();
+    if (name == Exchange::surface.name && after.hasLineValues()) return &Exchange::curve;
+    if (name == Exchange::curve.name && after.hasAreaValues()) return &Exchange::surface;
+    return nullptr;
+  }
+
+  void follow(const Entry& entry, const ElementWord& word, Foundation& foundation) {
+    const Markup::StartTag tag = base.readTag(entry.element);
+    fortunes[&entry].followers.push_back(
+        Spelling::makeElement(word, foundation, layout.findStyle(tag), base.getCharset()));
+  }
+
+  void followHolder(const Entry& entry) {
+    const Foundation* const holder = entry.numberHolder->foundation;
+    const Foundation* const after = wanted.at(holder);
+    if (after == nullptr) {
+      fortunes[&entry].goes = true;
+    } else if (after->getNumber() != holder->getNumber() &&
+               entry.element.getName() != Exchange::whole.name) {
+      setAttribute(base.readTag(entry.element), Exchange::number,
+                   std::to_string(after->getNumber()));
+    }
+  }
+
+  void changeAttributes(const Entry& entry, Foundation& before, Foundation& after) {
+    // The two parts of a foundation must have the same name.
+    const bool isNamedAnew =
+        entry.fate == Fate::renamed && findNewPart(entry, before, after) != nullptr;
+    const bool isPinned = isNamedAnew || pins.identities.count(&before) > 0;
+    const bool isRespelled = pins.values.count(&before) > 0;
+    std::optional<Markup::StartTag> tag;
+    for (const AttributeWord& word : findWord(entry).attributes) {
+      const Fields::Field& field = *Fields::find(word.field);
+      const bool stays = Fields::areAlike(field.get(before), field.get(after));
+      const bool isIdentity = word.kind == Kind::identity;
+      if (stays && !(isIdentity ? isPinned : isRespelled)) continue;
+      if (!tag) tag = base.readTag(entry.element);
+      if (stays && !isIdentity && tag->find(word.name) == nullptr) continue;
+      setAttribute(*tag, word.name, Spelling::spell(word, after));
+    }
+  }
+
+  const ElementWord& findWord(const Entry& entry) const {
+    return base.getForm() == Form::legacy ? Legacy::foundation
+                                          : *Exchange::findWord(entry.element.getName());
+  }
+
+  /// `value` is in UTF-8; none takes the attribute away.
+  void setAttribute(const Markup::StartTag& tag, const char* name,
+                    const std::optional<std::string>& value) {
+    const Markup::Attribute* const old = tag.find(name);
+    if (old == nullptr) {
+      if (value) edit.insert(layout.findAttributeEnd(tag), makeAttribute(tag, name, *value));
+      return;
+    }
+    if (!value) return edit.erase(old->all);
+    if (readValue(*old) == *value) return;
+    edit.replace(old->value, base.getCharset().writeValue(*value, old->quote));
+  }
+
+  /// In UTF-8.
+  std::string readValue(const Markup::Attribute& attribute) const {
+    const Markup::Range& value = attribute.value;
+    return base.getCharset().readValue(text.substr(value.begin, value.end - value.begin));
+  }
+
+  std::string makeAttribute(const Markup::StartTag& tag, const char* name,
+                            const std::string& value) const {
+    const Documents::TagStyle style = layout.findStyle(tag);
+    return style.separator + name + "=" + style.quote +
+           base.getCharset().writeValue(value, style.quote) + style.quote;
+  }
+
+  // --- New foundations
+
+  void addNew() {
+    std::vector<const Foundation*> added;
+    const Entry* const last = findLast();
+    Documents::TagStyle style;
+    if (last != nullptr) style = layout.findStyle(base.readTag(last->element));
+    std::vector<std::string> elements;
+    for (const Matching::Pair& pair : wish.pairs)
+      if (pair.first == nullptr)
+        for (const ElementWord* word : listWords(*pair.second))
+          elements.push_back(Spelling::makeElement(*word, *pair.second, style, base.getCharset()));
+    if (elements.empty()) return;
+    if (last != nullptr) {
+      std::vector<std::string>& followers = fortunes[last].followers;
+      followers.insert(followers.end(), elements.begin(), elements.end());
+    } else {
+      const std::vector<Element> lists = base.listLists();
+      if (lists.empty())
+        addList(elements);
+      else
+        layout.addChildren(base.locate(lists.back()), elements, edit);
+    }
+  }
+
+  /// The last element where new ones belong; null when there is none.
+  const Entry* findLast() {
+    const std::size_t lists = base.listLists().size();
+    if (lists == 0 || base.getEntries()[lists - 1].empty()) return nullptr;
+    return &base.getEntries()[lists - 1].back();
+  }
+
+  /// The elements that a foundation takes in this form; none where it holds nothing of it.
+  std::vector<const ElementWord*> listWords(const Foundation& foundation) const {
+    if (base.getForm() == Form::legacy) return {&Legacy::foundation};
+    if (base.getForm() == Form::firstExchange) return {&Exchange::whole};
+    std::vector<const ElementWord*> words;
+    if (foundation.hasLineValues()) words.push_back(&Exchange::curve);
+    if (foundation.hasAreaValues()) words.push_back(&Exchange::surface);
+    return words;
+  }
+
+  /// A document that has no list gets one. That of a model tells its current foundation, too.
+  void addList(const std::vector<std::string>& elements) {
+    const bool isModel = base.getForm() == Form::legacy;
+    const char* const name = isModel ? Legacy::list.name : Exchange::container;
+    std::string start = std::string("<") + name;
+    if (isModel && wish.current != nullptr)
+      start += std::string(" ") + Legacy::current + "=\"" +
+               base.getCharset().writeValue(wish.current->getName(), '"') + '"';
+    layout.addChild(base.locate(base.getRoot()), start + ">", elements,
+                    std::string("</") + name + ">", edit);
+  }
+
+  void settle(const Entry& entry, const Fortune& fortune) {
+    const Markup::Range range = base.locate(entry.element);
+    const std::size_t lineEnd = layout.findLineEnd(range.end);
+    const bool endsLine = lineEnd != Markup::nowhere;
+    const std::string between = endsLine ? layout.findIndentation(range.begin) : "";
+    std::string followers;
+    for (const std::string& element : fortune.followers)
+      followers += (followers.empty() && fortune.goes ? "" : between) + element;
+    if (!fortune.goes)
+      edit.insert(endsLine ? lineEnd : range.end, followers);
+    else if (followers.empty())
+      edit.erase(layout.widenToLines(range));
+    else
+      edit.replace(range, followers);
+  }
+
+  // --- The current foundation of a model
+
+  void changeCurrent() {
+    const std::vector<Element> lists = base.listLists();
+    if (lists.empty()) return;
+    const Markup::StartTag tag = base.readTag(lists.front());
+    const Markup::Attribute* const attribute = tag.find(Legacy::current);
+    const std::string old = attribute != nullptr ? readValue(*attribute) : "";
+    if (wish.current != nullptr) {
+      const Foundation* const before = base.getFoundations().getCurrentFoundation();
+      const bool stays = before != nullptr && wanted.at(before) == wish.current &&
+                         before->getName() == wish.current->getName();
+      if (stays) return;
+    } else if (old.empty() || !namesAny(old)) {
+      return;
+    }
+    setAttribute(tag, Legacy::current, wish.current != nullptr ? wish.current->getName() : "");
+  }
+
+  /// True for the name of a foundation that there was or will be.
+  bool namesAny(const std::string& name) const {
+    return std::any_of(wish.pairs.begin(), wish.pairs.end(), [&name](const Matching::Pair& pair) {
+      return (pair.first != nullptr && pair.first->getName() == name) ||
+             (pair.second != nullptr && pair.second->getName() == name);
+    });
+  }
+
+  Document& base;
+  std::string_view text;
+  Documents::Layout layout;
+  const Wish& wish;
+  const Pins& pins;
+  std::set<const Foundation*> inTwoParts;
+  std::map<const Foundation*, Foundation*> wanted;
+  std::map<const Entry*, Fortune> fortunes;
+  Edit edit;
+};
+
+/// True for what a foundation of the result is called by.
+bool isNamedAs(const Foundation& read, const Foundation& wanted, Form form) {
+  return read.getName() == wanted.getName() &&
+         (form == Form::firstExchange || read.getNumber() == wanted.getNumber());
+}
+
+bool canBeWritten(const Foundation& foundation, Form form) {
+  return form != Form::exchange || foundation.hasLineValues() || foundation.hasAreaValues();
+}
+
+/// Those that the result holds, in its order: first what is left of the old, then the new.
+std::vector<Matching::Pair> listExpected(const Wish& wish, Form form) {
+  std::vector<Matching::Pair> expected;
+  for (const Matching::Pair& pair : wish.pairs)
+    if (pair.second != nullptr && (pair.first != nullptr || canBeWritten(*pair.second, form)))
+      expected.push_back(pair);
+  return expected;
+}
+
+/// Adds those that the document that was made does not hold as expected: default numbers and names
+/// depend on the other foundations, and names that are taken become others. In a model, a value
+/// that is no number keeps others from being read. True when there are more than before.
+bool addPins(Document& made, const std::vector<Matching::Pair>& expected, Pins& pins) {
+  const std::vector<Foundation*>& read = made.getFoundations().getFoundations();
+  if (read.size() > expected.size())
+    throw UserError(made.getShownPath() +
+                    ": cannot be edited: other beddings in it would be read, too");
+  const std::size_t before = pins.size();
+  for (std::size_t i = 0; i < read.size(); ++i)
+    if (expected[i].first != nullptr) {
+      Foundation& wanted = *expected[i].second;
+      if (!isNamedAs(*read[i], wanted, made.getForm()))
+        pins.identities.insert(expected[i].first);
+      else if (made.getForm() == Form::legacy && !Fields::compare(*read[i], wanted).empty())
+        pins.values.insert(expected[i].first);
+    }
+  return pins.size() > before;
+}
+
+}  // namespace
+
+Draft::Draft(Document& document) {
+  const Found::FoundationManager& manager = document.getFoundations();
+  for (Foundation* foundation : manager.getFoundations()) {
+    auto copy = std::make_unique<Foundation>(*foundation);
+    copy->setNumber(foundation->getNumber());
+    all.push_back({foundation, copy.get()});
+    if (foundation == manager.getCurrentFoundation()) copies.setCurrentFoundation(copy.get());
+    copies.add(std::move(copy));
+  }
+}
+
+Draft::~Draft() {
+  const std::set<Foundation*> left(copies.getFoundations().begin(), copies.getFoundations().end());
+  for (const Matching::Pair& pair : all)
+    if (left.count(pair.second) == 0) delete pair.second;
+}
+
+void Draft::remove(Foundation& foundation) {
+  const bool isCopy = std::any_of(all.begin(), all.end(), [&foundation](const auto& pair) {
+    return pair.second == &foundation;
+  });
+  copies.remove(&foundation, !isCopy, false);
+}
+
+Wish Draft::makeWish() const {
+  std::set<Foundation*> left(copies.getFoundations().begin(), copies.getFoundations().end());
+  Wish wish;
+  for (const Matching::Pair& pair : all)
+    wish.pairs.push_back({pair.first, left.erase(pair.second) > 0 ? pair.second : nullptr});
+  for (Foundation* foundation : copies.getFoundations())
+    if (left.count(foundation) > 0) wish.pairs.push_back({nullptr, foundation});
+  wish.current = copies.getCurrentFoundation();
+  return wish;
+}
+
+std::vector<const Entry*> listUnreadThatGo(Document& base, const Wish& wish) {
+  std::set<const Foundation*> leaving;
+  for (const Matching::Pair& pair : wish.pairs)
+    if (pair.second == nullptr) leaving.insert(pair.first);
+  std::vector<const Entry*> unread;
+  for (const Entries& entries : base.getEntries())
+    for (const Entry& entry : entries)
+      if (entry.fate == Fate::numberTaken && leaving.count(entry.numberHolder->foundation) > 0)
+        unread.push_back(&entry);
+  return unread;
+}
+
+std::unique_ptr<Document> edit(Document& base, const Wish& wish) {
+  const std::vector<Matching::Pair> expected = listExpected(wish, base.getForm());
+  Pins pins;
+  while (true) {
+    std::string bytes = Editor(base, wish, pins).run();
+    if (bytes == base.getContent().bytes) return nullptr;
+    auto result = std::make_unique<Document>(
+        Files::Content{base.getShownPath(), "", std::move(bytes)}, base.getForm());
+    if (!addPins(*result, expected, pins)) return result;
+  }
+}
+
+}  // namespace Editing

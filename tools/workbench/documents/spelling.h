@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "documents/layout.h"
+#include "documents/vocabulary.h"
+#include "found/foundation.h"
+#include "text/charset.h"
+
+/// How documents spell what foundations hold.
+namespace Spelling {
+
+/// The attribute `word` of a foundation, in UTF-8; none for a stiffness that is absent.
+std::optional<std::string> spell(const Documents::AttributeWord& word,
+                                 Found::Foundation& foundation);
+
+/// A new element as the library would write it, in the bytes of the document.
+std::string makeElement(const Documents::ElementWord& word, Found::Foundation& foundation,
+                        const Documents::TagStyle& style, const Charset& charset);
+
+}  // namespace Spelling
