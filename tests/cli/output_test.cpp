@@ -381,4 +381,38 @@ TEST_F(OutputInterruption, EndsQuietlyWhenNobodyReads) {
   EXPECT_EQ(listTemporary(), Names{});
 }
 
+#ifdef KVFOUND_FAILING_CALLS
+class FailingCalls : public Output {
+ protected:
+  /// Runs a command that edits `in` with one call after the other failing, until none does. Each
+  /// time the old file is whole, and nothing else is left.
+  void failOneByOne(const std::string& command) {
+    const std::string old = read("in");
+    const Names files = list();
+    int failures = 0;
+    while (failures < 50) {
+      const Result result = runHere("export KVFOUND_FAILING_CALL=" + std::to_string(failures + 1) +
+                                    "\nLD_PRELOAD='" KVFOUND_FAILING_CALLS "' kvfound " + command);
+      if (result.status == 0) break;
+      ++failures;
+      EXPECT_EQ(result.status, 2);
+      EXPECT_EQ(result.err, "kvfound: in: cannot be written: Input/output error\n");
+      EXPECT_EQ(result.out, "");
+      EXPECT_EQ(read("in"), old);
+      EXPECT_EQ(list(), files);
+    }
+    EXPECT_GE(failures, 3);  // of a write, fsync and rename
+    EXPECT_LT(failures, 50);
+    EXPECT_NE(read("in"), old);
+    EXPECT_EQ(list(), files);
+  }
+};
+
+TEST_F(FailingCalls, LeaveTheOldFileWhereValuesAreSet) { failOneByOne("set in 1 areaZ=8"); }
+
+TEST_F(FailingCalls, LeaveTheOldFileWhereAFoundationIsAdded) { failOneByOne("add in B areaZ=8"); }
+
+TEST_F(FailingCalls, LeaveTheOldFileWhereAFoundationIsRemoved) { failOneByOne("remove in 1"); }
+#endif
+
 }  // namespace
