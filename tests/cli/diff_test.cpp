@@ -102,7 +102,10 @@ TEST(Diff, LeavesOutWhatDiffersByNoMoreThanTheShareThatIsGiven) {
 
   EXPECT_EQ(run("diff --relative 0.01 '" + a + "' '" + b + "'").status, 0);
   EXPECT_EQ(run("diff --relative 0.009 '" + a + "' '" + b + "'").status, 1);
-  EXPECT_EQ(run("diff --relative 2 '" + a + "' '" + b + "'").status, 2);
+  for (const char* share : {"2", "-1", "nan"})
+    EXPECT_EQ(run("diff '" + a + "' '" + b + "' --relative=" + share).err,
+              "kvfound: --relative takes a share from 0 to 1, such as 1e-6; see kvfound diff "
+              "--help\n");
 }
 
 TEST(Diff, MatchesByNameWhatHasAnotherNumber) {

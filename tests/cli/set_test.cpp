@@ -167,4 +167,46 @@ TEST(Remove, NeedsASelection) {
   EXPECT_EQ(change("remove", "").text, model);
 }
 
+TEST(Remove, LetsPlacesFollowInTheFirstVersion) {
+  EXPECT_EQ(change("remove", "1", "<B>\n<Bedding Name='A'/>\n<Bedding Name='B'/>\n</B>").text,
+            "<B>\n<Bedding Name='B'/>\n</B>");
+}
+
+TEST(Set, SetsNoNumbersInTheFirstVersion) {
+  EXPECT_NE(change("set", "1 number=7", "<B><Bedding Name='A'/></B>")
+                .result.err.find("documents of version 1.0 have no numbers that could be set\n"),
+            std::string::npos);
+}
+
+TEST(Set, JudgesOnlyWhatItSets) {
+  const std::string twice =
+      start + "<FOUND NUMBER='7' NAME='A'/>\r\n<FOUND NUMBER='7' NAME='B'/>\r\n" + end;
+  EXPECT_EQ(change("set", "--name B areaZ=3 name=C", twice).result.status, 0);
+}
+
+TEST(Set, LeavesTheElementOfAPartWithoutStiffness) {
+  EXPECT_EQ(change("set", "1 areaZ=0",
+                   "<B><CurveBedding Number='1' Name='A' StiffnessZ='2'/>"
+                   "<SurfaceBedding Number='1' Name='A' StiffnessZ='5' Guid='g'/></B>")
+                .text,
+            "<B><CurveBedding Number='1' Name='A' StiffnessZ='2'/>"
+            "<SurfaceBedding Number='1' Name='A' StiffnessZ='0' Guid='g'/></B>");
+}
+
+TEST(Set, DoesNotMakeAFoundationCurrent) {
+  EXPECT_EQ(change("set", "1 current=true").result.err,
+            "kvfound: which foundation is current cannot be set\n");
+}
+
+TEST(Add, TakesAFreeNumberBelowTheHighestThatThereCanBe) {
+  EXPECT_EQ(
+      change("add", "B", start + "<FOUND NUMBER='2147483647' NAME='A'/>\r\n" + end).result.out,
+      "+ number 2147483646 \"B\"\n");
+}
+
+TEST(Set, WritesNothingToALinkToStandardInput) {
+  EXPECT_EQ(run("set /dev/stdin 1 areaZ=1", makeFile("model.xml", model)).err,
+            "kvfound: /dev/stdin: cannot be written; - is standard input and output\n");
+}
+
 }  // namespace

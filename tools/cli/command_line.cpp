@@ -285,13 +285,16 @@ void addDiff(CLI::App& program, Status& status) {
       ->add_option("--relative", options->relative,
                    "take stiffness and factors for alike that differ by no more than this share of "
                    "the larger one, such as 1e-6")
-      ->check(CLI::Range(0.0, 1.0).description(""))
       ->type_name("SHARE");
   addVersion(*command, options->version, "version of exchange documents");
   command->footer(
       "Exit status: 0 when the foundations are alike, 1 when they differ, 2 after an error.\n"
       "Example: kvfound diff before.xml after.xml");
-  command->callback([options, &status] { status = diff(*options, std::cout, std::cerr); });
+  command->callback([options, command, &status] {
+    if (!(options->relative >= 0.0 && options->relative <= 1.0))
+      throw UserError("--relative takes a share from 0 to 1, such as 1e-6" + makeAdvice(*command));
+    status = diff(*options, std::cout, std::cerr);
+  });
 }
 
 void addMerge(CLI::App& program, Status& status) {

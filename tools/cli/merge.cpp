@@ -51,6 +51,7 @@ Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes
     merger.merge(in);
   }
   refuseClashes(merger, into.getShownPath(), notes);
+  for (const std::string& sentence : merger.getLeftOut()) notes << "kvfound: " << sentence << '\n';
   tellLosses(into.getShownPath(), merger.getLosses(), options.showsAll, notes);
 
   const Editing::Wish wish = draft.makeWish();

@@ -15,6 +15,7 @@
 #include "files/user_error.h"
 #include "foundations/fields.h"
 #include "foundations/keep_list.h"
+#include "losses.h"
 #include "output.h"
 #include "reading.h"
 #include "text/display_text.h"
@@ -140,6 +141,7 @@ Status prune(const PruneOptions& options, std::ostream& notes) {
   if (options.keepsNumbers && hasNumbers) restoreNumbers(wish);
   isOtherDocument ? output.update(manager) : output.edit(in, wish);
   output.requireAll(manager);
+  if (isOtherDocument) tellLosses(output.getShownPath(), output.listReplaced(), false, notes);
   output.commit();
   tell(wish, output.getUnread(), hasNumbers, notes);
   tellMentions(in, wish, notes);

@@ -1,4 +1,6 @@
-#include <memory>
+#include <algorithm>
+#include <limits>
+#include <optional>
 #include <ostream>
 #include <set>
 #include <stdexcept>
@@ -49,6 +51,7 @@ Change read(const std::string& assignment) {
   const std::string name = assignment.substr(0, sign);
   const std::string text = assignment.substr(sign + 1);
   const Fields::Field* const field = Fields::find(name);
+  if (name == "current") throw UserError("which foundation is current cannot be set");
   if (field == nullptr) failAtField(name);
   try {
     return {*field, Fields::parse(*field, text)};
@@ -64,31 +67,47 @@ std::vector<Change> read(const Assignments& assignments) {
   return changes;
 }
 
-void apply(const std::vector<Change>& changes, Foundation& foundation) {
+void assign(const std::vector<Change>& changes, Foundation& foundation) {
   for (const Change& change : changes) change.field.set(foundation, change.value);
 }
 
-/// Of several with the same number or name, which a document may hold, only those that were changed
-/// are refused.
-void requireUnique(const FoundationManager& manager, const std::set<const Foundation*>& changed) {
+bool sets(const std::vector<Change>& changes, Fields::Type type) {
+  return std::any_of(changes.begin(), changes.end(),
+                     [type](const Change& change) { return change.field.type == type; });
+}
+
+/// Whatever else a document may hold twice, what is changed must be unique in what is set.
+void requireUnique(const FoundationManager& manager, const std::set<const Foundation*>& changed,
+                   const std::vector<Change>& changes) {
+  const bool setsNumber = sets(changes, Fields::Type::integer);
+  const bool setsName = sets(changes, Fields::Type::text);
   for (const Foundation* foundation : manager.getFoundations())
     for (const Foundation* other : changed) {
       if (foundation == other) continue;
-      if (foundation->getNumber() == other->getNumber())
+      if (setsNumber && foundation->getNumber() == other->getNumber())
         throw UserError("number " + std::to_string(other->getNumber()) + " is taken by \"" +
                         DisplayText::fromName(foundation->getName()) + "\"; nothing was written");
-      if (foundation->getName() == other->getName())
+      if (setsName && foundation->getName() == other->getName())
         throw UserError("the name \"" + DisplayText::fromName(other->getName()) +
                         "\" is taken by number " + std::to_string(foundation->getNumber()) +
                         "; nothing was written");
     }
 }
 
-bool changesIdentity(const std::vector<Change>& changes) {
-  for (const Change& change : changes)
-    if (change.field.type == Fields::Type::integer || change.field.type == Fields::Type::text)
-      return true;
-  return false;
+void requireNumbers(const Document& document, const std::vector<Change>& changes) {
+  if (document.getForm() == Documents::Form::firstExchange && sets(changes, Fields::Type::integer))
+    throw UserError(document.getShownPath() +
+                    ": documents of version 1.0 have no numbers that could be set");
+}
+
+int findFreeNumber(const FoundationManager& manager) {
+  std::set<int> numbers = {0};
+  for (const Foundation* foundation : manager.getFoundations())
+    numbers.insert(foundation->getNumber());
+  int number = *numbers.rbegin();
+  if (number < std::numeric_limits<int>::max()) return number + 1;
+  while (numbers.count(number) > 0) --number;
+  return number;
 }
 
 std::vector<Foundation*> select(const Selection& selection, FoundationManager& manager,
@@ -142,8 +161,9 @@ Status set(const SetOptions& options, std::ostream& out, std::ostream& notes) {
   FoundationManager& manager = draft.getFoundations();
   const std::vector<Foundation*> selected =
       select(options.selection, manager, document.getShownPath());
-  for (Foundation* foundation : selected) apply(changes, *foundation);
-  if (changesIdentity(changes)) requireUnique(manager, {selected.begin(), selected.end()});
+  for (Foundation* foundation : selected) assign(changes, *foundation);
+  requireNumbers(document, changes);
+  requireUnique(manager, {selected.begin(), selected.end()}, changes);
   return finish(document, draft, options.path, out, notes);
 }
 
@@ -159,16 +179,18 @@ Status remove(const SetOptions& options, std::ostream& out, std::ostream& notes)
 }
 
 Status add(const AddOptions& options, std::ostream& out, std::ostream& notes) {
-  const std::vector<Change> changes = read(options.assignments);
-  const Change name = read("name=" + options.name);
+  std::vector<Change> changes = read(options.assignments);
+  changes.push_back(read("name=" + options.name));
   Document document(Documents::readFile(options.path), options.version);
   tellReading(document, notes);
   Editing::Draft draft(document);
   FoundationManager& manager = draft.getFoundations();
+  requireNumbers(document, changes);
+  const int number = findFreeNumber(manager);
   Foundation& added = *manager.giveFoundation(Foundation(), false);
-  apply({name}, added);
-  apply(changes, added);
-  requireUnique(manager, {&added});
+  added.setNumber(number);
+  assign(changes, added);
+  requireUnique(manager, {&added}, changes);
   return finish(document, draft, options.path, out, notes);
 }
 

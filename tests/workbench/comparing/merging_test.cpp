@@ -144,4 +144,42 @@ TEST(MergingNumber, IsOneWhereThereAreNone) {
             Texts{"number 1 \"B\" 0"});
 }
 
+TEST(Merging, TakesZerosOverThatComeWithTheirPart) {
+  EXPECT_EQ(merge(makeExchange("<SurfaceBedding Number='1' Name='A'/>"),
+                  makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='1'/>"))
+                .foundations,
+            Texts{"number 1 \"A\" 0"});
+  EXPECT_EQ(merge(makeExchange("<Bedding Name='A' SurfaceStiffnessZ='0'/>"),
+                  makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='1'/>"))
+                .foundations,
+            Texts{"number 1 \"A\" 0"});
+}
+
+TEST(Merging, TakesARotationOfZeroOver) {
+  Document into({"into", "", makeModel("<FOUND NUMBER='1' NAME='A' FZLINE='1' FXX='5'/>")});
+  Document in({"in", "", makeModel("<FOUND NUMBER='1' NAME='A' FZLINE='1' FXX='0'/>")});
+  Editing::Draft draft(into);
+  Merger(into, draft, OnClash::refuse).merge(in);
+
+  EXPECT_EQ(Fields::show(Fields::find("lineRotationX")->get(draft.getCopy(0))), "-");
+}
+
+TEST(MergingClash, IsThatOfAFoundationGivenTwice) {
+  EXPECT_EQ(merge(makeModel("<FOUND NUMBER='1' NAME='A' FZAREA='1'/>"
+                            "<FOUND NUMBER='1' NAME='A' FZAREA='2'/>"),
+                  makeExchange(surfaceA))
+                .clashes,
+            Texts{"in:2:59: number 1 \"A\" clashes with number 1 \"A\" in into:1:11"});
+}
+
+TEST(MergingClash, TellsWhatIsLeftOut) {
+  Document into({"into", "", makeModel("<FOUND NUMBER='1' NAME='B'/>")});
+  Document in({"in", "", makeExchange(surfaceA)});
+  Editing::Draft draft(into);
+  Merger merger(into, draft, OnClash::skip);
+  merger.merge(in);
+
+  EXPECT_EQ(merger.getLeftOut(), Texts{"in:1:11: number 1 \"A\" is left out"});
+}
+
 }  // namespace

@@ -10,6 +10,7 @@
 namespace {
 
 using Documents::ElementWord;
+using Documents::Form;
 using Documents::Kind;
 
 const ElementWord* const all[] = {&Documents::Legacy::list, &Documents::Legacy::foundation,
@@ -50,6 +51,20 @@ TEST(Vocabulary, HasAFactorForEachPart) {
 TEST(DocumentForm, OfTheFirstVersionIsTheOnlyOneWithANumber) {
   EXPECT_STREQ(Documents::getVersion(Documents::Form::firstExchange), "1.0");
   EXPECT_STREQ(Documents::getVersion(Documents::Form::exchange), "current");
+}
+
+TEST(Vocabulary, TellsWhichFieldsAFormCarries) {
+  using Documents::carries;
+  const struct {
+    Form form;
+    const char* field;
+    bool isCarried;
+  } rows[] = {{Form::legacy, "generated", true},       {Form::legacy, "lineFailureX", true},
+              {Form::exchange, "number", true},        {Form::exchange, "areaZ", true},
+              {Form::exchange, "lineZ", true},         {Form::exchange, "generated", false},
+              {Form::exchange, "lineFailureX", false}, {Form::firstExchange, "areaZ", true},
+              {Form::firstExchange, "number", false},  {Form::kvml, "name", false}};
+  for (const auto& row : rows) EXPECT_EQ(carries(row.form, row.field), row.isCarried) << row.field;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "documents/writing.h"
 
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -158,6 +159,27 @@ TEST(Writing, LeavesAFileAloneInWhichNothingChanges) {
   EXPECT_EQ(output.getMade().getContent().bytes, model);
 }
 
+TEST(Writing, RefusesToReplaceWhatChangedMeanwhile) {
+  const TemporaryFile file("<B>\n<Bedding Name='A'/>\n</B>");
+  Document in(Documents::readFile(file.get()));
+  OutputFile to(file.get());
+  Output output(to, Form::firstExchange, in);
+  Editing::Draft draft(in);
+  draft.remove(draft.getCopy(0));
+  output.edit(in, draft.makeWish());
+  std::ofstream(file.get()) << "<B/>";
+
+  try {
+    output.commit();
+    ADD_FAILURE() << "what another program wrote is replaced";
+  } catch (const UserError& error) {
+    EXPECT_EQ(error.what(), file.get() +
+                                ": was changed by another program meanwhile; nothing was "
+                                "written, try again");
+  }
+  EXPECT_EQ(load(file.get()), "<B/>");
+}
+
 TEST(Writing, DestroysNoDocument) {
   const struct {
     const char* there;
@@ -236,6 +258,56 @@ TEST(Losses, AreFoundationsThatTheFormHasNoPlaceFor) {
     ASSERT_EQ(losses.size(), 1u) << row.found;
     EXPECT_EQ(losses[0].substr(losses[0].find("\"A\"")),
               std::string("\"A\": is lost, since ") + row.reason);
+  }
+}
+
+TEST(Losses, OfTheDocumentThatIsThereAreWhatTheOtherOneDoesNotTell) {
+  Document in({"in", "", "<B><SurfaceBedding Number='1' Name='A' StiffnessZ='5'/></B>"});
+  const TemporaryFile out(
+      "<?xml?>\n<SMOD><FOUNDATIONS CURRENT='A'><FOUND NUMBER='1' NAME='A' FZAREA='7' "
+      "IsGenerated='1'/><FOUND NUMBER='2' NAME='B'/></FOUNDATIONS></SMOD>");
+  OutputFile to(out.get());
+  Output output(to, Form::legacy, in);
+  output.update(in.getFoundations());
+
+  EXPECT_EQ(show(output.listReplaced()),
+            (std::vector<std::string>{"number 1 \"A\": generated yes becomes no",
+                                      "number 1 \"A\": is no longer the current foundation",
+                                      "number 2 \"B\": goes from the document"}));
+}
+
+TEST(Writing, RequiresThatAllIsKept) {
+  const struct {
+    const char* bytes;
+    const char* field;
+    const char* value;
+    const char* error;
+  } rows[] = {
+      {"<B><Bedding Name='A'/></B>", "number", "7", ""},
+      {"<B><Bedding Name='A'/></B>", "areaZ", "7", ""},
+      {"<B><Bedding Name='A'/></B>", "generated", "yes",
+       ": was not written, since something would be lost: number 1 \"A\": generated yes becomes "
+       "no"},
+      {"<B><CurveBedding Number='1' Name='A'/></B>", "lineFailureX", "tension",
+       ": was not written, since something would be lost: number 1 \"A\": lineFailureX tension "
+       "becomes none"},
+  };
+  for (const auto& row : rows) {
+    const TemporaryFile file(row.bytes);
+    Document in(Documents::readFile(file.get()));
+    OutputFile to(file.get());
+    Output output(to, in.getForm(), in);
+    Editing::Draft draft(in);
+    const Fields::Field& field = *Fields::find(row.field);
+    field.set(draft.getCopy(0), Fields::parse(field, row.value));
+    output.edit(in, draft.makeWish());
+    std::string error;
+    try {
+      output.requireAll(draft.getFoundations());
+    } catch (const UserError& thrown) {
+      error = std::string(thrown.what()).substr(file.get().size());
+    }
+    EXPECT_EQ(error, row.error) << row.field;
   }
 }
 

@@ -82,4 +82,10 @@ TEST(CharsetValue, RefersToWhatCannotStandInIt) {
   }
 }
 
+TEST(CharsetValue, OfADocumentThatIsNotTheUtf8ItDeclaresIsWrittenInReferences) {
+  const Charset charset = Charset::recognise("UTF-8", "\xFC");
+
+  EXPECT_EQ(charset.writeValue("R\xC3\xBC", '"'), "R&#252;");
+}
+
 }  // namespace

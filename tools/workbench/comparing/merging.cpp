@@ -20,10 +20,24 @@ using Documents::Document;
 using Documents::Form;
 using Found::Foundation;
 
-/// True for a field of a part that `source` does not have.
-bool isOfMissingPart(std::string_view field, Foundation& source) {
-  if (field.substr(0, 4) == "area") return !Parts::hasArea(source);
-  return field.substr(0, 4) == "line" && !Parts::hasLine(source);
+bool isOfArea(std::string_view field) { return field.substr(0, 4) == "area"; }
+bool isOfLine(std::string_view field) { return field.substr(0, 4) == "line"; }
+
+/// True when the element tells a stiffness of the area, or of the line, be it zero.
+bool tellsStiffness(const Documents::Entry& entry, Form form, bool (*isOfPart)(std::string_view)) {
+  if (form != Form::legacy && entry.element.getName() != Documents::Exchange::whole.name)
+    return isOfPart == isOfArea ? entry.element.getName() == Documents::Exchange::surface.name
+                                : entry.element.getName() == Documents::Exchange::curve.name;
+  const Documents::ElementWord& word =
+      form == Form::legacy ? Documents::Legacy::foundation : Documents::Exchange::whole;
+  return std::any_of(word.attributes.begin(), word.attributes.end(),
+                     [&](const Documents::AttributeWord& attribute) {
+                       using Documents::Kind;
+                       const bool isStiffness = attribute.kind == Kind::stiffness ||
+                                                attribute.kind == Kind::lineStiffness;
+                       return isStiffness && isOfPart(attribute.field) &&
+                              entry.element.readText(attribute.name).has_value();
+                     });
 }
 
 bool isIdentity(std::string_view field) { return field == "number" || field == "name"; }
@@ -53,8 +67,32 @@ void Merger::addPlaces(Document& document) {
     }
 }
 
+/// Models give an area of zeros to every foundation, so there these tell nothing.
+void Merger::addParts(Document& source) {
+  for (const Documents::Entries& entries : source.getEntries())
+    for (const Documents::Entry& entry : entries) {
+      if (entry.foundation == nullptr) continue;
+      const Form form = source.getForm();
+      if (tellsStiffness(entry, form, isOfLine)) withLine.insert(entry.foundation);
+      const bool tellsArea = tellsStiffness(entry, form, isOfArea);
+      if (tellsArea && (form != Form::legacy || Parts::hasArea(*entry.foundation)))
+        withArea.insert(entry.foundation);
+    }
+}
+
+/// True for a field of a part that comes, which may be nothing.
+bool Merger::comes(std::string_view field, Foundation& source) const {
+  const Fields::Value value = Fields::find(field)->get(source);
+  const bool isNothing = std::holds_alternative<std::monostate>(value);
+  if (isOfArea(field)) return withArea.count(&source) > 0 || (Parts::hasArea(source) && !isNothing);
+  if (isOfLine(field)) return withLine.count(&source) > 0 || (Parts::hasLine(source) && !isNothing);
+  return true;
+}
+
 void Merger::merge(Document& source) {
   addPlaces(source);
+  addParts(source);
+  taken.clear();
   for (Foundation* foundation : source.getFoundations().getFoundations())
     take(*foundation, source.getForm());
 }
@@ -96,6 +134,8 @@ void Merger::resolve(Foundation& source, Form form, Foundation* byNumber, Founda
       if (byName == nullptr) return add(source, findFreeNumber(), source.getName());
       return refuse(source, *byName);
     case OnClash::skip:
+      leftOut.push_back(
+          fmt::format("{}: {} is left out", places[&source], Fields::describe(source)));
       return;
     case OnClash::replace:
       if (byNumber == nullptr || byName == nullptr)
@@ -109,11 +149,11 @@ void Merger::resolve(Foundation& source, Form form, Foundation* byNumber, Founda
 }
 
 void Merger::change(Foundation& changed, Foundation& source, Form form) {
+  if (!taken.insert(&changed).second) return refuse(source, changed);
   for (const Fields::Field& field : Fields::list()) {
-    if (isIdentity(field.name) || isOfMissingPart(field.name, source)) continue;
-    if (!Documents::carries(form, field.name)) continue;
+    if (isIdentity(field.name) || !Documents::carries(form, field.name)) continue;
+    if (!comes(field.name, source)) continue;
     const Fields::Value value = field.get(source);
-    if (std::holds_alternative<std::monostate>(value)) continue;
     if (Documents::carries(targetForm, field.name))
       field.set(changed, value);
     else if (!Fields::areAlike(value, field.get(changed)))
@@ -134,6 +174,7 @@ void Merger::add(Foundation& source, int number, const std::string& name) {
     losses.push_back(Losses::describe(source, {field, value, field.get(none)}));
   }
   places[added.get()] = places[&source];
+  taken.insert(added.get());
   numbers.emplace(number, added.get());
   names.emplace(name, added.get());
   target.add(std::move(added));

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "documents/document.h"
@@ -32,6 +34,8 @@ class Merger {
 
   /// Clashes that were refused, a sentence each, with the places of both.
   const std::vector<std::string>& getClashes() const { return clashes; }
+  /// What the rule left out, a sentence each.
+  const std::vector<std::string>& getLeftOut() const { return leftOut; }
   /// What does not come over since the other form has no place for it.
   const std::vector<Losses::Loss>& getLosses() const { return losses; }
 
@@ -45,6 +49,8 @@ class Merger {
   void replace(Foundation& target, Foundation& source, Documents::Form form);
   void refuse(const Foundation& source, const Foundation& other);
   void addPlaces(Documents::Document& document);
+  void addParts(Documents::Document& source);
+  bool comes(std::string_view field, Foundation& source) const;
   Foundation* find(int number) const;
   Foundation* find(const std::string& name) const;
   int findFreeNumber() const;
@@ -56,7 +62,11 @@ class Merger {
   std::map<const Foundation*, std::string> places;  // as messages tell them
   std::map<int, Foundation*> numbers;               // the first of each
   std::map<std::string, Foundation*> names;
+  std::set<const Foundation*> withArea;  // that tell a stiffness of it
+  std::set<const Foundation*> withLine;
+  std::set<const Foundation*> taken;  // that the document at hand has changed or added
   std::vector<std::string> clashes;
+  std::vector<std::string> leftOut;
   std::vector<Losses::Loss> losses;
 };
 

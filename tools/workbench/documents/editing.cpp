@@ -13,6 +13,7 @@
 #include "documents/vocabulary.h"
 #include "files/user_error.h"
 #include "foundations/fields.h"
+#include "foundations/parts.h"
 
 namespace Editing {
 namespace {
@@ -93,12 +94,16 @@ class Editor {
       follow(entry, *part, *after);
   }
 
-  /// True for the element of a part that the foundation no longer has, unless it is the only one.
-  bool losesPart(const Entry& entry, const Foundation& before, const Foundation& after) const {
-    const bool isCurve = entry.element.getName() == Exchange::curve.name;
-    const bool isSurface = entry.element.getName() == Exchange::surface.name;
-    if (isCurve) return before.hasLineValues() && !after.hasLineValues() && after.hasAreaValues();
-    return isSurface && before.hasAreaValues() && !after.hasAreaValues() && after.hasLineValues();
+  /// True for the element of a part that the foundation no longer has, unless it is the only one. A
+  /// part whose stiffness is zero stays: its element may hold what nobody here knows of.
+  bool losesPart(const Entry& entry, const Foundation& before, Foundation& after) const {
+    const bool isInTwoParts = inTwoParts.count(&before) > 0;
+    const std::string& name = entry.element.getName();
+    if (name == Exchange::curve.name)
+      return !Parts::tellsLine(after) &&
+             (isInTwoParts ? Parts::tellsArea(after) : after.hasAreaValues());
+    return name == Exchange::surface.name && !Parts::tellsArea(after) &&
+           (isInTwoParts ? Parts::tellsLine(after) : after.hasLineValues());
   }
 
   /// The element of a part that the foundation did not have; null when there is none.

@@ -1,5 +1,6 @@
 #include "documents/entries.h"
 
+#include <algorithm>
 #include <charconv>
 #include <memory>
 #include <stdexcept>
@@ -166,16 +167,28 @@ void addOutside(const KvXmlN::Data& top, bool isRead,
     addOutside(*child, containers.count(&top) > 0, containers, charset, entries);
 }
 
-/// Adds the foundations below lists, `top` included, that are not those of `list`. What has their
-/// name elsewhere in a model may be something else.
+/// True for an element that holds more than what something else of this name might, too.
+bool tellsStiffness(const KvXmlData& element) {
+  return std::any_of(Legacy::foundation.attributes.begin(), Legacy::foundation.attributes.end(),
+                     [&element](const AttributeWord& word) {
+                       return word.kind != Kind::identity &&
+                              element.findAttribute(word.name) != nullptr;
+                     });
+}
+
+/// Adds the foundations below `top` that are not those of `list`, and beddings of the exchange
+/// form. Beside lists, what has their name in a model may be something else.
 void addOutside(KvXmlData& top, bool isInList, const KvXmlData* list, const Charset& charset,
                 Entries& entries) {
-  const bool isList = top.getName() == Legacy::list.name;
+  const bool isBelowList = isInList || top.getName() == Legacy::list.name;
   for (KvXmlData* child : top.getChildren()) {
-    const bool isFoundation = child->getName() == Legacy::foundation.name;
-    if (isFoundation && (isInList || isList) && &top != list)
+    const std::string& name = child->getName();
+    const bool isFoundation =
+        name == Legacy::foundation.name && (isBelowList || tellsStiffness(*child));
+    const bool isBedding = name == Exchange::curve.name || name == Exchange::surface.name;
+    if ((isFoundation && &top != list) || isBedding)
       entries.emplace_back(Element(child, &charset)).fate = Fate::outside;
-    addOutside(*child, isInList || isList, list, charset, entries);
+    addOutside(*child, isBelowList, list, charset, entries);
   }
 }
 

@@ -182,13 +182,14 @@ std::vector<Loss> listHalved(Documents::Document& document) {
 }
 
 std::vector<Loss> listUnread(const std::vector<const Documents::Entry*>& entries) {
+  const std::string kind = "goes without ever having been read";
   std::vector<Loss> losses;
   for (const Documents::Entry* entry : entries) {
     const std::string name = entry->element.readText(Documents::Exchange::name).value_or("");
-    losses.push_back({fmt::format(R"(number {} "{}")", *entry->number, DisplayText::fromName(name)),
-                      "goes without ever having been read",
-                      fmt::format("goes without ever having been read (line {})",
-                                  entry->element.getPosition().line)});
+    Loss& loss = losses.emplace_back();
+    loss.foundation = fmt::format(R"(number {} "{}")", *entry->number, DisplayText::fromName(name));
+    loss.kind = kind;
+    loss.sentence = fmt::format("{} (line {})", kind, entry->element.getPosition().line);
   }
   return losses;
 }

@@ -33,7 +33,7 @@ std::string tell(const Entry& entry) {
   switch (entry.fate) {
     case Fate::read:
     case Fate::otherPart:
-      break;
+      return "";
     case Fate::renamed:
       return tellNewName(entry);
     case Fate::unknown:
@@ -51,9 +51,9 @@ std::string tell(const Entry& entry) {
     case Fate::nameEmpty:
       return fmt::format("the name of {} is empty; it was skipped", describe(entry, tag));
     case Fate::outside:
-      return fmt::format("a {} stands where no foundations are read; it was skipped", tag);
+      break;
   }
-  return "";
+  return fmt::format("a {} stands where no foundations are read; it was skipped", tag);
 }
 
 /// A model may hold anything beside foundations, also in their list.
@@ -76,9 +76,11 @@ std::vector<Note> listNotes(Document& document) {
   const std::size_t lists = document.listLists().size();
   std::size_t list = 0;
   for (const Entries& entries : document.getEntries()) {
-    for (const Entry& entry : entries)
+    for (const Entry& entry : entries) {
+      std::string sentence = tell(entry);
       if (isTold(entry, document.getForm()))
-        notes.push_back({entry.element.getPosition(), tell(entry)});
+        notes.push_back({entry.element.getPosition(), std::move(sentence)});
+    }
     if (list++ < lists && document.getForm() != Form::legacy) notes.push_back(countRead(entries));
   }
   return notes;

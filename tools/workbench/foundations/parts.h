@@ -10,4 +10,9 @@ namespace Parts {
 bool hasArea(Found::Foundation& foundation);
 bool hasLine(Found::Foundation& foundation);
 
+/// True when something of a part is there, be it zeros; those of a rotation say nothing, since
+/// exchange documents always give one.
+bool tellsArea(Found::Foundation& foundation);
+bool tellsLine(Found::Foundation& foundation);
+
 }  // namespace Parts

@@ -58,6 +58,7 @@ Charset Charset::recognise(std::string_view encoding, std::string_view bytes) {
   charset.isOther = !meansUtf8(encoding);
   charset.isGuessed = !charset.isOther && !Utf8::isValid(bytes);
   if (charset.isGuessed) charset.page = getWindows1252();
+  charset.isFalseUtf8 = charset.isGuessed && !encoding.empty();
   return charset;
 }
 
@@ -93,7 +94,7 @@ std::string Charset::readValue(std::string_view written) const {
 void Charset::append(std::string& written, char32_t character) const {
   const bool isAscii = character < 0x80;
   if (isUtf8() || isAscii) return Utf8::append(written, character);
-  const std::optional<char> byte = page ? page->encode(character) : std::nullopt;
+  const std::optional<char> byte = page && !isFalseUtf8 ? page->encode(character) : std::nullopt;
   written +=
       byte ? std::string(1, *byte) : fmt::format("&#{};", static_cast<std::uint32_t>(character));
 }

@@ -30,6 +30,7 @@ class Charset {
   void append(std::string& written, char32_t character) const;
 
   std::optional<KvCodePage> page;
-  bool isGuessed = false;  // the page; single values may be UTF-8 all the same
-  bool isOther = false;    // an encoding that is not known here; ASCII stands for itself
+  bool isGuessed = false;    // the page; single values may be UTF-8 all the same
+  bool isFalseUtf8 = false;  // it is declared, but not true
+  bool isOther = false;      // an encoding that is not known here; ASCII stands for itself
 };
