@@ -153,8 +153,11 @@ class Editor {
   }
 
   const ElementWord& findWord(const Entry& entry) const {
-    return base.getForm() == Form::legacy ? Legacy::foundation
-                                          : *Exchange::findWord(entry.element.getName());
+    if (base.getForm() == Form::legacy) return Legacy::foundation;
+    const std::string& name = entry.element.getName();
+    return name == Exchange::whole.name   ? Exchange::whole
+           : name == Exchange::curve.name ? Exchange::curve
+                                          : Exchange::surface;
   }
 
   /// `value` is in UTF-8; none takes the attribute away.

@@ -92,6 +92,7 @@ void Layout::append(Markup::Range element, const std::vector<Line>& lines, Edit&
 void Layout::addChildren(Markup::Range element, const std::vector<std::string>& children,
                          Edit& edit) const {
   std::vector<Line> lines;
+  lines.reserve(children.size());
   for (const std::string& child : children) lines.push_back({1, child});
   append(element, lines, edit);
 }

@@ -38,7 +38,7 @@ std::optional<std::string> spell(const AttributeWord& word, Foundation& foundati
   if (const auto* const number = std::get_if<double>(&value))
     return DisplayText::fromNumber(*number);
   if (std::holds_alternative<std::monostate>(value)) return std::nullopt;
-  const std::string& text = std::get<std::string>(value);
+  const auto& text = std::get<std::string>(value);
   return word.kind == Kind::identity ? text : spellFailure(text, word.kind);
 }
 
