@@ -617,7 +617,7 @@ TEST(ConvertUpdate, ChangesBeddingsInTheirContainersAndKeepsUnknownAttributes) {
 
   EXPECT_EQ(run("convert '" + in + "' '" + out + "' --to exchange").status, 0);
 
-  EXPECT_EQ(readFile(out),
+  EXPECT_EQ(readBytes(out),
             "<X>\r\n\t<B><SurfaceBedding Number='1' Name='A' Guid='g1' StiffnessZ='5.0'/></B>\r\n"
             "\t<C><SurfaceBedding\r\n\t\tNumber='2' Name='B' StiffnessZ='6'><Note/>"
             "</SurfaceBedding></C>\r\n</X>");

@@ -45,6 +45,14 @@ inline std::string readFile(const std::string& path) {
   return text.str();
 }
 
+/// The same with the line ends that there are.
+inline std::string readBytes(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  return bytes.str();
+}
+
 /// Writes `text` to a file of the running test and returns its path.
 inline std::string makeFile(const std::string& name, const std::string& text) {
   const std::string path = makePath(name);

@@ -13,11 +13,6 @@ const std::string foundB = "\t<FOUND NUMBER='2' NAME='B' FZLINE='2' IsGenerated=
 const std::string end = "</FOUNDATIONS>\r\n</SMOD>\r\n";
 const std::string model = start + foundA + foundB + end;
 
-std::string readBytes(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
 struct Changed {
   Result result;
   std::string text;
@@ -204,9 +199,11 @@ TEST(Add, TakesAFreeNumberBelowTheHighestThatThereCanBe) {
       "+ number 2147483646 \"B\"\n");
 }
 
+#ifndef _WIN32
 TEST(Set, WritesNothingToALinkToStandardInput) {
   EXPECT_EQ(run("set /dev/stdin 1 areaZ=1", makeFile("model.xml", model)).err,
             "kvfound: /dev/stdin: cannot be written; - is standard input and output\n");
 }
+#endif
 
 }  // namespace
