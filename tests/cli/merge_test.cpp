@@ -176,4 +176,16 @@ TEST(Merge, ReadsStandardInputForOneDocumentOnly) {
             "kvfound: only one of the documents can come from standard input\n");
 }
 
+TEST(Merge, KeepsTheDocumentsThatComeApart) {
+  const std::string first = makeFile("first.xml", "<B>" + makeSurface(1, "A", "2") + "</B>");
+  const std::string second =
+      makeFile("second.xml", "<B><CurveBedding Number='2' Name='B' StiffnessZ='4'/></B>");
+  const std::string into =
+      makeFile("into.xml", makeModel(foundA + "\t<FOUND NUMBER=\"2\" NAME=\"B\" FZAREA=\"3\"/>\n"));
+  const Result result = run("merge '" + first + "' '" + second + "' '" + into + "'");
+
+  EXPECT_EQ(result.out,
+            "~ number 1 \"A\"\n    areaZ: 1.5 -> 2\n~ number 2 \"B\"\n    lineZ: - -> 4\n");
+}
+
 }  // namespace

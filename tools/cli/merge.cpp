@@ -1,4 +1,4 @@
-#include <filesystem>
+#include <deque>
 #include <ostream>
 #include <string>
 
@@ -8,7 +8,6 @@
 #include "documents/document.h"
 #include "documents/editing.h"
 #include "documents/writing.h"
-#include "files/paths.h"
 #include "files/user_error.h"
 #include "losses.h"
 #include "output.h"
@@ -45,8 +44,9 @@ Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes
   Editing::Draft draft(into);
   Comparing::Merger merger(into, draft, options.onClash);
   std::size_t skipped = 0;
+  std::deque<Document> sources;  // which the merger knows by their foundations
   for (const std::string& path : options.in) {
-    Document in(Documents::readFile(path), options.version);
+    Document& in = sources.emplace_back(Documents::readFile(path), options.version);
     skipped += tellReading(in, notes);
     merger.merge(in);
   }
