@@ -226,7 +226,7 @@ class PageMaker {
 }  // namespace
 
 bool isPage(std::string_view text) {
-  return text.find("<meta name=\"generator\" content=\"kvfound\">") != text.npos;
+  return text.find(R"(<meta name="generator" content="kvfound">)") != text.npos;
 }
 
 std::string makePage(const Content& content) { return PageMaker(content).make(); }
