@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <limits>
+#include <map>
 #include <optional>
 #include <ostream>
 #include <set>
@@ -15,6 +15,7 @@
 #include "documents/writing.h"
 #include "files/user_error.h"
 #include "foundations/fields.h"
+#include "foundations/numbers.h"
 #include "output.h"
 #include "reading.h"
 #include "text/display_text.h"
@@ -101,13 +102,10 @@ void requireNumbers(const Document& document, const std::vector<Change>& changes
 }
 
 int findFreeNumber(const FoundationManager& manager) {
-  std::set<int> numbers = {0};
-  for (const Foundation* foundation : manager.getFoundations())
-    numbers.insert(foundation->getNumber());
-  int number = *numbers.rbegin();
-  if (number < std::numeric_limits<int>::max()) return number + 1;
-  while (numbers.count(number) > 0) --number;
-  return number;
+  std::map<int, Foundation*> numbers;
+  for (Foundation* foundation : manager.getFoundations())
+    numbers.emplace(foundation->getNumber(), foundation);
+  return Numbers::findFree(numbers);
 }
 
 std::vector<Foundation*> select(const Selection& selection, FoundationManager& manager,

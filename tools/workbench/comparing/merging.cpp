@@ -1,7 +1,6 @@
 #include "comparing/merging.h"
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 #include <string_view>
 #include <variant>
@@ -10,6 +9,7 @@
 
 #include "documents/vocabulary.h"
 #include "foundations/fields.h"
+#include "foundations/numbers.h"
 #include "foundations/parts.h"
 #include "text/display_text.h"
 
@@ -112,7 +112,7 @@ void Merger::take(Foundation& source, Form form) {
   // The first exchange version has no numbers: names alone tell what belongs together.
   if (form == Form::firstExchange || targetForm == Form::firstExchange) {
     if (byName != nullptr) return change(*byName, source, form);
-    return add(source, findFreeNumber(), source.getName());
+    return add(source, Numbers::findFree(numbers), source.getName());
   }
   Foundation* const byNumber = find(source.getNumber());
   if (byNumber == nullptr && byName == nullptr)
@@ -131,7 +131,7 @@ void Merger::resolve(Foundation& source, Form form, Foundation* byNumber, Founda
         return add(source, source.getNumber(), findFreeName(source.getName()));
       return refuse(source, *byNumber);
     case OnClash::renumber:
-      if (byName == nullptr) return add(source, findFreeNumber(), source.getName());
+      if (byName == nullptr) return add(source, Numbers::findFree(numbers), source.getName());
       return refuse(source, *byName);
     case OnClash::skip:
       leftOut.push_back(
@@ -193,14 +193,6 @@ void Merger::replace(Foundation& changed, Foundation& source, Form form) {
 void Merger::refuse(const Foundation& source, const Foundation& other) {
   clashes.push_back(fmt::format("{}: {} clashes with {} in {}", places[&source],
                                 Fields::describe(source), Fields::describe(other), places[&other]));
-}
-
-/// One above the highest number; below the highest that there can be.
-int Merger::findFreeNumber() const {
-  int number = numbers.empty() ? 0 : std::max(numbers.rbegin()->first, 0);
-  if (number < std::numeric_limits<int>::max()) return number + 1;
-  while (find(number) != nullptr) --number;
-  return number;
 }
 
 std::string Merger::findFreeName(const std::string& name) const {

@@ -53,7 +53,6 @@ class Merger {
   bool comes(std::string_view field, Foundation& source) const;
   Foundation* find(int number) const;
   Foundation* find(const std::string& name) const;
-  int findFreeNumber() const;
   std::string findFreeName(const std::string& name) const;
 
   Documents::Form targetForm;
