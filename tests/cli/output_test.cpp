@@ -382,6 +382,13 @@ TEST_F(OutputInterruption, EndsQuietlyWhenNobodyReads) {
 }
 
 #ifdef KVFOUND_FAILING_CALLS
+#ifdef _LIBCPP_VERSION
+constexpr int callsThatCanFail =
+    2;  // fsync and rename; its streams write by calls within the C library
+#else
+constexpr int callsThatCanFail = 3;  // write, fsync and rename
+#endif
+
 class FailingCalls : public Output {
  protected:
   /// Runs a command that edits `in` with one call after the other failing, until none does. Each
@@ -401,7 +408,7 @@ class FailingCalls : public Output {
       EXPECT_EQ(read("in"), old);
       EXPECT_EQ(list(), files);
     }
-    EXPECT_GE(failures, 3);  // of a write, fsync and rename
+    EXPECT_GE(failures, callsThatCanFail);
     EXPECT_LT(failures, 50);
     EXPECT_NE(read("in"), old);
     EXPECT_EQ(list(), files);

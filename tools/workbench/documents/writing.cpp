@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -33,8 +34,8 @@ using Found::FoundationManager;
 template <class Tree>
 std::string print(const Tree& tree) {
   std::ostringstream out;
-  out.exceptions(std::ios::badbit);  // or the text would end where memory runs out
   tree.putToStream(out);
+  if (!out) throw std::bad_alloc();  // or the text would end where memory runs out
   return out.str();
 }
 
