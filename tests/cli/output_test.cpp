@@ -382,11 +382,11 @@ TEST_F(OutputInterruption, EndsQuietlyWhenNobodyReads) {
 }
 
 #ifdef KVFOUND_FAILING_CALLS
+// Of write, fsync and rename; the streams of LLVM's library write by calls within the C library.
 #ifdef _LIBCPP_VERSION
-constexpr int callsThatCanFail =
-    2;  // fsync and rename; its streams write by calls within the C library
+constexpr int callsThatCanFail = 2;
 #else
-constexpr int callsThatCanFail = 3;  // write, fsync and rename
+constexpr int callsThatCanFail = 3;
 #endif
 
 class FailingCalls : public Output {
