@@ -1,0 +1,170 @@
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "arguments.h"
+#include "command_list.h"
+
+/// The commands that write documents.
+namespace CommandLine {
+
+using Commands::Status;
+
+void addConvert(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::ConvertOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "convert", "Writes the foundations of a document in another form and tells what is lost");
+  command->add_option("IN", options->in, "a legacy model or an exchange document, or -")
+      ->required();
+  command
+      ->add_option("OUT", options->out,
+                   "the file to write, or -; may be IN. Of a model or an exchange document of the "
+                   "same form that is there, only the foundations change")
+      ->required();
+  using Documents::Form;
+  addChoice<Form>(*command, "--to", options->form,
+                  {{"legacy", Form::legacy},
+                   {"exchange", Form::exchange},
+                   {"exchange-1.0", Form::firstExchange},
+                   {"kvml", Form::kvml}},
+                  "legacy, exchange, exchange-1.0 or kvml")
+      ->required()
+      ->type_name("FORM");
+  command->add_flag("--strict", options->isStrict,
+                    "write nothing when something would be lost, and exit with 1");
+  command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
+  addVersion(*command, options->version, versionOfIn);
+  command->footer("Example: kvfound convert model.xml beddings.xml --to exchange");
+  command->callback([options, &status] { status = convert(*options, std::cerr); });
+}
+
+void addMerge(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::MergeOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "merge",
+      "Takes the foundations of documents over into another one, where they change those of the "
+      "same number and name, and removes nothing");
+  const auto documents = std::make_shared<std::vector<std::string>>();
+  command
+      ->add_option(
+          "IN", *documents,
+          "legacy models or exchange documents, one of them may be -; the last one is INTO, "
+          "the document that they come into, which is edited in place")
+      ->required()
+      ->expected(2, 1000000)
+      ->option_text("IN... INTO");
+  command->add_option("-o,--output", options->out, "write to OUT and leave INTO as it is")
+      ->type_name("OUT");
+  using Comparing::OnClash;
+  addChoice<OnClash>(*command, "--on-clash", options->onClash,
+                     {{"refuse", OnClash::refuse},
+                      {"rename", OnClash::rename},
+                      {"renumber", OnClash::renumber},
+                      {"skip", OnClash::skip},
+                      {"replace", OnClash::replace}},
+                     "refuse, rename, renumber, skip or replace")
+      ->type_name("RULE")
+      ->description(
+          "what becomes of a foundation whose number or name another one has in INTO: rename gives "
+          "it a free name, renumber a free number, skip leaves it out, replace puts it in the "
+          "place of the other; refuse when left out");
+  command->add_flag("--dry-run", options->isDryRun, "only tell what would change");
+  command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
+  addVersion(*command, options->version, "version of exchange documents");
+  command->footer("Example: kvfound merge beddings.xml model.xml --dry-run");
+  command->callback([options, documents, &status] {
+    options->into = documents->back();
+    options->in.assign(documents->begin(), documents->end() - 1);
+    status = merge(*options, std::cout, std::cerr);
+  });
+}
+
+void addSet(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::SetOptions>();
+  const auto arguments = std::make_shared<std::vector<std::string>>();
+  CLI::App* const command = program.add_subcommand(
+      "set", "Changes fields of foundations of a document in place, and prints what changed");
+  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
+      ->required();
+  command
+      ->add_option("FIELD=VALUE", *arguments,
+                   "numbers of foundations, such as 3,5-9, and what is set, such as areaZ=16000; "
+                   "fields are named as show --format csv names them, and nothing behind = takes a "
+                   "stiffness away")
+      ->required()
+      ->option_text("[NUMBERS] FIELD=VALUE...");
+  addSelectionOptions(*command, options->selection);
+  addVersion(*command, options->version, versionOfFile);
+  command->footer("Example: kvfound set model.xml 3 areaZ=16000 areaFailureZ=tension");
+  command->callback([options, arguments, command, &status] {
+    for (const std::string& argument : *arguments)
+      if (argument.find('=') != argument.npos)
+        options->assignments.push_back(argument);
+      else
+        selectNumbers(options->selection, argument, *command);
+    status = set(*options, std::cout, std::cerr);
+  });
+}
+
+void addAdd(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::AddOptions>();
+  CLI::App* const command =
+      program.add_subcommand("add", "Adds a foundation to a document in place");
+  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
+      ->required();
+  command->add_option("NAME", options->name, "what the foundation is called")->required();
+  command
+      ->add_option("FIELD=VALUE", options->assignments,
+                   "what it holds, such as areaZ=16000; the next free number when none is given")
+      ->option_text("FIELD=VALUE...");
+  addVersion(*command, options->version, versionOfFile);
+  command->footer(
+      "Example: kvfound add model.xml \"New footing\" areaX=1500 areaY=1500 areaZ=20000");
+  command->callback([options, &status] { status = add(*options, std::cout, std::cerr); });
+}
+
+void addRemove(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::SetOptions>();
+  CLI::App* const command =
+      program.add_subcommand("remove", "Removes foundations from a document in place");
+  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
+      ->required();
+  const Numbers numbers = addSelection(*command, options->selection);
+  addVersion(*command, options->version, versionOfFile);
+  command->footer("Example: kvfound remove model.xml 3,5-9");
+  command->callback([options, numbers, command, &status] {
+    if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
+    status = remove(*options, std::cout, std::cerr);
+  });
+}
+
+void addPrune(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::PruneOptions>();
+  CLI::App* const command =
+      program.add_subcommand("prune", "Removes foundations that were generated or are not used");
+  command->add_option("IN", options->in, "a legacy model or an exchange document, or -")
+      ->required();
+  command
+      ->add_option("OUT", options->out,
+                   "the file to write, in the form of IN, or -; may be IN. It is IN without the "
+                   "foundations removed, or where OUT is another such document, OUT with those "
+                   "that are left")
+      ->required();
+  command->add_flag("--generated", options->isGenerated,
+                    "remove generated foundations and number the rest 1, 2, 3, ...");
+  command
+      ->add_option("--used-by", options->usedBy,
+                   "keep the foundations whose number or name stands in FILE, one a line, and "
+                   "remove all others; with --generated only others that were generated")
+      ->type_name("FILE");
+  command->add_flag("--ignore-missing", options->ignoresMissing,
+                    "go on when lines of the list fit no foundation, which is an error otherwise");
+  command->add_flag("--keep-numbers", options->keepsNumbers,
+                    "leave the numbers of those that stay as they are");
+  addVersion(*command, options->version, versionOfIn);
+  command->footer("Example: kvfound prune model.xml pruned.xml --generated");
+  command->callback([options, &status] { status = prune(*options, std::cerr); });
+}
+
+}  // namespace CommandLine

@@ -1,0 +1,112 @@
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "arguments.h"
+#include "command_list.h"
+#include "files/user_error.h"
+#include "mistakes.h"
+
+/// The commands that look at documents.
+namespace CommandLine {
+
+using Commands::Status;
+
+void addShow(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::ShowOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "show",
+      "Prints the foundations of a legacy model or an exchange document, as a table or as data");
+  command->add_option("FILE", options->path,
+                      "the document; standard input when it is - or left out");
+  const Numbers numbers = addSelection(*command, options->selection);
+  using Format = Commands::ShowOptions::Format;
+  addChoice<Format>(*command, "--format", options->format,
+                    {{"table", Format::table}, {"json", Format::json}, {"csv", Format::csv}},
+                    "table, json or csv")
+      ->type_name("FORMAT");
+  addVersion(*command, options->version, versionOfFile);
+  command->footer("Example: kvfound show model.xml --format csv");
+  command->callback([options, numbers, command, &status] {
+    if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
+    status = show(*options, std::cout, std::cerr);
+  });
+}
+
+void addCheck(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::CheckOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "check",
+      "Warns of what a reader of legacy models or exchange documents accepts in silence; exits "
+      "with 1 when it found something, with 2 when a document cannot be read");
+  command->add_option("FILE", options->paths,
+                      "the documents; standard input when it is - or left out");
+  addVersion(*command, options->version,
+             "version of exchange documents; when left out, 1.0 for one that holds a Bedding "
+             "element, else the current one");
+  command->footer("Example: kvfound check model.xml beddings.xml");
+  command->callback([options, &status] { status = check(*options, std::cout, std::cerr); });
+}
+
+void addDiff(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::DiffOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "diff", "Tells how the foundations of two documents differ, whatever their forms");
+  command->add_option("A", options->first, "the document before, or -")->required();
+  command->add_option("B", options->second, "the document after, or -")->required();
+  using Matching::Key;
+  using Keys = std::vector<Key>;
+  addChoice<Keys>(*command, "--by", options->keys,
+                  {{"number", Keys{Key::number}}, {"name", Keys{Key::name}}}, "number or name")
+      ->type_name("KEY")
+      ->description(
+          "pair foundations that do not have number and name alike by number or by name only; "
+          "by name, then by number when left out");
+  command
+      ->add_option("--relative", options->relative,
+                   "take stiffness and factors for alike that differ by no more than this share of "
+                   "the larger one, such as 1e-6")
+      ->type_name("SHARE");
+  addVersion(*command, options->version, "version of exchange documents");
+  command->footer(
+      "Exit status: 0 when the foundations are alike, 1 when they differ, 2 after an error.\n"
+      "Example: kvfound diff before.xml after.xml");
+  command->callback([options, command, &status] {
+    if (!(options->relative >= 0.0 && options->relative <= 1.0))
+      throw UserError("--relative takes a share from 0 to 1, such as 1e-6" + makeAdvice(*command));
+    status = diff(*options, std::cout, std::cerr);
+  });
+}
+
+void addReport(CLI::App& program, Status& status) {
+  const auto options = std::make_shared<Commands::ReportOptions>();
+  CLI::App* const command = program.add_subcommand(
+      "report",
+      "Makes a page of HTML that shows the foundations of a document in pictures and in a table, "
+      "with what check finds");
+  command->add_option("FILE", options->in, "the document; standard input when it is - or left out");
+  const Numbers numbers = addSelection(*command, options->selection);
+  command
+      ->add_option("-o,--output", options->out,
+                   "the file to write; standard output when it is - or left out")
+      ->type_name("OUT");
+  command
+      ->add_option("--unit-force", options->units.force,
+                   "the unit of force that the values are labelled with, such as kN; nothing is "
+                   "converted")
+      ->type_name("UNIT");
+  command
+      ->add_option("--unit-length", options->units.length,
+                   "the unit of length that they are labelled with, such as m")
+      ->type_name("UNIT");
+  addVersion(*command, options->version, versionOfFile);
+  command->footer(
+      "Example: kvfound report model.xml -o model.html --unit-force kN --unit-length m");
+  command->callback([options, numbers, command, &status] {
+    if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
+    status = report(*options, std::cerr);
+  });
+}
+
+}  // namespace CommandLine
