@@ -19,22 +19,31 @@ using Documents::Element;
 using Documents::ElementWord;
 using Documents::Kind;
 
-/// What is wrong with an attribute and what a reader makes of it; none when nothing is wrong.
-using Fault = std::optional<std::string>;
+/// What is wrong with an attribute and what a reader makes of it.
+struct Wrong {
+  const Rule& rule;
+  std::string sentence;  // without the attribute
+};
+
+/// None when nothing is wrong.
+using Fault = std::optional<Wrong>;
 
 Fault judgeFlag(const Element& element, const std::string& name) {
   if (element.readInteger(name)) return std::nullopt;
-  return tellNoInteger(element, name) + "; it is read as 0, which is not generated";
+  return Wrong{Rules::unreadableValue,
+               tellNoInteger(element, name) + "; it is read as 0, which is not generated"};
 }
 
 Fault judgeNumber(const Element& element, const std::string& name, bool isPartOfLine) {
   const std::optional<double> value = element.readNumber(name);
-  if (!value) return "is no number; it is read as 0";
+  if (!value) return Wrong{Rules::unreadableValue, "is no number; it is read as 0"};
   if (isPartOfLine && std::isnan(*value))
-    return "is not finite; the line stiffness that it belongs to is not read";
+    return Wrong{Rules::infiniteValue,
+                 "is not finite; the line stiffness that it belongs to is not read"};
   if (!std::isfinite(*value))
-    return "is not finite; it is read as " + DisplayText::fromNumber(*value);
-  if (*value < 0.0) return "is negative; it is read as it is";
+    return Wrong{Rules::infiniteValue,
+                 "is not finite; it is read as " + DisplayText::fromNumber(*value)};
+  if (*value < 0.0) return Wrong{Rules::negativeValue, "is negative; it is read as it is"};
   return std::nullopt;
 }
 
@@ -44,19 +53,23 @@ std::string showNumber(const Failures::Mode& mode) {
 
 Fault judgeFailureNumber(const Element& element, const std::string& name) {
   const std::optional<int> value = element.readInteger(name);
-  if (!value) return tellNoInteger(element, name) + "; it is read as 0, no failure";
+  if (!value)
+    return Wrong{Rules::unknownFailure,
+                 tellNoInteger(element, name) + "; it is read as 0, no failure"};
   if (Failures::find(static_cast<Found::Foundation::Failure>(*value)) != nullptr)
     return std::nullopt;
   const auto& [tension, none, compression] = Failures::modes;
-  return fmt::format("is none of {}, {} and {}; it is kept as it is", showNumber(tension),
-                     showNumber(none), showNumber(compression));
+  return Wrong{Rules::unknownFailure,
+               fmt::format("is none of {}, {} and {}; it is kept as it is", showNumber(tension),
+                           showNumber(none), showNumber(compression))};
 }
 
 Fault judgeFailureText(const Element& element, const std::string& name) {
   if (Failures::find(element.readText(name).value_or("")) != nullptr) return std::nullopt;
   const auto& [tension, none, compression] = Failures::modes;
-  return fmt::format(R"(is none of "{}", "{}" and "{}"; it is read as {})", tension.word, none.word,
-                     compression.word, none.word);
+  return Wrong{Rules::unknownFailure,
+               fmt::format(R"(is none of "{}", "{}" and "{}"; it is read as {})", tension.word,
+                           none.word, compression.word, none.word)};
 }
 
 Fault judge(const Element& element, const AttributeWord& attribute) {
@@ -92,9 +105,10 @@ void checkAttributes(const Element& element, const ElementWord& known, Findings&
                      [&name](const AttributeWord& candidate) { return candidate.name == name; });
     if (attribute != known.attributes.end()) {
       if (const Fault fault = judge(element, *attribute))
-        findings.add(element.locate(name), showAttribute(element, name) + " " + *fault);
+        findings.add(fault->rule, element.locate(name),
+                     showAttribute(element, name) + " " + fault->sentence);
     } else if (!isOfNamespace(name)) {
-      findings.add(element.locate(name),
+      findings.add(Rules::unknownAttribute, element.locate(name),
                    showText(name) + " is no attribute of <" + known.name + ">; it is not read");
     }
   }
@@ -102,8 +116,9 @@ void checkAttributes(const Element& element, const ElementWord& known, Findings&
 
 void checkHasNoChildren(const Element& element, Findings& findings) {
   for (const Element& child : element.listChildren())
-    findings.add(child.getPosition(), showElement(child) + " is no element of " +
-                                          showElement(element) + "; it is skipped");
+    findings.add(
+        Rules::unknownElement, child.getPosition(),
+        showElement(child) + " is no element of " + showElement(element) + "; it is skipped");
 }
 
 std::string tellNoInteger(const Element& element, const std::string& name) {

@@ -24,15 +24,15 @@ class BeddingCheck {
   void check(const Entry& entry) {
     const Element& element = entry.element;
     if (entry.fate == Fate::unknown)
-      return findings.add(element.getPosition(),
+      return findings.add(Rules::unknownElement, element.getPosition(),
                           showElement(element) + " is no bedding; it is skipped");
     if (entry.fate == Fate::ofFirstVersion)
-      return findings.add(element.getPosition(),
+      return findings.add(Rules::otherVersion, element.getPosition(),
                           fmt::format("{} is a bedding of version {} only; it is skipped",
                                       showElement(element), Documents::firstVersion));
     if (entry.fate == Fate::outside)
       return findings.add(
-          element.getPosition(),
+          Rules::misplacedElement, element.getPosition(),
           showElement(element) + " stands where no beddings are read; it is skipped");
     const ElementWord& word = *Exchange::findWord(element.getName());
     checkAttributes(element, word, findings);
@@ -45,32 +45,34 @@ class BeddingCheck {
  private:
   void checkNumber(const Entry& entry) {
     const Element& element = entry.element;
-    if (!element.readText(Exchange::number)) return tellMissing(element, Exchange::number);
+    if (!element.readText(Exchange::number))
+      return tellMissing(Rules::missingNumber, element, Exchange::number);
     const KvXmlPosition here = element.locate(Exchange::number);
     const std::string shown = showAttribute(element, Exchange::number);
     if (!entry.number)
-      return findings.add(here, fmt::format("{} {}; the bedding is skipped", shown,
-                                            tellNoInteger(element, Exchange::number)));
+      return findings.add(Rules::unreadableNumber, here,
+                          fmt::format("{} {}; the bedding is skipped", shown,
+                                      tellNoInteger(element, Exchange::number)));
     if (!element.readInteger(Exchange::number))
-      findings.add(here,
+      findings.add(Rules::unreadableNumber, here,
                    fmt::format("{} is no whole number; it is read as {}", shown, *entry.number));
     if (entry.fate == Fate::numberTooSmall)
-      findings.add(here,
+      findings.add(Rules::numberBelowOne, here,
                    fmt::format("the number {} is below 1; the bedding is skipped", *entry.number));
   }
 
   bool checkHasName(const Element& element) {
     const std::optional<std::string> name = element.readText(Exchange::name);
     if (!name)
-      tellMissing(element, Exchange::name);
+      tellMissing(Rules::missingName, element, Exchange::name);
     else if (name->empty())
-      findings.add(element.locate(Exchange::name),
+      findings.add(Rules::missingName, element.locate(Exchange::name),
                    fmt::format("the {} is empty; the bedding is skipped", Exchange::name));
     return name && !name->empty();
   }
 
-  void tellMissing(const Element& element, const char* attribute) {
-    findings.add(element.getPosition(),
+  void tellMissing(const Rule& rule, const Element& element, const char* attribute) {
+    findings.add(rule, element.getPosition(),
                  fmt::format("{} has no {}; it is skipped", showElement(element), attribute));
   }
 
@@ -83,19 +85,21 @@ class BeddingCheck {
   /// whether or not another foundation has it.
   void tellGivenNumber(const Entry& entry) {
     const KvXmlPosition here = entry.element.getPosition();
-    findings.add(here, fmt::format("the bedding is read as number {}, which the one {} has; both "
-                                   "foundations will have it",
-                                   *entry.number,
-                                   showPlace(entry.numberHolder->element.getPosition(), here)));
+    findings.add(
+        Rules::sameNumber, here,
+        fmt::format("the bedding is read as number {}, which the one {} has; both "
+                    "foundations will have it",
+                    *entry.number, showPlace(entry.numberHolder->element.getPosition(), here)));
   }
 
   void tellTakenNumber(const Entry& entry) {
     const KvXmlPosition first = entry.numberHolder->element.getPosition();
     const KvXmlPosition here = entry.element.locate(Exchange::number);
     const std::string place = showPlace(first, here);
+    const bool isOtherPart = entry.fate == Fate::otherPart;
     findings.add(
-        here,
-        entry.fate == Fate::otherPart
+        isOtherPart ? Rules::twoParts : Rules::sameNumber, here,
+        isOtherPart
             ? fmt::format(
                   "the foundation number {} {} is in two parts; hosts keep only the first, {}",
                   *entry.number, quoteName(entry), place)
@@ -107,9 +111,10 @@ class BeddingCheck {
   void tellTakenName(const Entry& entry) {
     const KvXmlPosition first = entry.nameHolder->element.locate(Exchange::name);
     const KvXmlPosition here = entry.element.locate(Exchange::name);
-    findings.add(here, fmt::format("the name {} is taken by the bedding {}; this one is read as {}",
-                                   quoteName(entry), showPlace(first, here),
-                                   quote(entry.foundation->getName())));
+    findings.add(
+        Rules::sameName, here,
+        fmt::format("the name {} is taken by the bedding {}; this one is read as {}",
+                    quoteName(entry), showPlace(first, here), quote(entry.foundation->getName())));
   }
 
   static std::string quoteName(const Entry& entry) {

@@ -10,12 +10,13 @@
 
 namespace Checks {
 
-void Findings::add(KvXmlPosition position, std::string sentence) {
-  add(position, std::move(sentence), position);
+void Findings::add(const Rule& rule, KvXmlPosition position, std::string sentence) {
+  add(rule, position, std::move(sentence), position);
 }
 
-void Findings::add(KvXmlPosition position, std::string sentence, KvXmlPosition owner) {
-  findings.push_back({position, std::move(sentence), owner, nullptr});
+void Findings::add(const Rule& rule, KvXmlPosition position, std::string sentence,
+                   KvXmlPosition owner) {
+  findings.push_back({&rule, position, std::move(sentence), owner, nullptr});
 }
 
 void Findings::arrange(const Owners& owners) {

@@ -7,12 +7,14 @@
 #include <utility>
 #include <vector>
 
+#include "checks/rule.h"
 #include "documents/element.h"
 #include "found/foundation.h"
 
 namespace Checks {
 
 struct Finding {
+  const Rule* rule = nullptr;
   KvXmlPosition position;
   std::string sentence;
   KvXmlPosition owner;                            // of the element or attribute that it concerns
@@ -26,9 +28,9 @@ using Owners = std::map<std::pair<std::size_t, std::size_t>, const Found::Founda
 class Findings {
  public:
   /// `sentence` is in UTF-8. Names and texts from the document must come from quote() or its like.
-  void add(KvXmlPosition position, std::string sentence);
+  void add(const Rule& rule, KvXmlPosition position, std::string sentence);
   /// Of a place that concerns what stands at another one, `owner`.
-  void add(KvXmlPosition position, std::string sentence, KvXmlPosition owner);
+  void add(const Rule& rule, KvXmlPosition position, std::string sentence, KvXmlPosition owner);
 
   bool isEmpty() const { return findings.empty(); }
 

@@ -31,13 +31,13 @@ class ListCheck {
       if (entry.foundation != nullptr)
         checkFoundation(entry.element, *entry.foundation);
       else
-        findings.add(entry.element.getPosition(),
+        findings.add(Rules::unknownElement, entry.element.getPosition(),
                      fmt::format("{} is no element of <{}>; it is skipped",
                                  showElement(entry.element), Legacy::list.name));
     // A model without a current foundation may have an empty name here.
     const std::string current = list.readText(Legacy::current).value_or("");
     if (!current.empty() && document.getFoundations().getCurrentFoundation() == nullptr)
-      findings.add(list.locate(Legacy::current),
+      findings.add(Rules::unknownCurrent, list.locate(Legacy::current),
                    fmt::format("{} names no foundation; none will be the current one",
                                showAttribute(list, Legacy::current)));
   }
@@ -55,7 +55,9 @@ class ListCheck {
   void checkNumberText(const Element& element, int number) {
     const std::string fault = judgeNumberText(element);
     if (fault.empty()) return;
-    findings.add(element.locate(Legacy::number),
+    const bool isMissing = !element.readText(Legacy::number);
+    findings.add(isMissing ? Rules::missingNumber : Rules::unreadableNumber,
+                 element.locate(Legacy::number),
                  fmt::format("{}; it is read as number {}", fault, number));
   }
 
@@ -72,17 +74,19 @@ class ListCheck {
   void checkNumber(KvXmlPosition here, int number) {
     const auto [first, isNew] = numbers.emplace(number, here);
     if (!isNew)
-      findings.add(here, fmt::format("the number {} was given before, {}; both foundations will "
-                                     "have it, and an update of a document merges them",
-                                     number, showPlace(first->second, here)));
+      findings.add(Rules::sameNumber, here,
+                   fmt::format("the number {} was given before, {}; both foundations will "
+                               "have it, and an update of a document merges them",
+                               number, showPlace(first->second, here)));
   }
 
   void checkName(KvXmlPosition here, const std::string& name) {
     const auto [first, isNew] = names.emplace(name, here);
     if (!isNew)
-      findings.add(here, fmt::format("the name {} was given before, {}; both foundations will "
-                                     "have it, and {} finds only the first",
-                                     quote(name), showPlace(first->second, here), Legacy::current));
+      findings.add(Rules::sameName, here,
+                   fmt::format("the name {} was given before, {}; both foundations will "
+                               "have it, and {} finds only the first",
+                               quote(name), showPlace(first->second, here), Legacy::current));
   }
 
   Documents::Document& document;
@@ -106,7 +110,7 @@ void checkLegacy(Documents::Document& document, Findings& findings) {
   std::vector<Element> lists;
   findLists(document.getRoot(), lists);
   for (const Entry& entry : document.getEntries().back())
-    findings.add(entry.element.getPosition(),
+    findings.add(Rules::misplacedElement, entry.element.getPosition(),
                  fmt::format("{} stands where no foundations are read; it is skipped",
                              showElement(entry.element)));
   if (lists.empty()) return;
@@ -114,7 +118,7 @@ void checkLegacy(Documents::Document& document, Findings& findings) {
   const KvXmlPosition first = lists.front().getPosition();
   std::for_each(lists.begin() + 1, lists.end(), [&](const Element& list) {
     const KvXmlPosition here = list.getPosition();
-    findings.add(here,
+    findings.add(Rules::secondList, here,
                  fmt::format("only the first <{}> of a model is read, {}; this one is skipped",
                              Legacy::list.name, showPlace(first, here)));
   });
