@@ -354,7 +354,7 @@ constexpr Alias aliases[] = {
     {"koi8ru", "koi8u"},
 };
 
-// Those without a table of their own here.
+// Encodings that have no table here.
 constexpr std::string_view others[] = {
     "cp437",         "ibm437",     "cp737",       "ibm737",      "cp775",
     "ibm775",        "cp850",      "ibm850",      "cp852",       "ibm852",
@@ -375,8 +375,8 @@ constexpr std::string_view others[] = {
     "gbk",           "windows936", "cp936",       "gb18030",
 };
 
-/// As names are compared: letter case and punctuation differ between programs. All of them start
-/// with a letter.
+/// The form in which names are compared, since letter case and punctuation differ between programs.
+/// Empty when `name` starts with punctuation: encodings start with a letter.
 std::string simplify(std::string_view name) {
   std::string simple;
   if (name.substr(0, 1) == "-" || name.substr(0, 1) == "_") return simple;

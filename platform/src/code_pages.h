@@ -4,23 +4,22 @@
 #include <optional>
 #include <string_view>
 
-/// Encodings of 8-bit text, of which the lower half is ASCII.
+/// Encodings of 8-bit text whose lower half is ASCII.
 namespace CodePages {
 
-/// One of a byte a character.
+/// An encoding with one byte for each character.
 struct CodePage {
   std::string_view name;       // in lower case, without '-' and '_'
-  const char16_t* characters;  // of the bytes from `first` on; those below have their own numbers
+  const char16_t* characters;  // of the bytes from `first` on; a lower byte is its own character
   std::uint32_t first;
 };
 
-/// The code page that a document declares by this name or one of its usual aliases, in any letter
-/// case; null when it is none of the usual ones.
+/// The code page of this name or alias, in any letter case; null for an uncommon or unknown name.
 const CodePage* find(std::string_view encoding);
 
-/// True when bytes beyond ASCII mean something in the encoding of this name that neither UTF-8 nor
-/// windows-1252 would say: in the code pages above, others of a byte a character, and the encodings
-/// of East Asia that leave ASCII alone.
+/// True when bytes beyond ASCII have another meaning in the encoding of this name than in UTF-8 and
+/// windows-1252. That holds for the code pages that find() knows, for other encodings with one byte
+/// for each character, and for the East Asian encodings that extend ASCII.
 bool isOtherThanUtf8(std::string_view encoding);
 
 /// The byte that stands for the character of this number, if there is one.

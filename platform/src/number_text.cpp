@@ -48,7 +48,8 @@ std::optional<double> convertDouble(std::string_view text) {
   const char* const end = text.data() + text.size();
   double value = 0.0;
   const auto result = fast_float::from_chars(text.data(), end, value);
-  // Out of range `value` is an infinity or a zero, which versions of fast_float report or do not.
+  // Out of range `value` is an infinity or a zero; only some versions of fast_float report an
+  // error.
   if (result.ec == std::errc::invalid_argument || result.ptr != end) return std::nullopt;
   return value;
 }
@@ -64,8 +65,8 @@ bool endsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
-/// A number without an exponent and with digits other than 0 on one side of its point only, with an
-/// exponent: 1.2e+06 for 1200000, 1e-04 for 0.0001.
+/// Rewrites a number with an exponent: 1200000 as 1.2e+06, 0.0001 as 1e-04. `text` has no exponent,
+/// and digits other than 0 on one side of its point only.
 std::string addExponent(std::string_view text) {
   constexpr const char* significant = "123456789";
   const std::size_t first = text.find_first_of(significant);
@@ -82,7 +83,7 @@ std::string printInteger(double value) {
   return printShort(FMT_COMPILE("{:.0f}"), value);
 }
 
-/// How a format of printf() has a double printed.
+/// How a format of printf() prints a double.
 struct Conversion {
   bool has(char flag) const { return flags.find(flag) != std::string_view::npos; }
 
@@ -93,7 +94,7 @@ struct Conversion {
   bool isUpperCase = false;
 };
 
-/// Takes the digits of a width or a precision off `c`; empty when there are more than three.
+/// Reads a width or a precision and moves `c` past its digits; empty when it has more than three.
 std::optional<int> takeSize(const char*& c) {
   const std::size_t digits = std::strspn(c, "0123456789");
   if (digits > 3) return std::nullopt;
@@ -102,8 +103,7 @@ std::optional<int> takeSize(const char*& c) {
   return size;
 }
 
-/// Takes off `c` what stands behind a '%'; empty when that is no conversion of a double and nothing
-/// else.
+/// Moves `c` past the conversion behind a '%'. Empty when that is not the conversion of a double.
 std::optional<Conversion> takeConversion(const char*& c) {
   Conversion conversion;
   conversion.flags = std::string_view(c, std::strspn(c, "-+ #0"));
@@ -232,8 +232,8 @@ std::optional<double> parseDouble(std::string_view text) {
 
 std::string print(int value) { return fmt::format(FMT_COMPILE("{}"), value); }
 
-// The shorter of both notations, that without an exponent when they are equally long. {fmt} finds
-// the digits, but chooses by the size of the number.
+// Prints the shorter of the two notations; when both are equally long, the one without an exponent.
+// {fmt} finds the digits, but chooses the notation by the size of the number.
 std::string print(double value) {
   std::string text = printShort(FMT_COMPILE("{}"), value);
   const double magnitude = std::fabs(value);

@@ -7,12 +7,12 @@
 /// Numbers as text, alike under every process locale.
 namespace NumberText {
 
-/// The whole text as an int, white space around it and one leading '+' accepted; empty when it is
-/// anything else or does not fit.
+/// Reads the whole text as an int. White space around it and one leading '+' are accepted. Empty
+/// when the text is no integer or does not fit.
 std::optional<int> parseInteger(std::string_view text);
 
-/// The whole text as a double, likewise, "inf" and "nan" included; beyond the range an infinity or
-/// a zero of its sign. Empty when it is no number.
+/// Reads the whole text as a double in the same way; "inf" and "nan" are numbers, too. Beyond the
+/// range the result is an infinity or a zero of the same sign. Empty when the text is no number.
 std::optional<double> parseDouble(std::string_view text);
 
 std::string print(int value);

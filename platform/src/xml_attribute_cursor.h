@@ -12,15 +12,15 @@
 
 namespace KvXmlView {
 
-/// The attributes of the element that was looked at last. Mostly several of an element are asked
-/// for or set, one after the other.
+/// The attributes of the element that was used last. Hosts mostly read or set several attributes of
+/// an element in a row.
 class AttributeCursor {
  public:
   static constexpr std::size_t none = Shape::none;
 
   void moveTo(NodeHandle* node, XmlParse::Parsed& parsed) {
     if (node == element) return;
-    element = nullptr;  // as long as it is not known whole
+    element = nullptr;  // until all of its attributes are known
     handles.clear();
     next = 0;
     const pugi::xml_node moved = fromHandle(node);
@@ -37,7 +37,7 @@ class AttributeCursor {
   /// To be called when nodes end or attributes move in memory.
   void reset() { element = nullptr; }
 
-  /// Which attribute has this name, or none.
+  /// The index of the attribute of this name, or none.
   std::size_t find(const std::string& name) {
     const std::size_t found = shape != nullptr ? shape->find(name, next) : findUnknown(name);
     if (found != none) next = found + 1;
@@ -52,14 +52,14 @@ class AttributeCursor {
     return shape != nullptr && shape->follow(name) != nullptr;
   }
 
-  /// To be called before an attribute is appended to the element, so that noting it cannot fail
-  /// once the document has it. `name` is an XML name that no attribute has.
+  /// To be called before an attribute is appended to the element, so that append() cannot fail once
+  /// the document has it. `name` is an XML name that no attribute has.
   void prepareAppending(const std::string& name) {
     longer = shape != nullptr ? shape->extend(name) : nullptr;
     if (handles.size() == handles.capacity()) handles.reserve(2 * handles.size() + 8);
   }
 
-  /// To be called when that attribute was appended.
+  /// To be called after the document has appended that attribute.
   void append(const pugi::xml_attribute& attribute) {
     if (marked != nullptr) XmlParse::setShapeNumber(marked, 0);
     shape = longer;
@@ -67,7 +67,7 @@ class AttributeCursor {
   }
 
  private:
-  /// Follows the names of the attributes.
+  /// The shape with the names of all attributes, where it is known, or null.
   Shape* findShape(const char* name, Shapes& shapes) const {
     Shape* found = shapes.findEmpty(name);
     for (std::size_t i = 0; i < handles.size() && found != nullptr; ++i)

@@ -11,11 +11,10 @@
 // Inline, since a document of many foundations asks for millions of attributes.
 namespace KvXmlView {
 
-// Handles are the parser's own pointers under a name that does not tell which parser it is.
+// Handles are the parser's own pointers under a type name that does not reveal the parser.
 //
-// A node or an attribute of the parser holds such a pointer and nothing else. It is copied, since
-// the parser's own ways to take it out, to put one in and to ask whether there is one are calls of
-// another library each.
+// A node or an attribute of the parser holds only such a pointer, so it can be copied out and in.
+// The parser's own functions for that, and for comparing with null, are calls into another library.
 
 constexpr std::size_t pointerSize = sizeof(void*);
 static_assert(sizeof(pugi::xml_node) == pointerSize);

@@ -20,9 +20,8 @@ using KvXmlView::exists;
 using XmlSource::LineTable;
 using XmlText::greatestDepth;
 
-/// Of the names of attributes, the first that repeats one before it, or null. Sorted, since no
-/// choice of names makes that slow; where two are equal, the one with the lower address stands
-/// first.
+/// The first attribute name that repeats an earlier one, or null. Sorts, since no choice of names
+/// makes that slow. Equal names are sorted by address, which is their order in the text.
 const char* findRepeated(std::vector<const char*> names) {
   std::sort(names.begin(), names.end(), [](const char* a, const char* b) {
     const int order = std::strcmp(a, b);
@@ -35,7 +34,7 @@ const char* findRepeated(std::vector<const char*> names) {
   return first;
 }
 
-/// Checks what the parser lets pass.
+/// Checks what the parser does not.
 class Inspection {
  public:
   Inspection(pugi::xml_document& checked, const char* text, const LineTable& table,
@@ -54,7 +53,7 @@ class Inspection {
     XmlSource::fail(reason, lines.find(static_cast<std::size_t>(place - begin)));
   }
 
-  /// White space that is given as a reference is let pass.
+  /// White space that is written as a reference is accepted, too.
   static bool isWhiteSpace(const char* text) {
     constexpr std::string_view whiteSpace = " \t\r\n";
     return XmlValue::resolve(text, nullptr).find_first_not_of(whiteSpace) == std::string::npos;
@@ -75,7 +74,7 @@ class Inspection {
         failAt("a second root element, <" + std::string(node.name()) + ">", node.name());
       if (type == pugi::node_declaration && !isFirst)
         failAt("the XML declaration must come first", node.name());
-      isFirst = isFirst && type == pugi::node_pcdata;  // white space, which is let pass
+      isFirst = isFirst && type == pugi::node_pcdata;  // white space is accepted
       if (type == pugi::node_doctype && isDoctypeLate)
         failAt("one document type declaration may stand before the root element", node.value());
       isDoctypeLate = isDoctypeLate || type == pugi::node_doctype || node == root;
@@ -109,8 +108,8 @@ class Inspection {
         failAt("no reference may stand in the XML declaration", a.name());
   }
 
-  /// Names and values in one pass, since nearly all elements have a shape that is known. Returns
-  /// it, or null where there are too many.
+  /// Checks names and values in one pass, since nearly all elements have a known shape. Returns the
+  /// shape, or null when there are too many shapes.
   KvXmlView::Shape* checkTag(const pugi::xml_node& node) {
     KvXmlView::Shape* shape = parsed.shapes.findEmpty(node.name());
     for (pugi::xml_attribute a = node.first_attribute(); exists(a); a = a.next_attribute()) {
@@ -169,7 +168,7 @@ class Inspection {
     if (std::strstr(text.value(), "]]>") != nullptr) escapeSectionEnds(text);
   }
 
-  /// "]]>" is let pass in a text, but must not be printed.
+  /// "]]>" is accepted in a text but must not be printed.
   static void escapeSectionEnds(pugi::xml_node text) {
     constexpr std::string_view mark = "]]>";
     std::string written;

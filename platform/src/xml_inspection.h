@@ -7,10 +7,10 @@
 
 namespace XmlInspection {
 
-/// Refuses, with KvXmlError, what the parser lets pass in `document`, which was parsed in place
-/// from the text at `begin`, and learns the shapes of its elements. What is let pass on purpose is
-/// changed so that it can be printed. Of a document that is plain, see XmlPlain, elements need not
-/// be looked at.
+/// Refuses, with KvXmlError, malformed content that the parser accepts, and records the shapes of
+/// elements. `document` was parsed in place from the text at `begin`. Malformed content that is
+/// accepted on purpose is changed so that it can be printed. Elements of a plain document, see
+/// XmlPlain, are not inspected.
 void inspect(pugi::xml_document& document, const char* begin, const XmlSource::LineTable& lines,
              XmlParse::Parsed& parsed, bool isPlain);
 

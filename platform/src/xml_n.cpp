@@ -6,7 +6,7 @@
 #include "xml_store.h"
 #include "xml_value.h"
 
-/// Of an element those attributes are kept that were asked for.
+/// Keeps only the attributes that were asked for.
 template <>
 class KvXmlView::AttributePool<KvXmlN::Data> : public Pool<KvXmlN::AttributeData> {};
 
@@ -23,7 +23,7 @@ Data::Data(const std::string& name) { Store::makeStandalone(*this, name); }
 Data::~Data() { Store::release(*this); }
 
 const std::vector<Data*>& Data::getChildren() const {
-  // What is made here are views of children that the document has anyway.
+  // Only views are made here; the document has the children already.
   return Store::viewChildren(const_cast<Data&>(*this));
 }
 
@@ -51,14 +51,14 @@ Data* Data::createChild(const std::string& name) {
   return XmlText::isName(name, view.store->parsed.page) ? Store::appendChild(*this, name) : nullptr;
 }
 
-/// Lets the attribute of this name, where it was asked for, tell what it means now.
+/// Updates the text of the attribute of this name, if it was asked for before.
 void Data::refresh(const std::string& name, std::string& meant) noexcept {
   for (AttributeData* known = view.attributes; known != nullptr; known = known->next)
     if (KvXmlView::fromHandle(known->attribute).name() == name) known->data.swap(meant);
 }
 
 void Data::setAttribute(const std::string& name, const std::string& value, bool /*flag*/) {
-  // Made first: out of memory, nothing has changed.
+  // Resolved first: when memory runs out here, nothing has changed.
   std::string meant;
   if (view.attributes != nullptr) meant = XmlValue::resolve(XmlValue::write(value), nullptr);
   Store::setText(*this, name, value);

@@ -7,7 +7,7 @@
 
 #include <pugixml.hpp>
 
-/// What is done with nodes of the parser whatever view they have.
+/// Operations on nodes of the parser that need no view.
 namespace XmlNodes {
 
 inline bool isElement(const pugi::xml_node& node, const std::string& name) {
@@ -33,7 +33,7 @@ inline pugi::xml_node append(pugi::xml_node parent, const std::string& name) {
   throw std::bad_alloc();
 }
 
-/// Out of memory, the parser copies what it can and does not say so.
+/// When memory runs out, the parser makes a partial copy without an error.
 inline bool isFullCopy(pugi::xml_node node, pugi::xml_node copy) {
   const pugi::xml_node top = node;
   while (copy) {
@@ -63,7 +63,7 @@ inline bool isFullCopy(pugi::xml_node node, pugi::xml_node copy) {
   return false;
 }
 
-/// Erases an element, leaf by leaf: however deep it is, the stack stays flat.
+/// Erases an element leaf by leaf, not recursively, so deep elements need no deep stack.
 inline void erase(const pugi::xml_node& top) {
   pugi::xml_node leaf = top;
   while (leaf) {

@@ -23,17 +23,17 @@ using XmlSource::fail;
 using XmlSource::LineTable;
 using XmlSource::Position;
 
-/// What the parser has against a text, and where.
+/// The error that the parser reports for a text, and its place.
 struct Fault {
   pugi::xml_parse_status status;
   std::size_t offset;
 };
 
-// That of an element that the text leaves open; the parser tells it as a wrong end tag.
+// The status of an element that is still open at the end; the parser calls it a wrong end tag.
 constexpr pugi::xml_parse_status notClosed = pugi::status_no_document_element;
 
-/// Where the parser comes to the end of `text`, something does not end: what is told is where that
-/// begins. Of a stream that does not go back there is no text.
+/// When the parser fails at the end of `text`, something is not closed, and the fault is where that
+/// begins. `text` is missing when the stream cannot be read again.
 Fault findFault(const std::optional<XmlSource::Text>& text, std::size_t contentStart,
                 pugi::xml_parse_status status, std::size_t end) {
   const std::size_t unclosed =
@@ -96,8 +96,8 @@ Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
   const auto plainTags = XmlPlain::findTags(text.data.get(), parsed.shapes);
   parsed.mayHoldText = !plainTags && XmlRawCheck::mayHoldText(text.get());
 
-  // Nothing is resolved or converted. Text at the top level is kept as in a fragment so that it can
-  // be refused, and white space where it is all that an element holds.
+  // The parser resolves and converts nothing. It keeps text at the top level, as in a fragment, so
+  // that this can be refused, and white space that is all of an element's content.
   const unsigned options =
       pugi::parse_fragment | pugi::parse_declaration | pugi::parse_doctype | pugi::parse_pi |
       pugi::parse_comments | pugi::parse_cdata |

@@ -16,7 +16,7 @@ using KvXmlView::Shapes;
 
 enum Kind : unsigned char { namePart = 1, whiteSpace = 2, markup = 4 };
 
-/// What a character may be part of; a document asks that millions of times.
+/// What each character may be part of. A table, since it is looked up for every character.
 struct Kinds {
   constexpr Kinds() {
     for (int c = 0; c < 128; ++c)
@@ -34,8 +34,8 @@ constexpr Kinds table;
 
 bool is(Kind kind, char c) { return (table.kinds[static_cast<unsigned char>(c)] & kind) != 0; }
 
-// Each of these returns where that ends which stands at `c`, or null when something else stands
-// there. The text ends with a NUL, at which all of them stop.
+// Each of these functions expects a certain construct at `c` and returns where it ends, or null
+// when something else stands there. The text ends with a NUL, at which all of them stop.
 
 const char* skip(char expected, const char* c) { return *c == expected ? c + 1 : nullptr; }
 
@@ -67,7 +67,7 @@ const char* skipValue(const char* c) {
   return is(whiteSpace, *c) || *c == '/' || *c == '>' ? c : nullptr;
 }
 
-/// What it says is looked into when it was parsed.
+/// Its content is checked after it is parsed.
 const char* skipDeclaration(const char* c) {
   constexpr std::string_view mark = "?>";
   if (c[0] != '<' || c[1] != '?') return c;
@@ -75,13 +75,13 @@ const char* skipDeclaration(const char* c) {
   return end != nullptr ? end + mark.size() : nullptr;
 }
 
-/// The parser makes sure that its name is the right one.
+/// The parser checks that its name matches the start tag.
 const char* skipEndTag(const char* c) {
   c = skipName(c);
   return c != nullptr ? skip('>', skipWhiteSpace(c)) : nullptr;
 }
 
-/// An attribute, with which `shape` goes on. Mostly that is the one of the element before.
+/// Skips an attribute and extends `shape` by it. Tries first the attribute that followed last time.
 const char* skipAttribute(const char* c, Shape*& shape) {
   Shape* const likely = shape->getLikely();
   if (likely != nullptr) {
@@ -97,7 +97,7 @@ const char* skipAttribute(const char* c, Shape*& shape) {
   return shape != nullptr ? skipValue(end) : nullptr;
 }
 
-/// A start tag; `shape` tells what is in it.
+/// Skips a start tag and sets `shape` to its name and attributes.
 const char* skipStartTag(const char* c, Shapes& shapes, Shape*& shape) {
   const char* const end = skipName(c);
   if (end == nullptr) return nullptr;

@@ -10,8 +10,8 @@
 /// none, a root, white space between the tags. Names are ASCII letters, digits and '_', values
 /// stand between double quotes.
 ///
-/// What must be refused in other documents after they were parsed, cannot occur in those. To see
-/// that from the text is much faster than to look at all nodes once more.
+/// Plain documents need no inspection after they are parsed: nothing that must be refused then can
+/// occur in them. Checking the text is much faster than visiting all nodes once more.
 namespace XmlPlain {
 
 /// A start tag.

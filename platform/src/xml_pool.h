@@ -8,7 +8,7 @@
 
 namespace KvXmlView {
 
-/// Objects made many at a time, side by side. They never move and end with their pool.
+/// Allocates objects in blocks, side by side. They never move and are deleted with their pool.
 template <class Object>
 class Pool {
  public:
@@ -34,7 +34,7 @@ class Pool {
   }
 
   std::vector<std::unique_ptr<Object[]>> blocks;
-  Object* next = nullptr;  // the first that is not in use, and behind it there are
+  Object* next = nullptr;  // the first unused object; `left` objects are unused
   std::size_t left = 0;
   std::size_t blockSize = 8;  // of the next block
 };

@@ -16,8 +16,8 @@
 namespace XmlPrint {
 namespace {
 
-/// Collects what is printed, and hands it on in large pieces. Unformatted: neither the width nor
-/// the fill character of the stream must show.
+/// Collects what is printed and writes it in large pieces. Output is unformatted: the width and the
+/// fill character of the stream have no effect.
 class Output {
  public:
   explicit Output(std::ostream& stream) : out(stream) {}
@@ -63,15 +63,14 @@ bool isText(const pugi::xml_node& node) {
          (node.type() == pugi::node_pcdata && !isWhiteSpace(node));
 }
 
-/// Prints a node at the top level with all below it. An element that holds text is printed with the
-/// white space that it was parsed with, and so is all below it; the children of others get a line
-/// each.
+/// Prints a top-level node and everything below it. An element that holds text keeps its white
+/// space, and so does everything below it; the children of other elements get a line each.
 class Printer {
  public:
   Printer(const XmlParse::Parsed& parsedDocument, Output& output)
       : parsed(parsedDocument), out(output) {}
 
-  /// However deep the document, the stack stays flat.
+  /// Not recursive, so deep documents need no deep stack.
   void print(const pugi::xml_node& top) {
     pugi::xml_node node = top;
     for (level = 0; node; node = follow(node, top)) {
@@ -82,7 +81,7 @@ class Printer {
   }
 
  private:
-  /// The next node in document order. Ends those that are left behind.
+  /// The next node in document order. Prints the end tags of the elements that it leaves.
   pugi::xml_node follow(pugi::xml_node node, const pugi::xml_node& top) {
     if (node.first_child()) {
       if (!kept && holdsText(node)) kept = node;
@@ -147,7 +146,7 @@ class Printer {
     out << "</" << element.name() << '>';
   }
 
-  // Deeper, a document would mostly consist of blanks.
+  // With deeper indentation, a deep document would mostly consist of blanks.
   static constexpr int deepestIndent = 50;
 
   const XmlParse::Parsed& parsed;
@@ -168,7 +167,7 @@ std::vector<pugi::xml_node> listNodes(const pugi::xml_document& document,
   return nodes;
 }
 
-/// An encoding in which everything is what its bytes say.
+/// An encoding in which all bytes of the document are valid.
 std::string chooseEncoding(const std::vector<pugi::xml_node>& nodes,
                            const XmlParse::Parsed& parsed) {
   if (CodePages::isOtherThanUtf8(parsed.encoding)) return parsed.encoding;
@@ -186,7 +185,7 @@ std::string chooseEncoding(const std::vector<pugi::xml_node>& nodes,
   return choice.get();
 }
 
-/// Version and standalone are kept of the declaration that was parsed, where they are valid.
+/// Keeps version and standalone of the parsed declaration when they are valid.
 std::string makeDeclaration(const pugi::xml_document& document, const std::string& encoding) {
   const pugi::xml_node declared = document.find_child(
       [](const pugi::xml_node& node) { return node.type() == pugi::node_declaration; });

@@ -13,7 +13,7 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view whiteSpace = " \t\r\n";
 constexpr std::string_view quotes = "\"'";
 
-/// A place in a text that moves on behind what is taken.
+/// A place in a text. Each function that takes something moves the place behind it.
 class Cursor {
  public:
   explicit Cursor(std::string_view all) : text(all) {}
@@ -35,8 +35,8 @@ class Cursor {
     return text.substr(start, at - start);
   }
 
-  /// Takes all up to `mark`, and the mark itself, which is not part of the result; at the end when
-  /// there is no such mark.
+  /// Takes everything up to `mark` and the mark, too; returns what stands before the mark. Without
+  /// a mark, takes and returns all that is left.
   std::string_view takeThrough(std::string_view mark) {
     const std::size_t start = at;
     const std::size_t end = text.find(mark, at);
@@ -44,8 +44,8 @@ class Cursor {
     return text.substr(start, std::min(end, text.size()) - start);
   }
 
-  /// Takes a text with its quotes, which are not part of the result; none, and all that there is
-  /// taken, when it does not end.
+  /// Takes a quoted text and returns it without its quotes. When it does not end, takes all that is
+  /// left and returns none.
   std::optional<std::string_view> takeQuoted() {
     const std::string_view quote = isAt("\"") ? "\"" : "'";
     take(quote);
@@ -65,7 +65,7 @@ class Cursor {
   std::size_t at = 0;
 };
 
-/// A document type declaration, whose "<!DOCTYPE" was taken.
+/// Checks a document type declaration, from behind its "<!DOCTYPE" on.
 class DocumentType {
  public:
   DocumentType(Cursor& behindStart, const XmlSource::LineTable& table,
@@ -189,8 +189,8 @@ class DocumentType {
   const CodePages::CodePage* page;
 };
 
-/// Takes the declaration at the start of a document off `cursor`; empty when there is none, and
-/// behind a byte order mark, which says UTF-8 whatever is declared.
+/// Takes the declaration at the start of a document. Empty when there is none or when a byte order
+/// mark stands before it: the mark means UTF-8, whatever is declared.
 std::string_view takeDeclaration(Cursor& cursor) {
   cursor.skipWhiteSpace();
   if (!cursor.take("<?")) return {};
@@ -199,7 +199,7 @@ std::string_view takeDeclaration(Cursor& cursor) {
   return isDeclaration ? content : std::string_view();
 }
 
-/// The parser goes on behind the "?>" that stands in a quoted text.
+/// For the parser, a "?>" ends the declaration even when it stands in a quoted text.
 void checkDeclaration(std::string_view text, const XmlSource::LineTable& lines) {
   Cursor start(text);
   start.take(byteOrderMark);
@@ -229,7 +229,7 @@ std::size_t check(const XmlSource::Text& text, const XmlSource::LineTable& lines
   checkDeclaration(text.get(), lines);
   Cursor cursor(text.get());
   cursor.take(byteOrderMark);
-  // What is not well-formed before it is left to the parser.
+  // The parser reports whatever is malformed before the document type.
   while (!cursor.take("<!DOCTYPE")) {
     if (cursor.take("<!--"))
       cursor.takeThrough("-->");

@@ -8,7 +8,7 @@
 namespace XmlRawCheck {
 namespace {
 
-/// Which kinds of characters occur. Without a branch, so that the compiler takes many at a time.
+/// Which kinds of characters occur. The loop has no branch, so the compiler can vectorise it.
 struct Kinds {
   void add(std::string_view text) {
     for (const char c : text) {
@@ -17,7 +17,7 @@ struct Kinds {
     }
   }
 
-  // Of the size of a character, so that one operation does for many.
+  // As small as a character, so that one vector operation handles many.
   unsigned char forbidden = 0;
   unsigned char beyondAscii = 0;  // in the highest bit
 };
@@ -41,8 +41,8 @@ bool check(const XmlSource::Text& source, const XmlSource::LineTable& lines) {
   return (kinds.beyondAscii & 0x80) == 0;
 }
 
-// That is when anything but markup and white space stands behind a '>', which may be that of a tag,
-// or when an element says that its white space counts.
+// True when something other than markup and white space follows a '>', since that may end a tag,
+// and when an element says that its white space matters.
 bool mayHoldText(std::string_view text) {
   for (std::size_t at = text.find('>'); at != text.npos; at = text.find('>', at)) {
     do ++at;

@@ -4,7 +4,7 @@
 
 #include "xml_source.h"
 
-/// What is looked for in the characters of a text before it is parsed.
+/// Checks of the characters of a text before it is parsed.
 namespace XmlRawCheck {
 
 /// Refuses, with KvXmlError, control characters that XML does not allow. Returns whether the text

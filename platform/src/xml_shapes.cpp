@@ -5,7 +5,7 @@
 namespace KvXmlView {
 namespace {
 
-// So many that ordinary documents never reach it.
+// Ordinary documents never reach this.
 constexpr std::size_t mostShapes = 1024;
 
 }  // namespace
@@ -21,7 +21,7 @@ Shape* Shape::followAnother(std::string_view name) {
 
 Shape* Shape::extend(std::string_view name) {
   if (Shape* const known = follow(name)) return known;
-  constexpr std::size_t mostLonger = 32;  // so few that looking at all costs little
+  constexpr std::size_t mostLonger = 32;  // few enough to search them one by one
   if (common->count >= mostShapes || longer.size() >= mostLonger) return nullptr;
 
   auto shape = std::make_unique<Shape>();

@@ -12,9 +12,9 @@
 
 namespace KvXmlView {
 
-/// A name in a form in which most names are told apart without looking at all of it.
+/// A compact form of a name. Comparing two keys tells most names apart.
 struct NameKey {
-  static constexpr std::size_t longestWhole = 16;  // characters, of which a key holds all
+  static constexpr std::size_t longestWhole = 16;  // a key holds all of a name up to this length
 
   NameKey() = default;
   explicit NameKey(std::string_view name) : size(name.size()) {
@@ -31,18 +31,18 @@ struct NameKey {
     return end == other.end && start == other.start && size == other.size;
   }
 
-  /// One bit of 64, which most other names do not share.
+  /// One bit of 64; most pairs of names differ in it.
   std::uint64_t getBit() const {
     constexpr std::uint64_t odd = 0x9E3779B97F4A7C15u;  // spreads what differs to the upper bits
     return std::uint64_t{1} << ((((start * odd) ^ end ^ size) * odd) >> 58);
   }
 
   std::uint64_t start = 0;
-  std::uint64_t end = 0;  // the last characters, where they are not the first ones as well
+  std::uint64_t end = 0;  // the last characters; 0 when `start` holds the whole name
   std::size_t size = 0;
 
  private:
-  /// As many characters as a word holds, from both ends.
+  /// Takes as many characters as a word holds from each end of the name.
   template <class Word>
   void take(std::string_view name) {
     Word word{};
@@ -56,14 +56,14 @@ struct NameKey {
 /// The name of an element and those of its attributes, in their order: all are XML names, and no
 /// attribute is there twice.
 ///
-/// A document holds thousands of elements and a few shapes. What was found out about a shape holds
-/// for all elements that have it.
+/// A document has thousands of elements but few shapes. What is known about a shape holds for all
+/// elements that have it.
 class Shape {
  public:
   static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
-  /// Which attribute has this name, or none. Looked for from `from` on, then from the first one:
-  /// attributes are mostly asked for in the order in which they stand.
+  /// The index of the attribute of this name, or none. Searches from `from` on, then from the
+  /// start: hosts mostly ask for attributes in document order.
   std::size_t find(std::string_view name, std::size_t from) const {
     const NameKey key(name);
     if ((bits & key.getBit()) == 0) return none;
@@ -74,18 +74,18 @@ class Shape {
     return none;
   }
 
-  /// The shape with one more attribute, where it is known, or null. Tried first is the one that was
+  /// The shape with one more attribute, or null when it is not known. Tries first the one that was
   /// asked for last.
   Shape* follow(std::string_view name) {
     if (last != nullptr && last->isNamed(name)) return last;
     return followAnother(name);
   }
 
-  /// The same; made when it is not known. `name` is an XML name that no attribute here has. Null
-  /// where there are so many shapes already that knowing them is no gain.
+  /// Like follow(), but makes the shape when it is not known. `name` is an XML name that no
+  /// attribute here has. Null when there are so many shapes that more would not help.
   Shape* extend(std::string_view name);
 
-  /// The same; null also where an attribute has this name.
+  /// Like extend(), but null also when an attribute has this name.
   Shape* extendByNew(std::string_view name) {
     Shape* const known = follow(name);
     if (known != nullptr || find(name, 0) != none) return known;
@@ -97,7 +97,7 @@ class Shape {
   /// The name of the last attribute, or of the element when there is none.
   const std::string& getLastName() const { return lastName; }
 
-  /// A small number for it, from 1 on; 0 where there are too many that have one.
+  /// A small number for the shape, from 1 on; 0 when all numbers are taken.
   unsigned char giveNumber();
 
  private:
@@ -127,18 +127,18 @@ class Shape {
   std::string lastName;
   NameKey lastKey;
   std::vector<Attribute> attributes;
-  std::uint64_t bits = 0;  // of all attributes
+  std::uint64_t bits = 0;  // getBit() of all attributes, combined
   std::vector<std::unique_ptr<Shape>> longer;
   Shape* last = nullptr;  // of `longer`
   Common* common = nullptr;
-  unsigned char number = 0;  // where there is none yet
+  unsigned char number = 0;  // 0 while it has none
 };
 
 /// The shapes of one document.
 class Shapes {
  public:
-  /// The shape of an element of this name without attributes, where it is known, or null.
-  /// Neighbours mostly have the same name, so that is tried first.
+  /// The shape of an element of this name without attributes, or null when it is not known. Tries
+  /// the last name first, since neighbours mostly have the same name.
   Shape* findEmpty(std::string_view element) {
     if (last != nullptr && last->isNamed(element)) return last;
     const auto found = empty.find(element);
@@ -147,10 +147,11 @@ class Shapes {
     return last;
   }
 
-  /// The same; made when it is not known, see Shape::extend(). `element` is an XML name.
+  /// Like findEmpty(), but makes the shape when it is not known, see Shape::extend(). `element` is
+  /// an XML name.
   Shape* giveEmpty(std::string_view element);
 
-  /// The shape that gave this number.
+  /// The shape with this number.
   Shape* getNumbered(unsigned char number) const { return common->numbered[number - 1]; }
 
  private:

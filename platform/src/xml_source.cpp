@@ -15,17 +15,17 @@ namespace {
 
 constexpr int endOfStream = std::char_traits<char>::eof();
 
-/// Where in its file a stream stands, and the beginning of what stands before that.
+/// The position of a stream in its file, and the start of what precedes it there.
 struct Start {
   Position position;
   std::string before;
 };
 
-/// A stream that cannot be rewound counts from where it is.
+/// The position of a stream that cannot be rewound is line 1, column 1.
 ///
-/// The stream walks back to its place. Where line ends are translated, it may tell another place
-/// than it could be sent to, and its characters are not those of the file; but on the same way it
-/// tells the same places again.
+/// Rewinds the stream and reads it forward to its place again instead of seeking there. Where line
+/// ends are translated, offsets that the stream reports may be none that it can seek to, and its
+/// characters differ from those of the file; but reading forward reports the same offsets again.
 Start locate(std::streambuf& buffer) {
   constexpr std::size_t mostBefore = 1023;  // as long as a declaration may be
   const auto tell = [&buffer] { return buffer.pubseekoff(0, std::ios::cur, std::ios::in); };
@@ -44,7 +44,7 @@ Start locate(std::streambuf& buffer) {
     if (next == here) return start;
   }
 
-  // Within a line, which is walked character by character.
+  // The place is within a line: find the column character by character.
   rewind();
   std::size_t line = 1;
   for (int c = 0; line < position.line && c != endOfStream;) {
@@ -79,11 +79,10 @@ class GrowingText {
   }
 
  private:
-  /// How much there is to read for certain: what the stream has in its buffer, or when that is
-  /// empty, what it seems to hold. It is not sent to its end to find out, for the reason told
-  /// above.
+  /// How much can be read for certain: what the stream has in its buffer, or its own estimate when
+  /// that is empty. Seeking to the end would tell more, but see locate().
   static std::size_t countKnown(std::streambuf& buffer) {
-    constexpr std::streamsize most = 1 << 26;  // a stream may tell any size
+    constexpr std::streamsize most = 1 << 26;  // a stream may report any size
     return static_cast<std::size_t>(std::clamp<std::streamsize>(buffer.in_avail(), 0, most));
   }
 
@@ -102,7 +101,7 @@ class GrowingText {
 
 Text readAll(std::streambuf& buffer) {
   GrowingText text;
-  // Looked at first: where a folder was opened as a file, its buffer throws here.
+  // Peek first: when a folder was opened as a file, the buffer throws here.
   if (buffer.sgetc() != endOfStream)
     while (text.readFrom(buffer)) {
     }
@@ -131,7 +130,7 @@ Text read(std::istream& in) {
       return text;
     }
   } catch (const std::ios_base::failure&) {
-    // Told below, like a stream that failed before.
+    // Reported below, like a stream that failed before.
   }
   fail("the text cannot be read from here on", start.position);
 }

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-/// The text of a document as it comes from a stream, and where in its file everything stands.
+/// The text of a document as it comes from a stream, and the positions of its bytes in their file.
 namespace XmlSource {
 
 /// Counted from 1; columns in bytes.
@@ -25,8 +25,8 @@ struct FreeText {
   void operator()(char* text) const;
 };
 
-/// A text in memory that the parser can take over. Behind it stand NULs; for the parser, which
-/// needs the last byte for itself and is careless about what it was, they must become line ends.
+/// A text in memory that the parser can take over. NULs follow it. They must be replaced by line
+/// ends before parsing: the parser uses the last byte for itself, whatever it holds.
 struct Text {
   static constexpr std::size_t margin = 2;
 
@@ -34,20 +34,20 @@ struct Text {
 
   std::unique_ptr<char, FreeText> data;
   std::size_t size = 0;        // without the margin
-  Position start;              // where in its file it begins
-  std::string before;          // the beginning of what stands before it in its file
-  std::streamoff offset = -1;  // where in its stream it begins; negative when that cannot be told
+  Position start;              // its position in its file
+  std::string before;          // the start of its file, up to where the text begins
+  std::streamoff offset = -1;  // its offset in its stream; negative when unknown
 };
 
 /// Reads `in` from its position to its end. Throws KvXmlError when that is impossible.
 Text read(std::istream& in);
 
-/// Reads the text at `offset` of `in` once more, since the parser leaves nothing of it; empty when
-/// the stream does not go back there.
+/// Reads the text at `offset` of `in` once more, since the parser overwrites it; empty when the
+/// stream cannot seek to it.
 std::optional<Text> readAgain(std::istream& in, std::streamoff offset);
 
-/// Finds the place of an offset in a text. Made before the text is parsed, since the parser works
-/// in place and overwrites line ends.
+/// Converts offsets in a text to positions. To be made before the text is parsed, since the parser
+/// works in place and overwrites line ends.
 class LineTable {
  public:
   LineTable() = default;

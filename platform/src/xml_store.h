@@ -30,7 +30,8 @@ namespace KvXmlView {
 template <class Element>
 class AttributePool;
 
-/// The children of an element that have a view. `complete` when all have, in document order.
+/// The children of an element that have a view. `complete` when all children do; they are in
+/// document order then.
 template <class Element>
 struct ChildList {
   std::vector<Element*> elements;
@@ -42,16 +43,16 @@ ElementView<Element, Attributes>::ElementView() = default;
 template <class Element, class Attributes>
 ElementView<Element, Attributes>::~ElementView() = default;
 
-/// A document, or an element that stands for itself, with all its views. The document is the one
-/// truth; a view is made when it is asked for and owned by the store.
+/// A document, or a standalone element, with all its views. Only the parser's document holds
+/// content; a view is made when it is first asked for, and the store owns it.
 template <class Element>
 struct Store {
   Store() = default;
   Store(const Store&) = delete;
   Store& operator=(const Store&) = delete;
 
-  /// A store that was taken over stands before those that it had taken over itself, and elements in
-  /// these may still point to it: so the last one ends first.
+  /// Deletes stores that were taken over from the last to the first: a store comes before those
+  /// that it had taken over itself, and elements in these may still point to it.
   ~Store() {
     isEnding = true;
     for (Element* element : added) delete element;
@@ -112,7 +113,7 @@ struct Store {
     return found != AttributeCursor::none ? cursor.get(found) : pugi::xml_attribute();
   }
 
-  /// What an attribute means, or none when there is no such.
+  /// What an attribute means, or none when it is absent.
   static std::optional<std::string> readText(const Element& element, const std::string& name) {
     const pugi::xml_attribute found = lookUp(element, name);
     if (!found) return std::nullopt;
@@ -176,7 +177,7 @@ struct Store {
     return *element.view.name;
   }
 
-  /// Neighbours mostly have the same name, so that is tried first.
+  /// Tries the last name first, since neighbours mostly have the same name.
   const std::string* internName(const char* name) {
     if (lastName == nullptr || *lastName != name) lastName = &*names.emplace(name).first;
     return lastName;
@@ -197,7 +198,8 @@ struct Store {
     return child;
   }
 
-  /// The view of an element anywhere below `top`, by way of those between; null for no node.
+  /// The view of an element anywhere below `top`; makes views of the elements between, too. Null
+  /// for no node.
   static Element* viewDescendant(Element& top, const pugi::xml_node& node) {
     if (!node) return nullptr;
     std::vector<pugi::xml_node> path;
@@ -227,7 +229,7 @@ struct Store {
     return list.elements;
   }
 
-  /// Makes room for one more child, so that noting it cannot fail once the document has it.
+  /// Makes room for one more child, so that recording it cannot fail once the document has it.
   static ChildList<Element>& reserveChild(Element& parent) {
     ChildList<Element>& list = getChildList(parent);
     reserveMore(list.elements, 1);
@@ -248,8 +250,8 @@ struct Store {
     return child;
   }
 
-  /// Ends the children of `parent` that `isUnwanted` is true of, with all below them. Their views
-  /// stay in memory, where nothing refers to them any more.
+  /// Erases the children of `parent` for which `isUnwanted` returns true, with everything below
+  /// them. Their views stay in memory, but nothing refers to them.
   template <class Test>
   static void removeChildren(Element& parent, const Test& isUnwanted) {
     std::vector<Element*> kept;
@@ -260,9 +262,9 @@ struct Store {
     getChildList(parent).elements = std::move(kept);
   }
 
-  // --- Elements that no other has taken yet
+  // --- Elements that have no parent yet
 
-  /// Makes `element` a detached one.
+  /// Makes `element` a detached element.
   void makeDetached(Element& element, const std::string& name) {
     detached.push_back(&element);
     try {
@@ -283,7 +285,7 @@ struct Store {
     if (place != detached.end()) detached.erase(place);
   }
 
-  /// Makes `element` stand for itself, in a store of its own, which ends with it.
+  /// Makes `element` standalone, in a store of its own that is deleted with it.
   static void makeStandalone(Element& element, const std::string& name) {
     auto store = std::make_unique<Store>();
     store->makeDetached(element, name);
@@ -291,7 +293,8 @@ struct Store {
     static_cast<void>(store.release());
   }
 
-  /// Ends what `element` was, unless the store itself is ending it.
+  /// Erases the node of `element`, or its store when it is standalone; nothing when the store is
+  /// already being deleted.
   static void release(Element& element) {
     Store* const store = element.view.store;
     if (store == nullptr || store->isEnding) return;
@@ -315,9 +318,8 @@ struct Store {
     list.elements.push_back(&child);
   }
 
-  /// Takes over another store, of an element that stood for itself, with all that is detached
-  /// there. The other one is kept for its views, which stay where they are; so are those that it
-  /// had taken over.
+  /// Takes over the store of a standalone element with everything that is detached there. Keeps the
+  /// other store for its views, which do not move, and the stores that it had taken over.
   void takeOver(Store& other) {
     if (!nursery) nursery = XmlNodes::append(document, "nursery");
     const std::vector<Element*> moving = other.detached;
@@ -374,7 +376,7 @@ struct Store {
     cursor.prepareAppending(name);
     pugi::xml_node node = getNode(element);
     pugi::xml_attribute attribute = node.append_attribute(name.c_str());
-    // Out of memory, the parser may leave the name empty and not say so.
+    // When memory runs out, the parser may leave the name empty without an error.
     if (*attribute.name() != '\0' && attribute.set_value(written)) return cursor.append(attribute);
     node.remove_attribute(attribute);
     throw std::bad_alloc();
@@ -409,7 +411,7 @@ struct Store {
     return copies;
   }
 
-  /// Lets attributes and children refer to the node that `element` stands on now.
+  /// Points the attributes and children to the current node of `element`.
   static void rebind(Element& element) {
     const pugi::xml_node node = getNode(element);
     AttributePool<Element>::rebind(element.view.attributes, node);

@@ -13,7 +13,7 @@ struct Utf8Range {
   unsigned char leadMask;
   unsigned char lead;
   std::size_t length;
-  std::uint32_t lowest;  // below it the sequence is longer than need be
+  std::uint32_t lowest;  // smaller characters have a shorter sequence
 };
 
 constexpr Utf8Range utf8Ranges[] = {
@@ -21,8 +21,8 @@ constexpr Utf8Range utf8Ranges[] = {
 
 constexpr std::uint32_t noCharacter = 0xFFFFFFFF;
 
-/// Takes one character of more than one byte off `text`; `noCharacter`, and nothing taken, when it
-/// starts with none that XML allows.
+/// Removes one character of more than one byte from the start of `text` and returns it. Returns
+/// `noCharacter` and removes nothing when `text` starts with no such character that XML allows.
 std::uint32_t takeSequence(std::string_view& text) {
   const auto byteAt = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   for (const Utf8Range& range : utf8Ranges) {
@@ -66,7 +66,7 @@ struct Range {
   std::uint32_t last;
 };
 
-// What XML allows at the start of a name, and what else inside of one.
+// What XML allows at the start of a name, and what it also allows after the first character.
 constexpr Range nameStarts[] = {
     {':', ':'},       {'A', 'Z'},       {'_', '_'},       {'a', 'z'},
     {0xC0, 0xD6},     {0xD8, 0xF6},     {0xF8, 0x2FF},    {0x370, 0x37D},
@@ -82,7 +82,7 @@ bool isIn(const Range (&ranges)[Size], std::uint32_t character) {
   });
 }
 
-/// Takes one character off `name`, which is UTF-8 where there is no code page.
+/// Removes one character from the start of `name`, which is UTF-8 when `page` is null.
 std::uint32_t takeCharacter(std::string_view& name, const CodePages::CodePage* page) {
   if (page == nullptr && (name[0] & 0x80) != 0) return takeSequence(name);
   const char first = name[0];

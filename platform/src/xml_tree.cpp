@@ -41,7 +41,7 @@ void KvXmlAttributeData::keepText(const CodePages::CodePage* page) const {
 }
 
 const std::string& KvXmlAttributeData::getData() const {
-  // Where the code page of the document matters, the text was kept when the attribute was found.
+  // No code page: where that matters, findAttribute() has kept the text already.
   keepText(nullptr);
   Text& text = *getText();
   if (text.data == getValue() && XmlValue::isPlain(text.data)) return text.data;
@@ -97,7 +97,7 @@ void KvXmlData::addChild(KvXmlData* child) {
   if (child == nullptr) throw std::invalid_argument("no element to add");
   Store& from = *child->view.store;
   Store& to = *view.store;
-  Store::reserveChild(*this);  // out of memory, nothing has moved yet
+  Store::reserveChild(*this);  // first: when memory runs out here, nothing has moved
   if (&from != &to) {
     if (from.standalone != child)
       throw std::invalid_argument("the element was made for another document");

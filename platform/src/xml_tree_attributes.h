@@ -26,10 +26,10 @@ namespace KvXmlView {
 template <class Element>
 class AttributePool;
 
-/// Some attributes of an element that follow one another. Those handed out must stay where they
-/// are, so attributes that are set later get a block of their own.
+/// Consecutive attributes of an element. Hosts hold pointers to them, so they never move, and
+/// attributes that are set later get a block of their own.
 struct AttributeBlock {
-  /// The attributes of `handles` from the block's own start on.
+  /// Points the attributes to `handles`, from index `start` on.
   void refer(const std::vector<AttributeHandle*>& handles) {
     for (std::uint32_t i = 0; i < size; ++i) attributes[i].refer(handles[start + i]);
   }
@@ -43,17 +43,17 @@ struct AttributeBlock {
 
   KvXmlAttributeData* attributes = nullptr;
   AttributeBlock* older = nullptr;
-  std::uint32_t start = 0;  // which attribute of the element is the first
+  std::uint32_t start = 0;  // index of the first one in the element
   std::uint32_t size = 0;
 };
 
-/// Of an element one attribute of which was asked for, all are kept: they are small, and the others
-/// will be asked for too.
+/// When one attribute of an element is asked for, keeps all of them: they are small, and a host
+/// will probably ask for the others, too.
 template <>
 class AttributePool<KvXmlData> {
  public:
-  /// The attribute at `index` of an element that has those of `handles`. `newest` is the element's
-  /// newest block.
+  /// The attribute at `index` of the element with the attributes `handles`. `newest` is the
+  /// element's newest block.
   KvXmlAttributeData* give(AttributeBlock*& newest, const std::vector<AttributeHandle*>& handles,
                            std::size_t index) {
     if (newest == nullptr || index >= newest->start + newest->size) addBlock(newest, handles);
@@ -62,9 +62,9 @@ class AttributePool<KvXmlData> {
     return &block->attributes[index - block->start];
   }
 
-  /// Keeps what `attribute` means as a string, where that must not wait until it is asked for,
-  /// since `page` matters, or where it will probably be asked for, since no number starts like
-  /// that.
+  /// Keeps what `attribute` means as a string in two cases: when the meaning depends on `page`,
+  /// which is not known later, and when the string will probably be asked for, since the value does
+  /// not start like a number.
   void keepText(KvXmlAttributeData& attribute, const CodePages::CodePage* page) {
     if (attribute.hasText()) return;
     const char* const value = attribute.getValue();
@@ -75,14 +75,14 @@ class AttributePool<KvXmlData> {
     attribute.word = reinterpret_cast<std::uintptr_t>(text) | KvXmlAttributeData::anyText;
   }
 
-  /// Lets all blocks of an element refer to `element`, where it stands now.
+  /// Points all blocks of an element to the attributes of its current node, `element`.
   static void rebind(AttributeBlock* newest, const pugi::xml_node& element) {
     for (AttributeBlock* block = newest; block != nullptr; block = block->older)
       block->refer(*std::next(element.attributes_begin(), block->start));
   }
 
  private:
-  /// Adds a block of all attributes that are in none yet.
+  /// Adds a block for all attributes that are in no block yet.
   void addBlock(AttributeBlock*& newest, const std::vector<AttributeHandle*>& handles) {
     const std::uint32_t start = newest != nullptr ? newest->start + newest->size : 0;
     const std::size_t size = handles.size() - start;

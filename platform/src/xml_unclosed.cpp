@@ -28,8 +28,8 @@ class Walk {
   }
 
  private:
-  /// Passes the markup that starts here; where it, or a value in it, begins if that does not end,
-  /// or none.
+  /// Moves behind the markup that starts here and returns none. When the markup or a quoted value
+  /// in it does not end, returns where that starts.
   std::size_t pass() {
     const auto* const section =
         std::find_if(std::begin(sections), std::end(sections), [this](const Section& kind) {

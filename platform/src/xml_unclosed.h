@@ -7,9 +7,9 @@ namespace XmlUnclosed {
 
 constexpr std::size_t none = std::string_view::npos;
 
-/// Where the innermost thing begins that is still open at the end of `text`, which has no other
-/// fault: a tag, a value between quotes, a comment, section or instruction, or an element; npos
-/// when there is none. The search begins at `from`, which is not within any of them.
+/// The start of the innermost tag, quoted value, comment, section, instruction or element that is
+/// still open at the end of `text`; npos when everything is closed. `text` has no other fault. The
+/// search begins at `from`, which lies outside of all of these.
 std::size_t find(std::string_view text, std::size_t from);
 
 }  // namespace XmlUnclosed

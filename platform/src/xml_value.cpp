@@ -27,7 +27,8 @@ std::optional<std::uint32_t> readCharacterNumber(std::string_view digits, int ba
   return character;
 }
 
-/// The character that `name`, which stands between '&' and ';', refers to, if there is one.
+/// The character that a reference stands for, if there is one. `name` is its text between '&' and
+/// ';'.
 std::optional<std::uint32_t> findCharacter(std::string_view name) {
   if (name.substr(0, 2) == "#x") return readCharacterNumber(name.substr(2), 16);
   if (name.substr(0, 1) == "#") return readCharacterNumber(name.substr(1), 10);

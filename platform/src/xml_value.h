@@ -7,16 +7,16 @@
 
 #include "code_pages.h"
 
-/// Values of attributes as they stand in a document, between their quotes, and what they mean.
-/// Documents keep them as they were written; what they mean is worked out when somebody asks.
+/// Values of attributes: as they are written in a document, between their quotes, and what they
+/// mean. Documents keep what is written; the meaning is resolved when somebody asks for it.
 namespace XmlValue {
 
 /// True when `written` means itself, as nearly all values do.
 bool isPlain(std::string_view written);
 
-/// What `written` means: references are resolved and every line end or tab is a blank. A character
-/// beyond ASCII becomes the byte of `page` that stands for it, and UTF-8 where there is no such
-/// byte or no page.
+/// What `written` means: references are resolved, and every line end or tab becomes a blank. A
+/// referenced character beyond ASCII becomes its byte in `page`, or UTF-8 when `page` is null or
+/// lacks the character.
 std::string resolve(std::string_view written, const CodePages::CodePage* page);
 
 /// What `written` means as a number, see NumberText; empty when it is none.
@@ -29,8 +29,8 @@ bool isWrittenAsItIs(std::string_view meant);
 /// How to write `meant` between double quotes. What XML cannot hold becomes '?'.
 std::string write(std::string_view meant);
 
-/// Where the first '&' stands that starts no reference to one of XML's five entities or to a
-/// character that XML allows; npos when there is none.
+/// The place of the first '&' that does not start a valid reference; npos when all do. Valid are
+/// references to the five entities of XML and to characters that XML allows.
 std::size_t findBadReference(std::string_view written);
 
 }  // namespace XmlValue

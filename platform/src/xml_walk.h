@@ -4,8 +4,8 @@
 
 #include "xml_handles.h"
 
-/// Calls `visit(node, level)` for `top`, which is of level 1, and for all nodes below it, in
-/// document order. However deep they are, the stack stays flat.
+/// Calls `visit(node, level)` for `top`, at level 1, and for all nodes below it in document order.
+/// Not recursive, so deep nodes need no deep stack.
 template <class Visit>
 void walkXml(const pugi::xml_node& top, const Visit& visit) {
   int level = 1;
