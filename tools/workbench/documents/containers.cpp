@@ -19,7 +19,7 @@ void addContainers(Data& top, std::vector<Data*>& containers) {
 
 bool isNamedContainer(const Data* element) { return element->getName() == Exchange::container; }
 
-/// Adds all elements that are named as those that hold beddings.
+/// Adds all elements with the usual name of a container.
 void addNamed(Data& top, std::vector<Data*>& containers) {
   if (isNamedContainer(&top)) containers.push_back(&top);
   for (Data* child : top.getChildren()) addNamed(*child, containers);
@@ -44,7 +44,7 @@ bool hasChild(const Data& element, bool (*test)(const Data&)) {
 std::vector<Data*> listContainers(Data& root) {
   std::vector<Data*> containers;
   addContainers(root, containers);
-  // Beside elements that are named so, one with a child of that name holds something else.
+  // When some have the usual name, the others are no containers: their children are something else.
   const auto firstOther =
       std::stable_partition(containers.begin(), containers.end(), isNamedContainer);
   if (firstOther != containers.begin()) containers.erase(firstOther, containers.end());

@@ -7,16 +7,16 @@
 /// Where beddings stand in an exchange document.
 namespace Documents {
 
-/// True for the elements of all versions.
+/// True for a bedding of any version.
 bool isBedding(const KvXmlN::Data& element);
 
 /// True for a bedding of the first version.
 bool isWholeBedding(const KvXmlN::Data& element);
 
-/// True when some child of `element` is one that `test` is true of.
+/// True when `test` returns true for any child of `element`.
 bool hasChild(const KvXmlN::Data& element, bool (*test)(const KvXmlN::Data&));
 
-/// All elements that hold beddings, in document order, or else those made for them.
+/// All elements that hold beddings, in document order; when there are none, those named for them.
 std::vector<KvXmlN::Data*> listContainers(KvXmlN::Data& root);
 
 }  // namespace Documents

@@ -8,18 +8,18 @@
 
 namespace Documents {
 
-/// Ranges of the bytes of a text and what stands there instead. Everything else stays as it is.
+/// Replacements for byte ranges of a text. Everything else stays as it is.
 class Edit {
  public:
-  /// Ranges may touch but not overlap. What is inserted at the same place stands there in the order
-  /// of the calls, and before what replaces bytes from there on.
+  /// Ranges may touch but not overlap. Several insertions at the same place stay in the order of
+  /// the calls, and come before the replacement of a range that starts there.
   void replace(Markup::Range range, std::string bytes);
   void insert(std::size_t place, std::string bytes) { replace({place, place}, std::move(bytes)); }
   void erase(Markup::Range range) { replace(range, ""); }
 
   bool isEmpty() const { return changes.empty(); }
 
-  /// `text`, for whose bytes the ranges were given, with all that was replaced.
+  /// Returns `text`, which the ranges refer to, with all replacements made.
   std::string apply(std::string_view text) const;
 
  private:

@@ -32,17 +32,17 @@ using Documents::Kind;
 using Found::Foundation;
 using Fate = Entry::Fate;
 
-/// What becomes of an element that tells of a foundation.
+/// What happens to the element of a foundation.
 struct Fortune {
   bool goes = false;
   std::vector<std::string> followers;  // new elements behind it
 };
 
-/// Foundations of a document of which more is written than what changes, since they would be read
-/// as others.
+/// Foundations for which more is written than what changes, since the result would otherwise be
+/// read with other values.
 struct Pins {
   std::set<const Foundation*> identities;
-  std::set<const Foundation*> values;  // for which there are attributes
+  std::set<const Foundation*> values;  // only in attributes that exist already
 
   std::size_t size() const { return identities.size() + values.size(); }
 };
@@ -71,7 +71,7 @@ class Editor {
   }
 
  private:
-  // --- Elements that are there
+  // --- Existing elements
 
   void changeEntries() {
     for (const Entries& entries : base.getEntries())
@@ -94,8 +94,8 @@ class Editor {
       follow(entry, *part, *after);
   }
 
-  /// True for the element of a part that the foundation no longer has, unless it is the only one. A
-  /// part whose stiffness is zero stays: its element may hold what nobody here knows of.
+  /// True for the element of a part that the foundation has lost, unless it is the only element. A
+  /// part whose stiffness becomes zero keeps its element, which may hold unknown attributes.
   bool losesPart(const Entry& entry, const Foundation& before, Foundation& after) const {
     const bool isInTwoParts = inTwoParts.count(&before) > 0;
     const std::string& name = entry.element.getName();
@@ -106,7 +106,8 @@ class Editor {
            (isInTwoParts ? Parts::tellsLine(after) : after.hasLineValues());
   }
 
-  /// The element of a part that the foundation did not have; null when there is none.
+  /// The description of the element for a part that the foundation has gained; null when it has
+  /// not.
   const ElementWord* findNewPart(const Entry& entry, const Foundation& before,
                                  const Foundation& after) const {
     if (inTwoParts.count(&before) > 0) return nullptr;
@@ -160,7 +161,7 @@ class Editor {
                                           : Exchange::surface;
   }
 
-  /// `value` is in UTF-8; none takes the attribute away.
+  /// `value` is in UTF-8; none removes the attribute.
   void setAttribute(const Markup::StartTag& tag, const char* name,
                     const std::optional<std::string>& value) {
     const Markup::Attribute* const old = tag.find(name);
@@ -173,7 +174,7 @@ class Editor {
     edit.replace(old->value, base.getCharset().writeValue(*value, old->quote));
   }
 
-  /// In UTF-8.
+  /// The value in UTF-8.
   std::string readValue(const Markup::Attribute& attribute) const {
     const Markup::Range& value = attribute.value;
     return base.getCharset().readValue(text.substr(value.begin, value.end - value.begin));
@@ -211,14 +212,14 @@ class Editor {
     }
   }
 
-  /// The last element where new ones belong; null when there is none.
+  /// The element behind which new ones belong; null when there is none.
   const Entry* findLast() {
     const std::size_t lists = base.listLists().size();
     if (lists == 0 || base.getEntries()[lists - 1].empty()) return nullptr;
     return &base.getEntries()[lists - 1].back();
   }
 
-  /// The elements that a foundation takes in this form; none where it holds nothing of it.
+  /// The elements that a foundation needs in this form; none when the form stores nothing of it.
   std::vector<const ElementWord*> listWords(const Foundation& foundation) const {
     if (base.getForm() == Form::legacy) return {&Legacy::foundation};
     if (base.getForm() == Form::firstExchange) return {&Exchange::whole};
@@ -228,7 +229,7 @@ class Editor {
     return words;
   }
 
-  /// A document that has no list gets one. That of a model tells its current foundation, too.
+  /// Adds a list to a document without one. The list of a model names the current foundation, too.
   void addList(const std::vector<std::string>& elements) {
     const bool isModel = base.getForm() == Form::legacy;
     const char* const name = isModel ? Legacy::list.name : Exchange::container;
@@ -275,7 +276,7 @@ class Editor {
     setAttribute(tag, Legacy::current, wish.current != nullptr ? wish.current->getName() : "");
   }
 
-  /// True for the name of a foundation that there was or will be.
+  /// True when a foundation of the document has this name before or after the change.
   bool namesAny(const std::string& name) const {
     return std::any_of(wish.pairs.begin(), wish.pairs.end(), [&name](const Matching::Pair& pair) {
       return (pair.first != nullptr && pair.first->getName() == name) ||
@@ -294,7 +295,8 @@ class Editor {
   Edit edit;
 };
 
-/// True for what a foundation of the result is called by.
+/// True when a foundation of the result has the expected name and number. The first version has no
+/// numbers.
 bool isNamedAs(const Foundation& read, const Foundation& wanted, Form form) {
   return read.getName() == wanted.getName() &&
          (form == Form::firstExchange || read.getNumber() == wanted.getNumber());
@@ -304,7 +306,7 @@ bool canBeWritten(const Foundation& foundation, Form form) {
   return form != Form::exchange || foundation.hasLineValues() || foundation.hasAreaValues();
 }
 
-/// Those that the result holds, in its order: first what is left of the old, then the new.
+/// The foundations that the result should hold, in its order: the old ones that stay, then the new.
 std::vector<Matching::Pair> listExpected(const Wish& wish, Form form) {
   std::vector<Matching::Pair> expected;
   for (const Matching::Pair& pair : wish.pairs)
@@ -313,9 +315,9 @@ std::vector<Matching::Pair> listExpected(const Wish& wish, Form form) {
   return expected;
 }
 
-/// Adds those that the document that was made does not hold as expected: default numbers and names
-/// depend on the other foundations, and names that are taken become others. In a model, a value
-/// that is no number keeps others from being read. True when there are more than before.
+/// Adds the foundations that `made` does not hold as expected: default numbers and names depend on
+/// the other foundations, and a name that is taken is changed. In a model, a value that is no
+/// number keeps the reader from reading others. Returns true when it added any.
 bool addPins(Document& made, const std::vector<Matching::Pair>& expected, Pins& pins) {
   const std::vector<Foundation*>& read = made.getFoundations().getFoundations();
   if (read.size() > expected.size())

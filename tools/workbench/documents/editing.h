@@ -7,15 +7,15 @@
 #include "documents/document.h"
 #include "foundations/matching.h"
 
-/// Documents whose foundations change while every other byte of them stays.
+/// Changes the foundations of a document and keeps every other byte.
 namespace Editing {
 
-/// What becomes of the foundations of a document.
+/// What the foundations of a document should become.
 struct Wish {
-  /// For each foundation of the document, in their order, what it shall be; null where it goes.
-  /// Behind them those that are new, whose `first` is null. Names are UTF-8.
+  /// For each foundation of the document, in its order: what it should become; null to remove it.
+  /// Then the new ones, whose `first` is null. Names are UTF-8.
   std::vector<Matching::Pair> pairs;
-  /// One of the pairs' second; null for none.
+  /// The `second` of one of the pairs; null for none.
   const Found::Foundation* current = nullptr;
 };
 
@@ -27,16 +27,17 @@ class Draft {
   Draft(const Draft&) = delete;
   Draft& operator=(const Draft&) = delete;
 
-  /// The copies, in the order of the document. Whatever is removed must not be deleted.
+  /// The copies, in the order of the document. To remove one, call remove(): copies must not be
+  /// deleted.
   Found::FoundationManager& getFoundations() { return copies; }
 
-  /// Takes out one of the copies, or deletes one that was added.
+  /// Removes one of the copies, or deletes a foundation that was added.
   void remove(Found::Foundation& foundation);
 
-  /// Of the foundation at this place in the document.
+  /// The copy of the foundation at this place in the document.
   Found::Foundation& getCopy(std::size_t place) { return *all[place].second; }
 
-  /// That the document shall hold the copies that are left, and those that were added.
+  /// The wish that the document holds the remaining copies and the foundations that were added.
   Wish makeWish() const;
 
  private:
@@ -44,16 +45,17 @@ class Draft {
   std::vector<Matching::Pair> all;
 };
 
-/// Beddings of `base` that were not read, since other ones have their numbers, and go with these.
+/// The beddings of `base` that edit() removes although they were not read: a bedding that is
+/// removed has the same number.
 std::vector<const Documents::Entry*> listUnreadThatGo(Documents::Document& base, const Wish& wish);
 
-/// `base` with attributes that change, and elements that come or go, and not a byte else; opened
-/// once more. Null when nothing changes. What the form of the document cannot hold the result does
-/// not tell, which is left to the caller to compare.
+/// Returns `base` with attributes changed and elements added or removed, and no other byte changed.
+/// Null when nothing changes. The result is opened again. It lacks what the form of the document
+/// cannot store; the caller has to compare.
 ///
-/// A bedding that was not read since another one has its number goes with that one, or gets its new
-/// number: it would be read in its place. An element whose number or name depends on those of
-/// others gets its own where it would become another one.
+/// A bedding that was not read because another one has its number is removed together with that
+/// one, or gets the same new number; otherwise it would be read instead. When the number or name of
+/// an element depends on others and would change, it is written down.
 std::unique_ptr<Documents::Document> edit(Documents::Document& base, const Wish& wish);
 
 }  // namespace Editing

@@ -52,7 +52,7 @@ std::optional<double> Element::readNumber(const std::string& attribute) const {
   if (found == nullptr) return std::nullopt;
   const double number = found->getDouble();
   if (number != 0.0 || found->getData() == "0") return number;
-  // What is no number reads as 0, too; only the newer library tells the two apart.
+  // A text that is no number reads as 0, too; only the newer library tells the two apart.
   KvXmlN::Data other("number");
   other.setAttribute(attribute, found->getData(), true);
   return KvXmlN::AttributeIn::readDouble(other, attribute);

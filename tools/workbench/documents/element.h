@@ -11,10 +11,10 @@
 
 namespace Documents {
 
-/// An element of a document of either XML library, which must outlive it. To be looked at only.
+/// A read-only view of an element of either XML library. The document must outlive it.
 class Element {
  public:
-  /// `bytes`: how those of the document stand for characters, UTF-8 when left out.
+  /// `bytes` tells which characters the bytes of the document stand for; UTF-8 when left out.
   explicit Element(KvXmlData* element, const Charset* bytes = nullptr)
       : data(element), charset(bytes) {}
   explicit Element(const KvXmlN::Data* element, const Charset* bytes = nullptr)
@@ -24,17 +24,17 @@ class Element {
   std::vector<Element> listChildren() const;
   std::vector<std::string> listAttributeNames() const;
 
-  /// The attribute of this name, as a text in UTF-8, or as the number that the platform reads from
-  /// the whole of it; none when it is absent or no such number.
+  /// The attribute of this name as a text in UTF-8, or as the number that the platform reads from
+  /// its whole text; none when it is absent or no such number.
   std::optional<std::string> readText(const std::string& attribute) const;
-  /// How many bytes the text of an attribute that there is has as the library reads it.
+  /// The length in bytes of the attribute's text as the library reads it. The attribute must exist.
   std::size_t measureText(const std::string& attribute) const;
   std::optional<int> readInteger(const std::string& attribute) const;
   std::optional<double> readNumber(const std::string& attribute) const;
 
-  /// Where the start tag stands.
+  /// The position of the start tag.
   KvXmlPosition getPosition() const;
-  /// Where the attribute stands, or the element when it has none of this name.
+  /// The position of the attribute, or of the element when it has none of this name.
   KvXmlPosition locate(const std::string& attribute) const;
 
  private:

@@ -21,8 +21,8 @@ using Fate = Entry::Fate;
 using Found::Foundation;
 using Found::FoundationManager;
 
-/// The whole number that a text starts with, behind white space and one sign, which is what the
-/// reader takes.
+/// The integer at the start of a text, after white space and at most one sign; the library reads
+/// the same.
 std::optional<int> startOfNumber(const std::string& text) {
   const std::size_t first = text.find_first_not_of(" \t\n\v\f\r");
   if (first == text.npos) return std::nullopt;
@@ -34,12 +34,12 @@ std::optional<int> startOfNumber(const std::string& text) {
   return number;
 }
 
-/// The library, which may be another one than that of these rules, reads what they say.
+/// The installed library may have other rules than these; throws when the results differ.
 void requireAgreement(bool agree) {
   if (!agree) throw std::logic_error("the beddings are not read as they should be");
 }
 
-/// What the library reads from a bedding that stands alone.
+/// What the library reads from the bedding when it is the only one.
 std::unique_ptr<Foundation> readAlone(const KvXmlN::Data& element) {
   KvXmlN::Document document(Exchange::container);
   KvXmlN::Data& copy = *document.getRoot().createChild(element.getName());
@@ -51,9 +51,9 @@ std::unique_ptr<Foundation> readAlone(const KvXmlN::Data& element) {
   return std::make_unique<Foundation>(*manager.getFoundations().at(0));
 }
 
-/// The rules by which the library reads beddings, applied to what it has read: it tells of an
-/// element that it skips only when it is asked to send messages, and then takes a time for each
-/// that grows with the foundations read.
+/// Applies the library's rules for reading beddings once more, to find out which element became
+/// which foundation and why others were skipped. The library reports skipped elements only by
+/// messages, and each message takes time in proportion to the foundations read.
 class BeddingRules {
  public:
   BeddingRules(Form form, const Charset& bytes, const std::vector<Foundation*>& foundations)
@@ -84,7 +84,7 @@ class BeddingRules {
     }
     if (name != Exchange::whole.name) return Fate::unknown;
     if (!isFirstVersion) return Fate::ofFirstVersion;
-    // Given whether another foundation has it or not.
+    // The number of its place, even when another foundation has that number.
     entry.number = countInContainer + 1;
     entry.numberHolder = findHolder(*entry.number);
     return judgeName(entry);
@@ -107,7 +107,8 @@ class BeddingRules {
     return name->empty() ? Fate::nameEmpty : Fate::read;
   }
 
-  /// True when the two, which have the same number, are line and area of one foundation.
+  /// True when the two elements, which have the same number, are the line and the area part of one
+  /// foundation.
   static bool areParts(const Element& first, const Element& second) {
     return first.getName() != Exchange::whole.name && first.getName() != second.getName() &&
            first.readText(Exchange::name) == second.readText(Exchange::name);
@@ -118,7 +119,7 @@ class BeddingRules {
     return holder == numbers.end() ? nullptr : holder->second;
   }
 
-  /// Gives the foundation that has the first part what the other one tells.
+  /// Adds the other part to the foundation that was read from the first part.
   void join(Entry& entry, const KvXmlN::Data& element) {
     Foundation& whole = *entry.numberHolder->foundation;
     entry.foundation = &whole;
@@ -132,7 +133,7 @@ class BeddingRules {
       }
   }
 
-  /// Gives an entry the foundation that it became.
+  /// Assigns the next foundation that was read to its entry.
   void take(Entry& entry) {
     const std::string name = *entry.element.readText(Exchange::name);
     requireAgreement(!isComplete() && read[taken]->getNumber() == entry.number);
@@ -157,7 +158,7 @@ class BeddingRules {
   std::unordered_map<std::string, const Entry*> names;
 };
 
-/// Adds the beddings below `top`, itself included, that stand where nothing is read.
+/// Adds the beddings below `top`, or `top` itself, that are in no container, so nothing reads them.
 void addOutside(const KvXmlN::Data& top, bool isRead,
                 const std::unordered_set<const KvXmlN::Data*>& containers, const Charset& charset,
                 Entries& entries) {
@@ -167,7 +168,7 @@ void addOutside(const KvXmlN::Data& top, bool isRead,
     addOutside(*child, containers.count(&top) > 0, containers, charset, entries);
 }
 
-/// True for an element that holds more than what something else of this name might, too.
+/// True for an element with an attribute that only foundations have.
 bool tellsStiffness(const KvXmlData& element) {
   return std::any_of(Legacy::foundation.attributes.begin(), Legacy::foundation.attributes.end(),
                      [&element](const AttributeWord& word) {
@@ -176,8 +177,9 @@ bool tellsStiffness(const KvXmlData& element) {
                      });
 }
 
-/// Adds the foundations below `top` that are not those of `list`, and beddings of the exchange
-/// form. Beside lists, what has their name in a model may be something else.
+/// Adds the beddings below `top`, and the foundations that are not in `list`. Outside of all lists,
+/// an element with the name of a foundation may be something else, so it must have a stiffness,
+/// too.
 void addOutside(KvXmlData& top, bool isInList, const KvXmlData* list, const Charset& charset,
                 Entries& entries) {
   const bool isBelowList = isInList || top.getName() == Legacy::list.name;

@@ -3,13 +3,13 @@
 /// The forms of documents.
 namespace Documents {
 
-/// A Kvml listing is only written: nothing reads its foundations.
+/// A Kvml listing is only written; no reader reads its foundations.
 enum class Form { legacy, exchange, firstExchange, kvml };
 
-/// The exchange version that is unlike all later ones.
+/// The first exchange version, which differs from all later ones.
 constexpr const char* firstVersion = "1.0";
 
-/// The version that the exchange classes are given for this form.
+/// The version to give to the exchange classes for this form.
 constexpr const char* getVersion(Form form) {
   return form == Form::firstExchange ? firstVersion : "current";
 }

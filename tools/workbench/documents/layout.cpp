@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view blanks = " \t";
 constexpr std::string_view whiteSpace = " \t\r\n";
 
-/// The white space that the first indented line starts with.
+/// The white space at the start of the first indented line; two blanks when no line is indented.
 std::string findUnit(std::string_view text) {
   for (std::size_t line = text.find('\n'); line != text.npos; line = text.find('\n', line + 1)) {
     const std::size_t end = text.find_first_not_of(blanks, line + 1);

@@ -9,39 +9,39 @@
 
 namespace Documents {
 
-/// How a start tag is laid out, so that another one may look like it.
+/// The layout of a start tag, for new tags that look the same.
 struct TagStyle {
   std::string separator = " ";  // before each attribute
   char quote = '"';
   std::string closing = " />";  // of an element without content
 };
 
-/// How the lines of a document are laid out, so that what is added looks like what is there.
+/// The layout of the lines of a document, so that new elements look like those around them.
 class Layout {
  public:
   explicit Layout(std::string_view bytes);
 
   TagStyle findStyle(const Markup::StartTag& tag) const;
 
-  /// Where another attribute of the tag belongs.
+  /// The place in the tag where a new attribute belongs.
   std::size_t findAttributeEnd(const Markup::StartTag& tag) const;
 
-  /// The line break and the indentation before what starts at `place`; empty when something else
-  /// stands before it on its line.
+  /// The line break and the indentation before `place`; empty when `place` is not the first thing
+  /// on its line.
   std::string findIndentation(std::size_t place) const;
 
-  /// Where the line of what ends at `place` ends, behind comments; nowhere when something else
-  /// stands there.
+  /// The end of the line from `place` on, behind comments; nowhere when anything else follows on
+  /// the line.
   std::size_t findLineEnd(std::size_t place) const;
 
-  /// `element` with its lines, where it stands alone on them; else as it is.
+  /// Widens `element` to whole lines when nothing else is on them; otherwise returns it as it is.
   Markup::Range widenToLines(Markup::Range element) const;
 
   /// Adds children at the end of an element that holds no other elements.
   void addChildren(Markup::Range element, const std::vector<std::string>& children,
                    Edit& edit) const;
 
-  /// Adds a child at the end of an element, with children of its own, a line each.
+  /// Adds a child at the end of an element. `children` are its own children, a line each.
   void addChild(Markup::Range element, const std::string& start,
                 const std::vector<std::string>& children, const std::string& end, Edit& edit) const;
 
@@ -55,7 +55,7 @@ class Layout {
 
   std::string_view text;
   std::string lineEnd;
-  std::string unit;  // that one level of elements is indented by
+  std::string unit;  // indentation of one level of elements
 };
 
 }  // namespace Documents

@@ -33,7 +33,7 @@ Loss describeLost(const Foundation& foundation, const std::string& reason) {
   return makeLoss(foundation, "is lost, since " + reason);
 }
 
-/// Why a form that holds only foundations with a stiffness does not keep this one.
+/// Why a form that stores only foundations with a stiffness does not keep this one.
 std::string explainStiffness(const Foundation& foundation) {
   KvVector3D area;
   KvVector3D line;
@@ -43,7 +43,7 @@ std::string explainStiffness(const Foundation& foundation) {
   return isNumber ? "it has no stiffness" : "its stiffness is not a number";
 }
 
-/// Why a document that is read again does not keep a foundation.
+/// Why a foundation is missing when the document is read again.
 std::string explain(const Foundation& foundation, const std::map<int, int>& holders) {
   if (holders.at(foundation.getNumber()) > 1) return "its number is given twice";
   if (foundation.getNumber() < 1) return "its number is below 1";
@@ -58,12 +58,12 @@ double readNumber(const KvXmlN::Data& element, const char* attribute) {
   return element.getAttributeDouble(attribute);
 }
 
-/// Failure modes have texts, but only those that there are.
+/// A listing shows failure modes as texts; unknown modes have none.
 Foundation::Failure keepFailure(Foundation::Failure failure) {
   return Failures::find(failure) != nullptr ? failure : Foundation::None;
 }
 
-/// Gives `kept` what one element of a listing tells of `wanted`.
+/// Sets in `kept` what one element of a listing shows of `wanted`.
 void readElement(const KvXmlN::Data& element, Foundation& wanted, Foundation& kept) {
   const KvVector3D disp(readNumber(element, Kvml::x), readNumber(element, Kvml::y),
                         readNumber(element, Kvml::z));

@@ -12,13 +12,13 @@ bool startsWith(std::string_view text, std::size_t place, std::string_view start
   return text.compare(place, start.size(), start) == 0;
 }
 
-/// Behind the first `end` from `start` on.
+/// The place behind the first `end` at or after `start`; nowhere when there is none.
 std::size_t findBehind(std::string_view text, std::string_view end, std::size_t start) {
   const std::size_t found = text.find(end, std::min(start, text.size()));
   return found == nowhere ? nowhere : found + end.size();
 }
 
-/// The end of a tag, in whose quotation marks anything may stand.
+/// The end of a tag. Its quoted values may hold anything, '>' included.
 std::size_t findTagEnd(std::string_view text, std::size_t start) {
   for (std::size_t i = start; i < text.size();) {
     i = text.find_first_of(">\"'", i);
@@ -45,7 +45,7 @@ std::size_t findDoctypeEnd(std::string_view text, std::size_t start) {
   return nowhere;
 }
 
-/// Behind white space and whatever else may stand before a root element from `place` on.
+/// Skips white space and everything else that may come before a root element.
 std::size_t skipProlog(std::string_view text, std::size_t place) {
   while (true) {
     place = std::min(text.find_first_not_of(whiteSpace, place), text.size());

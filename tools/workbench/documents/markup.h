@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-/// Where things start and end in the text of a document, without parsing it. Of text that is not
-/// well-formed an answer may be anything within it.
+/// Finds where things start and end in the text of a document without parsing it. In malformed text
+/// the result may be any place.
 namespace Markup {
 
 /// Bytes from `begin` up to `end`.
@@ -17,14 +17,15 @@ struct Range {
 constexpr std::size_t nowhere = std::string_view::npos;
 
 /// The end of the tag, comment, processing instruction, CDATA section or document type declaration
-/// that starts at `start`; nowhere when it has none.
+/// that starts at `start`; nowhere when it is not closed.
 std::size_t findEnd(std::string_view text, std::size_t start);
 
-/// The end of the element that starts at `start`, behind its end tag; nowhere when it has none.
+/// The end of the element that starts at `start`, behind its end tag; nowhere when it is not
+/// closed.
 std::size_t findElementEnd(std::string_view text, std::size_t start);
 
-/// Where the root element starts, behind a byte order mark and all that may stand before it;
-/// nowhere when something else stands there, or nothing does.
+/// The start of the root element, behind a byte order mark and everything else that may come before
+/// it; nowhere when there is no root element, or when other text comes first.
 std::size_t findRoot(std::string_view text);
 
 /// The name of the element that starts at `start`.
@@ -49,14 +50,14 @@ struct StartTag {
   const Attribute* find(std::string_view name) const;
 };
 
-/// The tag that starts at `start`, which is that of an element in well-formed text.
+/// The start tag that starts at `start`. The text must be well-formed.
 StartTag readStartTag(std::string_view text, std::size_t start);
 
 /// The encoding that the XML declaration at the start of `text` names; empty when it names none,
-/// and when a byte order mark says that it is UTF-8.
+/// and when a byte order mark stands for UTF-8.
 std::string_view readEncoding(std::string_view text);
 
-/// True for text that holds nothing but what may stand before a root element, each to its end.
+/// True when `text` holds only what may come before a root element, and everything is closed.
 bool isProlog(std::string_view text);
 
 }  // namespace Markup

@@ -8,15 +8,15 @@
 
 namespace Documents {
 
-/// A number of a foundation that stands elsewhere in a model.
+/// A place in a model, outside of its foundations, that refers to a foundation by its number.
 struct Mention {
   KvXmlPosition position;
   std::string attribute;
   int number;
 };
 
-/// Attributes with FOUND in their name, of elements that tell of no foundation, that hold one of
-/// the numbers. An exchange document has none.
+/// Finds attributes whose name contains FOUND and whose value is one of `numbers`. Skips the
+/// elements of the foundations themselves. Exchange documents have no such attributes.
 std::vector<Mention> listMentions(const Document& document, const std::set<int>& numbers);
 
 }  // namespace Documents

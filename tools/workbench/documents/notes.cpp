@@ -14,7 +14,7 @@ namespace {
 
 using Fate = Entry::Fate;
 
-/// The one that lacks a name.
+/// What messages call a bedding without a name.
 std::string describe(const Entry& entry, const std::string& tag) {
   return entry.element.getName() == Exchange::whole.name
              ? "a " + tag
@@ -27,7 +27,7 @@ std::string tellNewName(const Entry& entry) {
                      DisplayText::fromName(entry.foundation->getName()));
 }
 
-/// Empty for a bedding that is read as it is.
+/// The sentence about an entry; empty for a bedding that is read as it is.
 std::string tell(const Entry& entry) {
   const std::string tag = "<" + DisplayText::fromName(entry.element.getName()) + ">";
   switch (entry.fate) {
@@ -56,7 +56,8 @@ std::string tell(const Entry& entry) {
   return fmt::format("a {} stands where no foundations are read; it was skipped", tag);
 }
 
-/// A model may hold anything beside foundations, also in their list.
+/// Whether listNotes() mentions the entry. In a model, unknown elements are usual, also in the list
+/// of foundations.
 bool isTold(const Entry& entry, Form form) {
   if (form == Form::legacy) return entry.fate == Fate::outside;
   return entry.fate != Fate::read && entry.fate != Fate::otherPart;

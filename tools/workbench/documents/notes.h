@@ -6,17 +6,17 @@
 
 #include "documents/document.h"
 
-/// What is told of reading a document.
+/// Messages about reading a document.
 namespace Documents {
 
-/// A sentence about a place in the document, or, where the position is 0, about all of it.
+/// A sentence about a place in the document, or about all of it when the position is 0.
 struct Note {
   KvXmlPosition position;
   std::string sentence;
 };
 
-/// What was skipped or renamed, and how many beddings were read of each container of an exchange
-/// document.
+/// Lists what was skipped or renamed and, for each container of an exchange document, how many
+/// beddings were read.
 std::vector<Note> listNotes(Document& document);
 
 /// How many foundations were skipped or renamed.

@@ -15,14 +15,14 @@ using Documents::AttributeWord;
 using Documents::Kind;
 using Found::Foundation;
 
-/// As forms with numbers for failure modes spell a word, and others.
+/// A failure mode as this kind of attribute writes it, as a number or a word.
 std::string spellFailure(const std::string& word, Kind kind) {
   const Foundation::Failure mode = Failures::read(word).value();
   if (kind == Kind::failureNumber) return std::to_string(static_cast<int>(mode));
   return Failures::find(mode) != nullptr ? word : "";
 }
 
-/// True for an attribute that says no more than its absence would.
+/// True for an attribute that means the same as its absence.
 bool isNeedless(const AttributeWord& word, const Fields::Value& value) {
   if (word.kind == Kind::failureNumber) return value == Fields::Value("none");
   const bool isStiffness = word.kind == Kind::stiffness || word.kind == Kind::lineStiffness;

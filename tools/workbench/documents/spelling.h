@@ -8,14 +8,14 @@
 #include "found/foundation.h"
 #include "text/charset.h"
 
-/// How documents spell what foundations hold.
+/// How documents write the values of foundations.
 namespace Spelling {
 
-/// The attribute `word` of a foundation, in UTF-8; none for a stiffness that is absent.
+/// The value of the attribute `word` of a foundation, in UTF-8; none for an absent stiffness.
 std::optional<std::string> spell(const Documents::AttributeWord& word,
                                  Found::Foundation& foundation);
 
-/// A new element as the library would write it, in the bytes of the document.
+/// A new element as the library would write it, in the encoding of the document.
 std::string makeElement(const Documents::ElementWord& word, Found::Foundation& foundation,
                         const Documents::TagStyle& style, const Charset& charset);
 

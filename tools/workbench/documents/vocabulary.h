@@ -6,14 +6,15 @@
 
 #include "documents/form.h"
 
-/// What elements and attributes are called in each form of document, and what they may hold.
+/// The names of elements and attributes in each form of document, and the values that they may
+/// have.
 namespace Documents {
 
 enum class Kind {
-  identity,       // number or name, judged beside those of the other foundations
-  flag,           // a whole number, false when it is 0
+  identity,       // number or name, checked against those of the other foundations
+  flag,           // an integer, false when it is 0
   stiffness,      // finite, 0 or more
-  lineStiffness,  // the same; when it is NaN, its whole vector is not read
+  lineStiffness,  // the same; NaN makes the reader ignore the whole vector
   factor,         // finite, 0 or more
   failureNumber,  // -1, 0 or 1
   failureWord     // one of three words
@@ -25,7 +26,7 @@ struct AttributeWord {
   const char* field = nullptr;  // of a foundation, see foundations/fields.h
 };
 
-/// An element and all attributes of it that a reader knows.
+/// An element and all of its attributes that a reader knows.
 struct ElementWord {
   const char* name;
   std::vector<AttributeWord> attributes;
@@ -65,7 +66,7 @@ inline const ElementWord foundation = {"FOUND",
 /// An exchange document.
 namespace Exchange {
 
-constexpr const char* container = "Beddings";  // how an element for beddings is made
+constexpr const char* container = "Beddings";  // the usual name of an element for beddings
 constexpr const char* version = "Version";     // of the root
 constexpr const char* number = "Number";
 constexpr const char* name = "Name";
@@ -92,7 +93,7 @@ inline const ElementWord surface = {"SurfaceBedding",
                                      {"StiffnessZFailure", Kind::failureWord, "areaFailureZ"},
                                      {"TangentialStiffnessXYFactor", Kind::factor, "areaFactor"}}};
 
-/// A whole foundation, of the first version only, which has no numbers.
+/// A whole foundation. Only the first version has these; they have no numbers.
 inline const ElementWord whole = {
     "Bedding",
     {{name, Kind::identity, "name"},
@@ -109,7 +110,7 @@ inline const ElementWord whole = {
      {"CurveStiffnessZFailure", Kind::failureWord, "lineFailureZ"},
      {"TangentialCurveStiffnessX", Kind::factor, "lineFactor"}}};
 
-/// What an element of this name tells of a foundation; null for one that tells nothing.
+/// The description of the element of this name; null when it does not describe a foundation.
 inline const ElementWord* findWord(std::string_view element) {
   for (const ElementWord* const word : {&curve, &surface, &whole})
     if (element == word->name) return word;
@@ -118,7 +119,7 @@ inline const ElementWord* findWord(std::string_view element) {
 
 }  // namespace Exchange
 
-/// True when documents of this form tell the field of this name.
+/// True when documents of this form store the field of this name.
 inline bool carries(Form form, std::string_view field) {
   const auto tells = [field](const ElementWord& element) {
     return std::any_of(element.attributes.begin(), element.attributes.end(),

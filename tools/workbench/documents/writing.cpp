@@ -65,7 +65,7 @@ std::string writeKvml(const FoundationManager& manager) {
   return print(document);
 }
 
-/// True for a document like those that are written here.
+/// True for a document like those that writeExchange() makes.
 bool holdsOnlyBeddings(const Document& document) {
   if (document.getForm() == Form::legacy) return false;
   const KvXmlN::Data& root = document.getExchange()->getRoot();
@@ -82,8 +82,8 @@ Output::Output(OutputFile& to, Form written, Document& read) : in(read), file(to
   file.create();
 }
 
-/// Opens nothing where no harm is done when the file goes: an empty file, or a listing, which is
-/// only written and never read.
+/// Leaves `old` null when the file can be replaced without harm: an empty file, or a listing, which
+/// is only written and never read.
 void Output::openOld() {
   std::error_code ignored;
   const std::string& path = in.getContent().path;
@@ -116,7 +116,7 @@ void Output::protect() {
 }
 
 void Output::write(const FoundationManager& manager) {
-  in.forgetElements();  // before there are those of another document
+  in.forgetElements();  // first, so that two documents never have elements at once
   std::string bytes = form == Form::legacy ? writeModel(manager)
                       : form == Form::kvml ? writeKvml(manager)
                                            : writeExchange(manager, form);
@@ -157,7 +157,7 @@ std::vector<Losses::Loss> Output::listReplaced() {
 
 void Output::requireAll(const FoundationManager& manager) {
   for (const Losses::Loss& loss : listLosses(manager)) {
-    // The first version has no numbers but places, which follow from what is left.
+    // The first version stores no numbers: they are the places of the remaining beddings.
     if (form == Form::firstExchange && loss.kind == "number changes") continue;
     throw UserError(fmt::format("{}: was not written, since something would be lost: {}: {}",
                                 getShownPath(), loss.foundation, loss.sentence));

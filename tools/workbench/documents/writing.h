@@ -11,66 +11,65 @@
 #include "files/output_file.h"
 #include "found/foundation_manager.h"
 
-/// Documents as they are written to files.
+/// Writes documents to files.
 namespace Writing {
 
-/// A document on its way to a file, which takes the place of the old one as a whole or not at all.
+/// A document that is being written to a file. It replaces the old file as a whole or not at all.
 class Output {
  public:
-  /// `read` is the document whose foundations are written, and may be what is there. Throws
-  /// UserError when nothing can be written to `to`, and when a document is there that cannot be
-  /// updated but holds more than foundations.
+  /// `read` is the document whose foundations are written; it may be the one in the file. Throws
+  /// UserError when `to` cannot be written, and when the file holds a document that cannot be
+  /// updated although it contains more than foundations.
   Output(OutputFile& to, Documents::Form written, Documents::Document& read);
 
-  /// True when a document of this form is there, whose other content must stay.
+  /// True when the file already holds a document of this form, whose other content must stay.
   bool isUpdate() const { return isThere; }
-  /// True when that is the document whose foundations are written.
+  /// True when the document in the file is the one whose foundations are written.
   bool isSameFile() const { return old == &in; }
 
-  /// Makes a document of nothing but the foundations. Of the document that was read, the elements
-  /// are forgotten.
+  /// Makes a document of the foundations only. Frees the elements of the document that was read.
   void write(const Found::FoundationManager& manager);
-  /// Makes the document that is there with these foundations in place of its own.
+  /// Makes a copy of the document in the file, with these foundations instead of its own.
   void update(const Found::FoundationManager& manager);
-  /// Makes `base` with what is wished of its foundations.
+  /// Makes a copy of `base` with its foundations changed as wished.
   void edit(Documents::Document& base, const Editing::Wish& wish);
 
-  /// What the document that was made does not keep of the foundations that it was made of.
+  /// What gets lost of `manager`, whose foundations are written, in the document that was made.
   std::vector<Losses::Loss> listLosses(const Found::FoundationManager& manager);
-  /// What update() takes from the document that is there.
+  /// What update() removes from the document in the file.
   std::vector<Losses::Loss> listReplaced();
 
-  /// What goes of the document without ever having been read.
+  /// The beddings that are removed from the document although they were never read.
   const std::vector<Losses::Loss>& getUnread() const { return unread; }
 
-  /// Throws UserError when the document that was made does not keep all of the foundations.
+  /// Throws UserError when the document that was made loses anything of the foundations.
   void requireAll(const Found::FoundationManager& manager);
 
   /// The document that was made.
   Documents::Document& getMade() { return *made; }
 
-  /// Lets the document take its place. What does not change stays untouched.
+  /// Replaces the file by the document that was made. Does not touch the file when nothing changes.
   void commit();
 
-  /// As messages call the file.
+  /// The name of the file in messages.
   const std::string& getShownPath() const { return file.getShownPath(); }
 
  private:
   void openOld();
-  /// Looks at the document that is there.
+  /// Opens the document in the file. Throws UserError when it must not be replaced.
   void protect();
-  /// Which foundations of the two documents belong together.
+  /// The keys that tell which foundations of the two documents belong together.
   std::vector<Matching::Key> listKeys() const;
 
   Documents::Document& in;
   OutputFile& file;
   Documents::Form form;
   std::unique_ptr<Documents::Document> other;
-  Documents::Document* old = nullptr;  // the document that is there: `in`, `other` or none
+  Documents::Document* old = nullptr;  // the document in the file: `in`, `other` or none
   bool isThere = false;
   std::vector<Losses::Loss> unread;
   std::unique_ptr<Documents::Document> edited;
-  Documents::Document* made = nullptr;  // `edited`, or what is written as it is
+  Documents::Document* made = nullptr;  // `edited`, or an unchanged document
 };
 
 }  // namespace Writing
