@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "foundations/fields.h"
+
+namespace Spreadsheets {
+
+/// The value of a field from the text of a cell. Numbers have `decimal` before their decimals.
+/// Throws std::invalid_argument, which tells what the field takes.
+Fields::Value readCell(const Fields::Field& field, std::string_view text, char decimal);
+
+/// True for "true", "yes", and what spreadsheets make of them; false for their opposites and for an
+/// empty cell. Throws std::invalid_argument.
+bool readFlag(std::string_view text);
+
+/// A name that documents can hold. Throws std::invalid_argument.
+std::string readName(std::string_view text);
+
+/// Appends the value as readCell() reads it. Where it would start like a formula, an apostrophe
+/// stands before it.
+void writeCell(std::string& text, const Fields::Value& value, char decimal);
+
+/// True for digits in groups of three that have `mark` between them, such as 1.500.
+bool isGrouped(std::string_view number, char mark);
+
+}  // namespace Spreadsheets

@@ -1,0 +1,206 @@
+#include "spreadsheets/csv_reader.h"
+
+#include <algorithm>
+#include <memory>
+#include <set>
+#include <stdexcept>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "files/user_error.h"
+#include "spreadsheets/cells.h"
+#include "spreadsheets/csv_words.h"
+#include "spreadsheets/dialect.h"
+#include "spreadsheets/names.h"
+#include "spreadsheets/rows.h"
+#include "text/display_text.h"
+
+namespace Spreadsheets {
+namespace {
+
+using Found::Foundation;
+using Found::FoundationManager;
+
+std::string_view trim(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  return first == text.npos ? text.substr(0, 0)
+                            : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// What stands before the foundations.
+struct Head {
+  Row names;  // of the columns; with none when the table is empty
+  Units units;
+};
+
+Head readHead(std::string_view text, char separator, const std::string& shownPath) {
+  Head head;
+  readRows(text, separator, shownPath, [&head](const Row& row) {
+    if (row.cells[0].compare(0, 1, remarkStart) != 0) {
+      head.names = row;
+      return false;
+    }
+    if (row.cells[0] == unitsStart && row.count >= 3) head.units = {row.cells[1], row.cells[2]};
+    return true;
+  });
+  return head;
+}
+
+std::size_t countKnown(const Row& names) {
+  return static_cast<std::size_t>(std::count_if(
+      names.cells.begin(), names.cells.begin() + static_cast<std::ptrdiff_t>(names.count),
+      [](const std::string& name) { return isName(trim(name)); }));
+}
+
+/// Of the first row, as this separator cuts it; none where it cannot be cut by it.
+std::size_t countKnown(std::string_view text, char separator) {
+  try {
+    return countKnown(readHead(text, separator, "").names);
+  } catch (const UserError&) {
+    return 0;
+  }
+}
+
+/// False where a row has more than one cell.
+bool isOneColumn(std::string_view text, char separator) {
+  bool isSingle = true;
+  try {
+    readRows(text, separator, "", [&isSingle](const Row& row) {
+      isSingle = row.count == 1;
+      return isSingle;
+    });
+  } catch (const UserError&) {
+    return false;
+  }
+  return isSingle;
+}
+
+/// The separator that makes the most names of the first row.
+char recogniseSeparator(std::string_view text) {
+  char best = ',';
+  std::size_t most = 0;
+  for (const char separator : {',', ';', '\t'}) {
+    const std::size_t known = countKnown(text, separator);
+    if (known <= most) continue;
+    best = separator;
+    most = known;
+  }
+  // A single name has none behind it, but its numbers may have a comma in them.
+  return most == 1 && best == ',' && !isOneColumn(text, best) ? ';' : best;
+}
+
+std::vector<Column> readColumns(const Row& names, const std::string& shownPath) {
+  std::vector<Column> columns;
+  std::set<std::string_view> known;
+  for (std::size_t i = 0; i < names.count; ++i) {
+    const std::string_view name = trim(names.cells[i]);
+    const std::string place = fmt::format("{}:{}: ", shownPath, names.line);
+    if (!isName(name)) throw UserError(place + describeUnknown("column", name));
+    if (!known.insert(name).second)
+      throw UserError(place + fmt::format("the column {} is given twice", name));
+    columns.push_back({Fields::find(name)});
+  }
+  return columns;
+}
+
+bool isEmpty(const Row& row) {
+  return std::all_of(row.cells.begin(), row.cells.begin() + static_cast<std::ptrdiff_t>(row.count),
+                     [](const std::string& cell) { return cell.empty(); });
+}
+
+class Reader {
+ public:
+  Reader(Sheet& target, const Charset& bytesAreOf, std::string path, FoundationManager& foundations)
+      : sheet(target), charset(bytesAreOf), shownPath(std::move(path)), manager(foundations) {
+    for (const Column& column : sheet.columns)
+      if (column.field != nullptr) told.add(*column.field);
+  }
+
+  /// Spreadsheets leave rows of empty cells behind those that were cleared.
+  void take(const Row& row) {
+    if (isEmpty(row)) return;
+    if (row.count != sheet.columns.size())
+      fail(row, fmt::format("there are {} cells in this row, for {} columns", row.count,
+                            sheet.columns.size()));
+    auto foundation = std::make_unique<Foundation>();
+    foundation->setNumber(static_cast<int>(sheet.origins.size()) + 1);
+    for (std::size_t i = 0; i < row.count; ++i) readField(row, i, *foundation);
+    if (!told.has(*Fields::find("name")))
+      foundation->setName(makeDefaultName(foundation->getNumber()));
+    sheet.origins.push_back({row.line, 1, row.begin, row.end, told});
+    manager.add(std::move(foundation));
+  }
+
+ private:
+  void readField(const Row& row, std::size_t place, Foundation& foundation) {
+    const Fields::Field* const field = sheet.columns[place].field;
+    const std::string& cell = row.cells[place];
+    try {
+      if (field == nullptr) return readCurrent(row, cell, foundation);
+      const bool isDecoded = charset.isUtf8() || field->type != Fields::Type::text;
+      const Fields::Value value =
+          readCell(*field, isDecoded ? cell : charset.toUtf8(cell), *sheet.dialect.decimal);
+      if (!std::holds_alternative<std::monostate>(value)) field->set(foundation, value);
+    } catch (const std::invalid_argument& error) {
+      const char* const name = field != nullptr ? field->name : currentField;
+      fail(row, fmt::format("{} cannot be \"{}\", only {}", name,
+                            DisplayText::shorten(DisplayText::fromName(charset.toUtf8(cell)), 60),
+                            error.what()));
+    }
+  }
+
+  void readCurrent(const Row& row, const std::string& cell, Foundation& foundation) {
+    if (!readFlag(cell)) return;
+    if (manager.getCurrentFoundation() != nullptr)
+      fail(row, "only one foundation can be the current one");
+    manager.setCurrentFoundation(&foundation);
+  }
+
+  [[noreturn]] void fail(const Row& row, const std::string& fault) const {
+    throw UserError(fmt::format("{}:{}: {}", shownPath, row.line, fault));
+  }
+
+  Sheet& sheet;
+  const Charset& charset;
+  std::string shownPath;
+  FoundationManager& manager;
+  FieldSet told;
+};
+
+/// Of the bytes before the first that is a character.
+std::size_t measureMark(std::string_view bytes, const std::string& shownPath) {
+  const std::string_view start = bytes.substr(0, 2);
+  if (start == "\xFF\xFE" || start == "\xFE\xFF")
+    throw UserError(shownPath + ": this is a table in UTF-16; save it as CSV in UTF-8");
+  return bytes.compare(0, byteOrderMark.size(), byteOrderMark) == 0 ? byteOrderMark.size() : 0;
+}
+
+}  // namespace
+
+Sheet readCsv(const std::string& bytes, const Charset& charset, const Dialect& wanted,
+              const std::string& shownPath, FoundationManager& manager) {
+  const std::size_t mark = measureMark(bytes, shownPath);
+  const std::string_view text = std::string_view(bytes).substr(mark);
+  Sheet sheet;
+  const char separator = wanted.separator ? *wanted.separator : recogniseSeparator(text);
+  const Head head = readHead(text, separator, shownPath);
+  if (head.names.count == 0)
+    throw UserError(shownPath + ": this table is empty; its first row names the columns");
+  sheet.units = head.units;
+  sheet.columns = readColumns(head.names, shownPath);
+  sheet.dialect = {separator,
+                   recogniseDecimal(text, separator, sheet.columns, wanted.decimal, shownPath)};
+  Reader reader(sheet, charset, shownPath, manager);
+  readRows(text, separator, shownPath, [&](const Row& row) {
+    if (row.begin > head.names.begin) reader.take(row);
+    return true;
+  });
+  for (Origin& origin : sheet.origins) {
+    origin.begin += mark;
+    origin.end += mark;
+  }
+  return sheet;
+}
+
+}  // namespace Spreadsheets

@@ -1,0 +1,173 @@
+#include "spreadsheets/csv_writer.h"
+
+#include <algorithm>
+#include <ostream>
+#include <string_view>
+
+#include <fmt/format.h>
+
+#include "files/user_error.h"
+#include "kv/code_page.h"
+#include "spreadsheets/cells.h"
+#include "spreadsheets/csv_words.h"
+#include "text/display_text.h"
+#include "text/utf8.h"
+
+namespace Spreadsheets {
+namespace {
+
+using Fields::Value;
+using Found::Foundation;
+
+/// Rows of a table, one behind the other.
+class RowWriter {
+ public:
+  RowWriter(const Dialect& dialect, std::string_view lineEnd)
+      : separator(*dialect.separator),
+        decimal(*dialect.decimal),
+        quoted{separator, '"', '\r', '\n'},
+        rowEnd(lineEnd) {}
+
+  void add(const Value& value) {
+    if (!isFirst) text += separator;
+    isFirst = false;
+    const std::size_t begin = text.size();
+    writeCell(text, value, decimal);
+    if (text.find_first_of(quoted, begin) != text.npos) quote(begin);
+  }
+
+  void endRow() {
+    text += rowEnd;
+    isFirst = true;
+  }
+
+  void addRow(const std::vector<Column>& columns, Foundation& foundation, bool isCurrent) {
+    for (const Column& column : columns)
+      add(column.field != nullptr ? column.field->get(foundation) : Value(isCurrent));
+    endRow();
+  }
+
+  std::string text;
+
+ private:
+  void quote(std::size_t begin) {
+    for (std::size_t i = text.find('"', begin); i != text.npos; i = text.find('"', i + 2))
+      text.insert(i, 1, '"');
+    text.insert(begin, 1, '"');
+    text += '"';
+  }
+
+  char separator;
+  char decimal;
+  std::string quoted;
+  std::string rowEnd;
+  bool isFirst = true;
+};
+
+std::vector<Column> listColumns() {
+  std::vector<Column> columns;
+  for (const Fields::Field& field : Fields::list()) columns.push_back({&field});
+  columns.push_back({nullptr});
+  return columns;
+}
+
+std::string_view findLineEnd(std::string_view text) {
+  const std::size_t end = text.find_first_of("\r\n");
+  if (end == text.npos || text[end] == '\n') return "\n";
+  return text.compare(end, 2, "\r\n") == 0 ? "\r\n" : "\r";
+}
+
+/// `text`, which is UTF-8, in the bytes of a table.
+std::string encode(const std::string& text, const Charset& charset, const std::string& shownPath) {
+  if (charset.isUtf8()) return text;
+  const KvCodePage page = KvCodePage::find("windows-1252").value();
+  std::string bytes;
+  for (std::string_view rest = text; !rest.empty();) {
+    const char32_t character = Utf8::take(rest);
+    const std::optional<char> byte = page.encode(character);
+    if (!byte) {
+      std::string shown;
+      Utf8::append(shown, character);
+      throw UserError(
+          fmt::format("{}: this table is in windows-1252, which has no \"{}\"; save it in UTF-8",
+                      shownPath, DisplayText::fromName(shown)));
+    }
+    bytes += *byte;
+  }
+  return bytes;
+}
+
+/// True when the row of one would be that of the other.
+bool areSame(const std::vector<Column>& columns, Foundation& first, Foundation& second) {
+  return std::all_of(columns.begin(), columns.end(), [&](const Column& column) {
+    return column.field == nullptr || column.field->get(first) == column.field->get(second);
+  });
+}
+
+bool tellsCurrent(const std::vector<Column>& columns) {
+  return std::any_of(columns.begin(), columns.end(),
+                     [](const Column& column) { return column.field == nullptr; });
+}
+
+}  // namespace
+
+Dialect complete(const Dialect& dialect) {
+  const char decimal = dialect.decimal.value_or('.');
+  return {dialect.separator.value_or(decimal == ',' ? ';' : ','), decimal};
+}
+
+void writeCsv(const Found::FoundationManager& manager, const Dialect& dialect, const Units& units,
+              std::ostream& out) {
+  const std::vector<Column> columns = listColumns();
+  RowWriter row(complete(dialect), "\n");
+  if (dialect.decimal == ',') row.text += byteOrderMark;
+  if (!units.force.empty()) {
+    for (const std::string& cell : {std::string(unitsStart), units.force, units.length})
+      row.add(cell);
+    row.endRow();
+  }
+  for (const Column& column : columns)
+    row.add(std::string(column.field != nullptr ? column.field->name : currentField));
+  row.endRow();
+  for (Foundation* foundation : manager.getFoundations()) {
+    row.addRow(columns, *foundation, foundation == manager.getCurrentFoundation());
+    out << row.text;
+    row.text.clear();
+  }
+  out << row.text;
+}
+
+std::string editCsv(const std::string& bytes, const Charset& charset, const Sheet& sheet,
+                    const std::vector<Matching::Pair>& pairs, const Foundation* before,
+                    const Foundation* current, const std::string& shownPath) {
+  const bool hasCurrent = tellsCurrent(sheet.columns);
+  const std::string_view lineEnd = findLineEnd(bytes);
+  RowWriter row(sheet.dialect, lineEnd);
+  const auto makeRow = [&](Foundation& foundation) {
+    row.text.clear();
+    row.addRow(sheet.columns, foundation, &foundation == current);
+    return encode(row.text, charset, shownPath);
+  };
+  std::string edited;
+  std::size_t copied = 0;
+  std::size_t place = 0;
+  for (const auto& [old, now] : pairs) {
+    if (old == nullptr) continue;
+    const Origin& origin = sheet.origins[place++];
+    const bool staysCurrent = (old == before) == (now != nullptr && now == current);
+    if (now != nullptr && areSame(sheet.columns, *old, *now) && (staysCurrent || !hasCurrent))
+      continue;
+    edited.append(bytes, copied, origin.begin - copied);
+    copied = origin.end;
+    if (now != nullptr) edited += makeRow(*now);
+  }
+  edited.append(bytes, copied);
+  for (const auto& [old, now] : pairs) {
+    if (old != nullptr) continue;
+    if (edited.find_last_of("\r\n") + 1 != edited.size()) edited += lineEnd;
+    edited += makeRow(*now);
+  }
+  return edited;
+}
+
+}  // namespace Spreadsheets

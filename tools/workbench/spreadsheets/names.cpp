@@ -1,0 +1,31 @@
+#include "spreadsheets/names.h"
+
+#include <optional>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "found/foundation_manager.h"
+#include "spreadsheets/sheet.h"
+#include "text/display_text.h"
+#include "text/near_name.h"
+
+namespace Spreadsheets {
+
+bool isName(std::string_view name) { return name == currentField || Fields::find(name) != nullptr; }
+
+std::string describeUnknown(const char* kind, std::string_view name) {
+  std::vector<std::string> names = {currentField};
+  for (const Fields::Field& field : Fields::list()) names.emplace_back(field.name);
+  const std::optional<std::string> near = findNearName(std::string(name), names);
+  return fmt::format(
+      "there is no {} \"{}\"{}", kind,
+      DisplayText::shorten(DisplayText::fromName(std::string(name)), 60),
+      near ? "; did you mean " + *near + "?" : "; kvfound show --format csv names them");
+}
+
+std::string makeDefaultName(int number) {
+  return Found::FoundationManager().giveNextFoundationName(number);
+}
+
+}  // namespace Spreadsheets
