@@ -44,10 +44,11 @@ END
 
 fill_sysroot() {
   local package
-  for package in pugixml utf8proc libcsv; do
+  for package in pugixml utf8proc simdjson libcsv; do
     compgen -G "build/apt/$package-*/" >/dev/null || fetch_source $package || return
   done
   for package in pugixml utf8proc; do install_library $package build/apt/$package-*/ "$@" || return; done
+  install_library simdjson build/apt/simdjson-*/ "$@" -DSIMDJSON_ENABLE_THREADS=OFF || return
   # Its own build is for make and knows no toolchain of CMake.
   install_library libcsv cmake/libcsv "$@" -DLIBCSV_SOURCES="$(echo "$PWD"/build/apt/libcsv-*/)" || return
   install_library googletest /usr/src/googletest "$@" -DBUILD_GMOCK=OFF && copy_headers "$1/sysroot"

@@ -1,0 +1,280 @@
+#include "spreadsheets/json_reader.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include <fmt/format.h>
+#include <simdjson.h>
+
+#include "files/user_error.h"
+#include "spreadsheets/cells.h"
+#include "spreadsheets/json_words.h"
+#include "spreadsheets/names.h"
+#include "text/display_text.h"
+
+namespace Spreadsheets {
+namespace {
+
+namespace Json = simdjson::ondemand;
+using Fields::Field;
+using Fields::Value;
+using Found::Foundation;
+using Found::FoundationManager;
+
+std::string quote(std::string_view text) {
+  return '"' + DisplayText::shorten(DisplayText::fromName(std::string(text)), 60) + '"';
+}
+
+/// Lines and columns of places that come one behind the other.
+class Places {
+ public:
+  explicit Places(std::string_view whole) : text(whole) {}
+
+  std::size_t findLine(std::size_t place) {
+    if (place < counted) counted = lineBegin = line = 0;
+    for (std::size_t end = text.find('\n', counted); end < place; end = text.find('\n', end + 1)) {
+      ++line;
+      lineBegin = end + 1;
+    }
+    counted = place;
+    return line + 1;
+  }
+
+  /// In bytes, from 1.
+  std::size_t findColumn(std::size_t place) {
+    findLine(place);
+    return place - lineBegin + 1;
+  }
+
+ private:
+  std::string_view text;
+  std::size_t counted = 0;
+  std::size_t line = 0;
+  std::size_t lineBegin = 0;
+};
+
+class Reader {
+ public:
+  Reader(std::string_view bytes, std::string path, FoundationManager& foundations)
+      : text(bytes), shownPath(std::move(path)), places(bytes), manager(foundations) {}
+
+  Sheet read(Json::document& document) {
+    for (Json::field member : document.get_object()) readMember(member);
+    auto rest = document.current_location();
+    if (rest.error() != simdjson::OUT_OF_BOUNDS) {
+      setPlace(rest.value());
+      fail("there is more behind the end of the document");
+    }
+    if (!hasFoundations) fail(fmt::format("there is no member \"{}\"", foundationsMember));
+    return std::move(sheet);
+  }
+
+  [[noreturn]] void fail(const std::string& fault) {
+    throw UserError(fmt::format("{}:{}:{}: {}", shownPath, places.findLine(here),
+                                places.findColumn(here), fault));
+  }
+
+  /// Where a fault is, from here on.
+  void setPlace(const char* place) { here = static_cast<std::size_t>(place - text.data()); }
+
+ private:
+  std::string_view readKey(Json::field& member) {
+    setPlace(member.key().raw() - 1);
+    return member.unescaped_key();
+  }
+
+  void readMember(Json::field& member) {
+    const std::string_view name = readKey(member);
+    Json::value value = member.value();
+    if (name == formatMember)
+      requireText(value, name, formatName);
+    else if (name == versionMember)
+      requireVersion(value);
+    else if (name == unitsMember)
+      readUnits(value);
+    else if (name == foundationsMember)
+      readFoundations(value);
+    else if (name == maximumMember)
+      readDouble(value, "a number");  // follows from the foundations
+    else
+      fail(fmt::format("there is no member {}", quote(name)));
+  }
+
+  void requireText(Json::value& value, std::string_view name, std::string_view wanted) {
+    if (value.type() == Json::json_type::string && value.get_string().value() == wanted) return;
+    fail(fmt::format("{} is not \"{}\": these are no foundations", name, wanted));
+  }
+
+  void requireVersion(Json::value& value) {
+    if (value.type() == Json::json_type::number) {
+      const Json::number number = value.get_number();
+      if (number.is_int64() && number.get_int64() == formatVersion) return;
+    }
+    fail("this version is not known; only version 1 can be read");
+  }
+
+  void readUnits(Json::value& value) {
+    for (Json::field member : value.get_object()) {
+      const std::string_view name = readKey(member);
+      if (name != forceMember && name != lengthMember)
+        fail(fmt::format("there is no member {}", quote(name)));
+      std::string& unit = name == forceMember ? sheet.units.force : sheet.units.length;
+      unit = std::string(member.value().get_string().value());
+    }
+  }
+
+  void readFoundations(Json::value& value) {
+    if (std::exchange(hasFoundations, true)) fail("the foundations are given twice");
+    for (Json::value element : value.get_array()) readFoundation(element);
+  }
+
+  void readFoundation(Json::value& element) {
+    setPlace(element.raw_json_token().data());
+    Origin origin;
+    origin.line = places.findLine(here);
+    origin.column = places.findColumn(here);
+    auto foundation = std::make_unique<Foundation>();
+    foundation->setNumber(static_cast<int>(sheet.origins.size()) + 1);
+    std::size_t expected = 0;  // place of the field that comes next in what is written here
+    bool tellsCurrent = false;
+    for (Json::field member : element.get_object()) {
+      const std::string_view name = readKey(member);
+      Json::value value = member.value();
+      if (name == currentField) {
+        if (std::exchange(tellsCurrent, true)) failAtTwice(name);
+        readCurrent(value, *foundation);
+        continue;
+      }
+      const Field& field = findField(name, expected);
+      if (origin.told.has(field)) failAtTwice(name);
+      origin.told.add(field);
+      readField(field, value, *foundation);
+    }
+    if (!origin.told.has(*Fields::find("name")))
+      foundation->setName(makeDefaultName(foundation->getNumber()));
+    sheet.origins.push_back(origin);
+    manager.add(std::move(foundation));
+  }
+
+  [[noreturn]] void failAtTwice(std::string_view name) {
+    fail(fmt::format("{} is given twice", name));
+  }
+
+  const Field& findField(std::string_view name, std::size_t& expected) {
+    const std::vector<Field>& fields = Fields::list();
+    if (expected < fields.size() && name == fields[expected].name) return fields[expected++];
+    const Field* const field = Fields::find(name);
+    if (field == nullptr) fail(describeUnknown("field", name));
+    expected = static_cast<std::size_t>(field - fields.data()) + 1;
+    return *field;
+  }
+
+  void readCurrent(Json::value& value, Foundation& foundation) {
+    if (!readBool(value)) return;
+    if (manager.getCurrentFoundation() != nullptr)
+      fail("only one foundation can be the current one");
+    manager.setCurrentFoundation(&foundation);
+  }
+
+  void readField(const Field& field, Json::value& value, Foundation& foundation) {
+    const Value read = readValue(field, value);
+    if (!std::holds_alternative<std::monostate>(read)) field.set(foundation, read);
+  }
+
+  Value readValue(const Field& field, Json::value& value) {
+    using Fields::Type;
+    switch (field.type) {
+      case Type::integer:
+        return readInteger(value);
+      case Type::flag:
+        return readBool(value);
+      case Type::text:
+      case Type::failure:
+        return readText(field, value);
+      case Type::factor:
+        return readDouble(value, "a number");
+      case Type::stiffness:
+        break;
+    }
+    if (value.is_null()) return {};
+    return readDouble(value, "a number or null");
+  }
+
+  bool readBool(Json::value& value) {
+    if (value.type() != Json::json_type::boolean) failAtType("true or false");
+    return value.get_bool();
+  }
+
+  int readInteger(Json::value& value) {
+    if (value.type() == Json::json_type::number) {
+      const Json::number number = value.get_number();
+      using Limits = std::numeric_limits<int>;
+      if (number.is_int64() && number.get_int64() >= Limits::min() &&
+          number.get_int64() <= Limits::max())
+        return static_cast<int>(number.get_int64());
+    }
+    failAtType("a whole number");
+  }
+
+  /// JSON has no way to write an infinity or what is not a number.
+  double readDouble(Json::value& value, const char* advice) {
+    if (value.type() == Json::json_type::number) return value.get_double();
+    if (value.type() != Json::json_type::string) failAtType(advice);
+    const std::string_view given = value.get_string();
+    for (const auto& [word, number] : numberWords)
+      if (given == word) return number;
+    failAtType(advice);
+  }
+
+  std::string readText(const Field& field, Json::value& value) {
+    if (value.type() != Json::json_type::string) failAtType("a text");
+    const std::string_view given = value.get_string();
+    try {
+      if (field.type == Fields::Type::text) return readName(given);
+      return std::get<std::string>(readCell(field, given, '.'));
+    } catch (const std::invalid_argument& error) {
+      fail(fmt::format("{} cannot be {}, only {}", field.name, quote(given), error.what()));
+    }
+  }
+
+  [[noreturn]] void failAtType(const char* advice) {
+    const std::size_t begin = here + 1;
+    fail(fmt::format("{} can only be {}", text.substr(begin, text.find('"', begin) - begin),
+                     advice));
+  }
+
+  std::string_view text;
+  std::string shownPath;
+  Places places;
+  FoundationManager& manager;
+  Sheet sheet;
+  bool hasFoundations = false;
+  std::size_t here = 0;
+};
+
+}  // namespace
+
+Sheet readJson(std::string& bytes, const std::string& shownPath, FoundationManager& manager) {
+  bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING);
+  Reader reader(bytes, shownPath, manager);
+  Json::parser parser;
+  Json::document document;
+  try {
+    document =
+        parser.iterate(simdjson::padded_string_view(bytes.data(), bytes.size(), bytes.capacity()));
+    return reader.read(document);
+  } catch (const simdjson::simdjson_error& error) {
+    if (error.error() == simdjson::MEMALLOC) throw std::bad_alloc();
+    const auto place = document.current_location();
+    if (place.error() == simdjson::SUCCESS) reader.setPlace(place.value_unsafe());
+    reader.fail(fmt::format("this is no JSON that can be read: {}",
+                            simdjson::error_message(error.error())));
+  }
+}
+
+}  // namespace Spreadsheets
