@@ -16,8 +16,8 @@ namespace Fuzz {
 inline std::unique_ptr<Documents::Document> open(
     const std::string& bytes, const std::optional<std::string>& version = std::nullopt) {
   try {
-    auto document =
-        std::make_unique<Documents::Document>(Files::Content{"file", "", bytes}, version);
+    auto document = std::make_unique<Documents::Document>(Files::Content{"file", "", bytes},
+                                                          Documents::ReadOptions{version, {}, {}});
     document->requireReadable();
     return document;
   } catch (const UserError& error) {

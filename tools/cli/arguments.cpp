@@ -8,9 +8,23 @@
 
 namespace CommandLine {
 
-void addVersion(CLI::App& command, std::optional<std::string>& version,
-                const std::string& description) {
-  command.add_option("--version", version, description)->type_name("VERSION");
+void addReading(CLI::App& command, Documents::ReadOptions& reading, const std::string& version) {
+  command.add_option("--version", reading.version, version)->type_name("VERSION");
+  using Documents::Form;
+  using Character = std::optional<char>;
+  addChoice<std::optional<Form>>(command, "--from", reading.form,
+                                 {{"csv", Form::csv}, {"json", Form::json}}, "csv or json")
+      ->type_name("FORM")
+      ->description("what is read is a table, csv, or json, though its name does not end so");
+  addChoice<Character>(command, "--separator", reading.dialect.separator,
+                       {{"comma", ','}, {"semicolon", ';'}, {"tab", '\t'}},
+                       "comma, semicolon or tab")
+      ->type_name("CHARACTER")
+      ->description("what separates the cells of a table: comma, semicolon or tab");
+  addChoice<Character>(command, "--decimal", reading.dialect.decimal,
+                       {{"point", '.'}, {"comma", ','}}, "point or comma")
+      ->type_name("CHARACTER")
+      ->description("what stands before the decimals in a table: point or comma");
 }
 
 const char* const versionOfFile =

@@ -2,11 +2,11 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
+#include "documents/document.h"
 #include "foundations/selection.h"
 
 /// Arguments that several commands take.
@@ -25,8 +25,8 @@ CLI::Option* addChoice(CLI::App& command, const std::string& name, Value& value,
       ->check(CLI::IsMember(choices).description(""));
 }
 
-void addVersion(CLI::App& command, std::optional<std::string>& version,
-                const std::string& description);
+/// How documents are read where they leave it open. `version` describes the option of that name.
+void addReading(CLI::App& command, Documents::ReadOptions& reading, const std::string& version);
 
 /// Descriptions of that option.
 extern const char* const versionOfFile;

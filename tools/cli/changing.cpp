@@ -27,14 +27,16 @@ void addConvert(CLI::App& program, Status& status) {
                   {{"legacy", Form::legacy},
                    {"exchange", Form::exchange},
                    {"exchange-1.0", Form::firstExchange},
-                   {"kvml", Form::kvml}},
-                  "legacy, exchange, exchange-1.0 or kvml")
+                   {"kvml", Form::kvml},
+                   {"csv", Form::csv},
+                   {"json", Form::json}},
+                  "legacy, exchange, exchange-1.0, kvml, csv or json")
       ->required()
       ->type_name("FORM");
   command->add_flag("--strict", options->isStrict,
                     "write nothing when something would be lost, and exit with 1");
   command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
-  addVersion(*command, options->version, versionOfIn);
+  addReading(*command, options->reading, versionOfIn);
   command->footer("Example: kvfound convert model.xml beddings.xml --to exchange");
   command->callback([options, &status] { status = convert(*options, std::cerr); });
 }
@@ -71,7 +73,7 @@ void addMerge(CLI::App& program, Status& status) {
           "place of the other; refuse when left out");
   command->add_flag("--dry-run", options->isDryRun, "only tell what would change");
   command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
-  addVersion(*command, options->version, "version of exchange documents");
+  addReading(*command, options->reading, "version of exchange documents");
   command->footer("Example: kvfound merge beddings.xml model.xml --dry-run");
   command->callback([options, documents, &status] {
     options->into = documents->back();
@@ -95,7 +97,7 @@ void addSet(CLI::App& program, Status& status) {
       ->required()
       ->option_text("[NUMBERS] FIELD=VALUE...");
   addSelectionOptions(*command, options->selection);
-  addVersion(*command, options->version, versionOfFile);
+  addReading(*command, options->reading, versionOfFile);
   command->footer("Example: kvfound set model.xml 3 areaZ=16000 areaFailureZ=tension");
   command->callback([options, arguments, command, &status] {
     for (const std::string& argument : *arguments)
@@ -118,7 +120,7 @@ void addAdd(CLI::App& program, Status& status) {
       ->add_option("FIELD=VALUE", options->assignments,
                    "what it holds, such as areaZ=16000; the next free number when none is given")
       ->option_text("FIELD=VALUE...");
-  addVersion(*command, options->version, versionOfFile);
+  addReading(*command, options->reading, versionOfFile);
   command->footer(
       "Example: kvfound add model.xml \"New footing\" areaX=1500 areaY=1500 areaZ=20000");
   command->callback([options, &status] { status = add(*options, std::cout, std::cerr); });
@@ -131,7 +133,7 @@ void addRemove(CLI::App& program, Status& status) {
   command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
       ->required();
   const Numbers numbers = addSelection(*command, options->selection);
-  addVersion(*command, options->version, versionOfFile);
+  addReading(*command, options->reading, versionOfFile);
   command->footer("Example: kvfound remove model.xml 3,5-9");
   command->callback([options, numbers, command, &status] {
     if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
@@ -162,7 +164,7 @@ void addPrune(CLI::App& program, Status& status) {
                     "go on when lines of the list fit no foundation, which is an error otherwise");
   command->add_flag("--keep-numbers", options->keepsNumbers,
                     "leave the numbers of those that stay as they are");
-  addVersion(*command, options->version, versionOfIn);
+  addReading(*command, options->reading, versionOfIn);
   command->footer("Example: kvfound prune model.xml pruned.xml --generated");
   command->callback([options, &status] { status = prune(*options, std::cerr); });
 }

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <new>
-#include <optional>
 #include <ostream>
 #include <string>
 
@@ -26,9 +25,8 @@ void print(const Checks::Findings& findings, const std::string& shownPath, std::
         << ' ' << finding.sentence << '\n';
 }
 
-Status checkOne(const std::string& path, const std::optional<std::string>& version,
-                std::ostream& out) {
-  Documents::Document document(Documents::readFile(path), version);
+Status checkOne(const std::string& path, const Documents::ReadOptions& reading, std::ostream& out) {
+  Documents::Document document(Documents::readFile(path, reading.form), reading);
   document.requireReadable();
   const Checks::Findings findings = Checks::find(document);
   print(findings, document.getShownPath(), out);
@@ -47,7 +45,7 @@ Status Commands::check(const CheckOptions& options, std::ostream& out, std::ostr
   // A document that cannot be read does not keep the others from being checked.
   for (const std::string& path : options.paths) {
     try {
-      status = std::max(status, checkOne(path, options.version, out));
+      status = std::max(status, checkOne(path, options.reading, out));
     } catch (const UserError& error) {
       tellError(error.what(), notes);
       status = Status::error;

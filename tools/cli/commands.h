@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "comparing/merging.h"
+#include "documents/document.h"
 #include "documents/form.h"
 #include "foundations/matching.h"
 #include "foundations/selection.h"
@@ -24,7 +25,7 @@ struct ShowOptions {
   std::string path = "-";
   Format format = Format::table;
   Selection selection;
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 Status show(const ShowOptions& options, std::ostream& out, std::ostream& notes);
 
@@ -34,13 +35,13 @@ struct ConvertOptions {
   Documents::Form form = Documents::Form::legacy;
   bool isStrict = false;
   bool showsAll = false;  // losses, however many
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 Status convert(const ConvertOptions& options, std::ostream& notes);
 
 struct CheckOptions {
   std::vector<std::string> paths = {"-"};
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 Status check(const CheckOptions& options, std::ostream& out, std::ostream& notes);
 
@@ -49,7 +50,7 @@ struct DiffOptions {
   std::string second;
   std::vector<Matching::Key> keys = {Matching::Key::name, Matching::Key::number};
   double relative = 0.0;
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 Status diff(const DiffOptions& options, std::ostream& out, std::ostream& notes);
 
@@ -60,7 +61,7 @@ struct PruneOptions {
   std::optional<std::string> usedBy;
   bool ignoresMissing = false;  // lines of that list that fit nothing
   bool keepsNumbers = false;
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 Status prune(const PruneOptions& options, std::ostream& notes);
 
@@ -71,7 +72,7 @@ struct MergeOptions {
   Comparing::OnClash onClash = Comparing::OnClash::refuse;
   bool isDryRun = false;
   bool showsAll = false;  // losses, however many
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes);
 
@@ -82,7 +83,7 @@ struct SetOptions {
   std::string path;
   Selection selection;
   Assignments assignments;
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 /// Changes fields of the foundations that are selected.
 Status set(const SetOptions& options, std::ostream& out, std::ostream& notes);
@@ -93,7 +94,7 @@ struct AddOptions {
   std::string path;
   std::string name;
   Assignments assignments;
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 Status add(const AddOptions& options, std::ostream& out, std::ostream& notes);
 
@@ -102,7 +103,7 @@ struct ReportOptions {
   std::string out = "-";
   Selection selection;
   Report::Units units;
-  std::optional<std::string> version;
+  Documents::ReadOptions reading;
 };
 Status report(const ReportOptions& options, std::ostream& notes);
 

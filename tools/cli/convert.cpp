@@ -35,11 +35,11 @@ std::vector<Loss> listLosses(Writing::Output& output, const Found::FoundationMan
 namespace Commands {
 
 Status convert(const ConvertOptions& options, std::ostream& notes) {
-  Documents::Document in(Documents::readFile(options.in), options.version);
+  Documents::Document in(Documents::readFile(options.in, options.reading.form), options.reading);
   const std::size_t skipped = tellReading(in, notes);
-  const Found::FoundationManager& manager = in.getFoundations();
+  Found::FoundationManager& manager = in.getFoundations();
   OutputFile file = openOutput(options.out);
-  Writing::Output output(file, options.form, in);
+  Writing::Output output(file, options.form, in, options.reading.dialect);
   output.isUpdate() ? output.update(manager) : output.write(manager);
 
   const std::vector<Loss> losses = listLosses(output, manager, options.form);

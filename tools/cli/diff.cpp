@@ -27,9 +27,9 @@ namespace Commands {
 Status diff(const DiffOptions& options, std::ostream& out, std::ostream& notes) {
   if (options.first == "-" && options.second == "-")
     throw UserError("A and B cannot both come from standard input");
-  Document first(Documents::readFile(options.first), options.version);
+  Document first(Documents::readFile(options.first, options.reading.form), options.reading);
   std::size_t skipped = tellReading(first, notes);
-  Document second(Documents::readFile(options.second), options.version);
+  Document second(Documents::readFile(options.second, options.reading.form), options.reading);
   skipped += tellReading(second, notes);
 
   const Differences differences =

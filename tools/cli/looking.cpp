@@ -26,7 +26,7 @@ void addShow(CLI::App& program, Status& status) {
                     {{"table", Format::table}, {"json", Format::json}, {"csv", Format::csv}},
                     "table, json or csv")
       ->type_name("FORMAT");
-  addVersion(*command, options->version, versionOfFile);
+  addReading(*command, options->reading, versionOfFile);
   command->footer("Example: kvfound show model.xml --format csv");
   command->callback([options, numbers, command, &status] {
     if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
@@ -42,7 +42,7 @@ void addCheck(CLI::App& program, Status& status) {
       "with 1 when it found something, with 2 when a document cannot be read");
   command->add_option("FILE", options->paths,
                       "the documents; standard input when it is - or left out");
-  addVersion(*command, options->version,
+  addReading(*command, options->reading,
              "version of exchange documents; when left out, 1.0 for one that holds a Bedding "
              "element, else the current one");
   command->footer("Example: kvfound check model.xml beddings.xml");
@@ -68,7 +68,7 @@ void addDiff(CLI::App& program, Status& status) {
                    "take stiffness and factors for alike that differ by no more than this share of "
                    "the larger one, such as 1e-6")
       ->type_name("SHARE");
-  addVersion(*command, options->version, "version of exchange documents");
+  addReading(*command, options->reading, "version of exchange documents");
   command->footer(
       "Exit status: 0 when the foundations are alike, 1 when they differ, 2 after an error.\n"
       "Example: kvfound diff before.xml after.xml");
@@ -100,7 +100,7 @@ void addReport(CLI::App& program, Status& status) {
       ->add_option("--unit-length", options->units.length,
                    "the unit of length that they are labelled with, such as m")
       ->type_name("UNIT");
-  addVersion(*command, options->version, versionOfFile);
+  addReading(*command, options->reading, versionOfFile);
   command->footer(
       "Example: kvfound report model.xml -o model.html --unit-force kN --unit-length m");
   command->callback([options, numbers, command, &status] {

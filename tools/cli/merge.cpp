@@ -39,14 +39,15 @@ namespace Commands {
 
 Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes) {
   requireReadOnce(options);
-  Document into(Documents::readFile(options.into), options.version);
+  Document into(Documents::readFile(options.into, options.reading.form), options.reading);
   tellReading(into, notes);
   Editing::Draft draft(into);
   Comparing::Merger merger(into, draft, options.onClash);
   std::size_t skipped = 0;
   std::deque<Document> sources;  // which the merger knows by their foundations
   for (const std::string& path : options.in) {
-    Document& in = sources.emplace_back(Documents::readFile(path), options.version);
+    Document& in =
+        sources.emplace_back(Documents::readFile(path, options.reading.form), options.reading);
     skipped += tellReading(in, notes);
     merger.merge(in);
   }
@@ -57,7 +58,7 @@ Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes
   const Editing::Wish wish = draft.makeWish();
   if (!options.isDryRun) {
     OutputFile file = openOutput(options.out.value_or(options.into));
-    Writing::Output output(file, into.getForm(), into);
+    Writing::Output output(file, into.getForm(), into, options.reading.dialect);
     if (output.isUpdate() && !output.isSameFile())
       throw UserError(output.getShownPath() +
                       ": is there already; name another file, or merge into it");

@@ -123,11 +123,11 @@ namespace Commands {
 
 Status prune(const PruneOptions& options, std::ostream& notes) {
   checkOptions(options);
-  Documents::Document in(Documents::readFile(options.in), options.version);
+  Documents::Document in(Documents::readFile(options.in, options.reading.form), options.reading);
   const std::size_t skipped = tellReading(in, notes);
   const Form form = in.getForm();
   OutputFile file = openOutput(options.out);
-  Writing::Output output(file, form, in);
+  Writing::Output output(file, form, in, options.reading.dialect);
   const bool isOtherDocument = output.isUpdate() && !output.isSameFile();
   if (isOtherDocument && skipped > 0)
     throw UserError(in.getShownPath() +

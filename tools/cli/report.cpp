@@ -42,7 +42,8 @@ Status report(const ReportOptions& options, std::ostream& notes) {
         "--help");
   OutputFile output = openOutput(options.out);
   requireReplaceable(output);
-  Documents::Document document(Documents::readFile(options.in), options.version);
+  Documents::Document document(Documents::readFile(options.in, options.reading.form),
+                               options.reading);
   tellReading(document, notes);
   document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();

@@ -153,7 +153,7 @@ Status set(const SetOptions& options, std::ostream& out, std::ostream& notes) {
   requireSelection(options.selection);
   const std::vector<Change> changes = read(options.assignments);
   if (changes.empty()) throw UserError("tell what to set, such as areaZ=16000");
-  Document document(Documents::readFile(options.path), options.version);
+  Document document(Documents::readFile(options.path, options.reading.form), options.reading);
   tellReading(document, notes);
   Editing::Draft draft(document);
   FoundationManager& manager = draft.getFoundations();
@@ -167,7 +167,7 @@ Status set(const SetOptions& options, std::ostream& out, std::ostream& notes) {
 
 Status remove(const SetOptions& options, std::ostream& out, std::ostream& notes) {
   requireSelection(options.selection);
-  Document document(Documents::readFile(options.path), options.version);
+  Document document(Documents::readFile(options.path, options.reading.form), options.reading);
   tellReading(document, notes);
   Editing::Draft draft(document);
   FoundationManager& manager = draft.getFoundations();
@@ -179,7 +179,7 @@ Status remove(const SetOptions& options, std::ostream& out, std::ostream& notes)
 Status add(const AddOptions& options, std::ostream& out, std::ostream& notes) {
   std::vector<Change> changes = read(options.assignments);
   changes.push_back(read("name=" + options.name));
-  Document document(Documents::readFile(options.path), options.version);
+  Document document(Documents::readFile(options.path, options.reading.form), options.reading);
   tellReading(document, notes);
   Editing::Draft draft(document);
   FoundationManager& manager = draft.getFoundations();

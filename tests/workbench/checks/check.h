@@ -20,7 +20,7 @@ inline std::string makeExchange(const std::string& lines) {
 /// What is found in a document, a line each: line and column, then the sentence.
 inline std::string check(const std::string& bytes,
                          const std::optional<std::string>& version = std::nullopt) {
-  Documents::Document document({"file", "", bytes}, version);
+  Documents::Document document({"file", "", bytes}, {version, {}, {}});
   const Checks::Findings findings = Checks::find(document);
   std::string text;
   for (const Checks::Finding& finding : findings.list())

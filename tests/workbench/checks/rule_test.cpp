@@ -16,7 +16,7 @@ using Names = std::vector<std::string>;
 
 /// The rules of what is found, in the order of the document.
 Names listRules(const std::string& text, const std::optional<std::string>& version = {}) {
-  Documents::Document document({"file", "", text}, version);
+  Documents::Document document({"file", "", text}, {version, {}, {}});
   const Checks::Findings findings = Checks::find(document);
   Names names;
   for (const Checks::Finding& finding : findings.list()) names.emplace_back(finding.rule->name);

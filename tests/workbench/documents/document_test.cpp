@@ -23,7 +23,7 @@ Files::Content hold(const std::string& bytes) { return {"file", "", bytes}; }
 
 std::unique_ptr<Document> open(const std::string& bytes,
                                const std::optional<std::string>& version = std::nullopt) {
-  return std::make_unique<Document>(hold(bytes), version);
+  return std::make_unique<Document>(hold(bytes), Documents::ReadOptions{version, {}, {}});
 }
 
 /// The error of a document that cannot be opened or read; empty when there is none.

@@ -43,7 +43,7 @@ using Change = std::function<void(Draft&)>;
 /// The bytes of a document after the change.
 inline std::string edit(const std::string& bytes, const Change& change,
                         const std::optional<std::string>& version = std::nullopt) {
-  Documents::Document base({"file", "", bytes}, version);
+  Documents::Document base({"file", "", bytes}, {version, {}, {}});
   Draft draft(base);
   change(draft);
   const auto result = Editing::edit(base, draft.makeWish());

@@ -63,7 +63,7 @@ TEST(Notes, TellNewNamesWithoutControlCharacters) {
 }
 
 TEST(Notes, TellBeddingsOfTheFirstVersionInLaterOnes) {
-  Document document({"file", "", "<B><Bedding Name='A'/></B>"}, "2.0");
+  Document document({"file", "", "<B><Bedding Name='A'/></B>"}, {"2.0", {}, {}});
 
   EXPECT_EQ(show(document), (Notes{"4: <Bedding> is no bedding of this version; it was skipped",
                                    "0 beddings were read"}));

@@ -33,7 +33,7 @@ inline std::string print(Documents::Document& document, const Report::Units& uni
 /// The page of a document.
 inline std::string report(const std::string& bytes, const Report::Units& units = {},
                           const std::optional<std::string>& version = std::nullopt) {
-  Documents::Document document({"folder/file.xml", "", bytes}, version);
+  Documents::Document document({"folder/file.xml", "", bytes}, {version, {}, {}});
   return print(document, units);
 }
 

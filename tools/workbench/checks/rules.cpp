@@ -22,6 +22,10 @@ void addOwner(const Entry& entry, Owners& owners) {
 
 Owners listOwners(Documents::Document& document) {
   Owners owners;
+  if (const Spreadsheets::Sheet* const sheet = document.getSheet())
+    for (std::size_t i = 0; i < sheet->origins.size(); ++i)
+      owners[{sheet->origins[i].line, sheet->origins[i].column}] =
+          document.getFoundations().getFoundations()[i];
   for (const Entries& entries : document.getEntries())
     for (const Entry& entry : entries)
       if (entry.foundation != nullptr) addOwner(entry, owners);
@@ -32,7 +36,9 @@ Owners listOwners(Documents::Document& document) {
 
 Findings find(Documents::Document& document) {
   Findings findings;
-  if (document.getForm() == Documents::Form::legacy)
+  if (document.getSheet() != nullptr)
+    checkSheet(document, findings);
+  else if (document.getForm() == Documents::Form::legacy)
     checkLegacy(document, findings);
   else
     checkExchange(document, findings);

@@ -11,5 +11,6 @@ Findings find(Documents::Document& document);
 
 void checkLegacy(Documents::Document& document, Findings& findings);
 void checkExchange(Documents::Document& document, Findings& findings);
+void checkSheet(Documents::Document& document, Findings& findings);
 
 }  // namespace Checks

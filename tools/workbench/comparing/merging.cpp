@@ -57,6 +57,13 @@ Merger::Merger(Document& document, Editing::Draft& draft, OnClash onClash)
 }
 
 void Merger::addPlaces(Document& document) {
+  if (const Spreadsheets::Sheet* const sheet = document.getSheet()) {
+    const std::vector<Foundation*>& read = document.getFoundations().getFoundations();
+    for (std::size_t i = 0; i < read.size(); ++i)
+      places.emplace(read[i],
+                     fmt::format("{}:{}:{}", DisplayText::fromName(document.getShownPath()),
+                                 sheet->origins[i].line, sheet->origins[i].column));
+  }
   for (const Documents::Entries& entries : document.getEntries())
     for (const Documents::Entry& entry : entries) {
       if (entry.foundation == nullptr) continue;
@@ -80,6 +87,24 @@ void Merger::addParts(Document& source) {
     }
 }
 
+/// What stands in a row comes, zeros as well.
+void Merger::addSheet(Document& source) {
+  const Spreadsheets::Sheet* const sheet = source.getSheet();
+  if (sheet == nullptr) return;
+  const std::vector<Foundation*>& read = source.getFoundations().getFoundations();
+  for (std::size_t i = 0; i < read.size(); ++i) {
+    told.emplace(read[i], sheet->origins[i].told);
+    if (Parts::tellsArea(*read[i])) withArea.insert(read[i]);
+    if (Parts::tellsLine(*read[i])) withLine.insert(read[i]);
+  }
+}
+
+/// True where the document says something of the field.
+bool Merger::tells(const Foundation& source, const Fields::Field& field) const {
+  const auto row = told.find(&source);
+  return row != told.end() ? row->second.has(field) : Documents::carries(sourceForm, field.name);
+}
+
 /// True for a field of a part that comes, which may be nothing.
 bool Merger::comes(std::string_view field, Foundation& source) const {
   const Fields::Value value = Fields::find(field)->get(source);
@@ -92,9 +117,10 @@ bool Merger::comes(std::string_view field, Foundation& source) const {
 void Merger::merge(Document& source) {
   addPlaces(source);
   addParts(source);
+  addSheet(source);
+  sourceForm = source.getForm();
   taken.clear();
-  for (Foundation* foundation : source.getFoundations().getFoundations())
-    take(*foundation, source.getForm());
+  for (Foundation* foundation : source.getFoundations().getFoundations()) take(*foundation);
 }
 
 Foundation* Merger::find(int number) const {
@@ -107,24 +133,30 @@ Foundation* Merger::find(const std::string& name) const {
   return found != names.end() ? found->second : nullptr;
 }
 
-void Merger::take(Foundation& source, Form form) {
-  Foundation* const byName = find(source.getName());
-  // The first exchange version has no numbers: names alone tell what belongs together.
-  if (form == Form::firstExchange || targetForm == Form::firstExchange) {
-    if (byName != nullptr) return change(*byName, source, form);
-    return add(source, Numbers::findFree(numbers), source.getName());
+void Merger::take(Foundation& source) {
+  // The first exchange version has no numbers, and rows may lack one of the two: what is told alone
+  // says what belongs together.
+  const bool hasNumber =
+      tells(source, *Fields::find("number")) && targetForm != Form::firstExchange;
+  const bool hasName = tells(source, *Fields::find("name"));
+  Foundation* const byName = hasName ? find(source.getName()) : nullptr;
+  Foundation* const byNumber = hasNumber ? find(source.getNumber()) : nullptr;
+  if (!hasNumber || !hasName) {
+    if (byName != nullptr || byNumber != nullptr)
+      return change(byName != nullptr ? *byName : *byNumber, source);
+    return add(source, hasNumber ? source.getNumber() : Numbers::findFree(numbers),
+               hasName ? source.getName() : findDefaultName(source.getName()));
   }
-  Foundation* const byNumber = find(source.getNumber());
   if (byNumber == nullptr && byName == nullptr)
     return add(source, source.getNumber(), source.getName());
-  if (byNumber == byName) return change(*byNumber, source, form);
+  if (byNumber == byName) return change(*byNumber, source);
   for (Foundation* foundation : target.getFoundations())  // of several with the same number or name
     if (foundation->getNumber() == source.getNumber() && foundation->getName() == source.getName())
-      return change(*foundation, source, form);
-  resolve(source, form, byNumber, byName);
+      return change(*foundation, source);
+  resolve(source, byNumber, byName);
 }
 
-void Merger::resolve(Foundation& source, Form form, Foundation* byNumber, Foundation* byName) {
+void Merger::resolve(Foundation& source, Foundation* byNumber, Foundation* byName) {
   switch (rule) {
     case OnClash::rename:
       if (byNumber == nullptr)
@@ -139,7 +171,7 @@ void Merger::resolve(Foundation& source, Form form, Foundation* byNumber, Founda
       return;
     case OnClash::replace:
       if (byNumber == nullptr || byName == nullptr)
-        return replace(byNumber != nullptr ? *byNumber : *byName, source, form);
+        return replace(byNumber != nullptr ? *byNumber : *byName, source);
       break;
     case OnClash::refuse:
       break;
@@ -148,10 +180,10 @@ void Merger::resolve(Foundation& source, Form form, Foundation* byNumber, Founda
   if (byName != nullptr) refuse(source, *byName);
 }
 
-void Merger::change(Foundation& changed, Foundation& source, Form form) {
+void Merger::change(Foundation& changed, Foundation& source) {
   if (!taken.insert(&changed).second) return refuse(source, changed);
   for (const Fields::Field& field : Fields::list()) {
-    if (isIdentity(field.name) || !Documents::carries(form, field.name)) continue;
+    if (isIdentity(field.name) || !tells(source, field)) continue;
     if (!comes(field.name, source)) continue;
     const Fields::Value value = field.get(source);
     if (Documents::carries(targetForm, field.name))
@@ -180,8 +212,8 @@ void Merger::add(Foundation& source, int number, const std::string& name) {
   target.add(std::move(added));
 }
 
-void Merger::replace(Foundation& changed, Foundation& source, Form form) {
-  change(changed, source, form);
+void Merger::replace(Foundation& changed, Foundation& source) {
+  change(changed, source);
   if (find(changed.getNumber()) == &changed) numbers.erase(changed.getNumber());
   if (find(changed.getName()) == &changed) names.erase(changed.getName());
   changed.setNumber(source.getNumber());
@@ -193,6 +225,10 @@ void Merger::replace(Foundation& changed, Foundation& source, Form form) {
 void Merger::refuse(const Foundation& source, const Foundation& other) {
   clashes.push_back(fmt::format("{}: {} clashes with {} in {}", places[&source],
                                 Fields::describe(source), Fields::describe(other), places[&other]));
+}
+
+std::string Merger::findDefaultName(const std::string& name) const {
+  return find(name) == nullptr ? name : findFreeName(name);
 }
 
 std::string Merger::findFreeName(const std::string& name) const {

@@ -23,8 +23,8 @@ enum class OnClash {
 };
 
 /// Takes the foundations of documents over into the draft of another one. Those that have number
-/// and name alike change there, in the fields that both forms tell and the parts that come; others
-/// are added. Nothing is removed.
+/// and name alike, or the one that the document tells, change there, in the fields that both
+/// documents tell and the parts that come; others are added. Nothing is removed.
 class Merger {
  public:
   /// The documents must outlive it.
@@ -42,20 +42,24 @@ class Merger {
  private:
   using Foundation = Found::Foundation;
 
-  void take(Foundation& source, Documents::Form form);
-  void resolve(Foundation& source, Documents::Form form, Foundation* byNumber, Foundation* byName);
-  void change(Foundation& target, Foundation& source, Documents::Form form);
+  void take(Foundation& source);
+  void resolve(Foundation& source, Foundation* byNumber, Foundation* byName);
+  void change(Foundation& target, Foundation& source);
   void add(Foundation& source, int number, const std::string& name);
-  void replace(Foundation& target, Foundation& source, Documents::Form form);
+  void replace(Foundation& target, Foundation& source);
   void refuse(const Foundation& source, const Foundation& other);
   void addPlaces(Documents::Document& document);
   void addParts(Documents::Document& source);
+  void addSheet(Documents::Document& source);
+  bool tells(const Foundation& source, const Fields::Field& field) const;
   bool comes(std::string_view field, Foundation& source) const;
   Foundation* find(int number) const;
   Foundation* find(const std::string& name) const;
+  std::string findDefaultName(const std::string& name) const;
   std::string findFreeName(const std::string& name) const;
 
   Documents::Form targetForm;
+  Documents::Form sourceForm = Documents::Form::legacy;  // of the document at hand
   Found::FoundationManager& target;
   OnClash rule;
   std::map<const Foundation*, std::string> places;  // as messages tell them
@@ -63,6 +67,7 @@ class Merger {
   std::map<std::string, Foundation*> names;
   std::set<const Foundation*> withArea;  // that tell a stiffness of it
   std::set<const Foundation*> withLine;
+  std::map<const Foundation*, Spreadsheets::FieldSet> told;  // by rows of tables and data
   std::set<const Foundation*> taken;  // that the document at hand has changed or added
   std::vector<std::string> clashes;
   std::vector<std::string> leftOut;

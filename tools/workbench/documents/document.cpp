@@ -14,6 +14,8 @@
 #include "files/memory_stream.h"
 #include "files/user_error.h"
 #include "kv/version_text.h"
+#include "spreadsheets/csv_reader.h"
+#include "spreadsheets/json_reader.h"
 
 namespace Documents {
 namespace {
@@ -24,6 +26,8 @@ using Files::MemoryStream;
   throw UserError(fmt::format("{}:{}:{}: {}", shownPath, error.getLine(), error.getColumn(),
                               error.getReason()));
 }
+
+char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 /// Of `shownPath`, where memory runs out in `run`.
 template <class Run>
@@ -41,12 +45,46 @@ bool canBeXml(std::string_view start) {
   return start.find('\0') == start.npos && (isWhole || start.find('<') != start.npos);
 }
 
-/// False when the text cannot be meant as XML; what is wrong with it otherwise, the parser tells.
-bool isMeantAsXml(std::string_view bytes) {
+/// Behind white space and byte order marks; none where there is nothing else.
+std::optional<char> findFirst(std::string_view bytes) {
   constexpr std::string_view skipped = " \t\n\v\f\r\xEF\xBB\xBF\xFE\xFF";
   const std::size_t first = bytes.find_first_not_of(skipped);
-  if (first == bytes.npos) return bytes.size() < Files::lengthOfStart;
-  return bytes[first] == '<' || bytes[first] == '\0';
+  if (first == bytes.npos) return std::nullopt;
+  return bytes[first];
+}
+
+/// False when the text cannot be meant as XML; what is wrong with it otherwise, the parser tells.
+bool isMeantAsXml(std::string_view bytes) {
+  const std::optional<char> first = findFirst(bytes);
+  if (!first) return bytes.size() < Files::lengthOfStart;
+  return first == '<' || first == '\0';
+}
+
+// --- Tables and data
+
+bool endsWith(const std::string& path, std::string_view ending) {
+  return path.size() >= ending.size() && std::equal(ending.rbegin(), ending.rend(), path.rbegin(),
+                                                    [](char a, char b) { return a == toLower(b); });
+}
+
+/// None for XML. `named` is the form that is asked for or that the name tells.
+std::optional<Form> recogniseSpreadsheet(std::string_view bytes, std::optional<Form> named) {
+  const std::optional<char> first = findFirst(bytes);
+  if (first == '<') return std::nullopt;
+  return first == '{' ? Form::json : named;
+}
+
+std::optional<Form> readEnding(const std::string& path) {
+  if (endsWith(path, ".csv")) return Form::csv;
+  if (endsWith(path, ".json")) return Form::json;
+  return std::nullopt;
+}
+
+bool canBeText(std::string_view start) { return start.find('\0') == start.npos; }
+
+/// The same where nothing tells what the bytes are.
+bool canBeAny(std::string_view start) {
+  return canBeXml(start) || (canBeText(start) && findFirst(start) == '{');
 }
 
 // --- Models
@@ -81,8 +119,6 @@ std::unique_ptr<KvXmlTree> parseModel(std::string_view bytes) {
     if (auto tree = parseModel(bytes, 0)) return tree;
   return parseModel(bytes, second);
 }
-
-char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 /// Reads the first line as the library does, which is all by which it recognises a file.
 void requireFirstLine(const Files::Content& content) {
@@ -142,10 +178,10 @@ bool isFirstVersion(const std::vector<KvXmlN::Data*>& containers,
 
 }  // namespace
 
-Document::Document(Files::Content read, const std::optional<std::string>& version)
+Document::Document(Files::Content read, const ReadOptions& options)
     : content(std::move(read)),
       charset(Charset::recognise(Markup::readEncoding(content.bytes), content.bytes)) {
-  tellMemory(content.shownPath, [&] { open(version); });
+  tellMemory(content.shownPath, [&] { open(options); });
 }
 
 Document::Document(Files::Content written, Form known)
@@ -153,7 +189,9 @@ Document::Document(Files::Content written, Form known)
       charset(Charset::recognise(Markup::readEncoding(content.bytes), content.bytes)),
       form(known) {
   tellMemory(content.shownPath, [this] {
-    if (form == Form::legacy) {
+    if (isSpreadsheet(form)) {
+      readSheet({});
+    } else if (form == Form::legacy) {
       model = parseModel(content.bytes);
     } else {
       exchange = parseExchange(content);
@@ -162,12 +200,26 @@ Document::Document(Files::Content written, Form known)
   });
 }
 
-void Document::open(const std::optional<std::string>& version) {
+void Document::open(const ReadOptions& options) {
+  const std::optional<Form> named = options.form ? options.form : readEnding(getShownPath());
+  if (const std::optional<Form> recognised = recogniseSpreadsheet(content.bytes, named)) {
+    form = *recognised;
+    return readSheet(options.dialect);
+  }
   model = parseModel(content.bytes);
   if (model != nullptr)
     form = Form::legacy;
   else
-    openExchange(version);
+    openExchange(options.version);
+}
+
+void Document::readSheet(const Spreadsheets::Dialect& dialect) {
+  auto read = std::make_unique<Reading>();
+  sheet = std::make_unique<Spreadsheets::Sheet>(
+      form == Form::csv ? Spreadsheets::readCsv(content.bytes, charset, dialect, getShownPath(),
+                                                read->foundations)
+                        : Spreadsheets::readJson(content.bytes, getShownPath(), read->foundations));
+  reading = std::move(read);
 }
 
 void Document::openExchange(const std::optional<std::string>& version) {
@@ -197,7 +249,7 @@ KvXmlData* Document::findList() const {
 
 std::vector<Element> Document::listLists() const {
   std::vector<Element> lists;
-  if (form != Form::legacy)
+  if (form != Form::legacy)  // tables and data have no containers
     for (const KvXmlN::Data* container : containers) lists.emplace_back(container, &charset);
   else if (KvXmlData* const list = findList())
     lists.emplace_back(list, &charset);
@@ -205,6 +257,7 @@ std::vector<Element> Document::listLists() const {
 }
 
 void Document::requireReadable() const {
+  if (sheet != nullptr) return;
   if (form == Form::kvml) failWithoutBeddings(getShownPath(), exchange->getRoot().getName());
   if (form == Form::legacy) requireFirstLine(content);
 }
@@ -251,11 +304,16 @@ void Document::keep(const Selection& selection) {
   if (const std::optional<int> missing = selection.findMissing(all.foundations.getFoundations()))
     throw UserError(fmt::format("{}: there is no foundation number {}", getShownPath(), *missing));
   const std::vector<Found::Foundation*> foundations = all.foundations.getFoundations();
-  for (Found::Foundation* foundation : foundations) {
-    if (selection.includes(*foundation)) continue;
+  std::vector<Spreadsheets::Origin> left;
+  for (std::size_t i = 0; i < foundations.size(); ++i) {
+    Found::Foundation* const foundation = foundations[i];
+    const bool isSelected = selection.includes(*foundation);
+    if (isSelected && sheet != nullptr) left.push_back(sheet->origins[i]);
+    if (isSelected) continue;
     all.unselected.emplace_back(foundation);
     all.foundations.remove(foundation, false, false);
   }
+  if (sheet != nullptr) sheet->origins = std::move(left);
   if (all.foundations.getFoundations().empty())
     throw UserError(getShownPath() + ": no foundation is selected");
 }
@@ -287,6 +345,8 @@ Markup::StartTag Document::readTag(const Element& element) const {
   return Markup::readStartTag(content.bytes, findBegin(element));
 }
 
-Files::Content readFile(const std::string& path) { return Files::read(path, canBeXml); }
+Files::Content readFile(const std::string& path, const std::optional<Form>& form) {
+  return Files::read(path, form || readEnding(path) ? canBeText : canBeAny);
+}
 
 }  // namespace Documents

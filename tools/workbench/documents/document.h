@@ -15,22 +15,31 @@
 #include "foundations/selection.h"
 #include "kv/xml_n.h"
 #include "kv/xml_tree.h"
+#include "spreadsheets/sheet.h"
 #include "text/charset.h"
 
 namespace Documents {
 
 using ByteRange = Markup::Range;
 
+/// How a document is read, where its content leaves that open.
+struct ReadOptions {
+  std::optional<std::string> version;  // of an exchange document
+  std::optional<Form> form;            // csv or json
+  Spreadsheets::Dialect dialect;       // of a table
+};
+
 /// A document, whole and in memory: its bytes, its form, its elements and the foundations that the
 /// library reads from them. It is parsed once.
 ///
 /// The content of a document tells its form: one that is no legacy model is an exchange document,
 /// of the version asked for, or without one of version "1.0" when it holds a "Bedding" element and
-/// of the current one when not.
+/// of the current one when not. What starts with { is JSON; what starts with no < and has a name
+/// that ends with .csv is a table.
 class Document {
  public:
   /// Throws UserError, which names the file and, where it is malformed, line and column.
-  explicit Document(Files::Content read, const std::optional<std::string>& version = std::nullopt);
+  explicit Document(Files::Content read, const ReadOptions& options = {});
 
   /// A document that is known to be of this form.
   Document(Files::Content written, Form known);
@@ -72,6 +81,10 @@ class Document {
   /// of beddings. The entries of each come first in getEntries(), in this order.
   std::vector<Element> listLists() const;
 
+  /// What a table or data tells beside its foundations; null for other forms, and what tells of
+  /// elements holds only for those.
+  const Spreadsheets::Sheet* getSheet() const { return sheet.get(); }
+
   /// The document of the library that has read it; null when the other one has.
   KvXmlTree* getModel() const { return model.get(); }
   KvXmlN::Document* getExchange() const { return exchange.get(); }
@@ -88,7 +101,8 @@ class Document {
     std::vector<std::unique_ptr<Found::Foundation>> unselected;  // which entries still know
   };
 
-  void open(const std::optional<std::string>& version);
+  void open(const ReadOptions& options);
+  void readSheet(const Spreadsheets::Dialect& dialect);
   void openExchange(const std::optional<std::string>& version);
   void readInto(Reading& target) const;
   void decodeName(const Entry& entry) const;
@@ -103,10 +117,11 @@ class Document {
   std::unique_ptr<KvXmlN::Document> exchange;
   std::vector<KvXmlN::Data*> containers;
   std::unique_ptr<Reading> reading;
+  std::unique_ptr<Spreadsheets::Sheet> sheet;
   mutable std::vector<std::size_t> lineStarts;
 };
 
 /// Reads the file at `path`, or standard input when that is "-", for a document. Throws UserError.
-Files::Content readFile(const std::string& path);
+Files::Content readFile(const std::string& path, const std::optional<Form>& form = std::nullopt);
 
 }  // namespace Documents

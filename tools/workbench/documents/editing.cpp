@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -14,6 +15,8 @@
 #include "files/user_error.h"
 #include "foundations/fields.h"
 #include "foundations/parts.h"
+#include "spreadsheets/csv_writer.h"
+#include "spreadsheets/json_writer.h"
 
 namespace Editing {
 namespace {
@@ -335,6 +338,51 @@ bool addPins(Document& made, const std::vector<Matching::Pair>& expected, Pins& 
   return pins.size() > before;
 }
 
+bool areSame(const Wish& wish, const Foundation* current) {
+  const auto isUnchanged = [&](const Matching::Pair& pair) {
+    const auto [old, now] = pair;
+    return old != nullptr && now != nullptr && Fields::compare(*old, *now).empty() &&
+           (old == current) == (now == wish.current);
+  };
+  return std::all_of(wish.pairs.begin(), wish.pairs.end(), isUnchanged);
+}
+
+void copy(const Wish& wish, Found::FoundationManager& target) {
+  for (const Matching::Pair& pair : wish.pairs) {
+    if (pair.second == nullptr) continue;
+    auto copied = std::make_unique<Foundation>(*pair.second);
+    copied->setNumber(pair.second->getNumber());
+    if (pair.second == wish.current) target.setCurrentFoundation(copied.get());
+    target.add(std::move(copied));
+  }
+}
+
+/// What a table or data becomes. Data holds nothing but foundations and is written anew.
+std::string printSheet(Document& base, const Wish& wish) {
+  const Spreadsheets::Sheet& sheet = *base.getSheet();
+  const Found::FoundationManager& before = base.getFoundations();
+  if (base.getForm() == Form::csv)
+    return Spreadsheets::editCsv(base.getContent().bytes, base.getCharset(), sheet, wish.pairs,
+                                 before.getCurrentFoundation(), wish.current, base.getShownPath());
+  if (areSame(wish, before.getCurrentFoundation())) return base.getContent().bytes;
+  std::ostringstream json;
+  json.exceptions(std::ios::badbit);
+  Found::FoundationManager after;
+  copy(wish, after);
+  Spreadsheets::writeJson(after, sheet.units, json);
+  return json.str();
+}
+
+std::unique_ptr<Document> editSheet(Document& base, const Wish& wish) {
+  std::string bytes = printSheet(base, wish);
+  if (bytes == base.getContent().bytes) return nullptr;
+  Documents::ReadOptions options;
+  options.form = base.getForm();
+  options.dialect = base.getSheet()->dialect;
+  return std::make_unique<Document>(Files::Content{base.getShownPath(), "", std::move(bytes)},
+                                    options);
+}
+
 }  // namespace
 
 Draft::Draft(Document& document) {
@@ -385,6 +433,7 @@ std::vector<const Entry*> listUnreadThatGo(Document& base, const Wish& wish) {
 }
 
 std::unique_ptr<Document> edit(Document& base, const Wish& wish) {
+  if (base.getSheet() != nullptr) return editSheet(base, wish);
   const std::vector<Matching::Pair> expected = listExpected(wish, base.getForm());
   Pins pins;
   while (true) {

@@ -3,8 +3,11 @@
 /// The forms of documents.
 namespace Documents {
 
-/// A Kvml listing is only written; no reader reads its foundations.
-enum class Form { legacy, exchange, firstExchange, kvml };
+/// A Kvml listing is only written; no reader reads its foundations. A table (csv) and data (json)
+/// hold all that a foundation has, and nothing else.
+enum class Form { legacy, exchange, firstExchange, kvml, csv, json };
+
+constexpr bool isSpreadsheet(Form form) { return form == Form::csv || form == Form::json; }
 
 /// The first exchange version, which differs from all later ones.
 constexpr const char* firstVersion = "1.0";

@@ -73,7 +73,7 @@ Note countRead(const Entries& entries) {
 }  // namespace
 
 std::vector<Note> listNotes(Document& document) {
-  std::vector<Note> notes;
+  std::vector<Note> notes;  // none of tables and data, which are read whole or not at all
   const std::size_t lists = document.listLists().size();
   std::size_t list = 0;
   for (const Entries& entries : document.getEntries()) {

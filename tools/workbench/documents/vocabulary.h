@@ -135,9 +135,12 @@ inline bool carries(Form form, std::string_view field) {
     case Form::firstExchange:
       return tells(Exchange::whole);
     case Form::kvml:
+      return false;
+    case Form::csv:
+    case Form::json:
       break;
   }
-  return false;
+  return true;
 }
 
 /// A listing in Kvml.

@@ -20,6 +20,8 @@
 #include "kv/version_text.h"
 #include "kv/xml_n.h"
 #include "kv/xml_tree.h"
+#include "spreadsheets/csv_writer.h"
+#include "spreadsheets/json_writer.h"
 
 namespace Writing {
 namespace {
@@ -31,26 +33,31 @@ using Documents::Form;
 using Found::Foundation;
 using Found::FoundationManager;
 
-template <class Tree>
-std::string print(const Tree& tree) {
+template <class Write>
+std::string print(const Write& write) {
   std::ostringstream out;
-  tree.putToStream(out);
+  write(out);
   if (!out) throw std::bad_alloc();  // or the text would end where memory runs out
   return out.str();
+}
+
+template <class Tree>
+std::string printTree(const Tree& tree) {
+  return print([&tree](std::ostream& out) { tree.putToStream(out); });
 }
 
 std::string writeModel(const FoundationManager& manager) {
   KvXmlTree tree;
   tree.open(Documents::Legacy::root, false);
   manager.updateXml(&tree);
-  return print(tree);
+  return printTree(tree);
 }
 
 std::string writeExchange(const FoundationManager& manager, Form form) {
   KvXmlN::Document document(Documents::Exchange::container);
   const Tools::VersionText version(Documents::getVersion(form));
   Found::Umo::BeddingWriter(manager, version).write(document.getRoot());
-  return print(document);
+  return printTree(document);
 }
 
 std::string writeKvml(const FoundationManager& manager) {
@@ -62,12 +69,13 @@ std::string writeKvml(const FoundationManager& manager) {
   }
   KvXmlN::Document document(Documents::Kvml::root);
   Found::KvmlWriter().write(document.getRoot(), areas, lines);
-  return print(document);
+  return printTree(document);
 }
 
 /// True for a document like those that writeExchange() makes.
 bool holdsOnlyBeddings(const Document& document) {
   if (document.getForm() == Form::legacy) return false;
+  if (document.getSheet() != nullptr) return true;
   const KvXmlN::Data& root = document.getExchange()->getRoot();
   const std::vector<KvXmlN::Data*>& children = root.getChildren();
   return root.getName() == Documents::Exchange::container && root.getAttributeNames().empty() &&
@@ -77,7 +85,8 @@ bool holdsOnlyBeddings(const Document& document) {
 
 }  // namespace
 
-Output::Output(OutputFile& to, Form written, Document& read) : in(read), file(to), form(written) {
+Output::Output(OutputFile& to, Form written, Document& read, const Spreadsheets::Dialect& tables)
+    : in(read), file(to), form(written), dialect(tables) {
   if (fs::exists(Paths::fromText(file.getTarget()))) protect();
   file.create();
 }
@@ -92,10 +101,13 @@ void Output::openOld() {
     old = &in;
     return;
   }
-  Files::Content content = Documents::readFile(getShownPath());
+  Documents::ReadOptions options;
+  if (Documents::isSpreadsheet(form)) options.form = form;
+  options.dialect = dialect;
+  Files::Content content = Documents::readFile(getShownPath(), options.form);
   if (content.bytes.empty()) return;
   try {
-    other = std::make_unique<Document>(std::move(content));
+    other = std::make_unique<Document>(std::move(content), options);
   } catch (const UserError& error) {
     throw UserError(std::string(error.what()) +
                     "; it was not replaced: mend or remove it, or name another file");
@@ -115,11 +127,27 @@ void Output::protect() {
                                           "another form would destroy; name another file"));
 }
 
-void Output::write(const FoundationManager& manager) {
+std::string Output::print(FoundationManager& manager) const {
+  const Units units = in.getSheet() != nullptr ? in.getSheet()->units : Units();
+  switch (form) {
+    case Form::legacy:
+      return writeModel(manager);
+    case Form::kvml:
+      return writeKvml(manager);
+    case Form::csv:
+      return Writing::print(
+          [&](std::ostream& out) { Spreadsheets::writeCsv(manager, dialect, units, out); });
+    case Form::json:
+      return Writing::print(
+          [&](std::ostream& out) { Spreadsheets::writeJson(manager, units, out); });
+    default:
+      return writeExchange(manager, form);
+  }
+}
+
+void Output::write(FoundationManager& manager) {
   in.forgetElements();  // first, so that two documents never have elements at once
-  std::string bytes = form == Form::legacy ? writeModel(manager)
-                      : form == Form::kvml ? writeKvml(manager)
-                                           : writeExchange(manager, form);
+  std::string bytes = print(manager);
   edited = std::make_unique<Document>(Files::Content{getShownPath(), "", std::move(bytes)}, form);
   made = edited.get();
 }

@@ -19,8 +19,9 @@ class Output {
  public:
   /// `read` is the document whose foundations are written; it may be the one in the file. Throws
   /// UserError when `to` cannot be written, and when the file holds a document that cannot be
-  /// updated although it contains more than foundations.
-  Output(OutputFile& to, Documents::Form written, Documents::Document& read);
+  /// updated although it contains more than foundations. `tables` is how a table is written.
+  Output(OutputFile& to, Documents::Form written, Documents::Document& read,
+         const Spreadsheets::Dialect& tables = {});
 
   /// True when the file already holds a document of this form, whose other content must stay.
   bool isUpdate() const { return isThere; }
@@ -28,7 +29,7 @@ class Output {
   bool isSameFile() const { return old == &in; }
 
   /// Makes a document of the foundations only. Frees the elements of the document that was read.
-  void write(const Found::FoundationManager& manager);
+  void write(Found::FoundationManager& manager);
   /// Makes a copy of the document in the file, with these foundations instead of its own.
   void update(const Found::FoundationManager& manager);
   /// Makes a copy of `base` with its foundations changed as wished.
@@ -56,6 +57,7 @@ class Output {
 
  private:
   void openOld();
+  std::string print(Found::FoundationManager& manager) const;
   /// Opens the document in the file. Throws UserError when it must not be replaced.
   void protect();
   /// The keys that tell which foundations of the two documents belong together.
@@ -64,6 +66,7 @@ class Output {
   Documents::Document& in;
   OutputFile& file;
   Documents::Form form;
+  Spreadsheets::Dialect dialect;
   std::unique_ptr<Documents::Document> other;
   Documents::Document* old = nullptr;  // the document in the file: `in`, `other` or none
   bool isThere = false;

@@ -26,6 +26,12 @@ using Found::Foundation;
 
 constexpr std::size_t mostFindings = 50;  // more of them are folded
 
+const char* describeForm(Form form) {
+  if (form == Form::legacy) return "Legacy model";
+  if (form == Form::csv) return "Table (CSV)";
+  return form == Form::json ? "Data (JSON)" : "Exchange document";
+}
+
 class PageMaker {
  public:
   explicit PageMaker(const Content& shown)
@@ -73,9 +79,8 @@ class PageMaker {
   void printHeader() {
     append(page, "<header>\n<p class=\"over\">Beddings of</p>\n<h1>{}</h1>\n<ul class=\"facts\">\n",
            title);
-    printFact("Form",
-              content.document.getForm() == Form::legacy ? "Legacy model" : "Exchange document");
-    printVersion();
+    printFact("Form", describeForm(content.document.getForm()));
+    if (content.document.getSheet() == nullptr) printVersion();
     printCount();
     printFact("Largest stiffness", DisplayText::fromNumber(content.manager.getMaxFoundationValue()),
               "length of the longest vector (x, y, z) of an area or a line, or of a rotation");
