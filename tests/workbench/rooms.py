@@ -18,6 +18,7 @@ STANDS_ON = {
     "checks": ["documents"],
     "comparing": ["documents"],
     "report": ["checks", "comparing"],
+    "results": ["checks", "comparing"],
 }
 
 # Beside rooms: the library, its platform, and libraries of others.
