@@ -154,6 +154,9 @@ TEST(Program, PrintsTheHelpOfACommandWithAnExampleAtItsEnd) {
       "  --version VERSION     version of an exchange document; when left out, 1.0 if it "
       "holds a Bedding\n"
       "                        element, else the current one\n"
+      "  --messages FORM       how messages are told: text, or json, an object a line; text "
+      "when left out\n"
+      "  -q,--quiet            tell nothing on standard error but errors\n"
       "\n"
       "Example: kvfound show model.xml --format csv\n");
 }

@@ -365,10 +365,7 @@ TEST(PruneExchange, KeepsWhatStaysAsItIs) {
                             "skipped\n"
                             "kvfound: " +
                             path +
-                            ": 2 beddings were read\n"
-                            "kvfound: " +
-                            path +
-                            ": 2 beddings were read\n"
+                            ": 4 beddings were read\n"
                             "removed: number 3 \"A\"\n"
                             "removed: number 7 \"C\"\n"
                             "2 removed, 2 kept\n");

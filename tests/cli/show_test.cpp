@@ -71,8 +71,7 @@ TEST(ShowExchange, ReadsEveryContainerOfBeddings) {
 
   const Result result = run("show '" + path + "'");
 
-  EXPECT_EQ(result.err, "kvfound: " + path + ": 1 bedding was read\n" +  //
-                            "kvfound: " + path + ": 1 bedding was read\n");
+  EXPECT_EQ(result.err, "kvfound: " + path + ": 2 beddings were read\n");
   EXPECT_NE(result.out.find("2 foundations"), std::string::npos);
 }
 

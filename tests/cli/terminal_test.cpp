@@ -178,6 +178,11 @@ TEST(InATerminal, HelpFitsItsWidth) {
             "                        when left out, 1.0 if it holds a\n"
             "                        Bedding element, else the current\n"
             "                        one\n"
+            "  --messages FORM       how messages are told: text, or\n"
+            "                        json, an object a line; text when\n"
+            "                        left out\n"
+            "  -q,--quiet            tell nothing on standard error but\n"
+            "                        errors\n"
             "\n"
             "Example: kvfound show model.xml --format csv\n");
 }

@@ -32,6 +32,20 @@ const char* const versionOfFile =
     "current one";
 const char* const versionOfIn = "version of an exchange document IN";
 
+void addMessages(CLI::App& command, Commands::Notes& notes) {
+  using Form = Commands::Notes::Form;
+  static const Choices<Form> forms = {{"text", Form::text}, {"json", Form::json}};
+  command
+      .add_option_function<std::string>(
+          "--messages", [&notes](const std::string& form) { notes.setForm(forms.at(form)); },
+          "text or json")
+      ->check(CLI::IsMember(forms).description(""))
+      ->type_name("FORM")
+      ->description("how messages are told: text, or json, an object a line; text when left out");
+  command.add_flag_callback(
+      "-q,--quiet", [&notes] { notes.setQuiet(); }, "tell nothing on standard error but errors");
+}
+
 void addSelectionOptions(CLI::App& command, Selection& selection) {
   command
       .add_option_function<std::string>(

@@ -8,6 +8,7 @@
 
 #include "documents/document.h"
 #include "foundations/selection.h"
+#include "notes.h"
 
 /// Arguments that several commands take.
 namespace CommandLine {
@@ -31,6 +32,9 @@ void addReading(CLI::App& command, Documents::ReadOptions& reading, const std::s
 /// Descriptions of that option.
 extern const char* const versionOfFile;
 extern const char* const versionOfIn;
+
+/// How messages are told.
+void addMessages(CLI::App& command, Commands::Notes& notes);
 
 /// Numbers as an argument of their own, and options that select; all of them must hold.
 void addSelectionOptions(CLI::App& command, Selection& selection);

@@ -9,9 +9,7 @@
 /// The commands that write documents.
 namespace CommandLine {
 
-using Commands::Status;
-
-void addConvert(CLI::App& program, Status& status) {
+void addConvert(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::ConvertOptions>();
   CLI::App* const command = program.add_subcommand(
       "convert", "Writes the foundations of a document in another form and tells what is lost");
@@ -37,11 +35,12 @@ void addConvert(CLI::App& program, Status& status) {
                     "write nothing when something would be lost, and exit with 1");
   command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
   addReading(*command, options->reading, versionOfIn);
+  addMessages(*command, run.notes);
   command->footer("Example: kvfound convert model.xml beddings.xml --to exchange");
-  command->callback([options, &status] { status = convert(*options, std::cerr); });
+  command->callback([options, &run] { run.status = Commands::convert(*options, run.notes); });
 }
 
-void addMerge(CLI::App& program, Status& status) {
+void addMerge(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::MergeOptions>();
   CLI::App* const command = program.add_subcommand(
       "merge",
@@ -74,15 +73,16 @@ void addMerge(CLI::App& program, Status& status) {
   command->add_flag("--dry-run", options->isDryRun, "only tell what would change");
   command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
   addReading(*command, options->reading, "version of exchange documents");
+  addMessages(*command, run.notes);
   command->footer("Example: kvfound merge beddings.xml model.xml --dry-run");
-  command->callback([options, documents, &status] {
+  command->callback([options, documents, &run] {
     options->into = documents->back();
     options->in.assign(documents->begin(), documents->end() - 1);
-    status = merge(*options, std::cout, std::cerr);
+    run.status = Commands::merge(*options, std::cout, run.notes);
   });
 }
 
-void addSet(CLI::App& program, Status& status) {
+void addSet(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::SetOptions>();
   const auto arguments = std::make_shared<std::vector<std::string>>();
   CLI::App* const command = program.add_subcommand(
@@ -98,18 +98,19 @@ void addSet(CLI::App& program, Status& status) {
       ->option_text("[NUMBERS] FIELD=VALUE...");
   addSelectionOptions(*command, options->selection);
   addReading(*command, options->reading, versionOfFile);
+  addMessages(*command, run.notes);
   command->footer("Example: kvfound set model.xml 3 areaZ=16000 areaFailureZ=tension");
-  command->callback([options, arguments, command, &status] {
+  command->callback([options, arguments, command, &run] {
     for (const std::string& argument : *arguments)
       if (argument.find('=') != argument.npos)
         options->assignments.push_back(argument);
       else
         selectNumbers(options->selection, argument, *command);
-    status = set(*options, std::cout, std::cerr);
+    run.status = Commands::set(*options, std::cout, run.notes);
   });
 }
 
-void addAdd(CLI::App& program, Status& status) {
+void addAdd(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::AddOptions>();
   CLI::App* const command =
       program.add_subcommand("add", "Adds a foundation to a document in place");
@@ -121,12 +122,14 @@ void addAdd(CLI::App& program, Status& status) {
                    "what it holds, such as areaZ=16000; the next free number when none is given")
       ->option_text("FIELD=VALUE...");
   addReading(*command, options->reading, versionOfFile);
+  addMessages(*command, run.notes);
   command->footer(
       "Example: kvfound add model.xml \"New footing\" areaX=1500 areaY=1500 areaZ=20000");
-  command->callback([options, &status] { status = add(*options, std::cout, std::cerr); });
+  command->callback(
+      [options, &run] { run.status = Commands::add(*options, std::cout, run.notes); });
 }
 
-void addRemove(CLI::App& program, Status& status) {
+void addRemove(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::SetOptions>();
   CLI::App* const command =
       program.add_subcommand("remove", "Removes foundations from a document in place");
@@ -134,14 +137,15 @@ void addRemove(CLI::App& program, Status& status) {
       ->required();
   const Numbers numbers = addSelection(*command, options->selection);
   addReading(*command, options->reading, versionOfFile);
+  addMessages(*command, run.notes);
   command->footer("Example: kvfound remove model.xml 3,5-9");
-  command->callback([options, numbers, command, &status] {
+  command->callback([options, numbers, command, &run] {
     if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
-    status = remove(*options, std::cout, std::cerr);
+    run.status = Commands::remove(*options, std::cout, run.notes);
   });
 }
 
-void addPrune(CLI::App& program, Status& status) {
+void addPrune(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::PruneOptions>();
   CLI::App* const command =
       program.add_subcommand("prune", "Removes foundations that were generated or are not used");
@@ -165,8 +169,9 @@ void addPrune(CLI::App& program, Status& status) {
   command->add_flag("--keep-numbers", options->keepsNumbers,
                     "leave the numbers of those that stay as they are");
   addReading(*command, options->reading, versionOfIn);
+  addMessages(*command, run.notes);
   command->footer("Example: kvfound prune model.xml pruned.xml --generated");
-  command->callback([options, &status] { status = prune(*options, std::cerr); });
+  command->callback([options, &run] { run.status = Commands::prune(*options, run.notes); });
 }
 
 }  // namespace CommandLine

@@ -33,24 +33,19 @@ Status checkOne(const std::string& path, const Documents::ReadOptions& reading, 
   return findings.isEmpty() ? Status::done : Status::findings;
 }
 
-void tellError(const std::string& error, std::ostream& notes) {
-  notes << Terminal::Painter(stderr).paint(Terminal::Style::red, "kvfound:") << ' '
-        << DisplayText::fromName(error) << '\n';
-}
-
 }  // namespace
 
-Status Commands::check(const CheckOptions& options, std::ostream& out, std::ostream& notes) {
+Status Commands::check(const CheckOptions& options, std::ostream& out, Notes& notes) {
   Status status = Status::done;
   // A document that cannot be read does not keep the others from being checked.
   for (const std::string& path : options.paths) {
     try {
       status = std::max(status, checkOne(path, options.reading, out));
     } catch (const UserError& error) {
-      tellError(error.what(), notes);
+      notes.tellError(error.what());
       status = Status::error;
     } catch (const std::bad_alloc&) {
-      tellError(path + ": is too large for the memory of this machine", notes);
+      notes.tellError(path + ": is too large for the memory of this machine");
       status = Status::error;
     }
   }

@@ -13,16 +13,16 @@ namespace CommandLine {
 
 using Commands::Status;
 
-Status run(int argc, const char* const* argv) {
+Status run(int argc, const char* const* argv, Commands::Notes& notes) {
   CLI::App program("Looks at the beddings (foundations) of structural models.", "kvfound");
   program.allow_windows_style_options(false);  // a path may begin with a slash
   program.set_version_flag("--version", "kvfound " KVFOUND_VERSION);
   program.require_subcommand(1);
   program.footer("kvfound COMMAND --help tells more. Example: kvfound show model.xml");
-  Status status = Status::done;
+  Run run{Status::done, notes};
   for (const auto add : {addShow, addConvert, addCheck, addDiff, addMerge, addSet, addAdd,
                          addRemove, addPrune, addReport})
-    add(program, status);
+    add(program, run);
 
   const auto help = std::make_shared<Help>();
   program.formatter(help);
@@ -33,7 +33,7 @@ Status run(int argc, const char* const* argv) {
     if (error.get_exit_code() != 0) throw UserError(describe(program, error, argv[argc - 1]));
     program.exit(error);  // prints the help or the version
   }
-  return status;
+  return run.status;
 }
 
 }  // namespace CommandLine

@@ -3,20 +3,26 @@
 #include <CLI/CLI.hpp>
 
 #include "commands.h"
+#include "notes.h"
 
-/// The commands as the user sees them. Each runs when it is named; `status` then tells how it
-/// ended.
+/// The commands as the user sees them.
 namespace CommandLine {
 
-void addShow(CLI::App& program, Commands::Status& status);
-void addConvert(CLI::App& program, Commands::Status& status);
-void addCheck(CLI::App& program, Commands::Status& status);
-void addDiff(CLI::App& program, Commands::Status& status);
-void addMerge(CLI::App& program, Commands::Status& status);
-void addSet(CLI::App& program, Commands::Status& status);
-void addAdd(CLI::App& program, Commands::Status& status);
-void addRemove(CLI::App& program, Commands::Status& status);
-void addPrune(CLI::App& program, Commands::Status& status);
-void addReport(CLI::App& program, Commands::Status& status);
+/// What the command that is named works with, and how it ended.
+struct Run {
+  Commands::Status status;
+  Commands::Notes& notes;
+};
+
+void addShow(CLI::App& program, Run& run);
+void addConvert(CLI::App& program, Run& run);
+void addCheck(CLI::App& program, Run& run);
+void addDiff(CLI::App& program, Run& run);
+void addMerge(CLI::App& program, Run& run);
+void addSet(CLI::App& program, Run& run);
+void addAdd(CLI::App& program, Run& run);
+void addRemove(CLI::App& program, Run& run);
+void addPrune(CLI::App& program, Run& run);
+void addReport(CLI::App& program, Run& run);
 
 }  // namespace CommandLine

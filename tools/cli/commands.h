@@ -10,6 +10,7 @@
 #include "documents/form.h"
 #include "foundations/matching.h"
 #include "foundations/selection.h"
+#include "notes.h"
 #include "report/bars.h"
 
 /// The commands of the program, one file each. Results go to `out` or to a file, remarks to
@@ -27,7 +28,7 @@ struct ShowOptions {
   Selection selection;
   Documents::ReadOptions reading;
 };
-Status show(const ShowOptions& options, std::ostream& out, std::ostream& notes);
+Status show(const ShowOptions& options, std::ostream& out, Notes& notes);
 
 struct ConvertOptions {
   std::string in;
@@ -37,13 +38,13 @@ struct ConvertOptions {
   bool showsAll = false;  // losses, however many
   Documents::ReadOptions reading;
 };
-Status convert(const ConvertOptions& options, std::ostream& notes);
+Status convert(const ConvertOptions& options, Notes& notes);
 
 struct CheckOptions {
   std::vector<std::string> paths = {"-"};
   Documents::ReadOptions reading;
 };
-Status check(const CheckOptions& options, std::ostream& out, std::ostream& notes);
+Status check(const CheckOptions& options, std::ostream& out, Notes& notes);
 
 struct DiffOptions {
   std::string first;
@@ -52,7 +53,7 @@ struct DiffOptions {
   double relative = 0.0;
   Documents::ReadOptions reading;
 };
-Status diff(const DiffOptions& options, std::ostream& out, std::ostream& notes);
+Status diff(const DiffOptions& options, std::ostream& out, Notes& notes);
 
 struct PruneOptions {
   std::string in;
@@ -63,7 +64,7 @@ struct PruneOptions {
   bool keepsNumbers = false;
   Documents::ReadOptions reading;
 };
-Status prune(const PruneOptions& options, std::ostream& notes);
+Status prune(const PruneOptions& options, Notes& notes);
 
 struct MergeOptions {
   std::vector<std::string> in;
@@ -74,7 +75,7 @@ struct MergeOptions {
   bool showsAll = false;  // losses, however many
   Documents::ReadOptions reading;
 };
-Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes);
+Status merge(const MergeOptions& options, std::ostream& out, Notes& notes);
 
 /// A field and what it is given, such as "areaZ=16000".
 using Assignments = std::vector<std::string>;
@@ -86,9 +87,9 @@ struct SetOptions {
   Documents::ReadOptions reading;
 };
 /// Changes fields of the foundations that are selected.
-Status set(const SetOptions& options, std::ostream& out, std::ostream& notes);
+Status set(const SetOptions& options, std::ostream& out, Notes& notes);
 /// Removes those that are selected.
-Status remove(const SetOptions& options, std::ostream& out, std::ostream& notes);
+Status remove(const SetOptions& options, std::ostream& out, Notes& notes);
 
 struct AddOptions {
   std::string path;
@@ -96,7 +97,7 @@ struct AddOptions {
   Assignments assignments;
   Documents::ReadOptions reading;
 };
-Status add(const AddOptions& options, std::ostream& out, std::ostream& notes);
+Status add(const AddOptions& options, std::ostream& out, Notes& notes);
 
 struct ReportOptions {
   std::string in = "-";
@@ -105,6 +106,6 @@ struct ReportOptions {
   Report::Units units;
   Documents::ReadOptions reading;
 };
-Status report(const ReportOptions& options, std::ostream& notes);
+Status report(const ReportOptions& options, Notes& notes);
 
 }  // namespace Commands

@@ -1,4 +1,3 @@
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -34,7 +33,7 @@ std::vector<Loss> listLosses(Writing::Output& output, const Found::FoundationMan
 
 namespace Commands {
 
-Status convert(const ConvertOptions& options, std::ostream& notes) {
+Status convert(const ConvertOptions& options, Notes& notes) {
   Documents::Document in(Documents::readFile(options.in, options.reading.form), options.reading);
   const std::size_t skipped = tellReading(in, notes);
   Found::FoundationManager& manager = in.getFoundations();
@@ -51,8 +50,12 @@ Status convert(const ConvertOptions& options, std::ostream& notes) {
     throw UserError(output.getShownPath() +
                     ": was not written, since something would be lost; name another file than IN");
   if (losesAny && options.isStrict) {
-    notes << "kvfound: " << DisplayText::fromName(output.getShownPath())
-          << ": was not written, since something would be lost\n";
+    notes.tell({Message::Level::error,
+                "refused",
+                DisplayText::fromName(output.getShownPath()),
+                {},
+                "",
+                "was not written, since something would be lost"});
     return Status::findings;
   }
   output.commit();

@@ -24,7 +24,7 @@ std::string describeCurrent(Document& document) {
 
 namespace Commands {
 
-Status diff(const DiffOptions& options, std::ostream& out, std::ostream& notes) {
+Status diff(const DiffOptions& options, std::ostream& out, Notes& notes) {
   if (options.first == "-" && options.second == "-")
     throw UserError("A and B cannot both come from standard input");
   Document first(Documents::readFile(options.first, options.reading.form), options.reading);
@@ -39,7 +39,12 @@ Status diff(const DiffOptions& options, std::ostream& out, std::ostream& notes) 
     out << "current foundation: " << describeCurrent(first) << " -> " << describeCurrent(second)
         << '\n';
   if (differences.isEmpty() && skipped > 0)
-    notes << "kvfound: what was read is alike, but not everything could be read\n";
+    notes.tell({Message::Level::warning,
+                "incomplete",
+                "",
+                {},
+                "",
+                "what was read is alike, but not everything could be read"});
   return differences.isEmpty() && skipped == 0 ? Status::done : Status::findings;
 }
 

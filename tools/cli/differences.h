@@ -6,14 +6,16 @@
 #include "comparing/differences.h"
 #include "documents/document.h"
 #include "documents/editing.h"
+#include "notes.h"
 
 namespace Commands {
 
 /// What came, went and changed, as people read it.
 void printDifferences(const std::vector<Comparing::Difference>& differences, std::ostream& out);
 
-/// What becomes of the foundations of `document`; that there is no change, `notes` are told.
-void tellChanges(const Documents::Document& document, const Editing::Wish& wish, std::ostream& out,
-                 std::ostream& notes);
+/// Prints what becomes of the foundations of `document`. Where `out` is null, since nothing else
+/// may stand beside a document, `notes` are told, and always when there is no change.
+void tellChanges(const Documents::Document& document, const Editing::Wish& wish, std::ostream* out,
+                 Notes& notes);
 
 }  // namespace Commands

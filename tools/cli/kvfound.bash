@@ -14,6 +14,7 @@ _kvfound() {
     --to) words="legacy exchange exchange-1.0 kvml" ;;
     --version) words="1.0" ;;
     --by) words="number name" ;;
+    --messages) words="text json" ;;
     --on-clash) words="refuse rename renumber skip replace" ;;
     --part) words="area line" ;;
     --name | --relative | --used-by | -o | --output | --unit-force | --unit-length) ;;
@@ -31,6 +32,7 @@ _kvfound() {
           prune) words="--help --generated --ignore-missing --keep-numbers --used-by --version" ;;
           report) words="--help --output --name --generated --part --unit-force --unit-length --version" ;;
         esac
+        words+=" --messages --quiet"
       fi
       ;;
   esac

@@ -11,9 +11,7 @@
 /// The commands that look at documents.
 namespace CommandLine {
 
-using Commands::Status;
-
-void addShow(CLI::App& program, Status& status) {
+void addShow(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::ShowOptions>();
   CLI::App* const command = program.add_subcommand(
       "show",
@@ -27,14 +25,15 @@ void addShow(CLI::App& program, Status& status) {
                     "table, json or csv")
       ->type_name("FORMAT");
   addReading(*command, options->reading, versionOfFile);
+  addMessages(*command, run.notes);
   command->footer("Example: kvfound show model.xml --format csv");
-  command->callback([options, numbers, command, &status] {
+  command->callback([options, numbers, command, &run] {
     if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
-    status = show(*options, std::cout, std::cerr);
+    run.status = Commands::show(*options, std::cout, run.notes);
   });
 }
 
-void addCheck(CLI::App& program, Status& status) {
+void addCheck(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::CheckOptions>();
   CLI::App* const command = program.add_subcommand(
       "check",
@@ -45,11 +44,13 @@ void addCheck(CLI::App& program, Status& status) {
   addReading(*command, options->reading,
              "version of exchange documents; when left out, 1.0 for one that holds a Bedding "
              "element, else the current one");
+  addMessages(*command, run.notes);
   command->footer("Example: kvfound check model.xml beddings.xml");
-  command->callback([options, &status] { status = check(*options, std::cout, std::cerr); });
+  command->callback(
+      [options, &run] { run.status = Commands::check(*options, std::cout, run.notes); });
 }
 
-void addDiff(CLI::App& program, Status& status) {
+void addDiff(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::DiffOptions>();
   CLI::App* const command = program.add_subcommand(
       "diff", "Tells how the foundations of two documents differ, whatever their forms");
@@ -69,17 +70,18 @@ void addDiff(CLI::App& program, Status& status) {
                    "the larger one, such as 1e-6")
       ->type_name("SHARE");
   addReading(*command, options->reading, "version of exchange documents");
+  addMessages(*command, run.notes);
   command->footer(
       "Exit status: 0 when the foundations are alike, 1 when they differ, 2 after an error.\n"
       "Example: kvfound diff before.xml after.xml");
-  command->callback([options, command, &status] {
+  command->callback([options, command, &run] {
     if (!(options->relative >= 0.0 && options->relative <= 1.0))
       throw UserError("--relative takes a share from 0 to 1, such as 1e-6" + makeAdvice(*command));
-    status = diff(*options, std::cout, std::cerr);
+    run.status = Commands::diff(*options, std::cout, run.notes);
   });
 }
 
-void addReport(CLI::App& program, Status& status) {
+void addReport(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::ReportOptions>();
   CLI::App* const command = program.add_subcommand(
       "report",
@@ -101,11 +103,12 @@ void addReport(CLI::App& program, Status& status) {
                    "the unit of length that they are labelled with, such as m")
       ->type_name("UNIT");
   addReading(*command, options->reading, versionOfFile);
+  addMessages(*command, run.notes);
   command->footer(
       "Example: kvfound report model.xml -o model.html --unit-force kN --unit-length m");
-  command->callback([options, numbers, command, &status] {
+  command->callback([options, numbers, command, &run] {
     if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
-    status = report(*options, std::cerr);
+    run.status = Commands::report(*options, run.notes);
   });
 }
 

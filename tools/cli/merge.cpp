@@ -16,7 +16,9 @@
 
 namespace {
 
+using Commands::Notes;
 using Documents::Document;
+using Level = Commands::Message::Level;
 
 void requireReadOnce(const Commands::MergeOptions& options) {
   std::size_t standard = options.into == "-" ? 1 : 0;
@@ -24,9 +26,9 @@ void requireReadOnce(const Commands::MergeOptions& options) {
   if (standard > 1) throw UserError("only one of the documents can come from standard input");
 }
 
-void refuseClashes(const Comparing::Merger& merger, const std::string& shownPath,
-                   std::ostream& notes) {
-  for (const std::string& clash : merger.getClashes()) notes << "kvfound: " << clash << '\n';
+void refuseClashes(const Comparing::Merger& merger, const std::string& shownPath, Notes& notes) {
+  for (const std::string& clash : merger.getClashes())
+    notes.tell({Level::error, "clash", "", {}, "", clash});
   if (!merger.getClashes().empty())
     throw UserError(shownPath +
                     ": was not written, since numbers or names clash; --on-clash rename, "
@@ -37,7 +39,7 @@ void refuseClashes(const Comparing::Merger& merger, const std::string& shownPath
 
 namespace Commands {
 
-Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes) {
+Status merge(const MergeOptions& options, std::ostream& out, Notes& notes) {
   requireReadOnce(options);
   Document into(Documents::readFile(options.into, options.reading.form), options.reading);
   tellReading(into, notes);
@@ -52,7 +54,8 @@ Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes
     merger.merge(in);
   }
   refuseClashes(merger, into.getShownPath(), notes);
-  for (const std::string& sentence : merger.getLeftOut()) notes << "kvfound: " << sentence << '\n';
+  for (const std::string& sentence : merger.getLeftOut())
+    notes.tell({Level::warning, "left-out", "", {}, "", sentence});
   tellLosses(into.getShownPath(), merger.getLosses(), options.showsAll, notes);
 
   const Editing::Wish wish = draft.makeWish();
@@ -67,7 +70,7 @@ Status merge(const MergeOptions& options, std::ostream& out, std::ostream& notes
     output.commit();
   }
   const bool writesToOutput = options.out.value_or(options.into) == "-" && !options.isDryRun;
-  tellChanges(into, wish, writesToOutput ? notes : out, notes);
+  tellChanges(into, wish, writesToOutput ? nullptr : &out, notes);
   return skipped > 0 || !merger.getLosses().empty() ? Status::findings : Status::done;
 }
 

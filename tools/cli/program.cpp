@@ -1,6 +1,5 @@
 #include "program.h"
 
-#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -8,28 +7,26 @@
 
 #include "command_line.h"
 #include "files/user_error.h"
-#include "terminal.h"
-#include "text/display_text.h"
+#include "notes.h"
 
 namespace {
 
-/// Names and paths from outside may hold anything.
-int tellError(const std::string& error) {
-  std::cerr << Terminal::Painter(stderr).paint(Terminal::Style::red, "kvfound:") << " "
-            << DisplayText::fromName(error) << "\n";
+int tellError(const std::string& error, Commands::Notes& notes) {
+  notes.tellError(error);
   return static_cast<int>(Commands::Status::error);
 }
 
 }  // namespace
 
 int Program::run(int argc, const char* const* argv) {
+  Commands::Notes notes(std::cerr, {argv + 1, argv + argc});
   try {
-    const Commands::Status status = CommandLine::run(argc, argv);
+    const Commands::Status status = CommandLine::run(argc, argv, notes);
     if (!std::cout.flush()) throw UserError("standard output cannot be written");
     return static_cast<int>(status);
   } catch (const std::bad_alloc&) {
-    return tellError("the memory of this machine is too small for this");
+    return tellError("the memory of this machine is too small for this", notes);
   } catch (const std::exception& error) {
-    return tellError(error.what());
+    return tellError(error.what(), notes);
   }
 }

@@ -22,10 +22,12 @@
 
 namespace {
 
+using Commands::Notes;
 using Commands::PruneOptions;
 using Documents::Form;
 using Found::Foundation;
 using Found::FoundationManager;
+using Level = Commands::Message::Level;
 
 void checkOptions(const PruneOptions& options) {
   if (!options.isGenerated && !options.usedBy)
@@ -35,16 +37,21 @@ void checkOptions(const PruneOptions& options) {
     throw UserError("the document and the list cannot both come from standard input");
 }
 
-void removeUnused(const PruneOptions& options, FoundationManager& manager, std::ostream& notes) {
+void removeUnused(const PruneOptions& options, FoundationManager& manager, Notes& notes) {
   const Files::Content list = Files::read(*options.usedBy);
   Files::MemoryStream in(list.bytes);
   in.exceptions(std::ios::badbit);  // or the list would end where memory runs out
   KeepList user(in);
   for (const Foundation* foundation : manager.getFoundations()) user.usesFoundation(foundation);
   const std::vector<std::string> unmatched = user.listUnmatched();
+  const Level level = options.ignoresMissing && user.hasMatched() ? Level::warning : Level::error;
   for (const std::string& line : unmatched)
-    notes << "kvfound: " << DisplayText::fromName(list.shownPath) << ": there is no foundation \""
-          << DisplayText::fromName(line) << "\"\n";
+    notes.tell({level,
+                "unmatched",
+                DisplayText::fromName(list.shownPath),
+                {},
+                "",
+                "there is no foundation \"" + DisplayText::fromName(line) + "\""});
   if (!unmatched.empty() && !user.hasMatched())
     throw UserError(list.shownPath + ": names none of the foundations; nothing was written");
   if (!unmatched.empty() && !options.ignoresMissing)
@@ -57,7 +64,7 @@ void removeUnused(const PruneOptions& options, FoundationManager& manager, std::
 }
 
 void removeFoundations(const PruneOptions& options, Form form, FoundationManager& manager,
-                       std::ostream& notes) {
+                       Notes& notes) {
   if (options.usedBy)
     removeUnused(options, manager, notes);
   else
@@ -78,8 +85,7 @@ bool isRenumbered(const Matching::Pair& pair) {
 }
 
 /// Elsewhere in the model the old numbers stay as they are.
-void tellMentions(const Documents::Document& model, const Editing::Wish& wish,
-                  std::ostream& notes) {
+void tellMentions(const Documents::Document& model, const Editing::Wish& wish, Notes& notes) {
   std::map<int, std::string> changed;
   std::set<int> numbers;
   for (const Matching::Pair& pair : wish.pairs) {
@@ -91,37 +97,49 @@ void tellMentions(const Documents::Document& model, const Editing::Wish& wish,
                                 : "is number " + std::to_string(pair.second->getNumber()) + " now");
   }
   for (const Documents::Mention& mention : Documents::listMentions(model, numbers))
-    notes << "kvfound: " << DisplayText::fromName(model.getShownPath()) << ':'
-          << mention.position.line << ':' << mention.position.column << ": "
-          << DisplayText::fromName(mention.attribute) << "=\"" << mention.number
-          << "\" stays, but the foundation of this number " << changed.at(mention.number) << '\n';
+    notes.tell({Level::warning, "mention", DisplayText::fromName(model.getShownPath()),
+                mention.position, "",
+                DisplayText::fromName(mention.attribute) + "=\"" + std::to_string(mention.number) +
+                    "\" stays, but the foundation of this number " + changed.at(mention.number)});
 }
 
-void tell(const Editing::Wish& wish, const std::vector<Losses::Loss>& unread, bool hasNumbers,
-          std::ostream& notes) {
+void tell(const std::string& shownPath, const Editing::Wish& wish,
+          const std::vector<Losses::Loss>& unread, bool hasNumbers, Notes& notes) {
+  const std::string file = DisplayText::fromName(shownPath);
+  const auto tellOne = [&](const char* kind, const std::string& foundation,
+                           const std::string& sentence, const std::string& line) {
+    notes.tell({Level::note, kind, file, {}, foundation, sentence}, line + "\n");
+  };
   std::size_t removed = unread.size();
   for (const Matching::Pair& pair : wish.pairs)
     if (pair.second == nullptr) {
-      notes << "removed: " << Fields::describe(*pair.first) << '\n';
+      const std::string removedOne = Fields::describe(*pair.first);
+      tellOne("removed", removedOne, "is removed", "removed: " + removedOne);
       ++removed;
     }
   for (const Losses::Loss& loss : unread)
-    notes << "removed: " << loss.foundation << ", which " << loss.sentence << '\n';
+    tellOne("removed", loss.foundation, loss.sentence,
+            "removed: " + loss.foundation + ", which " + loss.sentence);
   std::size_t kept = 0;
   for (const Matching::Pair& pair : wish.pairs) {
-    if (hasNumbers && isRenumbered(pair))
-      notes << "renumbered: " << pair.first->getNumber() << " -> " << Fields::describe(*pair.second)
-            << '\n';
+    if (hasNumbers && isRenumbered(pair)) {
+      const std::string number = std::to_string(pair.first->getNumber());
+      const std::string renumbered = Fields::describe(*pair.second);
+      tellOne("renumbered", renumbered, "had the number " + number,
+              "renumbered: " + number + " -> " + renumbered);
+    }
     if (pair.second != nullptr) ++kept;
   }
-  notes << removed << " removed, " << kept << " kept\n";
+  const std::string counts =
+      std::to_string(removed) + " removed, " + std::to_string(kept) + " kept";
+  tellOne("summary", "", counts, counts);
 }
 
 }  // namespace
 
 namespace Commands {
 
-Status prune(const PruneOptions& options, std::ostream& notes) {
+Status prune(const PruneOptions& options, Notes& notes) {
   checkOptions(options);
   Documents::Document in(Documents::readFile(options.in, options.reading.form), options.reading);
   const std::size_t skipped = tellReading(in, notes);
@@ -143,7 +161,7 @@ Status prune(const PruneOptions& options, std::ostream& notes) {
   output.requireAll(manager);
   if (isOtherDocument) tellLosses(output.getShownPath(), output.listReplaced(), false, notes);
   output.commit();
-  tell(wish, output.getUnread(), hasNumbers, notes);
+  tell(in.getShownPath(), wish, output.getUnread(), hasNumbers, notes);
   tellMentions(in, wish, notes);
   return Status::done;
 }

@@ -1,17 +1,62 @@
 #include "reading.h"
 
+#include <algorithm>
+#include <set>
 #include <string>
+#include <utility>
+
+#include <fmt/format.h>
 
 #include "documents/notes.h"
 #include "text/display_text.h"
 
-std::size_t Commands::tellReading(Documents::Document& document, std::ostream& notes) {
+namespace {
+
+using Commands::Message;
+using Documents::Document;
+using Documents::Entries;
+using Documents::Entry;
+using Places = std::set<std::pair<std::size_t, std::size_t>>;
+
+/// Where beddings stand that are read under another name.
+Places listRenamed(Document& document) {
+  Places places;
+  for (const Entries& entries : document.getEntries())
+    for (const Entry& entry : entries) {
+      const KvXmlPosition place = entry.element.getPosition();
+      if (entry.fate == Entry::Fate::renamed) places.emplace(place.line, place.column);
+    }
+  return places;
+}
+
+std::ptrdiff_t countRead(Document& document) {
+  std::ptrdiff_t count = 0;
+  for (const Entries& entries : document.getEntries())
+    count += std::count_if(entries.begin(), entries.end(), [](const Entry& entry) {
+      return entry.foundation != nullptr && entry.fate != Entry::Fate::otherPart;
+    });
+  return count;
+}
+
+Message makeSummary(Document& document, const std::string& file) {
+  const std::ptrdiff_t count = countRead(document);
+  const char* const words = count == 1 ? "{} bedding was read" : "{} beddings were read";
+  return {Message::Level::note, "read", file, {}, "", fmt::format(fmt::runtime(words), count)};
+}
+
+}  // namespace
+
+std::size_t Commands::tellReading(Document& document, Notes& notes) {
   document.requireReadable();
-  const std::string path = "kvfound: " + DisplayText::fromName(document.getShownPath()) + ":";
+  const std::string file = DisplayText::fromName(document.getShownPath());
+  const Places renamed = listRenamed(document);
   for (const Documents::Note& note : Documents::listNotes(document)) {
-    notes << path;
-    if (note.position.line > 0) notes << note.position.line << ':' << note.position.column << ':';
-    notes << ' ' << note.sentence << '\n';
+    const KvXmlPosition place = note.position;
+    if (place.line == 0) continue;  // about one container; people think of the document
+    const bool isRenamed = renamed.count({place.line, place.column}) > 0;
+    notes.tell({Message::Level::warning, isRenamed ? "renamed" : "skipped", file, place, "",
+                note.sentence});
   }
+  if (document.getForm() != Documents::Form::legacy) notes.tell(makeSummary(document, file));
   return Documents::countNotes(document);
 }

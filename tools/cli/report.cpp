@@ -34,7 +34,7 @@ std::string readUnit(const std::string& given) {
 
 namespace Commands {
 
-Status report(const ReportOptions& options, std::ostream& notes) {
+Status report(const ReportOptions& options, Notes& notes) {
   const Report::Units units = {readUnit(options.units.force), readUnit(options.units.length)};
   if (units.force.empty() != units.length.empty())
     throw UserError(

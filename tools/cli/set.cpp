@@ -24,7 +24,9 @@
 namespace {
 
 using Commands::Assignments;
+using Commands::Notes;
 using Commands::Status;
+using Level = Commands::Message::Level;
 using Documents::Document;
 using Found::Foundation;
 using Found::FoundationManager;
@@ -130,7 +132,7 @@ void requireSelection(const Selection& selection) {
 
 /// Writes what `draft` has become in place of `document`, and prints what changed.
 Status finish(Document& document, Editing::Draft& draft, const std::string& path, std::ostream& out,
-              std::ostream& notes) {
+              Notes& notes) {
   OutputFile file = Commands::openOutput(path);
   Writing::Output output(file, document.getForm(), document);
   const Editing::Wish wish = draft.makeWish();
@@ -138,10 +140,21 @@ Status finish(Document& document, Editing::Draft& draft, const std::string& path
   output.requireAll(draft.getFoundations());
   output.commit();
   // Beside a document on standard output nothing else may stand.
-  std::ostream& told = path == "-" ? notes : out;
+  std::ostream* const told = path == "-" ? nullptr : &out;
   Commands::tellChanges(document, wish, told, notes);
-  for (const Losses::Loss& loss : output.getUnread())
-    told << "- " << loss.foundation << ", which " << loss.sentence << '\n';
+  for (const Losses::Loss& loss : output.getUnread()) {
+    const std::string line = "- " + loss.foundation + ", which " + loss.sentence + "\n";
+    if (told != nullptr)
+      *told << line;
+    else
+      notes.tell({Level::note,
+                  "removed",
+                  DisplayText::fromName(document.getShownPath()),
+                  {},
+                  loss.foundation,
+                  loss.sentence},
+                 line);
+  }
   return Status::done;
 }
 
@@ -149,7 +162,7 @@ Status finish(Document& document, Editing::Draft& draft, const std::string& path
 
 namespace Commands {
 
-Status set(const SetOptions& options, std::ostream& out, std::ostream& notes) {
+Status set(const SetOptions& options, std::ostream& out, Notes& notes) {
   requireSelection(options.selection);
   const std::vector<Change> changes = read(options.assignments);
   if (changes.empty()) throw UserError("tell what to set, such as areaZ=16000");
@@ -165,7 +178,7 @@ Status set(const SetOptions& options, std::ostream& out, std::ostream& notes) {
   return finish(document, draft, options.path, out, notes);
 }
 
-Status remove(const SetOptions& options, std::ostream& out, std::ostream& notes) {
+Status remove(const SetOptions& options, std::ostream& out, Notes& notes) {
   requireSelection(options.selection);
   Document document(Documents::readFile(options.path, options.reading.form), options.reading);
   tellReading(document, notes);
@@ -176,7 +189,7 @@ Status remove(const SetOptions& options, std::ostream& out, std::ostream& notes)
   return finish(document, draft, options.path, out, notes);
 }
 
-Status add(const AddOptions& options, std::ostream& out, std::ostream& notes) {
+Status add(const AddOptions& options, std::ostream& out, Notes& notes) {
   std::vector<Change> changes = read(options.assignments);
   changes.push_back(read("name=" + options.name));
   Document document(Documents::readFile(options.path, options.reading.form), options.reading);

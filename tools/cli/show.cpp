@@ -18,7 +18,7 @@ Units getUnits(const Documents::Document& document) {
 
 namespace Commands {
 
-Status show(const ShowOptions& options, std::ostream& out, std::ostream& notes) {
+Status show(const ShowOptions& options, std::ostream& out, Notes& notes) {
   Documents::Document document(Documents::readFile(options.path, options.reading.form),
                                options.reading);
   tellReading(document, notes);
