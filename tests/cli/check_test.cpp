@@ -71,6 +71,86 @@ TEST(Check, ShowsAnExampleInItsHelp) {
             std::string::npos);
 }
 
+// --- For programs
+
+TEST(CheckFormat, JsonHasTheFindingsOfAllFiles) {
+  const std::string first = makeFile("1.xml", makeModel("<FOUND/>"));
+  const std::string second = makeFile("2.xml", "<X>\n<Y></X>\n");
+
+  const Result result = run("check --format json '" + first + "' '" + second + "'");
+
+  EXPECT_EQ(result.out,
+            "{\n"
+            "  \"format\": \"kvfound-check\",\n"
+            "  \"version\": 1,\n"
+            "  \"files\": [\n"
+            "    \"" +
+                first +
+                "\",\n"
+                "    \"" +
+                second +
+                "\"\n"
+                "  ],\n"
+                "  \"findings\": [\n"
+                "    {\n"
+                "      \"file\": \"" +
+                first +
+                "\",\n"
+                "      \"line\": 4,\n"
+                "      \"column\": 1,\n"
+                "      \"level\": \"warning\",\n"
+                "      \"rule\": \"missing-number\",\n"
+                "      \"foundation\": \"number 1 \\\"Found0001\\\"\",\n"
+                "      \"sentence\": \"<FOUND> has no NUMBER; it is read as number 1\"\n"
+                "    },\n"
+                "    {\n"
+                "      \"file\": \"" +
+                second +
+                "\",\n"
+                "      \"line\": 2,\n"
+                "      \"column\": 6,\n"
+                "      \"level\": \"error\",\n"
+                "      \"rule\": \"unreadable\",\n"
+                "      \"sentence\": \"this end tag does not close the element that is open\"\n"
+                "    }\n"
+                "  ]\n"
+                "}\n");
+  EXPECT_EQ(result.err,
+            "kvfound: " + second + ":2:6: this end tag does not close the element that is open\n");
+  EXPECT_EQ(result.status, 2);
+}
+
+TEST(CheckFormat, SarifPointsIntoEachFile) {
+  const std::string path = makeFile("1.xml", makeModel("<FOUND/>"));
+
+  const Result result = run("check --format sarif '" + path + "'");
+
+  EXPECT_NE(result.out.find("\"ruleId\": \"missing-number\""), std::string::npos);
+  EXPECT_NE(result.out.find("\"startLine\": 4,"), std::string::npos);
+  EXPECT_EQ(result.status, 1);
+}
+
+TEST(CheckFormat, TellsErrorsInEditorColumnsToo) {
+  const std::string path = makeFile("1.xml", "<X>\xC3\xBC<Y></X>\n");
+
+  const std::string sarif = run("check --format sarif '" + path + "'").out;
+
+  EXPECT_NE(sarif.find("\"startColumn\": 10"), std::string::npos) << sarif;
+}
+
+TEST(CheckFormat, NamesStandardInput) {
+  EXPECT_NE(run("check --format json -").out.find("\"file\": \"standard input\""),
+            std::string::npos);
+  EXPECT_NE(run("check --format sarif -").out.find("\"uri\": \"stdin\""), std::string::npos);
+}
+
+TEST(CheckFormat, IsAnswerEnoughForCleanDocuments) {
+  const Result result = run("check --format json '" KVFOUND_EXAMPLES_DIR "/model.xml'");
+
+  EXPECT_NE(result.out.find("\"findings\": []"), std::string::npos);
+  EXPECT_EQ(result.status, 0);
+}
+
 // --- What cannot be read
 
 TEST(CheckErrors, ChecksTheOtherFilesBesideOneThatIsMalformed) {

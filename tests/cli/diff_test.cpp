@@ -292,4 +292,47 @@ TEST(Diff, AsksForAVersionThatIsOne) {
             "kvfound: \"1,0\" is no version; give 1.0, or a later one such as 2.0\n");
 }
 
+TEST(DiffFormat, JsonHoldsTheDifferences) {
+  const std::string first = makeFile("1.xml", makeDocument("<FOUNDATIONS><FOUND NUMBER='1' "
+                                                           "NAME='A' FXLINE='1'/></FOUNDATIONS>"));
+  const std::string second = makeFile("2.xml", makeDocument("<FOUNDATIONS><FOUND NUMBER='1' "
+                                                            "NAME='A' FXLINE='2'/></FOUNDATIONS>"));
+
+  const Result result = run("diff --format json '" + first + "' '" + second + "'");
+
+  EXPECT_EQ(result.out.substr(0, result.out.find("\n  \"current\"")),
+            "{\n"
+            "  \"format\": \"kvfound-diff\",\n"
+            "  \"version\": 1,\n"
+            "  \"before\": \"" +
+                first +
+                "\",\n"
+                "  \"after\": \"" +
+                second +
+                "\",\n"
+                "  \"alike\": false,\n"
+                "  \"complete\": true,\n"
+                "  \"differences\": [\n"
+                "    {\n"
+                "      \"change\": \"changed\",\n"
+                "      \"before\": {\n"
+                "        \"number\": 1,\n"
+                "        \"name\": \"A\"\n"
+                "      },\n"
+                "      \"after\": {\n"
+                "        \"number\": 1,\n"
+                "        \"name\": \"A\"\n"
+                "      },\n"
+                "      \"fields\": [\n"
+                "        {\n"
+                "          \"field\": \"lineX\",\n"
+                "          \"before\": 1.0,\n"
+                "          \"after\": 2.0\n"
+                "        }\n"
+                "      ]\n"
+                "    }\n"
+                "  ],");
+  EXPECT_EQ(result.status, 1);
+}
+
 }  // namespace

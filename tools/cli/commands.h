@@ -41,16 +41,20 @@ struct ConvertOptions {
 Status convert(const ConvertOptions& options, Notes& notes);
 
 struct CheckOptions {
+  enum class Format { text, json, sarif };
   std::vector<std::string> paths = {"-"};
+  Format format = Format::text;
   Documents::ReadOptions reading;
 };
 Status check(const CheckOptions& options, std::ostream& out, Notes& notes);
 
 struct DiffOptions {
+  enum class Format { text, json };
   std::string first;
   std::string second;
   std::vector<Matching::Key> keys = {Matching::Key::name, Matching::Key::number};
   double relative = 0.0;
+  Format format = Format::text;
   Documents::ReadOptions reading;
 };
 Status diff(const DiffOptions& options, std::ostream& out, Notes& notes);

@@ -8,6 +8,7 @@
 #include "files/user_error.h"
 #include "foundations/fields.h"
 #include "reading.h"
+#include "results/diff_json.h"
 
 namespace {
 
@@ -18,6 +19,13 @@ using Found::Foundation;
 std::string describeCurrent(Document& document) {
   const Foundation* const current = document.getFoundations().getCurrentFoundation();
   return current != nullptr ? Fields::describe(*current) : "none";
+}
+
+void print(const Differences& differences, Document& first, Document& second, std::ostream& out) {
+  Commands::printDifferences(differences.foundations, out);
+  if (!differences.isCurrentSame)
+    out << "current foundation: " << describeCurrent(first) << " -> " << describeCurrent(second)
+        << '\n';
 }
 
 }  // namespace
@@ -34,10 +42,10 @@ Status diff(const DiffOptions& options, std::ostream& out, Notes& notes) {
 
   const Differences differences =
       Comparing::compare(first, second, {options.keys, options.relative});
-  printDifferences(differences.foundations, out);
-  if (!differences.isCurrentSame)
-    out << "current foundation: " << describeCurrent(first) << " -> " << describeCurrent(second)
-        << '\n';
+  if (options.format == DiffOptions::Format::json)
+    out << Results::makeDiffJson(first, second, differences, skipped == 0);
+  else
+    print(differences, first, second, out);
   if (differences.isEmpty() && skipped > 0)
     notes.tell({Message::Level::warning,
                 "incomplete",

@@ -10,7 +10,13 @@ _kvfound() {
   fi
 
   case $previous in
-    --format) words="table json csv" ;;
+    --format)
+      case ${COMP_WORDS[1]} in
+        check) words="text json sarif" ;;
+        diff) words="text json" ;;
+        *) words="table json csv" ;;
+      esac
+      ;;
     --to) words="legacy exchange exchange-1.0 kvml" ;;
     --version) words="1.0" ;;
     --by) words="number name" ;;
@@ -25,8 +31,9 @@ _kvfound() {
         case ${COMP_WORDS[1]} in
           show) words="--help --format --name --generated --part --version" ;;
           convert) words="--help --all --to --strict --version" ;;
-          check | add) words="--help --version" ;;
-          diff) words="--help --by --relative --version" ;;
+          check) words="--help --format --version" ;;
+          add) words="--help --version" ;;
+          diff) words="--help --by --format --relative --version" ;;
           merge) words="--help --output --on-clash --dry-run --all --version" ;;
           set | remove) words="--help --name --generated --part --version" ;;
           prune) words="--help --generated --ignore-missing --keep-numbers --used-by --version" ;;

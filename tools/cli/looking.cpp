@@ -41,6 +41,11 @@ void addCheck(CLI::App& program, Run& run) {
       "with 1 when it found something, with 2 when a document cannot be read");
   command->add_option("FILE", options->paths,
                       "the documents; standard input when it is - or left out");
+  using Format = Commands::CheckOptions::Format;
+  addChoice<Format>(*command, "--format", options->format,
+                    {{"text", Format::text}, {"json", Format::json}, {"sarif", Format::sarif}},
+                    "text, json or sarif")
+      ->type_name("FORMAT");
   addReading(*command, options->reading,
              "version of exchange documents; when left out, 1.0 for one that holds a Bedding "
              "element, else the current one");
@@ -69,6 +74,10 @@ void addDiff(CLI::App& program, Run& run) {
                    "take stiffness and factors for alike that differ by no more than this share of "
                    "the larger one, such as 1e-6")
       ->type_name("SHARE");
+  using Format = Commands::DiffOptions::Format;
+  addChoice<Format>(*command, "--format", options->format,
+                    {{"text", Format::text}, {"json", Format::json}}, "text or json")
+      ->type_name("FORMAT");
   addReading(*command, options->reading, "version of exchange documents");
   addMessages(*command, run.notes);
   command->footer(
