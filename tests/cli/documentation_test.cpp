@@ -31,7 +31,7 @@ Words listCommands() {
 
 /// The long options of a command, or of the program.
 Words listOptions(const std::string& command) {
-  return findAll(run(command + " --help").out, "^  (?:-[a-z],)?(--[-a-z]+)");
+  return findAll(run(command + " --help").out, "^  (?:-[a-zA-Z],)?(--[-a-z]+)");
 }
 
 /// Options as the manual page marks them, which has one dash of its own.
@@ -64,8 +64,8 @@ std::string readSynopsis(const std::string& command) {
 /// What bash offers for the last of these words.
 Words complete(const std::string& words) {
   const Result result =
-      runScript("source '" KVFOUND_COMPLETION
-                "'\n"
+      runScript("source <('" KVFOUND_PROGRAM
+                "' completion bash)\n"
                 "COMP_WORDS=(kvfound " +
                 words +
                 ")\n"
@@ -78,10 +78,12 @@ Words complete(const std::string& words) {
 
 TEST(Manual, DescribesEveryCommandWithItsOptions) {
   const Words commands = listCommands();
-  EXPECT_EQ(commands.size(), 10U);
+  EXPECT_EQ(commands.size(), 11U);
   for (const std::string& command : commands) {
     const std::string text = readSection(".Sh DESCRIPTION") + readSection(".Ss " + command);
-    EXPECT_EQ(findMarked(text, "^\\.It .*"), listOptions(command)) << command;
+    Words options = findMarked(text, "^\\.It .*");
+    if (command == "help") options.erase("--version");  // it reads no document
+    EXPECT_EQ(options, listOptions(command)) << command;
   }
 }
 
@@ -145,6 +147,78 @@ TEST(Completion, OffersOnlyValuesThatAreTaken) {
     EXPECT_EQ(run("show " + example + "--format " + format).status, 0) << format;
   for (const std::string& form : complete("convert --to ''"))
     EXPECT_EQ(run("convert " + example + "- --to " + form).status, 0) << form;
+}
+
+TEST(Completion, OffersTheValuesThatACommandTakesOfItsOwnOption) {
+  EXPECT_EQ(complete("check --format ''"), (Words{"json", "sarif", "text"}));
+  EXPECT_EQ(complete("diff --format ''"), (Words{"json", "text"}));
+}
+
+TEST(Completion, OffersArgumentsThatAreNoFiles) {
+  EXPECT_EQ(complete("help p"), Words{"prune"});
+  EXPECT_EQ(complete("completion ''"), (Words{"bash", "fish", "zsh"}));
+}
+
+/// What a script for another shell does; skips where there is no such shell.
+#define RUN_IN_SHELL(result, shell, script)                                              \
+  const Result result = runScript("command -v " shell " >/dev/null || exit 3\n" script); \
+  if (result.status == 3) GTEST_SKIP() << shell " is not installed"
+
+TEST(Completion, OffersCommandsAndValuesInFish) {
+  RUN_IN_SHELL(result, "fish",
+               "export HOME=\"$(mktemp -d)\"\n"
+               "fish -c \"'" KVFOUND_PROGRAM
+               "' completion fish | source; complete -C 'kvfound p'; "
+               "complete -C 'kvfound check --format s'; complete -C 'kvfound show --gen'\"\n"
+               "rm -r \"$HOME\"\n");
+
+  EXPECT_EQ(findAll(result.out, "^([^\t]*)"), (Words{"prune", "sarif", "--generated"}));
+  EXPECT_EQ(result.err, "");
+}
+
+TEST(Completion, LeavesFilesToFish) {
+  RUN_IN_SHELL(result, "fish",
+               "export HOME=\"$(mktemp -d)\"\n"
+               "cd '" KVFOUND_EXAMPLES_DIR
+               "'\n"
+               "fish -c \"'" KVFOUND_PROGRAM
+               "' completion fish | source; complete -C 'kvfound show mod'\"\n"
+               "rm -r \"$HOME\"\n");
+
+  EXPECT_EQ(findAll(result.out, "^([^\t]*)"), Words{"model.xml"});
+}
+
+TEST(Completion, IsAScriptOfZshWithEveryCommandOptionAndValue) {
+  RUN_IN_SHELL(result, "zsh",
+               "'" KVFOUND_PROGRAM
+               "' completion zsh >\"$0.zsh\"\n"
+               "zsh -n \"$0.zsh\" && cat \"$0.zsh\"\n");
+
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(findAll(result.out, "^      '([a-z]+):"), listCommands());
+  EXPECT_NE(result.out.find("'--format=[text, json or sarif]:value:(text json sarif)'"),
+            std::string::npos);
+  EXPECT_NE(result.out.find("'--generated[only generated foundations]'"), std::string::npos);
+}
+
+/// What zsh hands to the function that completes options, which needs a terminal itself.
+TEST(Completion, DescribesTheOptionsOfACommandToZsh) {
+  RUN_IN_SHELL(
+      result, "zsh",
+      "'" KVFOUND_PROGRAM
+      "' completion zsh >\"$0.zsh\"\n"
+      "zsh -f -c '_arguments() { print -l -- \"$@\" }; _describe() { : }; compdef() { : }\n"
+      "source \"$1\"; words=(kvfound diff -); CURRENT=3; _kvfound' zsh \"$0.zsh\"\n");
+
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(findAll(result.out, "^(--[a-z]+)"), listOptions("diff"));
+}
+
+TEST(Completion, IsForNoOtherShell) {
+  EXPECT_EQ(run("completion ksh").err,
+            "kvfound: SHELL cannot be \"ksh\", only bash, zsh or fish; see kvfound completion "
+            "--help\n");
 }
 
 TEST(Completion, LeavesFilesToBash) {

@@ -8,6 +8,21 @@
 
 namespace CommandLine {
 
+CLI::Option* offerChoices(CLI::Option& option, const std::vector<std::string>& names) {
+  // The name of the check is where an option keeps what it takes.
+  std::string list;
+  for (const std::string& name : names) list += (list.empty() ? "" : ",") + name;
+  return option.check(CLI::IsMember(names).description("").name(list));
+}
+
+std::vector<std::string> listChoices(CLI::Option& option) {
+  try {
+    return CLI::detail::split(option.get_validator(0)->get_name(), ',');
+  } catch (const CLI::OptionNotFound&) {
+    return {};
+  }
+}
+
 void addReading(CLI::App& command, Documents::ReadOptions& reading, const std::string& version) {
   command.add_option("--version", reading.version, version)->type_name("VERSION");
   using Documents::Form;
@@ -35,13 +50,12 @@ const char* const versionOfIn = "version of an exchange document IN";
 void addMessages(CLI::App& command, Commands::Notes& notes) {
   using Form = Commands::Notes::Form;
   static const Choices<Form> forms = {{"text", Form::text}, {"json", Form::json}};
-  command
-      .add_option_function<std::string>(
-          "--messages", [&notes](const std::string& form) { notes.setForm(forms.at(form)); },
-          "text or json")
-      ->check(CLI::IsMember(forms).description(""))
-      ->type_name("FORM")
-      ->description("how messages are told: text, or json, an object a line; text when left out");
+  const auto take = [&notes](const std::string& form) { notes.setForm(choose(forms, form)); };
+  offerChoices(*command.add_option_function<std::string>(
+                   "--messages", take,
+                   "how messages are told: text, or json, an object a line; text when left out"),
+               forms)
+      ->type_name("FORM");
   command.add_flag_callback(
       "-q,--quiet", [&notes] { notes.setQuiet(); }, "tell nothing on standard error but errors");
 }
@@ -57,11 +71,10 @@ void addSelectionOptions(CLI::App& command, Selection& selection) {
       "--generated", [&selection] { selection.selectGenerated(); }, "only generated foundations");
   using Part = Selection::Part;
   static const Choices<Part> parts = {{"area", Part::area}, {"line", Part::line}};
-  command
-      .add_option_function<std::string>(
-          "--part", [&selection](const std::string& part) { selection.selectPart(parts.at(part)); },
-          "area or line")
-      ->check(CLI::IsMember(parts).description(""))
+  const auto take = [&selection](const std::string& part) {
+    selection.selectPart(choose(parts, part));
+  };
+  offerChoices(*command.add_option_function<std::string>("--part", take, "area or line"), parts)
       ->type_name("PART");
 }
 

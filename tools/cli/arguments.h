@@ -1,8 +1,10 @@
 #pragma once
 
-#include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -15,15 +17,36 @@ namespace CommandLine {
 
 /// Names on the command line, in the order that messages list them.
 template <typename Value>
-using Choices = std::map<std::string, Value>;
+using Choices = std::vector<std::pair<std::string, Value>>;
 
-/// An option that takes one of these names. The description lists them, which an error repeats.
+template <typename Value>
+Value choose(const Choices<Value>& choices, const std::string& name) {
+  for (const auto& [known, value] : choices)
+    if (known == name) return value;
+  throw std::out_of_range(name);
+}
+
+/// Lets an option take only these names, which completion and errors list.
+CLI::Option* offerChoices(CLI::Option& option, const std::vector<std::string>& names);
+
+/// The names that an option takes; none where it takes anything.
+std::vector<std::string> listChoices(CLI::Option& option);
+
+template <typename Value>
+CLI::Option* offerChoices(CLI::Option& option, const Choices<Value>& choices) {
+  std::vector<std::string> names;
+  for (const auto& choice : choices) names.push_back(choice.first);
+  return offerChoices(option, names);
+}
+
+/// An option that takes one of these names.
 template <typename Value>
 CLI::Option* addChoice(CLI::App& command, const std::string& name, Value& value,
                        const Choices<Value>& choices, const std::string& description) {
-  const auto choose = [&value, choices](const std::string& chosen) { value = choices.at(chosen); };
-  return command.add_option_function<std::string>(name, choose, description)
-      ->check(CLI::IsMember(choices).description(""));
+  const auto take = [&value, choices](const std::string& chosen) {
+    value = choose(choices, chosen);
+  };
+  return offerChoices(*command.add_option_function<std::string>(name, take, description), choices);
 }
 
 /// How documents are read where they leave it open. `version` describes the option of that name.

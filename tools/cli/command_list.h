@@ -25,4 +25,9 @@ void addRemove(CLI::App& program, Run& run);
 void addPrune(CLI::App& program, Run& run);
 void addReport(CLI::App& program, Run& run);
 
+/// Of all commands that are there already.
+void addHelp(CLI::App& program, Run& run);
+/// Which is not listed, since only the installation needs it.
+void addCompletion(CLI::App& program, Run& run);
+
 }  // namespace CommandLine

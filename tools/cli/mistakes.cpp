@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "arguments.h"
 #include "text/near_name.h"
 
 namespace CommandLine {
@@ -21,7 +22,7 @@ std::vector<std::string> listCommands(const CLI::App& program) {
 }
 
 /// The command that was named, or the program when there was none.
-const CLI::App& getCommand(const CLI::App& program) {
+CLI::App& getCommand(CLI::App& program) {
   const std::vector<CLI::App*> named = program.get_subcommands();
   return named.empty() ? program : *named.back();
 }
@@ -54,13 +55,20 @@ std::string describeMismatch(const CLI::App& command, const std::string& lastArg
   return lastArgument + " needs a value" + makeAdvice(command);
 }
 
-/// The option's help text is a list of its values.
-std::string describeWrongValue(const CLI::App& command, const CLI::ParseError& error) {
+/// Such as "a, b or c".
+std::string join(const std::vector<std::string>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i)
+    text += (i == 0 ? "" : i + 1 < names.size() ? ", " : " or ") + names[i];
+  return text;
+}
+
+std::string describeWrongValue(CLI::App& command, const CLI::ParseError& error) {
   const std::string text = error.what();
-  for (const CLI::Option* option : command.get_options())
+  for (CLI::Option* option : command.get_options())
     if (text.rfind(option->get_name() + ":", 0) == 0)
       return option->get_name() + " cannot be \"" + option->results().front() + "\", only " +
-             option->get_description() + makeAdvice(command);
+             join(listChoices(*option)) + makeAdvice(command);
   return text + makeAdvice(command);
 }
 
@@ -73,9 +81,9 @@ std::string makeAdvice(const CLI::App& command, const std::optional<std::string>
   return near ? "; did you mean " + *near + "? See " + help : "; see " + help;
 }
 
-std::string describe(const CLI::App& program, const CLI::ParseError& error,
+std::string describe(CLI::App& program, const CLI::ParseError& error,
                      const std::string& lastArgument) {
-  const CLI::App& command = getCommand(program);
+  CLI::App& command = getCommand(program);
   // Reported first: the user may have meant this one to be the argument that is missing.
   for (const CLI::App* app : {&program, &command})
     for (const std::string& argument : app->remaining())

@@ -12,7 +12,7 @@ namespace CommandLine {
 std::string makeAdvice(const CLI::App& command, const std::optional<std::string>& near = {});
 
 /// What the parser found, with the option, command or values that the user may mean.
-std::string describe(const CLI::App& program, const CLI::ParseError& error,
+std::string describe(CLI::App& program, const CLI::ParseError& error,
                      const std::string& lastArgument);
 
 }  // namespace CommandLine
