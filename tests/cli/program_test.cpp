@@ -82,19 +82,19 @@ TEST(Program, NamesAnArgumentThatIsMissing) {
 }
 
 TEST(Program, NamesAnArgumentTooMany) {
-  EXPECT_EQ(complain("show a.xml 3 b.xml"),
-            "kvfound: \"b.xml\" is one argument too many; see kvfound show --help\n");
+  EXPECT_EQ(complain("remove a.xml 3 b.xml"),
+            "kvfound: \"b.xml\" is one argument too many; see kvfound remove --help\n");
 }
 
 TEST(Program, TakesWhatFollowsTwoDashesForAFile) {
   EXPECT_EQ(complain("show -- --format"),
             "kvfound: --format: cannot be opened: No such file or directory\n");
-  EXPECT_EQ(complain("show -- a.xml 3 b.xml"),
-            "kvfound: \"b.xml\" is one argument too many; see kvfound show --help\n");
+  EXPECT_EQ(complain("remove -- a.xml 3 b.xml"),
+            "kvfound: \"b.xml\" is one argument too many; see kvfound remove --help\n");
 }
 
 TEST(Program, NamesAnArgumentTooManyBehindTwoDashes) {
-  EXPECT_EQ(complain("show a.xml 3 -- b.xml"),
+  EXPECT_EQ(complain("remove a.xml 3 -- b.xml"),
             "kvfound: \"b.xml\" is one argument too many; see kvfound --help\n");
 }
 
@@ -137,11 +137,12 @@ TEST(Program, PrintsTheHelpOfACommandWithAnExampleAtItsEnd) {
   EXPECT_EQ(
       run("show --help").out,
       "Prints the foundations of a legacy model or an exchange document, as a table or as data\n"
-      "Usage: kvfound show [OPTIONS] [FILE] [NUMBERS]\n"
+      "Usage: kvfound show [OPTIONS] [FILE...]\n"
       "\n"
       "Positionals:\n"
-      "  FILE                  the document; standard input when it is - or left out\n"
-      "  NUMBERS               only foundations with these numbers, such as 3,5-9\n"
+      "  FILE                  the documents; standard input when it is - or left out. Behind them "
+      "may\n"
+      "                        stand NUMBERS, such as 3,5-9: only foundations with these\n"
       "\n"
       "Options:\n"
       "  -h,--help             Print this help message and exit\n"

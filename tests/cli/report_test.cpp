@@ -124,18 +124,61 @@ TEST(ReportOutput, ReplacesNothingButSuchAPage) {
   }
 }
 
-TEST(ReportOutput, IsNoFolder) {
-  const std::string folder = makeFolder("folder");
-  const Result result = run("report " + example + " -o '" + folder + "'");
-
-  EXPECT_EQ(result.err, "kvfound: " + folder + ": this is a folder, not a file\n");
-  EXPECT_EQ(result.status, 2);
-}
-
 TEST(ReportOutput, TellsThatADeviceIsFull) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no such device";
   EXPECT_EQ(run("report " + example + " -o /dev/full").err,
             "kvfound: /dev/full: cannot be written: No space left on device\n");
+}
+
+// --- Several documents
+
+TEST(ReportFiles, WritesAPageForEachIntoAFolder) {
+  const std::string folder = makeFolder("pages");
+  const std::string a = makeFile("a.xml", makeDocument("<FOUNDATIONS/>"));
+  const std::string b = makeFile("b.xml", makeDocument("<FOUNDATIONS/>"));
+  const std::string suite = "ReportFiles.WritesAPageForEachIntoAFolder.";
+
+  const Result result = run("report '" + a + "' '" + b + "' -o '" + folder + "'");
+
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(listFolder(folder), (std::vector<std::string>{suite + "a.html", suite + "b.html"}));
+}
+
+TEST(ReportFiles, WritesThePageOfOneIntoAFolderAsWell) {
+  const std::string folder = makeFolder("pages");
+
+  EXPECT_EQ(run("report - -o '" + folder + "'", KVFOUND_EXAMPLES_DIR "/model.xml").status, 0);
+  EXPECT_EQ(listFolder(folder), std::vector<std::string>{"stdin.html"});
+}
+
+TEST(ReportFiles, WritesTheOthersBesideOneThatCannotBeRead) {
+  const std::string folder = makeFolder("pages");
+
+  const Result result =
+      run("report /no/such/file.xml '" KVFOUND_EXAMPLES_DIR "/model.xml' -o '" + folder + "'");
+
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(listFolder(folder), std::vector<std::string>{"model.html"});
+}
+
+TEST(ReportFiles, NeedsAFolderForSeveral) {
+  const Result result = run("report a.xml b.xml -o page.html");
+
+  EXPECT_EQ(result.err,
+            "kvfound: the pages of several documents are written to a folder; name one that is "
+            "there with -o\n");
+  EXPECT_EQ(result.status, 2);
+}
+
+TEST(ReportFiles, RefusesTwoOfTheSameName) {
+  const std::string folder = makeFolder("pages");
+
+  const Result result = run("report x/a.xml y/a.kvml -o '" + folder + "'");
+
+  EXPECT_NE(result.err.find("a.html: would be the page of two documents; nothing was written\n"),
+            std::string::npos);
+  EXPECT_EQ(listFolder(folder), std::vector<std::string>{});
 }
 
 }  // namespace

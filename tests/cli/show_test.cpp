@@ -186,4 +186,73 @@ TEST(ShowErrors, NamesThePlaceWhereADocumentIsMalformed) {
   EXPECT_EQ(result.status, 2);
 }
 
+// --- Several files
+
+std::string makeNumbered(const std::string& name, const std::string& numbers) {
+  std::string foundations;
+  for (const char number : numbers)
+    foundations += std::string("<FOUND NUMBER='") + number + "' NAME='" + number + "'/>";
+  return makeFile(name, makeDocument("<FOUNDATIONS>" + foundations + "</FOUNDATIONS>"));
+}
+
+const char* const headings = "  No  Name  Gen  Part  x  y  z  rot x  Fails  Factor\n";
+const char* const legend =
+    "\n* current   gen generated   T fails in tension   C fails in compression   - none\n"
+    "1 foundation, largest stiffness 0\n";
+
+TEST(ShowFiles, HeadsEachTableByItsFile) {
+  const std::string first = makeNumbered("a.xml", "1");
+  const std::string second = makeNumbered("b.xml", "2");
+
+  const Result result = run("show '" + first + "' '" + second + "'");
+
+  EXPECT_EQ(result.out, first + ":\n" + headings +
+                            "   1  1          area  0  0  0      -  -           0\n" + legend +
+                            "\n" + second + ":\n" + headings +
+                            "   2  2          area  0  0  0      -  -           0\n" + legend);
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(ShowFiles, TakesWhatLooksLikeNumbersBehindThemForNumbers) {
+  const std::string first = makeNumbered("a.xml", "123");
+  const std::string second = makeNumbered("b.xml", "234");
+
+  const Result result = run("show '" + first + "' '" + second + "' 2-3");
+
+  EXPECT_EQ(result.out.find("\n   1  "), std::string::npos);
+  EXPECT_EQ(result.out.find("\n   4  "), std::string::npos);
+  EXPECT_NE(result.out.find("2 foundations"), result.out.rfind("2 foundations"));
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(ShowFiles, TakesTheFirstArgumentForAFileWhateverItLooksLike) {
+  EXPECT_EQ(run("show 3").err.substr(0, 27), "kvfound: 3: cannot be opene");
+  EXPECT_EQ(run("show 3 ./5").err.substr(0, 27), "kvfound: 3: cannot be opene");
+}
+
+TEST(ShowFiles, NamesNumbersThatAreNone) {
+  EXPECT_EQ(run("show a.xml 3-").err,
+            "kvfound: \"3-\" is no list of numbers such as 3,5-9; see kvfound show --help\n");
+}
+
+TEST(ShowFiles, ShowsTheOthersBesideOneThatCannotBeRead) {
+  const std::string good = makeNumbered("a.xml", "1");
+
+  const Result result = run("show /no/such/file '" + good + "'");
+
+  EXPECT_EQ(result.out.substr(0, good.size() + 2), good + ":\n");
+  EXPECT_EQ(result.err, "kvfound: /no/such/file: cannot be opened: No such file or directory\n");
+  EXPECT_EQ(result.status, 2);
+}
+
+TEST(ShowFiles, RefusesToPrintDataOfSeveral) {
+  for (const char* format : {"json", "csv"}) {
+    const Result result = run(std::string("show a.xml b.xml --format ") + format);
+    EXPECT_EQ(result.err,
+              "kvfound: JSON and CSV hold the foundations of one document; show one after the "
+              "other\n");
+    EXPECT_EQ(result.status, 2);
+  }
+}
+
 }  // namespace

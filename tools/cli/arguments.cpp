@@ -7,6 +7,15 @@
 #include "text/display_text.h"
 
 namespace CommandLine {
+namespace {
+
+/// A file that is called so can be named ./5.
+bool looksLikeNumbers(const std::string& argument) {
+  const bool hasDigit = argument.find_first_of("0123456789") != argument.npos;
+  return hasDigit && argument.find_first_not_of("0123456789,-") == argument.npos;
+}
+
+}  // namespace
 
 CLI::Option* offerChoices(CLI::Option& option, const std::vector<std::string>& names) {
   // The name of the check is where an option keeps what it takes.
@@ -92,6 +101,26 @@ Numbers addSelection(CLI::App& command, Selection& selection) {
   command.add_option("NUMBERS", *numbers, "only foundations with these numbers, such as 3,5-9");
   addSelectionOptions(command, selection);
   return numbers;
+}
+
+FilesAndNumbers addFilesAndSelection(CLI::App& command, Selection& selection) {
+  FilesAndNumbers arguments = std::make_shared<std::vector<std::string>>();
+  command
+      .add_option("FILE", *arguments,
+                  "the documents; standard input when it is - or left out. Behind them may stand "
+                  "NUMBERS, such as 3,5-9: only foundations with these")
+      ->option_text("[FILE...] [NUMBERS]");
+  addSelectionOptions(command, selection);
+  return arguments;
+}
+
+void readFilesAndNumbers(const FilesAndNumbers& arguments, std::vector<std::string>& paths,
+                         Selection& selection, const CLI::App& command) {
+  if (arguments->empty()) return;
+  paths = *arguments;
+  if (paths.size() == 1 || !looksLikeNumbers(paths.back())) return;
+  selectNumbers(selection, paths.back(), command);
+  paths.pop_back();
 }
 
 }  // namespace CommandLine

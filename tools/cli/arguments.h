@@ -70,4 +70,14 @@ using Numbers = std::shared_ptr<std::string>;
 
 Numbers addSelection(CLI::App& command, Selection& selection);
 
+/// Files and numbers behind them, as they were given.
+using FilesAndNumbers = std::shared_ptr<std::vector<std::string>>;
+
+FilesAndNumbers addFilesAndSelection(CLI::App& command, Selection& selection);
+
+/// Tells numbers from files: the first argument is a file, and the last of several are numbers when
+/// it looks like them. Throws UserError.
+void readFilesAndNumbers(const FilesAndNumbers& arguments, std::vector<std::string>& paths,
+                         Selection& selection, const CLI::App& command);
+
 }  // namespace CommandLine

@@ -23,7 +23,7 @@ enum class Status { done = 0, findings = 1, error = 2 };
 
 struct ShowOptions {
   enum class Format { table, json, csv };
-  std::string path = "-";
+  std::vector<std::string> paths = {"-"};
   Format format = Format::table;
   Selection selection;
   Documents::ReadOptions reading;
@@ -104,8 +104,8 @@ struct AddOptions {
 Status add(const AddOptions& options, std::ostream& out, Notes& notes);
 
 struct ReportOptions {
-  std::string in = "-";
-  std::string out = "-";
+  std::vector<std::string> in = {"-"};
+  std::string out = "-";  // a folder, if there are several
   Selection selection;
   Report::Units units;
   Documents::ReadOptions reading;

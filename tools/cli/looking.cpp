@@ -16,9 +16,7 @@ void addShow(CLI::App& program, Run& run) {
   CLI::App* const command = program.add_subcommand(
       "show",
       "Prints the foundations of a legacy model or an exchange document, as a table or as data");
-  command->add_option("FILE", options->path,
-                      "the document; standard input when it is - or left out");
-  const Numbers numbers = addSelection(*command, options->selection);
+  const FilesAndNumbers arguments = addFilesAndSelection(*command, options->selection);
   using Format = Commands::ShowOptions::Format;
   addChoice<Format>(*command, "--format", options->format,
                     {{"table", Format::table}, {"json", Format::json}, {"csv", Format::csv}},
@@ -27,8 +25,8 @@ void addShow(CLI::App& program, Run& run) {
   addReading(*command, options->reading, versionOfFile);
   addMessages(*command, run.notes);
   command->footer("Example: kvfound show model.xml --format csv");
-  command->callback([options, numbers, command, &run] {
-    if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
+  command->callback([options, arguments, command, &run] {
+    readFilesAndNumbers(arguments, options->paths, options->selection, *command);
     run.status = Commands::show(*options, std::cout, run.notes);
   });
 }
@@ -96,11 +94,11 @@ void addReport(CLI::App& program, Run& run) {
       "report",
       "Makes a page of HTML that shows the foundations of a document in pictures and in a table, "
       "with what check finds");
-  command->add_option("FILE", options->in, "the document; standard input when it is - or left out");
-  const Numbers numbers = addSelection(*command, options->selection);
+  const FilesAndNumbers arguments = addFilesAndSelection(*command, options->selection);
   command
       ->add_option("-o,--output", options->out,
-                   "the file to write; standard output when it is - or left out")
+                   "the file to write, or the folder that gets a page for each document; standard "
+                   "output when it is - or left out")
       ->type_name("OUT");
   command
       ->add_option("--unit-force", options->units.force,
@@ -115,8 +113,8 @@ void addReport(CLI::App& program, Run& run) {
   addMessages(*command, run.notes);
   command->footer(
       "Example: kvfound report model.xml -o model.html --unit-force kN --unit-length m");
-  command->callback([options, numbers, command, &run] {
-    if (!numbers->empty()) selectNumbers(options->selection, *numbers, *command);
+  command->callback([options, arguments, command, &run] {
+    readFilesAndNumbers(arguments, options->in, options->selection, *command);
     run.status = Commands::report(*options, run.notes);
   });
 }

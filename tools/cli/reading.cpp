@@ -1,6 +1,7 @@
 #include "reading.h"
 
 #include <algorithm>
+#include <new>
 #include <set>
 #include <string>
 #include <utility>
@@ -8,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "documents/notes.h"
+#include "files/user_error.h"
 #include "text/display_text.h"
 
 namespace {
@@ -59,4 +61,21 @@ std::size_t Commands::tellReading(Document& document, Notes& notes) {
   }
   if (document.getForm() != Documents::Form::legacy) notes.tell(makeSummary(document, file));
   return Documents::countNotes(document);
+}
+
+Commands::Status Commands::readEach(const std::vector<std::string>& paths, Notes& notes,
+                                    const std::function<void(const std::string&)>& work) {
+  Status status = Status::done;
+  const auto fail = [&](const std::string& error) {
+    notes.tellError(error);
+    status = Status::error;
+  };
+  for (const std::string& path : paths) try {
+      work(path);
+    } catch (const UserError& error) {
+      fail(error.what());
+    } catch (const std::bad_alloc&) {
+      fail(path + ": is too large for the memory of this machine");
+    }
+  return status;
 }

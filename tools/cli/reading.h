@@ -1,7 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
 
+#include "commands.h"
 #include "documents/document.h"
 #include "notes.h"
 
@@ -12,5 +16,10 @@ namespace Commands {
 /// reads of an exchange document. Returns how many it skips or renames. Throws UserError when
 /// nothing can be read.
 std::size_t tellReading(Documents::Document& document, Notes& notes);
+
+/// Does the work for one path after the other. Errors are told, and do not keep the others from
+/// being done.
+Status readEach(const std::vector<std::string>& paths, Notes& notes,
+                const std::function<void(const std::string&)>& work);
 
 }  // namespace Commands

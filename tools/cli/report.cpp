@@ -1,11 +1,15 @@
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <ostream>
 #include <string>
+#include <system_error>
+#include <vector>
 
 #include "checks/rules.h"
 #include "commands.h"
 #include "documents/document.h"
+#include "files/paths.h"
 #include "files/user_error.h"
 #include "output.h"
 #include "reading.h"
@@ -14,6 +18,10 @@
 #include "text/display_text.h"
 
 namespace {
+
+namespace fs = std::filesystem;
+using Commands::Notes;
+using Commands::ReportOptions;
 
 /// A page takes the place of an older one and of nothing else.
 void requireReplaceable(const OutputFile& output) {
@@ -30,6 +38,50 @@ std::string readUnit(const std::string& given) {
   return Report::isBlank(unit) ? "" : unit;
 }
 
+bool isFolder(const std::string& path) {
+  std::error_code ignored;
+  return path != "-" && fs::is_directory(Paths::fromText(path), ignored);
+}
+
+/// The page of a document in a folder: model.html for model.xml.
+std::string makePagePath(const std::string& folder, const std::string& document) {
+  const fs::path name = document == "-" ? "stdin" : Paths::fromText(document).stem();
+  return Paths::toText(Paths::fromText(folder) / name) + ".html";
+}
+
+/// Where the pages of the documents are written, each.
+std::vector<std::string> listPages(const ReportOptions& options) {
+  if (!isFolder(options.out)) {
+    if (options.in.size() > 1)
+      throw UserError(
+          "the pages of several documents are written to a folder; name one that is "
+          "there with -o");
+    return {options.out};
+  }
+  std::vector<std::string> pages;
+  for (const std::string& path : options.in) {
+    pages.push_back(makePagePath(options.out, path));
+    if (std::count(pages.begin(), pages.end(), pages.back()) > 1)
+      throw UserError(pages.back() + ": would be the page of two documents; nothing was written");
+  }
+  return pages;
+}
+
+void reportOne(const std::string& path, const std::string& page, const ReportOptions& options,
+               const Report::Units& units, Notes& notes) {
+  OutputFile output = Commands::openOutput(page);
+  requireReplaceable(output);
+  Documents::Document document(Documents::readFile(path, options.reading.form), options.reading);
+  Commands::tellReading(document, notes);
+  document.keep(options.selection);
+  Found::FoundationManager& manager = document.getFoundations();
+  manager.updateFoundationMaximum();
+  const Checks::Findings findings = Checks::find(document);
+  output.create();
+  output.write(Report::makePage({document, manager, findings, units}));
+  output.commit();
+}
+
 }  // namespace
 
 namespace Commands {
@@ -40,19 +92,11 @@ Status report(const ReportOptions& options, Notes& notes) {
     throw UserError(
         "--unit-force and --unit-length are given together or not at all; see kvfound report "
         "--help");
-  OutputFile output = openOutput(options.out);
-  requireReplaceable(output);
-  Documents::Document document(Documents::readFile(options.in, options.reading.form),
-                               options.reading);
-  tellReading(document, notes);
-  document.keep(options.selection);
-  Found::FoundationManager& manager = document.getFoundations();
-  manager.updateFoundationMaximum();
-  const Checks::Findings findings = Checks::find(document);
-  output.create();
-  output.write(Report::makePage({document, manager, findings, units}));
-  output.commit();
-  return Status::done;
+  const std::vector<std::string> pages = listPages(options);
+  std::size_t page = 0;
+  return readEach(options.in, notes, [&](const std::string& path) {
+    reportOne(path, pages.at(page++), options, units, notes);
+  });
 }
 
 }  // namespace Commands
