@@ -1,8 +1,11 @@
 #include <pty.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +29,17 @@ using Variables = std::vector<std::pair<const char*, const char*>>;
   pointers.push_back(nullptr);
   execv(KVFOUND_PROGRAM, pointers.data());
   _exit(127);
+}
+
+/// Writes `text` to a pipe with a name after a while, from another process. Returns its number.
+pid_t writeLate(const std::string& pipe, const std::string& text) {
+  const pid_t child = fork();
+  if (child != 0) return child;
+  std::ofstream file(pipe, std::ios::binary);
+  usleep(1500000);  // longer than the second after which progress is shown
+  file << text;
+  file.close();
+  _exit(0);
 }
 
 /// What appears in a terminal with so many columns.
@@ -185,6 +199,57 @@ TEST(InATerminal, HelpFitsItsWidth) {
             "                        errors\n"
             "\n"
             "Example: kvfound show model.xml --format csv\n");
+}
+
+// --- Work that takes longer than a second
+
+/// A command that reads a pipe of the running test, which is slow.
+std::string runSlowly(std::vector<std::string> arguments, const Variables& variables = {}) {
+  const std::string pipe = makePath("pipe");
+  std::remove(pipe.c_str());
+  EXPECT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  arguments.push_back(pipe);
+  const pid_t writer = writeLate(pipe, makeDocument("<FOUNDATIONS/>"));
+  std::string text = runInTerminal(200, arguments, variables);
+  waitpid(writer, nullptr, 0);
+  return text;
+}
+
+TEST(Progress, TellsWhatIsDoneAndIsErased) {
+  EXPECT_EQ(runSlowly({"show"}),
+            "kvfound: reading " + makePath("pipe") + "\x1B[K0 foundations, largest stiffness 0\n");
+}
+
+TEST(Progress, CountsFiles) {
+  EXPECT_EQ(runSlowly({"check", KVFOUND_EXAMPLES_DIR "/model.xml"}),
+            "kvfound: file 2 of 2, reading " + makePath("pipe") + "\x1B[K");
+}
+
+TEST(Progress, IsErasedBeforeAnError) {
+  EXPECT_EQ(runSlowly({"show", "--name", "x"}),
+            "kvfound: reading " + makePath("pipe") + "\x1B[K\x1B[1;31mkvfound:\x1B[0m " +
+                makePath("pipe") + ": no foundation is selected\n");
+}
+
+TEST(Progress, IsNotShownWhereNobodyWantsIt) {
+  const std::string table = "0 foundations, largest stiffness 0\n";
+
+  EXPECT_EQ(runSlowly({"show", "--quiet"}), table);
+  EXPECT_EQ(runSlowly({"show", "--messages", "json"}), table);
+  EXPECT_EQ(runSlowly({"show"}, {{"TERM", "dumb"}}), table);
+}
+
+TEST(Progress, IsNotShownInAPipe) {
+  const std::string pipe = makePath("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const pid_t writer = writeLate(pipe, makeDocument("<FOUNDATIONS/>"));
+
+  EXPECT_EQ(run("show '" + pipe + "'").err, "");
+  waitpid(writer, nullptr, 0);
+}
+
+TEST(Progress, IsNotShownForWorkThatIsDoneAtOnce) {
+  EXPECT_EQ(runInTerminal(100, {"check", KVFOUND_EXAMPLES_DIR "/model.xml"}), "");
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "commands.h"
 #include "documents/document.h"
 #include "files/user_error.h"
+#include "reading.h"
 #include "results/check_results.h"
 #include "terminal.h"
 #include "text/display_text.h"
@@ -65,7 +66,10 @@ class Checker {
     try {
       Documents::Document document(std::move(content), options.reading);
       document.requireReadable();
-      add(path, document, Checks::find(document));
+      Commands::tellPhase("checking", path, notes);
+      const Checks::Findings findings = Checks::find(document);
+      notes.setPhase("");  // standard output may be the same terminal
+      add(path, document, findings);
     } catch (const UserError& error) {
       fail(path, error.what(), bytes);
     }
@@ -101,6 +105,12 @@ class Checker {
 
 Status Commands::check(const CheckOptions& options, std::ostream& out, Notes& notes) {
   Checker checker(options, out, notes);
-  for (const std::string& path : options.paths) checker.check(path);
+  std::size_t number = 0;
+  for (const std::string& path : options.paths) {
+    notes.setFile(++number, options.paths.size());
+    tellPhase("reading", path, notes);
+    checker.check(path);
+  }
+  notes.setPhase("");
   return checker.finish();
 }

@@ -34,9 +34,11 @@ std::vector<Loss> listLosses(Writing::Output& output, const Found::FoundationMan
 namespace Commands {
 
 Status convert(const ConvertOptions& options, Notes& notes) {
+  tellPhase("reading", options.in, notes);
   Documents::Document in(Documents::readFile(options.in, options.reading.form), options.reading);
   const std::size_t skipped = tellReading(in, notes);
   Found::FoundationManager& manager = in.getFoundations();
+  notes.setPhase("writing");
   OutputFile file = openOutput(options.out);
   Writing::Output output(file, options.form, in, options.reading.dialect);
   output.isUpdate() ? output.update(manager) : output.write(manager);
@@ -58,6 +60,7 @@ Status convert(const ConvertOptions& options, Notes& notes) {
                 "was not written, since something would be lost"});
     return Status::findings;
   }
+  notes.setPhase("");
   output.commit();
   return Status::done;
 }

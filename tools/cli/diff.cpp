@@ -35,13 +35,17 @@ namespace Commands {
 Status diff(const DiffOptions& options, std::ostream& out, Notes& notes) {
   if (options.first == "-" && options.second == "-")
     throw UserError("A and B cannot both come from standard input");
+  tellPhase("reading", options.first, notes);
   Document first(Documents::readFile(options.first, options.reading.form), options.reading);
   std::size_t skipped = tellReading(first, notes);
+  tellPhase("reading", options.second, notes);
   Document second(Documents::readFile(options.second, options.reading.form), options.reading);
   skipped += tellReading(second, notes);
 
+  notes.setPhase("comparing");
   const Differences differences =
       Comparing::compare(first, second, {options.keys, options.relative});
+  notes.setPhase("");
   if (options.format == DiffOptions::Format::json)
     out << Results::makeDiffJson(first, second, differences, skipped == 0);
   else

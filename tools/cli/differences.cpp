@@ -56,6 +56,7 @@ void Commands::tellChanges(const Documents::Document& document, const Editing::W
                            std::ostream* out, Notes& notes) {
   const std::string file = DisplayText::fromName(document.getShownPath());
   const std::vector<Difference> differences = Comparing::listDifferences(wish.pairs);
+  notes.setPhase("");  // standard output may be the same terminal
   if (out != nullptr) printDifferences(differences, *out);
   const Terminal::Painter painter(stderr);
   if (out == nullptr)

@@ -41,6 +41,7 @@ namespace Commands {
 
 Status merge(const MergeOptions& options, std::ostream& out, Notes& notes) {
   requireReadOnce(options);
+  tellPhase("reading", options.into, notes);
   Document into(Documents::readFile(options.into, options.reading.form), options.reading);
   tellReading(into, notes);
   Editing::Draft draft(into);
@@ -48,6 +49,8 @@ Status merge(const MergeOptions& options, std::ostream& out, Notes& notes) {
   std::size_t skipped = 0;
   std::deque<Document> sources;  // which the merger knows by their foundations
   for (const std::string& path : options.in) {
+    notes.setFile(sources.size() + 1, options.in.size());
+    tellPhase("reading", path, notes);
     Document& in =
         sources.emplace_back(Documents::readFile(path, options.reading.form), options.reading);
     skipped += tellReading(in, notes);
@@ -59,7 +62,9 @@ Status merge(const MergeOptions& options, std::ostream& out, Notes& notes) {
   tellLosses(into.getShownPath(), merger.getLosses(), options.showsAll, notes);
 
   const Editing::Wish wish = draft.makeWish();
+  notes.setFile(0, 0);
   if (!options.isDryRun) {
+    notes.setPhase("writing");
     OutputFile file = openOutput(options.out.value_or(options.into));
     Writing::Output output(file, into.getForm(), into, options.reading.dialect);
     if (output.isUpdate() && !output.isSameFile())
@@ -67,6 +72,7 @@ Status merge(const MergeOptions& options, std::ostream& out, Notes& notes) {
                       ": is there already; name another file, or merge into it");
     output.edit(into, wish);
     output.requireAll(draft.getFoundations());
+    notes.setPhase("");
     output.commit();
   }
   const bool writesToOutput = options.out.value_or(options.into) == "-" && !options.isDryRun;

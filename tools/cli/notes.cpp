@@ -111,15 +111,25 @@ Message readError(const std::string& error, const std::vector<std::string>& file
 }
 
 Notes::Notes(std::ostream& stream, std::vector<std::string> arguments)
-    : out(stream),
-      files(listFiles(arguments)),
-      form(asksForJson(arguments) ? Form::json : Form::text) {}
+    : progress(stream), files(listFiles(arguments)) {
+  setForm(asksForJson(arguments) ? Form::json : Form::text);
+}
+
+void Notes::setForm(Form wanted) {
+  form = wanted;
+  if (form == Form::json) progress.disable();
+}
+
+void Notes::setQuiet() {
+  isQuiet = true;
+  progress.disable();
+}
 
 void Notes::tell(const Message& message) { tell(message, makeLine(message)); }
 
 void Notes::tell(const Message& message, const std::string& lines) {
   if (isQuiet && message.level != Level::error) return;
-  out << (form == Form::json ? makeJson(message) : lines) << std::flush;
+  progress.print(form == Form::json ? makeJson(message) : lines);
 }
 
 void Notes::tellError(const std::string& error) { tell(readError(error, files)); }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "kv/xml_position.h"
+#include "progress.h"
 
 namespace Commands {
 
@@ -32,9 +34,13 @@ class Notes {
   /// errors may be about.
   Notes(std::ostream& stream, std::vector<std::string> arguments);
 
-  void setForm(Form wanted) { form = wanted; }
+  void setForm(Form wanted);
   /// Tells errors only from here on.
-  void setQuiet() { isQuiet = true; }
+  void setQuiet();
+
+  /// What is shown while people wait: see Progress.
+  void setFile(std::size_t number, std::size_t count) { progress.setFile(number, count); }
+  void setPhase(const std::string& what) { progress.setPhase(what); }
 
   void tell(const Message& message);
   /// Tells people the same in other words: lines with their ends.
@@ -43,7 +49,7 @@ class Notes {
   void tellError(const std::string& error);
 
  private:
-  std::ostream& out;
+  Progress progress;
   std::vector<std::string> files;
   Form form = Form::text;
   bool isQuiet = false;

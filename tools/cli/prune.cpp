@@ -141,9 +141,11 @@ namespace Commands {
 
 Status prune(const PruneOptions& options, Notes& notes) {
   checkOptions(options);
+  tellPhase("reading", options.in, notes);
   Documents::Document in(Documents::readFile(options.in, options.reading.form), options.reading);
   const std::size_t skipped = tellReading(in, notes);
   const Form form = in.getForm();
+  notes.setPhase("writing");
   OutputFile file = openOutput(options.out);
   Writing::Output output(file, form, in, options.reading.dialect);
   const bool isOtherDocument = output.isUpdate() && !output.isSameFile();
@@ -160,6 +162,7 @@ Status prune(const PruneOptions& options, Notes& notes) {
   isOtherDocument ? output.update(manager) : output.edit(in, wish);
   output.requireAll(manager);
   if (isOtherDocument) tellLosses(output.getShownPath(), output.listReplaced(), false, notes);
+  notes.setPhase("");
   output.commit();
   tell(in.getShownPath(), wish, output.getUnread(), hasNumbers, notes);
   tellMentions(in, wish, notes);

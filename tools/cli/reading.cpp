@@ -63,6 +63,11 @@ std::size_t Commands::tellReading(Document& document, Notes& notes) {
   return Documents::countNotes(document);
 }
 
+void Commands::tellPhase(const char* work, const std::string& path, Notes& notes) {
+  notes.setPhase(std::string(work) + " " +
+                 (path == "-" ? "standard input" : DisplayText::fromName(path)));
+}
+
 Commands::Status Commands::readEach(const std::vector<std::string>& paths, Notes& notes,
                                     const std::function<void(const std::string&)>& work) {
   Status status = Status::done;
@@ -70,12 +75,16 @@ Commands::Status Commands::readEach(const std::vector<std::string>& paths, Notes
     notes.tellError(error);
     status = Status::error;
   };
+  std::size_t number = 0;
   for (const std::string& path : paths) try {
+      notes.setFile(++number, paths.size());
+      tellPhase("reading", path, notes);
       work(path);
     } catch (const UserError& error) {
       fail(error.what());
     } catch (const std::bad_alloc&) {
       fail(path + ": is too large for the memory of this machine");
     }
+  notes.setPhase("");
   return status;
 }

@@ -17,6 +17,9 @@ namespace Commands {
 /// nothing can be read.
 std::size_t tellReading(Documents::Document& document, Notes& notes);
 
+/// What is done from here on with the document at `path`, for people who wait.
+void tellPhase(const char* work, const std::string& path, Notes& notes);
+
 /// Does the work for one path after the other. Errors are told, and do not keep the others from
 /// being done.
 Status readEach(const std::vector<std::string>& paths, Notes& notes,

@@ -76,7 +76,9 @@ void reportOne(const std::string& path, const std::string& page, const ReportOpt
   document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
+  Commands::tellPhase("checking", path, notes);
   const Checks::Findings findings = Checks::find(document);
+  notes.setPhase("making the page");
   output.create();
   output.write(Report::makePage({document, manager, findings, units}));
   output.commit();

@@ -133,11 +133,13 @@ void requireSelection(const Selection& selection) {
 /// Writes what `draft` has become in place of `document`, and prints what changed.
 Status finish(Document& document, Editing::Draft& draft, const std::string& path, std::ostream& out,
               Notes& notes) {
+  notes.setPhase("writing");
   OutputFile file = Commands::openOutput(path);
   Writing::Output output(file, document.getForm(), document);
   const Editing::Wish wish = draft.makeWish();
   output.edit(document, wish);
   output.requireAll(draft.getFoundations());
+  notes.setPhase("");
   output.commit();
   // Beside a document on standard output nothing else may stand.
   std::ostream* const told = path == "-" ? nullptr : &out;
@@ -166,6 +168,7 @@ Status set(const SetOptions& options, std::ostream& out, Notes& notes) {
   requireSelection(options.selection);
   const std::vector<Change> changes = read(options.assignments);
   if (changes.empty()) throw UserError("tell what to set, such as areaZ=16000");
+  tellPhase("reading", options.path, notes);
   Document document(Documents::readFile(options.path, options.reading.form), options.reading);
   tellReading(document, notes);
   Editing::Draft draft(document);
@@ -180,6 +183,7 @@ Status set(const SetOptions& options, std::ostream& out, Notes& notes) {
 
 Status remove(const SetOptions& options, std::ostream& out, Notes& notes) {
   requireSelection(options.selection);
+  tellPhase("reading", options.path, notes);
   Document document(Documents::readFile(options.path, options.reading.form), options.reading);
   tellReading(document, notes);
   Editing::Draft draft(document);
@@ -192,6 +196,7 @@ Status remove(const SetOptions& options, std::ostream& out, Notes& notes) {
 Status add(const AddOptions& options, std::ostream& out, Notes& notes) {
   std::vector<Change> changes = read(options.assignments);
   changes.push_back(read("name=" + options.name));
+  tellPhase("reading", options.path, notes);
   Document document(Documents::readFile(options.path, options.reading.form), options.reading);
   tellReading(document, notes);
   Editing::Draft draft(document);

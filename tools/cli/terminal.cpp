@@ -93,6 +93,10 @@ std::size_t getWidth(std::FILE* stream) {
   return width == 0 ? usualWidth : std::max(width, leastWidth);
 }
 
+bool canErase(std::FILE* stream) {
+  return readVariable("TERM") != "dumb" && understandsEscapes(stream);
+}
+
 Painter::Painter(std::FILE* stream)
     : isOn(readVariable("NO_COLOR").empty() && readVariable("TERM") != "dumb" &&
            understandsEscapes(stream)) {}

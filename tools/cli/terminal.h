@@ -16,6 +16,9 @@ bool isTerminal(std::FILE* stream);
 /// `stream` is no terminal.
 std::size_t getWidth(std::FILE* stream);
 
+/// Whether a line of `stream` can be erased: that is a terminal which knows how to.
+bool canErase(std::FILE* stream);
+
 enum class Style { plain, bold, red, yellow, green };
 
 /// Styles text for `stream` when that is a terminal that knows styles and the environment variable
