@@ -31,7 +31,7 @@ using Fault = std::optional<Wrong>;
 Fault judgeFlag(const Element& element, const std::string& name) {
   if (element.readInteger(name)) return std::nullopt;
   return Wrong{Rules::unreadableValue,
-               tellNoInteger(element, name) + "; it is read as 0, which is not generated"};
+               describeNonInteger(element, name) + "; it is read as 0, which is not generated"};
 }
 
 Fault judgeNumber(const Element& element, const std::string& name, bool isPartOfLine) {
@@ -55,7 +55,7 @@ Fault judgeFailureNumber(const Element& element, const std::string& name) {
   const std::optional<int> value = element.readInteger(name);
   if (!value)
     return Wrong{Rules::unknownFailure,
-                 tellNoInteger(element, name) + "; it is read as 0, no failure"};
+                 describeNonInteger(element, name) + "; it is read as 0, no failure"};
   if (Failures::find(static_cast<Found::Foundation::Failure>(*value)) != nullptr)
     return std::nullopt;
   const auto& [tension, none, compression] = Failures::modes;
@@ -121,7 +121,7 @@ void checkHasNoChildren(const Element& element, Findings& findings) {
         showElement(child) + " is no element of " + showElement(element) + "; it is skipped");
 }
 
-std::string tellNoInteger(const Element& element, const std::string& name) {
+std::string describeNonInteger(const Element& element, const std::string& name) {
   const std::optional<double> value = element.readNumber(name);
   const bool isBeyond = value && std::fabs(*value) > std::numeric_limits<int>::max();
   return isBeyond ? "is out of range" : "is no whole number";

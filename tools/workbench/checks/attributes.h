@@ -17,6 +17,6 @@ void checkAttributes(const Documents::Element& element, const Documents::Element
 void checkHasNoChildren(const Documents::Element& element, Findings& findings);
 
 /// Why the attribute, which is not absent, cannot be read as a whole number.
-std::string tellNoInteger(const Documents::Element& element, const std::string& name);
+std::string describeNonInteger(const Documents::Element& element, const std::string& name);
 
 }  // namespace Checks

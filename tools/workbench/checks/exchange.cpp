@@ -46,13 +46,13 @@ class BeddingCheck {
   void checkNumber(const Entry& entry) {
     const Element& element = entry.element;
     if (!element.readText(Exchange::number))
-      return tellMissing(Rules::missingNumber, element, Exchange::number);
+      return reportMissing(Rules::missingNumber, element, Exchange::number);
     const KvXmlPosition here = element.locate(Exchange::number);
     const std::string shown = showAttribute(element, Exchange::number);
     if (!entry.number)
       return findings.add(Rules::unreadableNumber, here,
                           fmt::format("{} {}; the bedding is skipped", shown,
-                                      tellNoInteger(element, Exchange::number)));
+                                      describeNonInteger(element, Exchange::number)));
     if (!element.readInteger(Exchange::number))
       findings.add(Rules::unreadableNumber, here,
                    fmt::format("{} is no whole number; it is read as {}", shown, *entry.number));
@@ -64,26 +64,27 @@ class BeddingCheck {
   bool checkHasName(const Element& element) {
     const std::optional<std::string> name = element.readText(Exchange::name);
     if (!name)
-      tellMissing(Rules::missingName, element, Exchange::name);
+      reportMissing(Rules::missingName, element, Exchange::name);
     else if (name->empty())
       findings.add(Rules::missingName, element.locate(Exchange::name),
                    fmt::format("the {} is empty; the bedding is skipped", Exchange::name));
     return name && !name->empty();
   }
 
-  void tellMissing(const Rule& rule, const Element& element, const char* attribute) {
+  void reportMissing(const Rule& rule, const Element& element, const char* attribute) {
     findings.add(rule, element.getPosition(),
                  fmt::format("{} has no {}; it is skipped", showElement(element), attribute));
   }
 
   void checkClashes(const Entry& entry, bool isWhole) {
-    if (entry.numberHolder != nullptr) isWhole ? tellGivenNumber(entry) : tellTakenNumber(entry);
-    if (entry.nameHolder != nullptr) tellTakenName(entry);
+    if (entry.numberHolder != nullptr)
+      isWhole ? reportSharedNumber(entry) : reportTakenNumber(entry);
+    if (entry.nameHolder != nullptr) reportTakenName(entry);
   }
 
   /// In the first version a bedding gets the number of those read from its container so far,
   /// whether or not another foundation has it.
-  void tellGivenNumber(const Entry& entry) {
+  void reportSharedNumber(const Entry& entry) {
     const KvXmlPosition here = entry.element.getPosition();
     findings.add(
         Rules::sameNumber, here,
@@ -92,7 +93,7 @@ class BeddingCheck {
                     *entry.number, showPlace(entry.numberHolder->element.getPosition(), here)));
   }
 
-  void tellTakenNumber(const Entry& entry) {
+  void reportTakenNumber(const Entry& entry) {
     const KvXmlPosition first = entry.numberHolder->element.getPosition();
     const KvXmlPosition here = entry.element.locate(Exchange::number);
     const std::string place = showPlace(first, here);
@@ -108,7 +109,7 @@ class BeddingCheck {
         first);
   }
 
-  void tellTakenName(const Entry& entry) {
+  void reportTakenName(const Entry& entry) {
     const KvXmlPosition first = entry.nameHolder->element.locate(Exchange::name);
     const KvXmlPosition here = entry.element.locate(Exchange::name);
     findings.add(

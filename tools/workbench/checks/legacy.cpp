@@ -53,7 +53,7 @@ class ListCheck {
   }
 
   void checkNumberText(const Element& element, int number) {
-    const std::string fault = judgeNumberText(element);
+    const std::string fault = describeFault(element);
     if (fault.empty()) return;
     const bool isMissing = !element.readText(Legacy::number);
     findings.add(isMissing ? Rules::missingNumber : Rules::unreadableNumber,
@@ -62,13 +62,13 @@ class ListCheck {
   }
 
   /// What is wrong with the attribute; empty when nothing is.
-  static std::string judgeNumberText(const Element& element) {
+  static std::string describeFault(const Element& element) {
     if (!element.readText(Legacy::number))
       return fmt::format("<{}> has no {}", Legacy::foundation.name, Legacy::number);
     const std::optional<int> given = element.readInteger(Legacy::number);
     if (given && *given != notNumbered) return "";
     return showAttribute(element, Legacy::number) + " " +
-           (given ? "counts as missing" : tellNoInteger(element, Legacy::number));
+           (given ? "counts as missing" : describeNonInteger(element, Legacy::number));
   }
 
   void checkNumber(KvXmlPosition here, int number) {

@@ -36,9 +36,9 @@ using Found::Foundation;
 using Fate = Entry::Fate;
 
 /// What happens to the element of a foundation.
-struct Fortune {
-  bool goes = false;
-  std::vector<std::string> followers;  // new elements behind it
+struct Change {
+  bool isRemoved = false;
+  std::vector<std::string> siblings;  // new elements behind it
 };
 
 /// Foundations for which more is written than what changes, since the result would otherwise be
@@ -68,7 +68,7 @@ class Editor {
   std::string run() {
     changeEntries();
     addNew();
-    for (const auto& [entry, fortune] : fortunes) settle(*entry, fortune);
+    for (const auto& [entry, change] : changes) applyChange(*entry, change);
     if (base.getForm() == Form::legacy) changeCurrent();
     return edit.apply(text);
   }
@@ -82,19 +82,19 @@ class Editor {
         if (entry.foundation != nullptr)
           changeFoundation(entry, *entry.foundation);
         else if (entry.fate == Fate::numberTaken)
-          followHolder(entry);
+          changeWithHolder(entry);
   }
 
   void changeFoundation(const Entry& entry, Foundation& before) {
     Foundation* const after = wanted.at(&before);
     if (after == nullptr || losesPart(entry, before, *after)) {
-      fortunes[&entry].goes = true;
+      changes[&entry].isRemoved = true;
     } else {
       changeAttributes(entry, before, *after);
     }
     if (after == nullptr) return;
     if (const ElementWord* const part = findNewPart(entry, before, *after))
-      follow(entry, *part, *after);
+      addSibling(entry, *part, *after);
   }
 
   /// True for the element of a part that the foundation has lost, unless it is the only element. A
@@ -120,17 +120,17 @@ class Editor {
     return nullptr;
   }
 
-  void follow(const Entry& entry, const ElementWord& word, Foundation& foundation) {
+  void addSibling(const Entry& entry, const ElementWord& word, Foundation& foundation) {
     const Markup::StartTag tag = base.readTag(entry.element);
-    fortunes[&entry].followers.push_back(
+    changes[&entry].siblings.push_back(
         Spelling::makeElement(word, foundation, layout.findStyle(tag), base.getCharset()));
   }
 
-  void followHolder(const Entry& entry) {
+  void changeWithHolder(const Entry& entry) {
     const Foundation* const holder = entry.numberHolder->foundation;
     const Foundation* const after = wanted.at(holder);
     if (after == nullptr) {
-      fortunes[&entry].goes = true;
+      changes[&entry].isRemoved = true;
     } else if (after->getNumber() != holder->getNumber() &&
                entry.element.getName() != Exchange::whole.name) {
       setAttribute(base.readTag(entry.element), Exchange::number,
@@ -204,8 +204,8 @@ class Editor {
           elements.push_back(Spelling::makeElement(*word, *pair.second, style, base.getCharset()));
     if (elements.empty()) return;
     if (last != nullptr) {
-      std::vector<std::string>& followers = fortunes[last].followers;
-      followers.insert(followers.end(), elements.begin(), elements.end());
+      std::vector<std::string>& siblings = changes[last].siblings;
+      siblings.insert(siblings.end(), elements.begin(), elements.end());
     } else {
       const std::vector<Element> lists = base.listLists();
       if (lists.empty())
@@ -244,20 +244,20 @@ class Editor {
                     std::string("</") + name + ">", edit);
   }
 
-  void settle(const Entry& entry, const Fortune& fortune) {
+  void applyChange(const Entry& entry, const Change& change) {
     const Markup::Range range = base.locate(entry.element);
     const std::size_t lineEnd = layout.findLineEnd(range.end);
     const bool endsLine = lineEnd != Markup::nowhere;
     const std::string between = endsLine ? layout.findIndentation(range.begin) : "";
-    std::string followers;
-    for (const std::string& element : fortune.followers)
-      followers += (followers.empty() && fortune.goes ? "" : between) + element;
-    if (!fortune.goes)
-      edit.insert(endsLine ? lineEnd : range.end, followers);
-    else if (followers.empty())
+    std::string siblings;
+    for (const std::string& element : change.siblings)
+      siblings += (siblings.empty() && change.isRemoved ? "" : between) + element;
+    if (!change.isRemoved)
+      edit.insert(endsLine ? lineEnd : range.end, siblings);
+    else if (siblings.empty())
       edit.erase(layout.widenToLines(range));
     else
-      edit.replace(range, followers);
+      edit.replace(range, siblings);
   }
 
   // --- The current foundation of a model
@@ -294,7 +294,7 @@ class Editor {
   const Pins& pins;
   std::set<const Foundation*> inTwoParts;
   std::map<const Foundation*, Foundation*> wanted;
-  std::map<const Entry*, Fortune> fortunes;
+  std::map<const Entry*, Change> changes;
   Edit edit;
 };
 

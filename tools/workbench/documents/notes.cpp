@@ -15,27 +15,27 @@ namespace {
 using Fate = Entry::Fate;
 
 /// What messages call a bedding without a name.
-std::string describe(const Entry& entry, const std::string& tag) {
+std::string describeNameless(const Entry& entry, const std::string& tag) {
   return entry.element.getName() == Exchange::whole.name
              ? "a " + tag
              : fmt::format("the bedding with the number {}", *entry.number);
 }
 
-std::string tellNewName(const Entry& entry) {
+std::string describeRenaming(const Entry& entry) {
   return fmt::format(R"(the name "{}" is already taken; the bedding was read as "{}")",
                      DisplayText::fromName(entry.element.readText(Exchange::name).value_or("")),
                      DisplayText::fromName(entry.foundation->getName()));
 }
 
 /// The sentence about an entry; empty for a bedding that is read as it is.
-std::string tell(const Entry& entry) {
+std::string describe(const Entry& entry) {
   const std::string tag = "<" + DisplayText::fromName(entry.element.getName()) + ">";
   switch (entry.fate) {
     case Fate::read:
     case Fate::otherPart:
       return "";
     case Fate::renamed:
-      return tellNewName(entry);
+      return describeRenaming(entry);
     case Fate::unknown:
     case Fate::ofFirstVersion:
       return tag + " is no bedding of this version; it was skipped";
@@ -47,9 +47,9 @@ std::string tell(const Entry& entry) {
       return fmt::format("the number {} of a {} is already taken; it was skipped", *entry.number,
                          tag);
     case Fate::nameMissing:
-      return describe(entry, tag) + " has no name; it was skipped";
+      return describeNameless(entry, tag) + " has no name; it was skipped";
     case Fate::nameEmpty:
-      return fmt::format("the name of {} is empty; it was skipped", describe(entry, tag));
+      return fmt::format("the name of {} is empty; it was skipped", describeNameless(entry, tag));
     case Fate::outside:
       break;
   }
@@ -58,7 +58,7 @@ std::string tell(const Entry& entry) {
 
 /// Whether listNotes() mentions the entry. In a model, unknown elements are usual, also in the list
 /// of foundations.
-bool isTold(const Entry& entry, Form form) {
+bool isNoted(const Entry& entry, Form form) {
   if (form == Form::legacy) return entry.fate == Fate::outside;
   return entry.fate != Fate::read && entry.fate != Fate::otherPart;
 }
@@ -78,8 +78,8 @@ std::vector<Note> listNotes(Document& document) {
   std::size_t list = 0;
   for (const Entries& entries : document.getEntries()) {
     for (const Entry& entry : entries) {
-      std::string sentence = tell(entry);
-      if (isTold(entry, document.getForm()))
+      std::string sentence = describe(entry);
+      if (isNoted(entry, document.getForm()))
         notes.push_back({entry.element.getPosition(), std::move(sentence)});
     }
     if (list++ < lists && document.getForm() != Form::legacy) notes.push_back(countRead(entries));
@@ -92,7 +92,7 @@ std::size_t countNotes(Document& document) {
   for (const Entries& entries : document.getEntries())
     notes += static_cast<std::size_t>(
         std::count_if(entries.begin(), entries.end(),
-                      [&](const Entry& entry) { return isTold(entry, document.getForm()); }));
+                      [&](const Entry& entry) { return isNoted(entry, document.getForm()); }));
   return notes;
 }
 
