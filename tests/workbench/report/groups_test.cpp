@@ -9,15 +9,13 @@ namespace {
 using ReportTest::count;
 using ReportTest::cut;
 using ReportTest::holds;
+using ReportTest::kiloNewton;
 using ReportTest::listLines;
 using ReportTest::listRowTexts;
 using ReportTest::readSection;
 using ReportTest::reportModel;
 using ReportTest::stripTags;
 using ReportTest::Texts;
-
-/// Labels of the usual units.
-const Report::Units kiloNewton = {"kN", "m"};
 
 /// The page of 60 foundations without anything odd, and one more, whose group is closed.
 std::string reportClosed(const std::string& ordinary, const std::string& odd,

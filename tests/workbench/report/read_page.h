@@ -16,6 +16,9 @@ namespace ReportTest {
 
 using Texts = std::vector<std::string>;
 
+/// Labels of the usual units.
+inline const Report::Units kiloNewton = {"kN", "m"};
+
 /// A model of these foundations.
 inline std::string makeModel(const std::string& foundations, const std::string& attributes = "") {
   return "<?xml version=\"1.0\"?>\n<SMOD>\n<FOUNDATIONS" + attributes + ">\n" + foundations +

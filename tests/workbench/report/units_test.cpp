@@ -8,14 +8,12 @@ namespace {
 
 using ReportTest::count;
 using ReportTest::holds;
+using ReportTest::kiloNewton;
 using ReportTest::listRowTexts;
 using ReportTest::listTableRows;
 using ReportTest::reportExample;
 using ReportTest::reportModel;
 using ReportTest::Texts;
-
-/// Labels of the usual units.
-const Report::Units kiloNewton = {"kN", "m"};
 
 TEST(ReportUnits, AreNotClaimedWhenTheyAreNotTold) {
   const std::string page = reportExample("model.xml");
