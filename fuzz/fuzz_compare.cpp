@@ -10,7 +10,6 @@
 namespace {
 
 using Comparing::Difference;
-using Comparing::Differences;
 using Documents::Document;
 using Fuzz::require;
 

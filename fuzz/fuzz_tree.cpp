@@ -72,11 +72,9 @@ class Session {
       case 8:
         return checkAttribute();
       case 9:
-        return create();
       case 10:
         return create();
       case 11:
-        return add();
       case 12:
         return add();
       case 13:

@@ -22,7 +22,7 @@ class MemoryFile {
   std::string getPath() const { return "/proc/self/fd/" + std::to_string(descriptor); }
 
   void store(const std::string& bytes) const {
-    const ssize_t size = static_cast<ssize_t>(bytes.size());
+    const auto size = static_cast<ssize_t>(bytes.size());
     require(
         ftruncate(descriptor, 0) == 0 && pwrite(descriptor, bytes.data(), bytes.size(), 0) == size,
         "the file in memory can be written");

@@ -62,7 +62,7 @@ MemoryUse::MemoryUse() : before(held) { most = held; }
 std::size_t MemoryUse::getMost() const { return most - before; }
 
 void requireLittle(const MemoryUse& use, std::size_t size) {
-  constexpr std::size_t megabyte = 1000 * 1000;
+  constexpr std::size_t megabyte = 1000000;
   require(use.getMost() <= 20 * size + 10 * megabyte, "a document takes little memory",
           std::to_string(use.getMost()) + " bytes of memory for one of " + std::to_string(size));
 }

@@ -55,7 +55,7 @@ inline std::string readBytes(const std::string& path) {
 
 /// Writes `text` to a file of the running test and returns its path.
 inline std::string makeFile(const std::string& name, const std::string& text) {
-  const std::string path = makePath(name);
+  std::string path = makePath(name);
   std::ofstream(path, std::ios::binary) << text;
   return path;
 }

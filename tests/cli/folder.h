@@ -9,7 +9,7 @@
 
 /// A folder of the running test, empty at first. Returns its path.
 inline std::string makeFolder(const std::string& name) {
-  const std::string path = makePath(name);
+  std::string path = makePath(name);
   std::filesystem::remove_all(path);
   std::filesystem::create_directory(path);
   return path;
@@ -18,7 +18,7 @@ inline std::string makeFolder(const std::string& name) {
 /// Writes `text` to a file in a folder and returns its path.
 inline std::string makeFileIn(const std::string& folder, const std::string& name,
                               const std::string& text) {
-  const std::string path = folder + "/" + name;
+  std::string path = folder + "/" + name;
   std::ofstream(path, std::ios::binary) << text;
   return path;
 }

@@ -10,7 +10,7 @@
 
 #include "cli/process.h"
 
-extern char** environ;
+extern char** environ;  // NOLINT: not every system declares it
 
 namespace {
 

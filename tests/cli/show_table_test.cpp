@@ -124,9 +124,10 @@ TEST(ShowTable, LeavesAWideCharacterOutThatHasNoRoomAsAWhole) {
   std::string longer;
   for (int i = 0; i < 27; ++i) longer += "\xE5\x9C\xB0";  // two places each
 
-  EXPECT_NE(showTable("<FOUND NAME='" + longer + "'/>")
-                .find("   1  " + longer.substr(0, 25 * 3) + "\xE2\x80\xA6        area  0"),
-            std::string::npos);
+  EXPECT_NE(
+      showTable("<FOUND NAME='" + longer + "'/>")
+          .find("   1  " + longer.substr(0, std::size_t{25} * 3) + "\xE2\x80\xA6        area  0"),
+      std::string::npos);
 }
 
 TEST(ShowTable, FitsExactlyWithTwentyPlacesOfAName) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "found/read_messenger.h"
@@ -49,7 +50,7 @@ class ActingMessenger : public RecordingMessenger {
  public:
   using Action = std::function<void(const std::string& message)>;
 
-  explicit ActingMessenger(const Action& whatToDo) : action(whatToDo) {}
+  explicit ActingMessenger(Action whatToDo) : action(std::move(whatToDo)) {}
 
  protected:
   void receive(const std::string& message) override {

@@ -4,7 +4,6 @@
 #include "recording_newer.h"
 #include "support/foundations.h"
 
-using Found::Foundation;
 using Found::FoundationManager;
 using Found::Umo::BeddingReader;
 using Recording::addElement;

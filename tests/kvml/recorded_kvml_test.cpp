@@ -9,7 +9,6 @@ using Recording::FailureRun;
 using Recording::Lines;
 using TestSupport::setDispArea;
 using TestSupport::setDispLine;
-using TestSupport::setRotLine;
 
 namespace KvmlTest {
 namespace {

@@ -40,7 +40,7 @@ std::vector<std::string> compare(const FoundationManager& before, const Foundati
       differences.push_back(difference);
   const auto getName = [](const Foundation* f) { return f != nullptr ? f->getName() : "none"; };
   if (getName(before.getCurrentFoundation()) != getName(after.getCurrentFoundation()))
-    differences.push_back("current foundation");
+    differences.emplace_back("current foundation");
   return differences;
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
+#include <cstddef>
 #include <functional>
 #include <sstream>
 #include <string>
@@ -21,8 +22,8 @@ using Numbers = std::vector<int>;
 void runOnSmallStack(std::function<void()> task) {
   pthread_attr_t attributes;
   ASSERT_EQ(pthread_attr_init(&attributes), 0);
-  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
-  pthread_t thread;
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, std::size_t{256} * 1024), 0);
+  pthread_t thread{};
   const auto run = [](void* argument) -> void* {
     (*static_cast<std::function<void()>*>(argument))();
     return nullptr;

@@ -147,7 +147,7 @@ class Scene {
     try {
       prune(Asking{manager, registered});
     } catch (const Refusal&) {
-      hearing.log.push_back("no answer");
+      hearing.log.emplace_back("no answer");
     }
   }
 

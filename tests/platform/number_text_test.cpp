@@ -479,7 +479,7 @@ TEST_F(DoubleRoundTrip, KeepsEveryBitThroughAPrintedDocument) {
     if (!std::isnan(fromBits(candidate))) bits.push_back(candidate);
   }
   for (std::uint64_t value : bits) {
-    KvXmlData* const entry = new KvXmlData("number", element);
+    auto* const entry = new KvXmlData("number", element);
     element->addChild(entry);
     tree.setCurrent(entry);
     tree.setAttribute("value", fromBits(value));

@@ -9,7 +9,6 @@
 #include "platform/support.h"
 #include "support/comma_locale.h"
 
-using PlatformTest::findError;
 using PlatformTest::parse;
 using PlatformTest::print;
 using PlatformTest::repeat;

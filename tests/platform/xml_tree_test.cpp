@@ -30,7 +30,7 @@ using Names = std::vector<std::string>;
 
 /// Adds a new element, made for `parent`, below it.
 KvXmlData* addNew(KvXmlData* parent, const std::string& name) {
-  KvXmlData* const child = new KvXmlData(name, parent);
+  auto* const child = new KvXmlData(name, parent);
   parent->addChild(child);
   return child;
 }
@@ -38,10 +38,10 @@ KvXmlData* addNew(KvXmlData* parent, const std::string& name) {
 /// Adds many elements below `top`, each in the one before, and gives the innermost. Built from the
 /// inside, since adding far down looks at every element above.
 KvXmlData* addLevels(KvXmlData* top) {
-  KvXmlData* const last = new KvXmlData("last", top);
+  auto* const last = new KvXmlData("last", top);
   KvXmlData* outermost = last;
   for (int i = 0; i < manyLevels; ++i) {
-    KvXmlData* const level = new KvXmlData("level", top);
+    auto* const level = new KvXmlData("level", top);
     level->addChild(outermost);
     outermost = level;
   }
@@ -237,7 +237,7 @@ TEST(XmlCursor, CloseGoesToTheParentOfAnElementThatWasAdded) {
 TEST(XmlCursor, CloseGoesToTheParentOfAnElementAddedWithoutOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("a", false);
-  KvXmlData* const child = new KvXmlData("b", nullptr);
+  auto* const child = new KvXmlData("b", nullptr);
   KvXmlData* const grandchild = addNew(child, "c");
   root->addChild(child);
   tree.setCurrent(grandchild);
@@ -510,7 +510,7 @@ TEST(XmlAttributes, MayBeVeryLong) {
 TEST(XmlAddChild, AppendsAnElementMadeForTheParent) {
   const auto tree = parse("<r><a/></r>");
   KvXmlData* const root = tree->findRoot("r", true);
-  KvXmlData* const child = new KvXmlData("b", root);
+  auto* const child = new KvXmlData("b", root);
   child->setAttribute("n", 1, true);
 
   root->addChild(child);
@@ -522,7 +522,7 @@ TEST(XmlAddChild, AppendsAnElementMadeForTheParent) {
 TEST(XmlAddChild, AppendsAnElementMadeForAnotherParentOfTheTree) {
   const auto tree = parse("<r><a/><b/></r>");
   KvXmlData* const root = tree->findRoot("r", true);
-  KvXmlData* const child = new KvXmlData("c", root->findTree("a", false));
+  auto* const child = new KvXmlData("c", root->findTree("a", false));
 
   root->findTree("b", false)->addChild(child);
   tree->setCurrent(child);
@@ -535,8 +535,8 @@ TEST(XmlAddChild, AppendsAnElementMadeForAnotherParentOfTheTree) {
 TEST(XmlAddChild, AppendsAnElementMadeForAnElementNotYetAdded) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const outer = new KvXmlData("a", root);
-  KvXmlData* const inner = new KvXmlData("b", outer);
+  auto* const outer = new KvXmlData("a", root);
+  auto* const inner = new KvXmlData("b", outer);
   root->addChild(outer);
 
   outer->addChild(inner);
@@ -547,7 +547,7 @@ TEST(XmlAddChild, AppendsAnElementMadeForAnElementNotYetAdded) {
 TEST(XmlAddChild, AppendsAnElementWithoutAParent) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const child = new KvXmlData("a", nullptr);
+  auto* const child = new KvXmlData("a", nullptr);
   child->setAttribute("n", 1, true);
 
   root->addChild(child);
@@ -560,7 +560,7 @@ TEST(XmlAddChild, AppendsAnElementWithoutAParent) {
 TEST(XmlAddChild, TakesAllBelowAnElementWithoutAParent) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const child = new KvXmlData("a", nullptr);
+  auto* const child = new KvXmlData("a", nullptr);
   child->setAttribute("n", 1, true);
   KvXmlData* const first = addNew(child, "b");
   first->setAttribute("m", std::string("\"2\""), true);
@@ -578,7 +578,7 @@ TEST(XmlAddChild, TakesAllBelowAnElementWithoutAParent) {
 TEST(XmlAddChild, LeavesPointersBelowAnElementWithoutAParentValid) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const child = new KvXmlData("a", nullptr);
+  auto* const child = new KvXmlData("a", nullptr);
   child->setAttribute("n", 1, true);
   const KvXmlAttributeData* const n = child->findAttribute("n");
   KvXmlData* const grandchild = addNew(child, "b");
@@ -601,7 +601,7 @@ TEST(XmlAddChild, LeavesPointersBelowAnElementWithoutAParentValid) {
 TEST(XmlAddChild, LetsPointersBelowAnElementWithoutAParentFollowLaterChanges) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const child = new KvXmlData("a", nullptr);
+  auto* const child = new KvXmlData("a", nullptr);
   child->setAttribute("n", 1, true);
   const KvXmlAttributeData* const n = child->findAttribute("n");
   ASSERT_EQ(n->getData(), "1");
@@ -618,8 +618,8 @@ TEST(XmlAddChild, LetsPointersBelowAnElementWithoutAParentFollowLaterChanges) {
 TEST(XmlAddChild, TakesAnElementWithoutAParentIntoAnotherOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const outer = new KvXmlData("a", nullptr);
-  KvXmlData* const inner = new KvXmlData("b", nullptr);
+  auto* const outer = new KvXmlData("a", nullptr);
+  auto* const inner = new KvXmlData("b", nullptr);
   KvXmlData* const innermost = addNew(inner, "c");
 
   outer->addChild(inner);
@@ -633,7 +633,7 @@ TEST(XmlAddChild, TakesAnElementWithoutAParentIntoAnotherOne) {
 TEST(XmlAddChild, TakesAnElementWithoutAParentIntoOneNotYetAdded) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const outer = new KvXmlData("a", root);
+  auto* const outer = new KvXmlData("a", root);
 
   outer->addChild(new KvXmlData("b", nullptr));
   root->addChild(outer);
@@ -644,8 +644,8 @@ TEST(XmlAddChild, TakesAnElementWithoutAParentIntoOneNotYetAdded) {
 TEST(XmlAddChild, LetsAnElementMadeForOneWithoutAParentBeAddedAfterThatOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const outer = new KvXmlData("a", nullptr);
-  KvXmlData* const inner = new KvXmlData("b", outer);
+  auto* const outer = new KvXmlData("a", nullptr);
+  auto* const inner = new KvXmlData("b", outer);
   root->addChild(outer);
 
   outer->addChild(inner);
@@ -656,7 +656,7 @@ TEST(XmlAddChild, LetsAnElementMadeForOneWithoutAParentBeAddedAfterThatOne) {
 TEST(XmlAddChild, LetsAnElementMadeForOneWithoutAParentEndAfterThatOneWasAdded) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const outer = new KvXmlData("a", nullptr);
+  auto* const outer = new KvXmlData("a", nullptr);
   auto inner = std::make_unique<KvXmlData>("b", outer);
   root->addChild(outer);
 
@@ -687,7 +687,7 @@ TEST(XmlAddChild, RefusesAnElementThatWasAdded) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
   KvXmlData* const a = addNew(root, "a");
-  KvXmlData* const b = new KvXmlData("b", nullptr);
+  auto* const b = new KvXmlData("b", nullptr);
   root->addChild(b);
 
   EXPECT_THROW(root->addChild(a), std::invalid_argument);
@@ -766,7 +766,7 @@ TEST(XmlAddChild, RefusesAnElementWithoutAParentBelowItself) {
 TEST(XmlAddChild, LeavesARefusedElementUsable) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
-  KvXmlData* const detached = new KvXmlData("a", root);
+  auto* const detached = new KvXmlData("a", root);
   EXPECT_THROW(detached->addChild(detached), std::invalid_argument);
 
   root->addChild(detached);
@@ -930,7 +930,7 @@ TEST(XmlDeepTree, EndsBeforeItWasAdded) {
 TEST(XmlDeepTree, IsAddedAsOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("root", false);
-  KvXmlData* const top = new KvXmlData("top", root);
+  auto* const top = new KvXmlData("top", root);
   KvXmlData* const last = addLevels(top);
 
   root->addChild(top);
@@ -941,7 +941,7 @@ TEST(XmlDeepTree, IsAddedAsOne) {
 TEST(XmlDeepTree, WithoutAParentIsAddedAsOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("root", false);
-  KvXmlData* const top = new KvXmlData("top", nullptr);
+  auto* const top = new KvXmlData("top", nullptr);
   KvXmlData* const last = addLevels(top);
 
   root->addChild(top);

@@ -68,7 +68,7 @@ TEST(XmlView, OfChildrenFoundInAnyOrderStandsInDocumentOrder) {
 TEST(XmlView, OfChildrenAddedBeforeTheOthersWereAskedForStandsInDocumentOrder) {
   const auto tree = parse(document);
   KvXmlData* const root = tree->open("r", false);
-  KvXmlData* const added = new KvXmlData("x", root);
+  auto* const added = new KvXmlData("x", root);
   root->addChild(added);
   KvXmlData* const opened = tree->open("y", false);
 
@@ -87,7 +87,7 @@ TEST(XmlView, OfAnElementStaysValidWhileOthersAreAdded) {
   const std::string& name = d->getName();
 
   for (int i = 0; i < 2000; ++i) {
-    KvXmlData* const added = new KvXmlData("x" + std::to_string(i), i % 2 == 0 ? d : nullptr);
+    auto* const added = new KvXmlData("x" + std::to_string(i), i % 2 == 0 ? d : nullptr);
     d->addChild(added);
     ASSERT_EQ(added->getName(), "x" + std::to_string(i));
   }

@@ -9,7 +9,7 @@ namespace {
 struct State {
   std::vector<std::string> log;
   int callsUntilFailure = 0;
-  std::map<std::string, int> live;
+  std::map<std::string_view, int> live;
 };
 
 State& getState() {
@@ -52,7 +52,7 @@ void call(const std::string& line) {
 
 void note(const std::string& line) { getState().log.push_back(line); }
 
-Counted::Counted(const char* kindName) : kind(kindName) { ++getState().live[kind]; }
+Counted::Counted(std::string_view kindName) : kind(kindName) { ++getState().live[kind]; }
 
 Counted::Counted(const Counted& other) : Counted(other.kind) {}
 

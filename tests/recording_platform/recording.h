@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What the recording companion libraries share, and what a test controls them by.
@@ -42,13 +43,13 @@ void note(const std::string& line);
 /// A member of every class whose objects are counted.
 class Counted {
  public:
-  explicit Counted(const char* kindName);
+  explicit Counted(std::string_view kindName);
   Counted(const Counted& other);
   Counted& operator=(const Counted& other);
   ~Counted();
 
  private:
-  const char* kind;
+  std::string_view kind;
 };
 
 /// Text forms for lines, the same under every locale.

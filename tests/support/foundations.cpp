@@ -81,8 +81,8 @@ std::string describeValues(Foundation& foundation) {
   };
   addFactor("area", foundation.getFactorArea());
   addFactor("line", foundation.getFactorLine());
-  if (foundation.getFailPossible()) texts.push_back("can fail");
-  if (foundation.isGenerated()) texts.push_back("generated");
+  if (foundation.getFailPossible()) texts.emplace_back("can fail");
+  if (foundation.isGenerated()) texts.emplace_back("generated");
   return join(texts);
 }
 

@@ -124,7 +124,7 @@ class Comparison {
 
 template <class Document>
 Outcome judgeThrough(const std::string& text, EmptyDocument empty, Judgement& judgement) {
-  const Outcome outcome = take<Document>(text);
+  Outcome outcome = take<Document>(text);
   if (!outcome.isAccepted) return outcome;
   Comparison(text, outcome, empty, judgement).run();
   const Outcome again = take<Document>(outcome.print);

@@ -97,7 +97,7 @@ TEST(CheckFindings, TellDefaultNamesOfFiveThousandFoundationsInTurn) {
 
   const std::string out = check(makeModel(lines));
 
-  EXPECT_EQ(out.substr(out.rfind("\n", out.size() - 2) + 1),
+  EXPECT_EQ(out.substr(out.rfind('\n', out.size() - 2) + 1),
             "5:19: the name \"Found5000\" was given before, in line 4; both foundations "
             "will have it, and CURRENT finds only the first\n");
 }

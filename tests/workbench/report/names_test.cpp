@@ -68,8 +68,9 @@ TEST(ReportNames, DoNotPileUpMarksOverALetter) {
   const std::string page = report(makeModel("<FOUND NUMBER='1' NAME='A" + marks + "' FZAREA='-1'/>",
                                             " CURRENT='A" + marks + "'"));
 
-  EXPECT_FALSE(holds(page, marks.substr(0, 5 * 2)));
-  EXPECT_TRUE(holds(listTableRows(page)[0], "A" + marks.substr(0, 4 * 2) + "\xE2\x80\xA6"));
+  EXPECT_FALSE(holds(page, marks.substr(0, std::size_t{5} * 2)));
+  EXPECT_TRUE(
+      holds(listTableRows(page)[0], "A" + marks.substr(0, std::size_t{4} * 2) + "\xE2\x80\xA6"));
 }
 
 }  // namespace

@@ -121,7 +121,7 @@ inline Texts listRowTexts(const std::string& page, const std::string& part) {
 /// The rows of the table, each cell behind a stroke.
 inline Texts listTableRows(const std::string& page) {
   Texts rows;
-  for (std::string line :
+  for (const std::string& line :
        listLines(cut(readSection(page, "values"), "<tbody>", "</tbody>"), "<tr")) {
     std::string text;
     for (std::size_t at = line.find("<t", 1); at != line.npos;) {
