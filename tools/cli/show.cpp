@@ -34,7 +34,6 @@ void showOne(const std::string& path, const ShowOptions& options, bool& isFirst,
   Commands::tellReading(document, notes);
   document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();
-  manager.updateFoundationMaximum();
   notes.setPhase("");  // standard output may be the same terminal
   if (options.paths.size() > 1) out << makeHeading(document.getShownPath(), isFirst);
   isFirst = false;
