@@ -112,9 +112,9 @@ TEST(Program, NamesTheValuesThatAnOptionTakes) {
   EXPECT_EQ(complain("show --format xml"),
             "kvfound: --format cannot be \"xml\", only table, json or csv; see kvfound show "
             "--help\n");
-  EXPECT_EQ(complain("convert a b --to json"),
-            "kvfound: --to cannot be \"json\", only legacy, exchange, exchange-1.0 or kvml; see "
-            "kvfound convert --help\n");
+  EXPECT_EQ(complain("convert a b --to pdf"),
+            "kvfound: --to cannot be \"pdf\", only legacy, exchange, exchange-1.0, kvml, csv or "
+            "json; see kvfound convert --help\n");
 }
 
 TEST(Program, ComplainsInOneLineWhateverWasWritten) {
@@ -155,6 +155,10 @@ TEST(Program, PrintsTheHelpOfACommandWithAnExampleAtItsEnd) {
       "  --version VERSION     version of an exchange document; when left out, 1.0 if it "
       "holds a Bedding\n"
       "                        element, else the current one\n"
+      "  --from FORM           what is read is a table, csv, or json, though its name does not "
+      "end so\n"
+      "  --separator CHARACTER what separates the cells of a table: comma, semicolon or tab\n"
+      "  --decimal CHARACTER   what stands before the decimals in a table: point or comma\n"
       "  --messages FORM       how messages are told: text, or json, an object a line; text "
       "when left out\n"
       "  -q,--quiet            tell nothing on standard error but errors\n"

@@ -67,10 +67,43 @@ def check_messages(text, schema, what):
         validate(line, schema, f"{what}: {line}")
 
 
+FOUNDATIONS = [
+    (True, {"foundations": []}),
+    (True, {"version": 1, "foundations": [{}], "format": "kvfound-foundations", "maximum": "inf"}),
+    (True, {"foundations": [{"areaX": None, "areaFactor": "-inf", "lineFailureX": "7"}]}),
+    (True, {"foundations": [{"name": "=\n", "current": True}], "units": {"force": "kN"}}),
+    (False, {}),
+    (False, []),
+    (False, {"foundations": {}}),
+    (False, {"foundations": [], "version": 2}),
+    (False, {"foundations": [], "format": "other"}),
+    (False, {"foundations": [{"colour": 1}]}),
+    (False, {"foundations": [{"number": 1.5}]}),
+    (False, {"foundations": [{"number": 2147483648}]}),
+    (False, {"foundations": [{"name": None}]}),
+    (False, {"foundations": [{"name": "\0"}]}),
+    (False, {"foundations": [{"areaX": "1"}]}),
+    (False, {"foundations": [{"areaFactor": None}]}),
+    (False, {"foundations": [{"lineFailureX": "pull"}]}),
+    (False, {"foundations": [{"generated": 1}]}),
+]
+
+
+def check_foundations(schema, folder):
+    """The schema takes what the program takes."""
+    for fits, value in FOUNDATIONS:
+        text = json.dumps(value)
+        expect(jsonschema.Draft7Validator(schema).is_valid(value) == fits, f"schema: {text}")
+        (folder / "data.json").write_text(text)
+        status, _, err = run("show", "data.json", folder=folder)
+        expect((status == 0) == fits, f"show: {text} {err}")
+
+
 def main():
     check_schema = read_schema(schemas / "check-1.schema.json")
     diff_schema = read_schema(schemas / "diff-1.schema.json")
     message_schema = read_schema(schemas / "message-1.schema.json")
+    foundation_schema = read_schema(schemas / "foundations-1.schema.json")
     sarif = read_schema(sarif_schema)
 
     with tempfile.TemporaryDirectory() as name:
@@ -79,6 +112,11 @@ def main():
         (folder / "broken.xml").write_text("<A>\n<B></A>\n", encoding="utf-8")
         documents = [str(examples / "model.xml"), str(examples / "beddings.xml"),
                      "odd #1 \u00fc.xml", "broken.xml", "missing.xml"]
+
+        check_foundations(foundation_schema, folder)
+        for document in documents[:3]:
+            _, out, _ = run("show", "--format", "json", document, folder=folder)
+            validate(out, foundation_schema, f"show --format json {document}")
 
         status, out, _ = run("check", "--format", "json", *documents, folder=folder)
         expect(status == 2, "unreadable documents are errors")

@@ -22,6 +22,8 @@ TEST(ShowJson, HoldsEveryFieldUnderItsName) {
                  "<FOUND NUMBER='5' NAME='beam' FXLINE='1' FYLINE='2' FZLINE='3' FXX='4' "
                  "FAILXLINE='1' FAILYLINE='7' FACLINE='-0.5'/>"),
             R"({
+  "format": "kvfound-foundations",
+  "version": 1,
   "foundations": [
     {
       "number": 4,
@@ -68,7 +70,9 @@ TEST(ShowJson, HoldsEveryFieldUnderItsName) {
 }
 
 TEST(ShowJson, HoldsAnEmptyArrayWhenThereAreNoFoundations) {
-  EXPECT_EQ(show("json", ""), "{\n  \"foundations\": [],\n  \"maximum\": 0.0\n}\n");
+  EXPECT_EQ(show("json", ""),
+            "{\n  \"format\": \"kvfound-foundations\",\n  \"version\": 1,\n  \"foundations\": [],\n"
+            "  \"maximum\": 0.0\n}\n");
 }
 
 TEST(ShowJson, WritesWhatIsNoFiniteNumberAsText) {
@@ -124,8 +128,23 @@ TEST(ShowCsv, QuotesACellOnlyWhereItMust) {
 TEST(ShowCsv, LeavesNamesAsTheyAreButInUtf8) {
   const std::string rest = ",false,0,0,0,none,0,,,,,none,none,none,0,false\n";
 
-  EXPECT_EQ(show("csv", "<FOUND NAME='=1+1'/><FOUND NAME='\xDF\x7F'/>"),
-            header + "1,=1+1" + rest + "2,\xC3\x9F\x7F" + rest);
+  EXPECT_EQ(show("csv", "<FOUND NAME='\xDF\x7F'/>"), header + "1,\xC3\x9F\x7F" + rest);
+}
+
+TEST(ShowCsv, KeepsNamesFromRunningAsFormulas) {
+  const std::string rest = ",false,0,0,0,none,0,,,,,none,none,none,0,false\n";
+
+  EXPECT_EQ(show("csv", "<FOUND NAME='=1+1'/><FOUND NAME='&apos;-A'/><FOUND NAME='A=1'/>"),
+            header + "1,'=1+1" + rest + "2,''-A" + rest + "3,A=1" + rest);
+}
+
+TEST(ShowCsv, WritesForASpreadsheetWithADecimalComma) {
+  const std::string out =
+      show("csv --decimal comma", "<FOUND NAME='A;B' FXAREA='0.5' FYAREA='1.125'/>");
+
+  EXPECT_EQ(out.substr(0, 10), "\xEF\xBB\xBFnumber;");
+  EXPECT_EQ(out.substr(out.find('\n') + 1),
+            "1;\"A;B\";false;0,5;1,1250;0;none;0;;;;;none;none;none;0;false\n");
 }
 
 TEST(ShowCsv, WritesWhatIsNoFiniteNumberAsText) {

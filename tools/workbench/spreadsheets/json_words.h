@@ -8,7 +8,7 @@
 namespace Spreadsheets {
 
 constexpr std::string_view formatMember = "format";
-constexpr std::string_view formatName = "kvfound";
+constexpr std::string_view formatName = "kvfound-foundations";
 constexpr std::string_view versionMember = "version";
 constexpr int formatVersion = 1;
 constexpr std::string_view unitsMember = "units";
