@@ -120,6 +120,72 @@ TEST(Manual, IsCleanOfWarnings) {
   EXPECT_EQ(result.status, 0);
 }
 
+// --- Examples
+
+/// The command lines that follow a mark in lines of a text.
+Words findExamples(const std::string& text, const std::string& mark) {
+  return findAll(text, mark + "(kvfound [^|#>]*)");
+}
+
+/// Runs an example in a folder with what the examples name. The status is 0, or 1 where something
+/// is found.
+void expectToWork(const std::string& example) {
+  const Result result = runScript(
+      "folder=$(mktemp -d)\n"
+      "cd '" KVFOUND_EXAMPLES_DIR
+      "'\n"
+      "cp model.xml beddings.xml \"$folder\"\n"
+      "cp model.xml \"$folder/before.xml\"; cp beddings.xml \"$folder/after.xml\"\n"
+      "cd \"$folder\"\n"
+      "echo 3 >slabs.txt\n"
+      "kvfound() { '" KVFOUND_PROGRAM "' \"$@\"; }\n" +
+      example + "\nstatus=$?\nrm -r \"$folder\"\nexit $status\n");
+
+  EXPECT_LE(result.status, 1) << example << "\n" << result.err;
+}
+
+TEST(Examples, OfTheHelpWork) {
+  for (const std::string& command : listCommands()) {
+    const Words examples = findExamples(run("help " + command).out, "^Example: ");
+    EXPECT_EQ(examples.size(), 1U) << command;
+    for (const std::string& example : examples) expectToWork(example);
+  }
+}
+
+TEST(Examples, OfTheManualWork) {
+  const Words examples = findExamples(readSection(".Sh EXAMPLES"), "^\\.Dl ");
+  EXPECT_GE(examples.size(), 8U);
+  for (const std::string& example : examples) expectToWork(example);
+}
+
+TEST(Examples, OfTheReadmeWork) {
+  const Words examples = findExamples(readFile(KVFOUND_DOCUMENTS "/README.md"), "^");
+  EXPECT_GE(examples.size(), 9U);
+  for (const std::string& example : examples) expectToWork(example);
+}
+
+TEST(Examples, OfResultsWorkAndPrintWhatTheyShow) {
+  const std::string page = readFile(KVFOUND_DOCUMENTS "/docs/results.md");
+  for (const std::string& example : findExamples(page, "^")) expectToWork(example);
+  const std::string here = "cd '" KVFOUND_DOCUMENTS "'; '" KVFOUND_PROGRAM "' ";
+
+  const Result check = runScript(here + "check --format json examples/beddings.xml\n");
+  EXPECT_NE(page.find("```json\n" + check.out + "```"), std::string::npos) << check.out;
+  const Result messages =
+      runScript(here + "convert examples/beddings.xml \"$0.kvml\" --to kvml --messages json\n");
+  const std::string first = messages.err.substr(0, messages.err.find('\n') + 1);
+  EXPECT_NE(page.find("```json\n" + first + "```"), std::string::npos) << first;
+}
+
+TEST(Results, AreDocumentedWithEveryRuleAndKind) {
+  const std::string page = readFile(KVFOUND_DOCUMENTS "/docs/results.md");
+  const std::string sarif = run("check --format sarif " + std::string(nothing)).out;
+  const Words rules = findAll(sarif, "^ +\"id\": \"([a-z-]+)\"");
+  EXPECT_EQ(rules.size(), 18U);
+  for (const std::string& rule : rules)
+    EXPECT_NE(page.find("| `" + rule + "` |"), std::string::npos) << rule;
+}
+
 TEST(Completion, OffersEveryCommandInTheFirstPlace) {
   Words expected = listCommands();
   expected.merge(listOptions(""));
