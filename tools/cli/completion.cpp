@@ -100,7 +100,7 @@ std::string makeBashValues(const std::vector<CommandWords>& commands) {
       if (!option.takesValue) continue;
       std::string patterns;
       for (const std::string& name : option.names)
-        patterns += (patterns.empty() ? "" : " | ") + command.name + ":" + name;
+        patterns += fmt::format("{}{}:{}", patterns.empty() ? "" : " | ", command.name, name);
       lines += fmt::format("    {}) words={} ;;\n", patterns, quote(join(option.choices)));
     }
   return lines;
@@ -167,11 +167,12 @@ std::string makeZshOption(const OptionWords& option) {
   std::string value;
   if (option.takesValue)
     value = option.choices.empty() ? ":value:_files" : ":value:(" + join(option.choices) + ")";
+  const std::string description = escape(option.description, "[]:\\");
+  const char* const sign = option.takesValue ? "=" : "";
   std::string lines;
   for (const std::string& name : option.names)
-    lines +=
-        fmt::format(" \\\n        {}", quote(name + (option.takesValue ? "=" : "") + "[" +
-                                             escape(option.description, "[]:\\") + "]" + value));
+    lines += fmt::format(" \\\n        {}",
+                         quote(fmt::format("{}{}[{}]{}", name, sign, description, value)));
   return lines;
 }
 
