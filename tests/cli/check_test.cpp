@@ -85,16 +85,16 @@ TEST(CheckFormat, JsonHasTheFindingsOfAllFiles) {
             "  \"version\": 1,\n"
             "  \"files\": [\n"
             "    \"" +
-                first +
+                escapePath(first) +
                 "\",\n"
                 "    \"" +
-                second +
+                escapePath(second) +
                 "\"\n"
                 "  ],\n"
                 "  \"findings\": [\n"
                 "    {\n"
                 "      \"file\": \"" +
-                first +
+                escapePath(first) +
                 "\",\n"
                 "      \"line\": 4,\n"
                 "      \"column\": 1,\n"
@@ -105,7 +105,7 @@ TEST(CheckFormat, JsonHasTheFindingsOfAllFiles) {
                 "    },\n"
                 "    {\n"
                 "      \"file\": \"" +
-                second +
+                escapePath(second) +
                 "\",\n"
                 "      \"line\": 2,\n"
                 "      \"column\": 6,\n"

@@ -305,10 +305,10 @@ TEST(DiffFormat, JsonHoldsTheDifferences) {
             "  \"format\": \"kvfound-diff\",\n"
             "  \"version\": 1,\n"
             "  \"before\": \"" +
-                first +
+                escapePath(first) +
                 "\",\n"
                 "  \"after\": \"" +
-                second +
+                escapePath(second) +
                 "\",\n"
                 "  \"alike\": false,\n"
                 "  \"complete\": true,\n"

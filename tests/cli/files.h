@@ -53,6 +53,13 @@ inline std::string readBytes(const std::string& path) {
   return bytes.str();
 }
 
+/// A path within JSON, which doubles the backslashes of Windows.
+inline std::string escapePath(const std::string& path) {
+  std::string escaped;
+  for (const char c : path) escaped.append(c == '\\' ? 2 : 1, c);
+  return escaped;
+}
+
 /// Writes `text` to a file of the running test and returns its path.
 inline std::string makeFile(const std::string& name, const std::string& text) {
   std::string path = makePath(name);

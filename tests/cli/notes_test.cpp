@@ -68,7 +68,8 @@ TEST(JsonMessages, AreAnObjectALine) {
       run("convert '" + path + "' '" + makePath("out.kvml") + "' --to kvml --messages json");
 
   EXPECT_EQ(result.err,
-            "{\"level\":\"warning\",\"kind\":\"loss\",\"file\":\"" + makePath("out.kvml") +
+            "{\"level\":\"warning\",\"kind\":\"loss\",\"file\":\"" +
+                escapePath(makePath("out.kvml")) +
                 "\",\"foundation\":\"number 1 \\\"A\\\"\",\"sentence\":\"is lost, since "
                 "it has no stiffness\"}\n");
   EXPECT_EQ(result.status, 0);
@@ -82,21 +83,21 @@ TEST(JsonMessages, TellWhereSomethingIsSkippedOrRenamed) {
 
   EXPECT_EQ(
       run("show '" + path + "' --messages json").err,
-      "{\"level\":\"warning\",\"kind\":\"skipped\",\"file\":\"" + path +
+      "{\"level\":\"warning\",\"kind\":\"skipped\",\"file\":\"" + escapePath(path) +
           "\",\"line\":2,\"column\":1,\"sentence\":\"the number 0 of a <CurveBedding> is "
           "below 1; it was skipped\"}\n"
           "{\"level\":\"warning\",\"kind\":\"renamed\",\"file\":\"" +
-          path +
+          escapePath(path) +
           "\",\"line\":4,\"column\":1,\"sentence\":\"the name \\\"A\\\" is already taken; the "
           "bedding was read as \\\"A_1\\\"\"}\n"
           "{\"level\":\"note\",\"kind\":\"read\",\"file\":\"" +
-          path + "\",\"sentence\":\"2 beddings were read\"}\n");
+          escapePath(path) + "\",\"sentence\":\"2 beddings were read\"}\n");
 }
 
 TEST(JsonMessages, TellWhatBecomesOfFoundations) {
   const std::string path =
       makeModelFile("<FOUND NUMBER='1' NAME='A' IsGenerated='1'/><FOUND NUMBER='2' NAME='B'/>");
-  const std::string start = "\"file\":\"" + path + "\",\"foundation\":";
+  const std::string start = "\"file\":\"" + escapePath(path) + "\",\"foundation\":";
 
   EXPECT_EQ(run("prune '" + path + "' - --generated --messages json").err,
             "{\"level\":\"note\",\"kind\":\"removed\"," + start +
@@ -105,7 +106,7 @@ TEST(JsonMessages, TellWhatBecomesOfFoundations) {
                 start +
                 "\"number 1 \\\"B\\\"\",\"sentence\":\"had the number 2\"}\n"
                 "{\"level\":\"note\",\"kind\":\"summary\",\"file\":\"" +
-                path + "\",\"sentence\":\"1 removed, 1 kept\"}\n");
+                escapePath(path) + "\",\"sentence\":\"1 removed, 1 kept\"}\n");
 }
 
 TEST(JsonMessages, TellChangesThatHaveNoOtherPlace) {
@@ -128,7 +129,7 @@ TEST(JsonMessages, TellErrorsWithTheirPlace) {
   const Result result = run("convert '" + path + "' - --to kvml --messages=json");
 
   EXPECT_EQ(result.err,
-            "{\"level\":\"error\",\"kind\":\"error\",\"file\":\"" + path +
+            "{\"level\":\"error\",\"kind\":\"error\",\"file\":\"" + escapePath(path) +
                 "\",\"line\":2,\"column\":6,\"sentence\":\"this end tag does not close the element "
                 "that is open\"}\n");
   EXPECT_EQ(result.status, 2);
