@@ -134,7 +134,7 @@ void expectToWork(const std::string& example) {
       "folder=$(mktemp -d)\n"
       "cd '" KVFOUND_EXAMPLES_DIR
       "'\n"
-      "cp model.xml beddings.xml \"$folder\"\n"
+      "cp model.xml beddings.xml soil.csv \"$folder\"\n"
       "cp model.xml \"$folder/before.xml\"; cp beddings.xml \"$folder/after.xml\"\n"
       "cd \"$folder\"\n"
       "echo 3 >slabs.txt\n"
