@@ -35,8 +35,17 @@ bool readMore(std::FILE* file, std::size_t length, Content& content) {
   return got == length;
 }
 
+/// Room for all of a file at once, and for what parsers want behind its end.
+void reserve(Content& content) {
+  constexpr std::size_t room = 256;
+  std::error_code ignored;
+  const std::uintmax_t size = fs::file_size(Paths::fromText(content.path), ignored);
+  if (size < content.bytes.max_size() - room) content.bytes.reserve(size + room);
+}
+
 void readAll(std::FILE* file, Wanted isWanted, Content& content) {
   try {
+    if (!content.path.empty()) reserve(content);
     bool hasMore = readMore(file, lengthOfStart, content);
     if (!isWanted(content.bytes)) return;
     while (hasMore) hasMore = readMore(file, std::min(content.bytes.size(), mostAtOnce), content);

@@ -23,17 +23,18 @@ using Found::Foundation;
 class RowWriter {
  public:
   RowWriter(const Dialect& dialect, std::string_view lineEnd)
-      : separator(*dialect.separator),
-        decimal(*dialect.decimal),
-        quoted{separator, '"', '\r', '\n'},
-        rowEnd(lineEnd) {}
+      : separator(*dialect.separator), decimal(*dialect.decimal), rowEnd(lineEnd) {}
 
   void add(const Value& value) {
     if (!isFirst) text += separator;
     isFirst = false;
     const std::size_t begin = text.size();
     writeCell(text, value, decimal);
-    if (text.find_first_of(quoted, begin) != text.npos) quote(begin);
+    const auto isQuoted = [this](char c) {
+      return c == separator || c == '"' || c == '\r' || c == '\n';
+    };
+    if (std::any_of(text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(), isQuoted))
+      quote(begin);
   }
 
   void endRow() {
@@ -59,7 +60,6 @@ class RowWriter {
 
   char separator;
   char decimal;
-  std::string quoted;
   std::string rowEnd;
   bool isFirst = true;
 };

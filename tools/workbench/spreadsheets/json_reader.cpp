@@ -84,8 +84,12 @@ class Reader {
 
  private:
   std::string_view readKey(Json::field& member) {
-    setPlace(member.key().raw() - 1);
-    return member.unescaped_key();
+    const char* const key = member.key().raw();
+    setPlace(key - 1);
+    const std::string_view rest = text.substr(here + 1);
+    const std::string_view name = rest.substr(0, rest.find('"'));
+    // Escapes are left to the parser, which copies what it resolves.
+    return name.find('\\') == name.npos ? name : member.unescaped_key().value();
   }
 
   void readMember(Json::field& member) {
@@ -155,8 +159,7 @@ class Reader {
       origin.told.add(field);
       readField(field, value, *foundation);
     }
-    if (!origin.told.has(*Fields::find("name")))
-      foundation->setName(makeDefaultName(foundation->getNumber()));
+    if (!origin.told.has(nameField)) foundation->setName(makeDefaultName(foundation->getNumber()));
     sheet.origins.push_back(origin);
     manager.add(std::move(foundation));
   }
@@ -166,7 +169,6 @@ class Reader {
   }
 
   const Field& findField(std::string_view name, std::size_t& expected) {
-    const std::vector<Field>& fields = Fields::list();
     if (expected < fields.size() && name == fields[expected].name) return fields[expected++];
     const Field* const field = Fields::find(name);
     if (field == nullptr) fail(describeUnknown("field", name));
@@ -253,6 +255,8 @@ class Reader {
   Places places;
   FoundationManager& manager;
   Sheet sheet;
+  const std::vector<Field>& fields = Fields::list();
+  const Field& nameField = *Fields::find("name");
   bool hasFoundations = false;
   std::size_t here = 0;
 };

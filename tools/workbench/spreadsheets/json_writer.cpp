@@ -1,5 +1,6 @@
 #include "spreadsheets/json_writer.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <ostream>
@@ -45,7 +46,9 @@ struct Writer {
     const std::size_t begin = json.size();
     fmt::format_to(std::back_inserter(json), "{}", number);
     // A number with decimals stays one in languages that have whole numbers besides.
-    if (json.find_first_of(".e", begin) == json.npos) json += ".0";
+    const bool isWhole = std::none_of(json.begin() + static_cast<std::ptrdiff_t>(begin), json.end(),
+                                      [](char c) { return c == '.' || c == 'e'; });
+    if (isWhole) json += ".0";
   }
   void operator()(const std::string& text) const { appendText(json, text); }
 

@@ -1,5 +1,6 @@
 #include "spreadsheets/rows.h"
 
+#include <algorithm>
 #include <new>
 
 #include <csv.h>
@@ -70,9 +71,10 @@ class Parser {
 
 /// Behind the end of the line that starts at `begin`.
 std::size_t findLineEnd(std::string_view text, std::size_t begin) {
-  const std::size_t end = text.find_first_of("\r\n", begin);
-  if (end == text.npos) return text.size();
-  return text.compare(end, 2, "\r\n") == 0 ? end + 2 : end + 1;
+  const std::size_t feed = std::min(text.find('\n', begin), text.size());
+  const std::size_t line = text.substr(begin, feed - begin).find('\r');
+  const bool isEnd = line != text.npos && begin + line + 1 < feed;  // with more behind it
+  return isEnd ? begin + line + 1 : std::min(feed + 1, text.size());
 }
 
 bool isBlank(std::string_view line) { return line.find_first_not_of("\r\n") == line.npos; }

@@ -1,6 +1,8 @@
 #include "text/utf8.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 #include <utf8proc.h>
 
@@ -33,6 +35,11 @@ bool isValid(std::string_view text) {
 }
 
 bool isAscii(std::string_view text) {
+  std::uint64_t word = 0;
+  for (; text.size() >= sizeof word; text.remove_prefix(sizeof word)) {
+    std::memcpy(&word, text.data(), sizeof word);
+    if ((word & 0x8080808080808080U) != 0) return false;
+  }
   return std::all_of(text.begin(), text.end(), [](char byte) { return (byte & 0x80) == 0; });
 }
 
