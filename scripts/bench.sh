@@ -1,28 +1,33 @@
 #!/usr/bin/env bash
-# Builds the benchmarks and prints two tables, or the one that is named:
+# Builds the benchmarks and prints three tables, or the one that is named:
 #   scripts/bench.sh [first [--jobs NAME,...] [--sizes N,...] [--pairs COUNT]]
 #   scripts/bench.sh [repeated [--benchmark_filter=REGEX ...]]
+#   scripts/bench.sh [spreadsheets [--size N] [--pairs COUNT]]
 # first:    each job once in a process of its own, as ratios to bare pugixml, with their limits and
 #           with the memory that reading takes
 # repeated: time per foundation of jobs that one process repeats, and the ratio to the yardstick of the
 #           same size in the same run
+# spreadsheets: tables and JSON, as processor time and as ratio to Python's modules csv and json
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-tables=${1:-both}
+tables=${1:-all}
 [ $# -eq 0 ] || shift
-case $tables in first | repeated | both) ;; *) sed -n '2,4p' "$0" >&2; exit 2 ;; esac
+case $tables in first | repeated | spreadsheets | all) ;; *) sed -n '2,5p' "$0" >&2; exit 2 ;; esac
 
 install_packages "${build_packages[@]}" libbenchmark-dev libxml2-dev pkg-config python3
 build=build/bench
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKVFOUND_BENCHMARKS=ON >/dev/null
-cmake --build "$build" --target kvfound_bench kvfound_first_run >/dev/null
+cmake --build "$build" --target kvfound_bench kvfound_first_run kvfound_spreadsheets >/dev/null
 
-if [ "$tables" != repeated ]; then
+if [ "$tables" = spreadsheets ] || [ "$tables" = all ]; then
+  python3 bench/spreadsheets.py "$build/bench/kvfound_spreadsheets" "$@"
+fi
+if [ "$tables" = first ] || [ "$tables" = all ]; then
   python3 bench/first_runs.py "$build/bench/kvfound_first_run" "$@"
 fi
-[ "$tables" != first ] || exit 0
+[ "$tables" = repeated ] || [ "$tables" = all ] || exit 0
 "$build/bench/kvfound_bench" --benchmark_format=csv "$@" 2>/dev/null | tr -d '"' | awk -F, '
   BEGIN {
     yardsticks["readLegacy"] = yardsticks["readLegacyWith"] = "readLegacyWith/pugixml"
