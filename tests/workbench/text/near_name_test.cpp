@@ -24,6 +24,12 @@ TEST(NearName, IsTheNearest) {
   EXPECT_EQ(findNearName("--units", {"--unit-x", "--unit"}), "--unit");
 }
 
+TEST(NearName, IsRatherInTheOtherCaseThanAnotherLetterAway) {
+  const std::vector<std::string> names = {"areaX", "areaY", "areaZ"};
+  for (const char* asked : {"areaz", "AREAZ", "Areaz"})
+    EXPECT_EQ(findNearName(asked, names), "areaZ") << asked;
+}
+
 TEST(NearName, IsNoneOfNone) { EXPECT_EQ(findNearName("show", {}), std::nullopt); }
 
 }  // namespace

@@ -4,19 +4,29 @@
 
 namespace {
 
-/// How many letters must be put in, left out, replaced, or swapped with their neighbour.
+constexpr std::size_t wrongLetter = 8;
+constexpr std::size_t wrongCase = 1;  // areaz means areaZ rather than areaX
+
+char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+std::size_t measureDistance(char a, char b) {
+  if (a == b) return 0;
+  return toLower(a) == toLower(b) ? wrongCase : wrongLetter;
+}
+
+/// What the letters weigh that must be put in, left out, replaced, or swapped with their neighbour.
 std::size_t measureDistance(const std::string& a, const std::string& b) {
   std::vector<std::vector<std::size_t>> distances(a.size() + 1,
                                                   std::vector<std::size_t>(b.size() + 1));
-  for (std::size_t i = 0; i <= a.size(); ++i) distances[i][0] = i;
-  for (std::size_t j = 0; j <= b.size(); ++j) distances[0][j] = j;
+  for (std::size_t i = 0; i <= a.size(); ++i) distances[i][0] = i * wrongLetter;
+  for (std::size_t j = 0; j <= b.size(); ++j) distances[0][j] = j * wrongLetter;
   for (std::size_t i = 1; i <= a.size(); ++i)
     for (std::size_t j = 1; j <= b.size(); ++j) {
       std::size_t& distance = distances[i][j];
-      distance = std::min({distances[i - 1][j] + 1, distances[i][j - 1] + 1,
-                           distances[i - 1][j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1)});
+      distance = std::min({distances[i - 1][j] + wrongLetter, distances[i][j - 1] + wrongLetter,
+                           distances[i - 1][j - 1] + measureDistance(a[i - 1], b[j - 1])});
       if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
-        distance = std::min(distance, distances[i - 2][j - 2] + 1);
+        distance = std::min(distance, distances[i - 2][j - 2] + wrongLetter);
     }
   return distances[a.size()][b.size()];
 }
@@ -29,6 +39,7 @@ std::optional<std::string> findNearName(const std::string& asked,
     return measureDistance(asked, a) < measureDistance(asked, b);
   };
   const auto near = std::min_element(names.begin(), names.end(), isNearer);
-  if (near == names.end() || measureDistance(asked, *near) * 3 > near->size()) return {};
+  if (near == names.end() || measureDistance(asked, *near) * 3 > near->size() * wrongLetter)
+    return {};
   return *near;
 }
