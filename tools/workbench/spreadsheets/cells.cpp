@@ -105,26 +105,32 @@ bool looksLikeFormula(std::string_view text) {
   return start != text.npos && formulaStarts.find(text[start]) != text.npos;
 }
 
+/// Where commas separate cells, nobody takes a point for a mark between thousands.
+bool canHaveThousands(std::string_view digits, const Dialect& dialect) {
+  const bool isEnglish = dialect.separator == ',' && dialect.decimal == '.';
+  return !isEnglish && isGrouped(digits, '.');
+}
+
 struct Writer {
   void operator()(std::monostate) const {}
   void operator()(bool flag) const { text += flag ? "true" : "false"; }
   void operator()(int number) const { text += std::to_string(number); }
   void operator()(double number) const {
     std::string digits = DisplayText::fromNumber(number);
-    // A number of three decimals with a comma would read as thousands elsewhere.
-    if (decimal != '.') {
-      if (isGrouped(digits, '.')) digits += '0';
-      std::replace(digits.begin(), digits.end(), '.', decimal);
-    }
+    if (canHaveThousands(digits, dialect)) digits += '0';
+    std::replace(digits.begin(), digits.end(), '.', *dialect.decimal);
     text += digits;
   }
   void operator()(const std::string& name) const {
-    if (looksLikeFormula(name)) text += asText;
-    text += name;
+    if (type == Fields::Type::text)
+      writeText(text, name);
+    else
+      text += name;
   }
 
   std::string& text;
-  char decimal;
+  Fields::Type type;
+  const Dialect& dialect;
 };
 
 }  // namespace
@@ -159,12 +165,14 @@ std::string readName(std::string_view text) {
   return std::string(text);
 }
 
+std::string readText(std::string_view cell) {
+  const bool isMarked = !cell.empty() && cell[0] == asText && looksLikeFormula(cell);
+  return readName(cell.substr(isMarked ? 1 : 0));
+}
+
 Value readCell(const Fields::Field& field, std::string_view text, char decimal) {
   using Fields::Type;
-  if (field.type == Type::text) {
-    const bool isMarked = !text.empty() && text[0] == asText && looksLikeFormula(text);
-    return readName(text.substr(isMarked ? 1 : 0));
-  }
+  if (field.type == Type::text) return readText(text);
   text = trim(text);
   switch (field.type) {
     case Type::integer:
@@ -181,8 +189,14 @@ Value readCell(const Fields::Field& field, std::string_view text, char decimal) 
   }
 }
 
-void writeCell(std::string& text, const Value& value, char decimal) {
-  std::visit(Writer{text, decimal}, value);
+void writeCell(std::string& text, const Fields::Field& field, const Value& value,
+               const Dialect& dialect) {
+  std::visit(Writer{text, field.type, dialect}, value);
+}
+
+void writeText(std::string& cell, std::string_view text) {
+  if (looksLikeFormula(text)) cell += asText;
+  cell += text;
 }
 
 }  // namespace Spreadsheets

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "foundations/fields.h"
+#include "spreadsheets/sheet.h"
 
 namespace Spreadsheets {
 
@@ -18,9 +19,17 @@ bool readFlag(std::string_view text);
 /// A name that documents can hold. Throws std::invalid_argument.
 std::string readName(std::string_view text);
 
-/// Appends the value as readCell() reads it. Where it would start like a formula, an apostrophe
-/// stands before it.
-void writeCell(std::string& text, const Fields::Value& value, char decimal);
+/// The text of a cell, without the apostrophe that keeps it from being a formula. Throws
+/// std::invalid_argument.
+std::string readText(std::string_view cell);
+
+/// Appends the value as readCell() reads it from a table of this dialect, which is complete.
+void writeCell(std::string& text, const Fields::Field& field, const Fields::Value& value,
+               const Dialect& dialect);
+
+/// Appends a text as readText() reads it: where it would start like a formula, an apostrophe stands
+/// before it.
+void writeText(std::string& cell, std::string_view text);
 
 /// True for digits in groups of three that have `mark` between them, such as 1.500.
 bool isGrouped(std::string_view number, char mark);

@@ -16,25 +16,16 @@
 namespace Spreadsheets {
 namespace {
 
-using Fields::Value;
 using Found::Foundation;
 
 /// Rows of a table, one behind the other.
 class RowWriter {
  public:
-  RowWriter(const Dialect& dialect, std::string_view lineEnd)
-      : separator(*dialect.separator), decimal(*dialect.decimal), rowEnd(lineEnd) {}
+  RowWriter(const Dialect& complete, std::string_view lineEnd)
+      : dialect(complete), rowEnd(lineEnd) {}
 
-  void add(const Value& value) {
-    if (!isFirst) text += separator;
-    isFirst = false;
-    const std::size_t begin = text.size();
-    writeCell(text, value, decimal);
-    const auto isQuoted = [this](char c) {
-      return c == separator || c == '"' || c == '\r' || c == '\n';
-    };
-    if (std::any_of(text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(), isQuoted))
-      quote(begin);
+  void addText(std::string_view cell) {
+    addCell([&] { writeText(text, cell); });
   }
 
   void endRow() {
@@ -43,14 +34,32 @@ class RowWriter {
   }
 
   void addRow(const std::vector<Column>& columns, Foundation& foundation, bool isCurrent) {
-    for (const Column& column : columns)
-      add(column.field != nullptr ? column.field->get(foundation) : Value(isCurrent));
+    for (const auto& [field] : columns)
+      addCell([&, known = field] {
+        if (known != nullptr)
+          writeCell(text, *known, known->get(foundation), dialect);
+        else
+          text += isCurrent ? "true" : "false";
+      });
     endRow();
   }
 
   std::string text;
 
  private:
+  template <class Write>
+  void addCell(const Write& write) {
+    if (!isFirst) text += *dialect.separator;
+    isFirst = false;
+    const std::size_t begin = text.size();
+    write();
+    const auto isQuoted = [this](char c) {
+      return c == *dialect.separator || c == '"' || c == '\r' || c == '\n';
+    };
+    if (std::any_of(text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(), isQuoted))
+      quote(begin);
+  }
+
   void quote(std::size_t begin) {
     for (std::size_t i = text.find('"', begin); i != text.npos; i = text.find('"', i + 2))
       text.insert(i, 1, '"');
@@ -58,8 +67,7 @@ class RowWriter {
     text += '"';
   }
 
-  char separator;
-  char decimal;
+  Dialect dialect;
   std::string rowEnd;
   bool isFirst = true;
 };
@@ -123,11 +131,11 @@ void writeCsv(const Found::FoundationManager& manager, const Dialect& dialect, c
   if (dialect.decimal == ',') row.text += byteOrderMark;
   if (!units.force.empty()) {
     for (const std::string& cell : {std::string(unitsStart), units.force, units.length})
-      row.add(cell);
+      row.addText(cell);
     row.endRow();
   }
   for (const Column& column : columns)
-    row.add(std::string(column.field != nullptr ? column.field->name : currentField));
+    row.addText(column.field != nullptr ? column.field->name : currentField);
   row.endRow();
   for (Foundation* foundation : manager.getFoundations()) {
     row.addRow(columns, *foundation, foundation == manager.getCurrentFoundation());
