@@ -31,17 +31,19 @@ std::string_view trim(std::string_view text) {
 /// What stands before the foundations.
 struct Head {
   Row names;  // of the columns; with none when the table is empty
-  Units units;
+  Row units;  // with no cells when there are none
 };
+
+bool isRemark(const Row& row) { return row.cells[0].compare(0, 1, remarkStart) == 0; }
 
 Head readHead(std::string_view text, char separator, const std::string& shownPath) {
   Head head;
   readRows(text, separator, shownPath, [&head](const Row& row) {
-    if (row.cells[0].compare(0, 1, remarkStart) != 0) {
+    if (!isRemark(row)) {
       head.names = row;
       return false;
     }
-    if (row.cells[0] == unitsStart && row.count >= 3) head.units = {row.cells[1], row.cells[2]};
+    if (row.cells[0] == unitsStart && row.count >= 3) head.units = row;
     return true;
   });
   return head;
@@ -53,41 +55,64 @@ std::size_t countKnown(const Row& names) {
       [](const std::string& name) { return isName(trim(name)); }));
 }
 
-/// Of the first row, as this separator cuts it; none where it cannot be cut by it.
-std::size_t countKnown(std::string_view text, char separator) {
+/// What a separator makes of the head: names first of all, then units; 0 where it cannot cut it.
+std::size_t rate(std::string_view text, char separator) {
   try {
-    return countKnown(readHead(text, separator, "").names);
+    const Head head = readHead(text, separator, "");
+    return 2 * countKnown(head.names) + (head.units.count > 0 ? 1 : 0);
   } catch (const UserError&) {
     return 0;
   }
 }
 
-/// False where a row has more than one cell.
-bool isOneColumn(std::string_view text, char separator) {
-  bool isSingle = true;
+/// True where a single name stands over rows that have commas.
+bool hasCommasInOneColumn(std::string_view text) {
+  bool isBehindName = false;
+  bool hasComma = false;
   try {
-    readRows(text, separator, "", [&isSingle](const Row& row) {
-      isSingle = row.count == 1;
-      return isSingle;
+    readRows(text, ',', "", [&](const Row& row) {
+      if (!isBehindName && isRemark(row)) return true;
+      if (!isBehindName && row.count > 1) return false;
+      isBehindName = true;
+      hasComma = row.count > 1;
+      return !hasComma;
     });
   } catch (const UserError&) {
-    return false;
+    return true;
   }
-  return isSingle;
+  return hasComma;
 }
 
-/// The separator that makes the most names of the first row.
+/// The separator that makes the most of the head.
 char recogniseSeparator(std::string_view text) {
   char best = ',';
   std::size_t most = 0;
   for (const char separator : {',', ';', '\t'}) {
-    const std::size_t known = countKnown(text, separator);
-    if (known <= most) continue;
+    const std::size_t rated = rate(text, separator);
+    if (rated <= most) continue;
     best = separator;
-    most = known;
+    most = rated;
   }
   // A single name has none behind it, but its numbers may have a comma in them.
-  return most == 1 && best == ',' && !isOneColumn(text, best) ? ';' : best;
+  const bool isOneName = best == ',' && most == 2;
+  return isOneName && hasCommasInOneColumn(text) ? ';' : best;
+}
+
+std::string readUnit(const Row& row, std::size_t place, const Charset& charset,
+                     const std::string& shownPath) {
+  const std::string unit = charset.toUtf8(row.cells[place]);
+  try {
+    return readText(unit);
+  } catch (const std::invalid_argument& error) {
+    throw UserError(fmt::format("{}:{}: a unit cannot be \"{}\", only {}", shownPath, row.line,
+                                DisplayText::shorten(DisplayText::fromName(unit), 60),
+                                error.what()));
+  }
+}
+
+Units readUnits(const Row& row, const Charset& charset, const std::string& shownPath) {
+  if (row.count == 0) return {};
+  return {readUnit(row, 1, charset, shownPath), readUnit(row, 2, charset, shownPath)};
 }
 
 std::vector<Column> readColumns(const Row& names, const std::string& shownPath) {
@@ -187,7 +212,7 @@ Sheet readCsv(const std::string& bytes, const Charset& charset, const Dialect& w
   const Head head = readHead(text, separator, shownPath);
   if (head.names.count == 0)
     throw UserError(shownPath + ": this table is empty; its first row names the columns");
-  sheet.units = head.units;
+  sheet.units = readUnits(head.units, charset, shownPath);
   sheet.columns = readColumns(head.names, shownPath);
   sheet.dialect = {separator,
                    recogniseDecimal(text, separator, sheet.columns, wanted.decimal, shownPath)};
