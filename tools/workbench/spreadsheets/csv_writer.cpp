@@ -1,8 +1,10 @@
 #include "spreadsheets/csv_writer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 #include <string_view>
+#include <variant>
 
 #include <fmt/format.h>
 
@@ -79,6 +81,15 @@ std::vector<Column> listColumns() {
   return columns;
 }
 
+bool endsLine(std::string_view text) {
+  return !text.empty() && (text.back() == '\n' || text.back() == '\r');
+}
+
+void dropLineEnd(std::string& text) {
+  if (!text.empty() && text.back() == '\n') text.pop_back();
+  if (!text.empty() && text.back() == '\r') text.pop_back();
+}
+
 std::string_view findLineEnd(std::string_view text) {
   const std::size_t end = text.find_first_of("\r\n");
   if (end == text.npos || text[end] == '\n') return "\n";
@@ -105,10 +116,18 @@ std::string encode(const std::string& text, const Charset& charset, const std::s
   return bytes;
 }
 
+bool isNan(const Fields::Value& value) {
+  const double* const number = std::get_if<double>(&value);
+  return number != nullptr && std::isnan(*number);
+}
+
 /// True when the row of one would be that of the other.
 bool areSame(const std::vector<Column>& columns, Foundation& first, Foundation& second) {
   return std::all_of(columns.begin(), columns.end(), [&](const Column& column) {
-    return column.field == nullptr || column.field->get(first) == column.field->get(second);
+    if (column.field == nullptr) return true;
+    const Fields::Value before = column.field->get(first);
+    const Fields::Value after = column.field->get(second);
+    return before == after || (isNan(before) && isNan(after));
   });
 }
 
@@ -172,9 +191,10 @@ std::string editCsv(const std::string& bytes, const Charset& charset, const Shee
   edited.append(bytes, copied);
   for (const auto& [old, now] : pairs) {
     if (old != nullptr) continue;
-    if (edited.find_last_of("\r\n") + 1 != edited.size()) edited += lineEnd;
+    if (!endsLine(edited)) edited += lineEnd;
     edited += makeRow(*now);
   }
+  if (!endsLine(bytes)) dropLineEnd(edited);
   return edited;
 }
 
