@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "files/user_error.h"
+#include "spreadsheets/byte_order_mark.h"
 #include "spreadsheets/cells.h"
 #include "spreadsheets/csv_words.h"
 #include "spreadsheets/dialect.h"
@@ -193,19 +194,18 @@ class Reader {
   FieldSet told;
 };
 
-/// Of the bytes before the first that is a character.
-std::size_t measureMark(std::string_view bytes, const std::string& shownPath) {
+void refuseUtf16(std::string_view bytes, const std::string& shownPath) {
   const std::string_view start = bytes.substr(0, 2);
   if (start == "\xFF\xFE" || start == "\xFE\xFF")
     throw UserError(shownPath + ": this is a table in UTF-16; save it as CSV in UTF-8");
-  return bytes.compare(0, byteOrderMark.size(), byteOrderMark) == 0 ? byteOrderMark.size() : 0;
 }
 
 }  // namespace
 
 Sheet readCsv(const std::string& bytes, const Charset& charset, const Dialect& wanted,
               const std::string& shownPath, FoundationManager& manager) {
-  const std::size_t mark = measureMark(bytes, shownPath);
+  refuseUtf16(bytes, shownPath);
+  const std::size_t mark = measureMark(bytes);
   const std::string_view text = std::string_view(bytes).substr(mark);
   Sheet sheet;
   const char separator = wanted.separator ? *wanted.separator : recogniseSeparator(text);

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <string_view>
-
+/// What stands in tables beside names and values.
 namespace Spreadsheets {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr const char* remarkStart = "#";
 constexpr const char* unitsStart = "#units";
 

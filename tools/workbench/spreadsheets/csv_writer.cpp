@@ -10,6 +10,7 @@
 
 #include "files/user_error.h"
 #include "kv/code_page.h"
+#include "spreadsheets/byte_order_mark.h"
 #include "spreadsheets/cells.h"
 #include "spreadsheets/csv_words.h"
 #include "text/display_text.h"

@@ -4,6 +4,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <set>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -12,10 +13,12 @@
 #include <simdjson.h>
 
 #include "files/user_error.h"
+#include "spreadsheets/byte_order_mark.h"
 #include "spreadsheets/cells.h"
 #include "spreadsheets/json_words.h"
 #include "spreadsheets/names.h"
 #include "text/display_text.h"
+#include "text/utf8.h"
 
 namespace Spreadsheets {
 namespace {
@@ -64,13 +67,16 @@ class Reader {
       : text(bytes), shownPath(std::move(path)), places(bytes), manager(foundations) {}
 
   Sheet read(Json::document& document) {
-    for (Json::field member : document.get_object()) readMember(member);
+    Names given;
+    for (Json::field member : document.get_object()) readMember(member, given);
     auto rest = document.current_location();
     if (rest.error() != simdjson::OUT_OF_BOUNDS) {
       setPlace(rest.value());
       fail("there is more behind the end of the document");
     }
-    if (!hasFoundations) fail(fmt::format("there is no member \"{}\"", foundationsMember));
+    here = 0;
+    if (given.count(foundationsMember) == 0)
+      fail(fmt::format("there is no member \"{}\"", foundationsMember));
     return std::move(sheet);
   }
 
@@ -79,10 +85,17 @@ class Reader {
                                 places.findColumn(here), fault));
   }
 
+  [[noreturn]] void failAtJson(simdjson::error_code error) {
+    if (error == simdjson::MEMALLOC) throw std::bad_alloc();
+    fail(fmt::format("this is no JSON that can be read: {}", simdjson::error_message(error)));
+  }
+
   /// Where a fault is, from here on.
   void setPlace(const char* place) { here = static_cast<std::size_t>(place - text.data()); }
 
  private:
+  using Names = std::set<std::string_view>;
+
   std::string_view readKey(Json::field& member) {
     const char* const key = member.key().raw();
     setPlace(key - 1);
@@ -92,8 +105,9 @@ class Reader {
     return name.find('\\') == name.npos ? name : member.unescaped_key().value();
   }
 
-  void readMember(Json::field& member) {
+  void readMember(Json::field& member, Names& given) {
     const std::string_view name = readKey(member);
+    if (!given.insert(name).second) failAtTwice(name);
     Json::value value = member.value();
     if (name == formatMember)
       requireText(value, name, formatName);
@@ -123,22 +137,27 @@ class Reader {
   }
 
   void readUnits(Json::value& value) {
+    if (value.type() != Json::json_type::object) failAtType("an object");
+    Names given;
     for (Json::field member : value.get_object()) {
       const std::string_view name = readKey(member);
       if (name != forceMember && name != lengthMember)
         fail(fmt::format("there is no member {}", quote(name)));
-      std::string& unit = name == forceMember ? sheet.units.force : sheet.units.length;
-      unit = std::string(member.value().get_string().value());
+      if (!given.insert(name).second) failAtTwice(name);
+      Json::value unit = member.value();
+      (name == forceMember ? sheet.units.force : sheet.units.length) =
+          readText(unit, name, readName);
     }
   }
 
   void readFoundations(Json::value& value) {
-    if (std::exchange(hasFoundations, true)) fail("the foundations are given twice");
+    if (value.type() != Json::json_type::array) failAtType("a list of foundations");
     for (Json::value element : value.get_array()) readFoundation(element);
   }
 
   void readFoundation(Json::value& element) {
     setPlace(element.raw_json_token().data());
+    if (element.type() != Json::json_type::object) fail("a foundation can only be an object");
     Origin origin;
     origin.line = places.findLine(here);
     origin.column = places.findColumn(here);
@@ -196,8 +215,11 @@ class Reader {
       case Type::flag:
         return readBool(value);
       case Type::text:
+        return readText(value, field.name, readName);
       case Type::failure:
-        return readText(field, value);
+        return readText(value, field.name, [&field](std::string_view word) {
+          return std::get<std::string>(readCell(field, word, '.'));
+        });
       case Type::factor:
         return readDouble(value, "a number");
       case Type::stiffness:
@@ -233,14 +255,14 @@ class Reader {
     failAtType(advice);
   }
 
-  std::string readText(const Field& field, Json::value& value) {
+  template <class Read>
+  std::string readText(Json::value& value, std::string_view name, const Read& read) {
     if (value.type() != Json::json_type::string) failAtType("a text");
     const std::string_view given = value.get_string();
     try {
-      if (field.type == Fields::Type::text) return readName(given);
-      return std::get<std::string>(readCell(field, given, '.'));
+      return read(given);
     } catch (const std::invalid_argument& error) {
-      fail(fmt::format("{} cannot be {}, only {}", field.name, quote(given), error.what()));
+      fail(fmt::format("{} cannot be {}, only {}", name, quote(given), error.what()));
     }
   }
 
@@ -257,27 +279,38 @@ class Reader {
   Sheet sheet;
   const std::vector<Field>& fields = Fields::list();
   const Field& nameField = *Fields::find("name");
-  bool hasFoundations = false;
   std::size_t here = 0;
 };
+
+/// Of the bytes before the first that is no character.
+std::size_t measureUtf8(std::string_view bytes) {
+  std::string_view rest = bytes;
+  std::string_view behind = rest;
+  while (!rest.empty() && Utf8::take(behind) != Utf8::invalid) rest = behind;
+  return bytes.size() - rest.size();
+}
 
 }  // namespace
 
 Sheet readJson(std::string& bytes, const std::string& shownPath, FoundationManager& manager) {
   bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING);
+  const std::size_t mark = measureMark(bytes);
   Reader reader(bytes, shownPath, manager);
   Json::parser parser;
   Json::document document;
+  const simdjson::error_code fault =
+      parser
+          .iterate(simdjson::padded_string_view(bytes.data() + mark, bytes.size() - mark,
+                                                bytes.capacity() - mark))
+          .get(document);
+  if (fault == simdjson::UTF8_ERROR) reader.setPlace(bytes.data() + measureUtf8(bytes));
+  if (fault != simdjson::SUCCESS) reader.failAtJson(fault);
   try {
-    document =
-        parser.iterate(simdjson::padded_string_view(bytes.data(), bytes.size(), bytes.capacity()));
     return reader.read(document);
   } catch (const simdjson::simdjson_error& error) {
-    if (error.error() == simdjson::MEMALLOC) throw std::bad_alloc();
     const auto place = document.current_location();
     if (place.error() == simdjson::SUCCESS) reader.setPlace(place.value_unsafe());
-    reader.fail(fmt::format("this is no JSON that can be read: {}",
-                            simdjson::error_message(error.error())));
+    reader.failAtJson(error.error());
   }
 }
 
