@@ -45,7 +45,7 @@ void report(Document& document) {
   const Checks::Findings findings = Checks::find(document);
   const std::size_t foundations = document.getFoundations().getFoundations().size();
   document.getFoundations().updateFoundationMaximum();
-  for (const Report::Units& units : {Report::Units{}, Report::Units{"kN", "m"}})
+  for (const Units& units : {Units{}, Units{"kN", "m"}})
     checkPage(Report::makePage({document, document.getFoundations(), findings, units}), foundations,
               findings.list().size());
 }

@@ -119,7 +119,7 @@ TEST(WorkbenchFaults, ComparingDocumentsKeepsNothing) {
 }
 
 TEST(WorkbenchFaults, AReportIsWholeOrNone) {
-  const Report::Units units = {"kilonewton", "metre"};
+  const Units units = {"kilonewton", "metre"};
   std::string page;
   const auto print = [&units](const std::string& bytes) {
     Document document(hold(bytes));

@@ -10,8 +10,8 @@
 #include "documents/form.h"
 #include "foundations/matching.h"
 #include "foundations/selection.h"
+#include "foundations/units.h"
 #include "notes.h"
-#include "report/bars.h"
 
 /// The commands of the program, one file each. Results go to `out` or to a file, remarks to
 /// `notes`. A path "-" stands for standard input or output. The version is that of exchange
@@ -107,7 +107,7 @@ struct ReportOptions {
   std::vector<std::string> in = {"-"};
   std::string out = "-";  // a folder, if there are several
   Selection selection;
-  Report::Units units;
+  Units units;
   Documents::ReadOptions reading;
 };
 Status report(const ReportOptions& options, Notes& notes);

@@ -68,7 +68,7 @@ std::vector<std::string> listPages(const ReportOptions& options) {
 }
 
 void reportOne(const std::string& path, const std::string& page, const ReportOptions& options,
-               const Report::Units& units, Notes& notes) {
+               const Units& units, Notes& notes) {
   OutputFile output = Commands::openOutput(page);
   requireReplaceable(output);
   Documents::Document document(Documents::readFile(path, options.reading.form), options.reading);
@@ -89,7 +89,7 @@ void reportOne(const std::string& path, const std::string& page, const ReportOpt
 namespace Commands {
 
 Status report(const ReportOptions& options, Notes& notes) {
-  const Report::Units units = {readUnit(options.units.force), readUnit(options.units.length)};
+  const Units units = {readUnit(options.units.force), readUnit(options.units.length)};
   if (units.force.empty() != units.length.empty())
     throw UserError(
         "--unit-force and --unit-length are given together or not at all; see kvfound report "

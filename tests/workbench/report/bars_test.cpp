@@ -12,7 +12,7 @@ using Found::Foundation;
 using Report::Bar;
 using Report::Part;
 
-std::vector<std::string> listUnits(Part part, const Report::Units& units) {
+std::vector<std::string> listUnits(Part part, const Units& units) {
   std::vector<std::string> texts;
   for (const Report::Direction& direction : Report::listDirections(part, units))
     texts.push_back(std::string(direction.name) + " " + direction.unit);

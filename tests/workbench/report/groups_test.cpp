@@ -19,7 +19,7 @@ using ReportTest::Texts;
 
 /// The page of 60 foundations without anything odd, and one more, whose group is closed.
 std::string reportClosed(const std::string& ordinary, const std::string& odd,
-                         const Report::Units& units = {}) {
+                         const Units& units = {}) {
   std::string foundations;
   for (int i = 1; i <= 60; ++i)
     foundations += "<FOUND NUMBER='" + std::to_string(i) + "' " + ordinary + "/>\n";

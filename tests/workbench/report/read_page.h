@@ -17,7 +17,7 @@ namespace ReportTest {
 using Texts = std::vector<std::string>;
 
 /// Labels of the usual units.
-inline const Report::Units kiloNewton = {"kN", "m"};
+inline const Units kiloNewton = {"kN", "m"};
 
 /// A model of these foundations.
 inline std::string makeModel(const std::string& foundations, const std::string& attributes = "") {
@@ -26,7 +26,7 @@ inline std::string makeModel(const std::string& foundations, const std::string& 
 }
 
 /// The page of a document that is opened.
-inline std::string print(Documents::Document& document, const Report::Units& units) {
+inline std::string print(Documents::Document& document, const Units& units) {
   Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
   const Checks::Findings findings = Checks::find(document);
@@ -34,18 +34,18 @@ inline std::string print(Documents::Document& document, const Report::Units& uni
 }
 
 /// The page of a document.
-inline std::string report(const std::string& bytes, const Report::Units& units = {},
+inline std::string report(const std::string& bytes, const Units& units = {},
                           const std::optional<std::string>& version = std::nullopt) {
   Documents::Document document({"folder/file.xml", "", bytes}, {version, {}, {}});
   return print(document, units);
 }
 
-inline std::string reportModel(const std::string& foundations, const Report::Units& units = {}) {
+inline std::string reportModel(const std::string& foundations, const Units& units = {}) {
   return report(makeModel(foundations), units);
 }
 
 /// The page of a document of the examples.
-inline std::string reportExample(const std::string& name, const Report::Units& units = {}) {
+inline std::string reportExample(const std::string& name, const Units& units = {}) {
   Documents::Document document(Documents::readFile(KVFOUND_EXAMPLES_DIR "/" + name));
   return print(document, units);
 }

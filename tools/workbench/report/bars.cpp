@@ -5,33 +5,18 @@
 #include "foundations/parts.h"
 
 namespace Report {
-namespace {
-
 using Found::Foundation;
-
-std::string makeUnit(const Units& units, const std::string& perLength) {
-  return units.force.empty() ? "" : units.force + "/" + units.length + perLength;
-}
-
-/// Moment by length and radian, such as kNm/m/rad.
-std::string makeRotationUnit(const Units& units) {
-  if (units.force.empty()) return "";
-  const std::string times = units.length.size() > 1 ? "\xC2\xB7" : "";  // a dot, as in lbf·ft
-  return units.force + times + units.length + "/" + units.length + "/rad";
-}
-
-}  // namespace
 
 std::vector<Direction> listDirections(Part part, const Units& units) {
   if (part == Part::area) {
-    const std::string unit = makeUnit(units, "\xC2\xB3");  // cubed
+    const std::string unit = UnitNames::ofArea(units);
     return {{"x", unit, false}, {"y", unit, false}, {"z", unit, false}};
   }
-  const std::string unit = makeUnit(units, "\xC2\xB2");  // squared
+  const std::string unit = UnitNames::ofLine(units);
   return {{"x", unit, false},
           {"y", unit, false},
           {"z", unit, false},
-          {"rotation x", makeRotationUnit(units), true}};
+          {"rotation x", UnitNames::ofRotation(units), true}};
 }
 
 std::vector<Bar> listBars(Part part, Foundation& foundation) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "found/foundation.h"
+#include "foundations/units.h"
 
 /// What a report shows of a foundation, part by part.
 namespace Report {
@@ -21,12 +22,6 @@ struct Direction {
   const char* name;
   std::string unit;  // empty where none is claimed
   bool isRotation;
-};
-
-/// Labels of the units of a document; nothing is converted.
-struct Units {
-  std::string force;
-  std::string length;
 };
 
 /// The directions of a part, and the bars of a foundation in the same order.
