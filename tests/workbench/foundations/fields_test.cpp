@@ -167,4 +167,13 @@ TEST(FieldsSet, TakeAVectorAwayWithItsLastComponent) {
 
 TEST(FieldsFind, NothingByAnotherName) { EXPECT_EQ(Fields::find("areaQ"), nullptr); }
 
+TEST(Fields, KeepTheSignOfAZeroFactor) {
+  Foundation foundation;
+  for (const char* name : {"areaFactor", "lineFactor"}) {
+    const Fields::Field& field = *Fields::find(name);
+    field.set(foundation, -0.0);
+    EXPECT_EQ(Fields::show(field.get(foundation)), "-0");
+  }
+}
+
 }  // namespace

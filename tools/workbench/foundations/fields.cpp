@@ -56,6 +56,13 @@ void set(Foundation& foundation, const Value& value) {
   (foundation.*Set)(std::get<Held>(value));
 }
 
+/// The library takes a zero of the other sign for the one that it has.
+template <void (Foundation::*Set)(double)>
+void setFactor(Foundation& foundation, const Value& value) {
+  (foundation.*Set)(1.0);
+  (foundation.*Set)(std::get<double>(value));
+}
+
 template <bool (Foundation::*Get)(KvVector3D&) const, void (Foundation::*Set)(const KvVector3D*),
           double KvVector3D::*component>
 Field makeStiffness(const char* name) {
@@ -108,7 +115,7 @@ const std::vector<Field>& list() {
       makeArea<&KvVector3D::z>("areaZ"),
       makeFailure<&Foundation::getFailAreaZ, &Foundation::setFailAreaZ>("areaFailureZ"),
       {"areaFactor", Type::factor, get<&Foundation::getFactorArea>,
-       set<double, &Foundation::setFactorArea>},
+       setFactor<&Foundation::setFactorArea>},
       makeLine<&KvVector3D::x>("lineX"),
       makeLine<&KvVector3D::y>("lineY"),
       makeLine<&KvVector3D::z>("lineZ"),
@@ -118,7 +125,7 @@ const std::vector<Field>& list() {
       makeFailure<&Foundation::getFailLineY, &Foundation::setFailLineY>("lineFailureY"),
       makeFailure<&Foundation::getFailLineZ, &Foundation::setFailLineZ>("lineFailureZ"),
       {"lineFactor", Type::factor, get<&Foundation::getFactorLine>,
-       set<double, &Foundation::setFactorLine>},
+       setFactor<&Foundation::setFactorLine>},
   };
   return fields;
 }
