@@ -182,4 +182,103 @@ TEST(MergingClash, TellsWhatIsLeftOut) {
   EXPECT_EQ(merger.getLeftOut(), Texts{"in:1:11: number 1 \"A\" is left out"});
 }
 
+// --- Tables and data
+
+/// The foundations of a model with these after a table is merged into it, each with the fields that
+/// are asked for; or the clashes.
+Texts mergeTable(const std::string& table, const std::string& foundations,
+                 const std::vector<const char*>& fields) {
+  Document into({"into", "", makeModel(foundations)});
+  Documents::ReadOptions options;
+  options.form = Documents::Form::csv;
+  Document in({"in", "", table}, options);
+  Editing::Draft draft(into);
+  Merger merger(into, draft, OnClash::refuse);
+  merger.merge(in);
+  Texts merged;
+  for (Foundation* foundation : draft.getFoundations().getFoundations()) {
+    std::string text = Fields::describe(*foundation);
+    for (const char* field : fields)
+      text += " " + Fields::show(Fields::find(field)->get(*foundation));
+    merged.push_back(text);
+  }
+  return merger.getClashes().empty() ? merged : merger.getClashes();
+}
+
+const std::string twoFoundations =
+    "<FOUND NUMBER='1' NAME='A' FXAREA='1' FZAREA='2' FZLINE='3' FACAREA='4'/>"
+    "<FOUND NUMBER='2' NAME='B' FXAREA='5' FZAREA='6'/>";
+
+TEST(MergingTables, ChangesOnlyFieldsThatHaveAColumn) {
+  EXPECT_EQ(mergeTable("number,name,areaZ,areaX\n2,B,7,8\n", twoFoundations,
+                       {"areaX", "areaZ", "lineZ", "areaFactor"}),
+            (Texts{"number 1 \"A\" 1 2 3 4", "number 2 \"B\" 8 7 - 0"}));
+  EXPECT_EQ(mergeTable("number,name,areaFactor,areaFailureZ\n1,A,0.5,tension\n", twoFoundations,
+                       {"areaX", "areaZ", "areaFailureZ", "areaFactor"}),
+            (Texts{"number 1 \"A\" 1 2 tension 0.5", "number 2 \"B\" 5 6 none 0"}));
+}
+
+TEST(MergingTables, GoesByNumbersWhereThereAreNoNames) {
+  EXPECT_EQ(mergeTable("number,areaX\n2,7\n3,8\n", twoFoundations, {"areaX"}),
+            (Texts{"number 1 \"A\" 1", "number 2 \"B\" 7", "number 3 \"Found0003\" 8"}));
+}
+
+TEST(MergingTables, GoesByNamesWhereThereAreNoNumbers) {
+  EXPECT_EQ(mergeTable("name,areaX\nB,7\nC,8\n", twoFoundations, {"areaX"}),
+            (Texts{"number 1 \"A\" 1", "number 2 \"B\" 7", "number 3 \"C\" 8"}));
+}
+
+TEST(MergingTables, AddsAllWhereThereAreNeitherNumbersNorNames) {
+  EXPECT_EQ(mergeTable("areaX\n7\n", "<FOUND NUMBER='1' NAME='Found0001'/>", {"areaX"}),
+            (Texts{"number 1 \"Found0001\" 0", "number 2 \"Found0001_1\" 7"}));
+}
+
+TEST(MergingTables, TakesZerosOver) {
+  EXPECT_EQ(mergeTable("number,areaX,lineZ\n1,0,0\n", twoFoundations, {"areaX", "areaZ", "lineZ"}),
+            (Texts{"number 1 \"A\" 0 2 0", "number 2 \"B\" 5 6 -"}));
+  EXPECT_EQ(mergeTable("number,areaFactor\n1,0\n", twoFoundations, {"areaFactor"}),
+            (Texts{"number 1 \"A\" 0", "number 2 \"B\" 0"}));
+}
+
+TEST(MergingTables, LeavesStiffnessAloneWhoseCellsAreEmpty) {
+  EXPECT_EQ(mergeTable("number,areaX,areaZ,areaFactor\n1,,,0.5\n", twoFoundations,
+                       {"areaX", "areaZ", "areaFactor"}),
+            (Texts{"number 1 \"A\" 1 2 0.5", "number 2 \"B\" 5 6 0"}));
+}
+
+TEST(MergingTables, LeavesAPartAloneOfWhichThereIsNoStiffness) {
+  EXPECT_EQ(mergeTable("number,areaX,areaZ,areaFactor,lineX\n1,,,0,7\n", twoFoundations,
+                       {"areaX", "areaFactor", "lineX"}),
+            (Texts{"number 1 \"A\" 1 4 7", "number 2 \"B\" 5 0 -"}));
+}
+
+TEST(MergingTables, TellsTheRowThatClashes) {
+  EXPECT_EQ(mergeTable("number,name\n\n1,B\n", twoFoundations, {}),
+            (Texts{"in:3:1: number 1 \"B\" clashes with number 1 \"A\" in into:2:20",
+                   "in:3:1: number 1 \"B\" clashes with number 2 \"B\" in into:2:93"}));
+  EXPECT_EQ(mergeTable("number,areaX\n1,7\n1,8\n", twoFoundations, {}),
+            Texts{"in:3:1: number 1 \"Found0001\" clashes with number 1 \"A\" in into:2:20"});
+}
+
+TEST(MergingTables, GoesByTheMembersOfEachObject) {
+  EXPECT_EQ(mergeTable("{\"foundations\": [{\"number\": 1, \"areaX\": 7}, {\"name\": \"B\", "
+                       "\"areaZ\": 8}]}",
+                       twoFoundations, {"areaX", "areaZ"}),
+            (Texts{"number 1 \"A\" 7 2", "number 2 \"B\" 5 8"}));
+}
+
+TEST(MergingTables, CanBeTheTarget) {
+  Documents::ReadOptions options;
+  options.form = Documents::Form::csv;
+  Document into({"into", "", "number,name,areaZ\n1,A,1\n3,C,\n"}, options);
+  Document in({"in", "", makeExchange(surfaceA + "<SurfaceBedding Number='3' Name='B'/>")});
+  Editing::Draft draft(into);
+  Merger merger(into, draft, OnClash::refuse);
+  merger.merge(in);
+
+  EXPECT_EQ(Fields::show(Fields::find("areaZ")->get(draft.getCopy(0))), "2");
+  EXPECT_EQ(merger.getClashes(),
+            Texts{"in:1:63: number 3 \"B\" clashes with number 3 \"C\" in into:3:1"});
+}
+
 }  // namespace

@@ -40,6 +40,14 @@ bool tellsStiffness(const Documents::Entry& entry, Form form, bool (*isOfPart)(s
                      });
 }
 
+/// True where a row has a place for a stiffness of the part.
+bool tellsStiffness(const Spreadsheets::FieldSet& row, bool (*isOfPart)(std::string_view)) {
+  const std::vector<Fields::Field>& fields = Fields::list();
+  return std::any_of(fields.begin(), fields.end(), [&](const Fields::Field& field) {
+    return field.type == Fields::Type::stiffness && isOfPart(field.name) && row.has(field);
+  });
+}
+
 bool isIdentity(std::string_view field) { return field == "number" || field == "name"; }
 
 }  // namespace
@@ -87,15 +95,17 @@ void Merger::addParts(Document& source) {
     }
 }
 
-/// What stands in a row comes, zeros as well.
+/// What stands in a row comes, zeros as well. Where it has no stiffness of a part, although it has
+/// the places for it, what it says of factors and failure modes of the part tells nothing, either.
 void Merger::addSheet(Document& source) {
   const Spreadsheets::Sheet* const sheet = source.getSheet();
   if (sheet == nullptr) return;
   const std::vector<Foundation*>& read = source.getFoundations().getFoundations();
   for (std::size_t i = 0; i < read.size(); ++i) {
-    told.emplace(read[i], sheet->origins[i].told);
-    if (Parts::tellsArea(*read[i])) withArea.insert(read[i]);
-    if (Parts::tellsLine(*read[i])) withLine.insert(read[i]);
+    const Spreadsheets::FieldSet& row = sheet->origins[i].told;
+    told.emplace(read[i], row);
+    if (Parts::tellsArea(*read[i]) || !tellsStiffness(row, isOfArea)) withArea.insert(read[i]);
+    if (Parts::tellsLine(*read[i]) || !tellsStiffness(row, isOfLine)) withLine.insert(read[i]);
   }
 }
 
@@ -109,6 +119,7 @@ bool Merger::tells(const Foundation& source, const Fields::Field& field) const {
 bool Merger::comes(std::string_view field, Foundation& source) const {
   const Fields::Value value = Fields::find(field)->get(source);
   const bool isNothing = std::holds_alternative<std::monostate>(value);
+  if (isNothing && told.count(&source) > 0) return false;  // an empty cell
   if (isOfArea(field)) return withArea.count(&source) > 0 || (Parts::hasArea(source) && !isNothing);
   if (isOfLine(field)) return withLine.count(&source) > 0 || (Parts::hasLine(source) && !isNothing);
   return true;
