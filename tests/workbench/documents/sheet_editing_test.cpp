@@ -88,6 +88,11 @@ TEST(EditingTables, AddsNoEndToALastLineThatHasNone) {
   EXPECT_EQ(editSheet("number,name\n1,A\n2,B", addNine), "number,name\n1,A\n2,B\n9,I");
 }
 
+TEST(EditingTables, KeepsTheLineEndOfEachRow) {
+  EXPECT_EQ(editSheet("number,name\n1,A\r\n2,B\r\n\r\n3,C\n", changeSecond("name", "D")),
+            "number,name\n1,A\r\n2,D\r\n\r\n3,C\n");
+}
+
 TEST(EditingTables, AddsRowsBehindTheLastOne) {
   EXPECT_EQ(editSheet("number,name,areaX\r\n1,A,\r\n", addNine),
             "number,name,areaX\r\n1,A,\r\n9,I,1.5\r\n");

@@ -82,9 +82,13 @@ std::vector<Column> listColumns() {
   return columns;
 }
 
-bool endsLine(std::string_view text) {
-  return !text.empty() && (text.back() == '\n' || text.back() == '\r');
+/// What ends the line of a row; nothing behind the last one of some tables.
+std::string_view cutLineEnd(std::string_view row) {
+  const std::size_t last = row.find_last_not_of("\r\n");
+  return row.substr(last == row.npos ? 0 : last + 1);
 }
+
+bool endsLine(std::string_view text) { return !cutLineEnd(text).empty(); }
 
 void dropLineEnd(std::string& text) {
   if (!text.empty() && text.back() == '\n') text.pop_back();
@@ -170,7 +174,7 @@ std::string editCsv(const std::string& bytes, const Charset& charset, const Shee
                     const Foundation* current, const std::string& shownPath) {
   const bool hasCurrent = tellsCurrent(sheet.columns);
   const std::string_view lineEnd = findLineEnd(bytes);
-  RowWriter row(sheet.dialect, lineEnd);
+  RowWriter row(sheet.dialect, "");
   const auto makeRow = [&](Foundation& foundation) {
     row.text.clear();
     row.addRow(sheet.columns, foundation, &foundation == current);
@@ -187,13 +191,16 @@ std::string editCsv(const std::string& bytes, const Charset& charset, const Shee
       continue;
     edited.append(bytes, copied, origin.begin - copied);
     copied = origin.end;
-    if (now != nullptr) edited += makeRow(*now);
+    if (now == nullptr) continue;
+    edited += makeRow(*now);
+    edited += cutLineEnd(std::string_view(bytes).substr(origin.begin, origin.end - origin.begin));
   }
   edited.append(bytes, copied);
   for (const auto& [old, now] : pairs) {
     if (old != nullptr) continue;
     if (!endsLine(edited)) edited += lineEnd;
     edited += makeRow(*now);
+    edited += lineEnd;
   }
   if (!endsLine(bytes)) dropLineEnd(edited);
   return edited;
