@@ -238,7 +238,9 @@ TEST(JsonReader, TellsThePlaceOfAFaultInText) {
 TEST(JsonReader, RefusesWhatFollowsTheDocument) {
   expectData(
       {{"{\"foundations\": []}\n {}", "data:2:2: there is more behind the end of the document"},
-       {"{\"foundations\": []}]", "data:1:20: there is more behind the end of the document"},
+       {"{\"foundations\": []}]",
+        "data:1:1: this is no JSON that can be read: JSON document ended early in the "
+        "middle of an object or array."},
        {"{\"foundations\": []}\n ", ""}});
 }
 
