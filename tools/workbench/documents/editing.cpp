@@ -1,6 +1,7 @@
 #include "documents/editing.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -396,10 +397,19 @@ Draft::Draft(Document& document) {
   }
 }
 
+/// Deletes the copies that are not left. Nothing may be allocated here, such as a set of those.
 Draft::~Draft() {
-  const std::set<Foundation*> left(copies.getFoundations().begin(), copies.getFoundations().end());
+  const auto comesFirst = [](const Matching::Pair& a, const Matching::Pair& b) {
+    return std::less<>()(a.second, b.second);
+  };
+  std::sort(all.begin(), all.end(), comesFirst);
+  for (Foundation* left : copies.getFoundations()) {
+    const Matching::Pair wanted = {nullptr, left};
+    const auto range = std::equal_range(all.begin(), all.end(), wanted, comesFirst);
+    if (range.first != range.second) range.first->first = nullptr;
+  }
   for (const Matching::Pair& pair : all)
-    if (left.count(pair.second) == 0) delete pair.second;
+    if (pair.first != nullptr) delete pair.second;
 }
 
 void Draft::remove(Foundation& foundation) {
