@@ -8,6 +8,7 @@
 #include "checks/rules.h"
 #include "comparing/differences.h"
 #include "documents/document.h"
+#include "documents/editing.h"
 #include "documents/losses.h"
 #include "documents/notes.h"
 #include "documents/writing.h"
@@ -53,6 +54,16 @@ const std::string first =
     "<Exchange><A><Bedding Name='Strip footing, axis A'/><Bedding/><Bedding Name=''/></A>"
     "<B><Bedding Name='Strip footing, axis A' CurveStiffnessX='1'/></B></Exchange>";
 
+const std::string table =
+    "# Soil report of the silo\r\n#units;kN;m\r\nnumber;name;areaX;areaFailureZ;current\r\n"
+    "123456;\"Raft on clay, axis A to D\";12345678,25;tension;WAHR\r\n;;;;\r\n"
+    "7;Strip footing under the silo, W\xFCst;;;\r\n";
+
+const std::string data =
+    "{\"foundations\": [{\"name\": \"Raft on clay, axis A to D\", \"areaX\": 1.5},"
+    "{\"number\": 7, \"areaFailureZ\": \"tension\", \"current\": true}],"
+    "\"units\": {\"force\": \"kilonewton of force\", \"length\": \"m\"}}";
+
 // LLVM's standard library loses what a container has made when its constructor fails, up to
 // version 14.
 #if defined(_LIBCPP_VERSION) && _LIBCPP_VERSION < 15000
@@ -90,6 +101,56 @@ TEST(WorkbenchFaults, OpeningADocumentKeepsNothing) {
       document.getRoot().listChildren();
       document.getEntries();
     });
+}
+
+/// As tables and data are.
+Documents::ReadOptions asTable() {
+  Documents::ReadOptions options;
+  options.form = Documents::Form::csv;
+  return options;
+}
+
+TEST(WorkbenchFaults, OpeningTablesAndDataKeepsNothing) {
+  for (const std::string& bytes : {table, data})
+    failEverywhere([&bytes] {
+      Document document(hold(bytes), asTable());
+      document.getFoundations();
+      Checks::find(document);
+    });
+}
+
+TEST(WorkbenchFaults, FaultsOfTablesAndDataAreTold) {
+  for (const std::string& bytes :
+       {table + "8;Strip footing under the barn;12.345.678;;\r\n", table + "8;\"9\r\n",
+        std::string("number;stiffness of the area\r\n"),
+        std::string("{\"foundations\": [{\"stiffness of the area\": 1}]}"),
+        std::string("{\"foundations\": [{\"number\": 01}]}")}) {
+    std::string told;
+    failEverywhere([&] {
+      try {
+        const Document document(hold(bytes), asTable());
+      } catch (const UserError& error) {
+        const std::string memory = ": is too large for the memory of this machine";
+        told = error.what();
+        if (told == "file.xml" + memory) throw;
+      }
+    });
+    EXPECT_NE(told, "") << bytes;
+  }
+}
+
+TEST(WorkbenchFaults, EditingTablesAndDataKeepsNothing) {
+  for (const std::string& bytes : {table, data}) {
+    std::string edited;
+    failEverywhere([&] {
+      Document document(hold(bytes), asTable());
+      Editing::Draft draft(document);
+      draft.remove(draft.getCopy(0));
+      draft.getCopy(1).setName("Strip footing under the barn, W\xC3\xBCst");
+      edited = Editing::edit(document, draft.makeWish())->getContent().bytes;
+    });
+    EXPECT_NE(edited.find("under the barn"), std::string::npos);
+  }
 }
 
 TEST(WorkbenchFaults, ReadingAFileKeepsNothing) {
@@ -133,8 +194,9 @@ TEST(WorkbenchFaults, AReportIsWholeOrNone) {
 }
 
 TEST(WorkbenchFaults, WritingADocumentKeepsNothing) {
-  for (const Documents::Form form : {Documents::Form::legacy, Documents::Form::exchange,
-                                     Documents::Form::firstExchange, Documents::Form::kvml}) {
+  for (const Documents::Form form :
+       {Documents::Form::legacy, Documents::Form::exchange, Documents::Form::firstExchange,
+        Documents::Form::kvml, Documents::Form::csv, Documents::Form::json}) {
     const TemporaryPath path;
     failEverywhere([&] {
       Document in(hold(model));

@@ -1,6 +1,7 @@
 #include "spreadsheets/json_reader.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <new>
@@ -61,10 +62,32 @@ class Places {
   std::size_t lineBegin = 0;
 };
 
+/// Where escapes of texts are resolved. The parser has room for that as well, but does not notice
+/// when it could not get it.
+class Texts {
+ public:
+  explicit Texts(std::size_t length)
+      : room(new std::uint8_t[length + simdjson::SIMDJSON_PADDING]), next(room.get()) {}
+
+  std::string_view resolve(const Json::parser& parser, Json::raw_json_string text) {
+    return parser.unescape(text, next);
+  }
+
+ private:
+  std::unique_ptr<std::uint8_t[]> room;
+  std::uint8_t* next;
+};
+
 class Reader {
  public:
-  Reader(std::string_view bytes, std::string path, FoundationManager& foundations)
-      : text(bytes), shownPath(std::move(path)), places(bytes), manager(foundations) {}
+  Reader(std::string_view bytes, const Json::parser& jsonParser, std::string path,
+         FoundationManager& foundations)
+      : text(bytes),
+        parser(jsonParser),
+        texts(bytes.size()),
+        shownPath(std::move(path)),
+        places(bytes),
+        manager(foundations) {}
 
   Sheet read(Json::document& document) {
     Names given;
@@ -101,8 +124,11 @@ class Reader {
     setPlace(key - 1);
     const std::string_view rest = text.substr(here + 1);
     const std::string_view name = rest.substr(0, rest.find('"'));
-    // Escapes are left to the parser, which copies what it resolves.
-    return name.find('\\') == name.npos ? name : member.unescaped_key().value();
+    return name.find('\\') == name.npos ? name : texts.resolve(parser, member.key());
+  }
+
+  std::string_view resolve(Json::value& value) {
+    return texts.resolve(parser, value.get_raw_json_string());
   }
 
   void readMember(Json::field& member, Names& given) {
@@ -124,7 +150,7 @@ class Reader {
   }
 
   void requireText(Json::value& value, std::string_view name, std::string_view wanted) {
-    if (value.type() == Json::json_type::string && value.get_string().value() == wanted) return;
+    if (value.type() == Json::json_type::string && resolve(value) == wanted) return;
     fail(fmt::format("{} is not \"{}\": these are no foundations", name, wanted));
   }
 
@@ -249,7 +275,7 @@ class Reader {
   double readDouble(Json::value& value, const char* advice) {
     if (value.type() == Json::json_type::number) return value.get_double();
     if (value.type() != Json::json_type::string) failAtType(advice);
-    const std::string_view given = value.get_string();
+    const std::string_view given = resolve(value);
     for (const auto& [word, number] : numberWords)
       if (given == word) return number;
     failAtType(advice);
@@ -258,7 +284,7 @@ class Reader {
   template <class Read>
   std::string readText(Json::value& value, std::string_view name, const Read& read) {
     if (value.type() != Json::json_type::string) failAtType("a text");
-    const std::string_view given = value.get_string();
+    const std::string_view given = resolve(value);
     try {
       return read(given);
     } catch (const std::invalid_argument& error) {
@@ -273,6 +299,8 @@ class Reader {
   }
 
   std::string_view text;
+  const Json::parser& parser;
+  Texts texts;
   std::string shownPath;
   Places places;
   FoundationManager& manager;
@@ -295,8 +323,8 @@ std::size_t measureUtf8(std::string_view bytes) {
 Sheet readJson(std::string& bytes, const std::string& shownPath, FoundationManager& manager) {
   bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING);
   const std::size_t mark = measureMark(bytes);
-  Reader reader(bytes, shownPath, manager);
   Json::parser parser;
+  Reader reader(bytes, parser, shownPath, manager);
   Json::document document;
   const simdjson::error_code fault =
       parser
