@@ -183,7 +183,8 @@ TEST(SheetFile, IsMadeOfAnyDocument) {
   EXPECT_EQ(writeSheet(model, csv.get(), Documents::Form::csv),
             names + "1,A,true,1.125,0,0,none,0,,,,,none,none,none,0,true\n");
   EXPECT_EQ(writeSheet(beddings, json.get(), Documents::Form::json)
-                .find("{\n  \"format\": \"kvfound\",\n  \"version\": 1,\n  \"foundations\": [\n"),
+                .find("{\n  \"format\": \"kvfound-foundations\",\n  \"version\": 1,\n  "
+                      "\"foundations\": [\n"),
             0u);
 }
 

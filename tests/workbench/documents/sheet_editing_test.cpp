@@ -142,7 +142,7 @@ TEST(EditingData, WritesItAnewWithItsUnits) {
                         draft.getFoundations().setCurrentFoundation(&draft.getCopy(1));
                       }),
             R"({
-  "format": "kvfound",
+  "format": "kvfound-foundations",
   "version": 1,
   "units": {
     "force": "kN",

@@ -29,21 +29,22 @@ std::string readMembers(const std::string& members) {
 }
 
 TEST(JsonReader, TakesEveryFieldOfAFoundation) {
-  EXPECT_EQ(readData(std::string(
-                R"({"format": "kvfound", "version": 1, "foundations": [{"number": 7, "name": "Raft",
+  EXPECT_EQ(
+      readData(std::string(
+          R"({"format": "kvfound-foundations", "version": 1, "foundations": [{"number": 7, "name": "Raft",
           "generated": true, "areaX": 1, "areaY": 2.0, "areaZ": 3e0, "areaFailureZ": "tension",
           "areaFactor": 0.1, "lineX": 4, "lineY": 5, "lineZ": 6, "lineRotationX": 8,
           "lineFailureX": "compression", "lineFailureY": "none", "lineFailureZ": "-7",
           "lineFactor": 0.2, "current": true}], "maximum": 6.0})")),
-            "7 Raft generated=yes areaX=1 areaY=2 areaZ=3 areaFailureZ=tension areaFactor=0.1 "
-            "lineX=4 lineY=5 lineZ=6 lineRotationX=8 lineFailureX=compression lineFailureZ=-7 "
-            "lineFactor=0.2 current");
+      "7 Raft generated=yes areaX=1 areaY=2 areaZ=3 areaFailureZ=tension areaFactor=0.1 "
+      "lineX=4 lineY=5 lineZ=6 lineRotationX=8 lineFailureX=compression lineFailureZ=-7 "
+      "lineFactor=0.2 current");
 }
 
 TEST(JsonReader, TakesMembersInAnyOrder) {
   EXPECT_EQ(readData(std::string(
                 R"({"maximum":"inf","foundations":[{"current":false,"lineFactor":2,"name":"A",)"
-                R"("number":7}],"version":1,"units":{},"format":"kvfound"})")),
+                R"("number":7}],"version":1,"units":{},"format":"kvfound-foundations"})")),
             "7 A lineFactor=2");
 }
 
@@ -117,7 +118,8 @@ TEST(JsonReader, RefusesMembersThatAreNotKnown) {
 TEST(JsonReader, RefusesMembersThatAreGivenTwice) {
   expectData(
       {{"{\"foundations\": [],\n \"foundations\": []}", "data:2:2: foundations is given twice"},
-       {"{\"format\": \"kvfound\", \"format\": \"kvfound\"}", "data:1:23: format is given twice"},
+       {"{\"format\": \"kvfound-foundations\", \"format\": \"kvfound-foundations\"}",
+        "data:1:35: format is given twice"},
        {"{\"version\": 1, \"version\": 1}", "data:1:16: version is given twice"},
        {"{\"maximum\": 1, \"maximum\": 1}", "data:1:16: maximum is given twice"},
        {"{\"units\": {}, \"units\": {}}", "data:1:15: units is given twice"},
@@ -173,7 +175,8 @@ TEST(JsonReader, RefusesASecondCurrentFoundation) {
 }
 
 TEST(JsonReader, RefusesOtherFormatsAndVersions) {
-  const char* const format = "data:1:2: format is not \"kvfound\": these are no foundations";
+  const char* const format =
+      "data:1:2: format is not \"kvfound-foundations\": these are no foundations";
   const char* const version = "data:1:2: this version is not known; only version 1 can be read";
   expectData({{"{\"format\": \"other\"}", format},
               {"{\"format\": 1}", format},

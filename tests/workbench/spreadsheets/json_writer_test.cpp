@@ -36,7 +36,7 @@ TEST(JsonWriter, WritesEveryFieldOfEveryFoundation) {
   manager.add(std::move(strip));
 
   EXPECT_EQ(writeData(manager, {"kN", "m\""}), R"({
-  "format": "kvfound",
+  "format": "kvfound-foundations",
   "version": 1,
   "units": {
     "force": "kN",
@@ -91,7 +91,7 @@ TEST(JsonWriter, WritesAnEmptyListOfNoFoundations) {
   FoundationManager manager;
 
   EXPECT_EQ(writeData(manager),
-            "{\n  \"format\": \"kvfound\",\n  \"version\": 1,\n  \"foundations\": [],\n"
+            "{\n  \"format\": \"kvfound-foundations\",\n  \"version\": 1,\n  \"foundations\": [],\n"
             "  \"maximum\": 0.0\n}\n");
 }
 
