@@ -57,7 +57,7 @@ check() {
   [ -e "fuzz/$target.dict" ] && dictionary=("-dict=fuzz/$target.dict")
   local longest
   case $target in
-    legacy | exchange | document | check | compare | report | editing) longest=4096 ;;
+    legacy | exchange | document | check | compare | report | editing | csv | json) longest=4096 ;;
     numbers) longest=128 ;;
     *) longest=512 ;;
   esac
