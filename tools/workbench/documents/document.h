@@ -85,6 +85,9 @@ class Document {
   /// elements holds only for those.
   const Spreadsheets::Sheet* getSheet() const { return sheet.get(); }
 
+  /// How a table or data names its units; other forms name none.
+  Units getUnits() const { return sheet != nullptr ? sheet->units : Units(); }
+
   /// The document of the library that has read it; null when the other one has.
   KvXmlTree* getModel() const { return model.get(); }
   KvXmlN::Document* getExchange() const { return exchange.get(); }

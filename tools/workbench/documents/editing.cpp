@@ -362,15 +362,21 @@ void copy(const Wish& wish, Found::FoundationManager& target) {
 std::string printSheet(Document& base, const Wish& wish) {
   const Spreadsheets::Sheet& sheet = *base.getSheet();
   const Found::FoundationManager& before = base.getFoundations();
-  if (base.getForm() == Form::csv)
-    return Spreadsheets::editCsv(base.getContent().bytes, base.getCharset(), sheet, wish.pairs,
-                                 before.getCurrentFoundation(), wish.current, base.getShownPath());
-  if (areSame(wish, before.getCurrentFoundation())) return base.getContent().bytes;
+  const Units units = wish.units.value_or(sheet.units);
+  if (base.getForm() == Form::csv) {
+    const std::string rows =
+        Spreadsheets::editCsv(base.getContent().bytes, base.getCharset(), sheet, wish.pairs,
+                              before.getCurrentFoundation(), wish.current, base.getShownPath());
+    // Which stand before all rows of foundations, so that their place stays.
+    return Spreadsheets::editUnits(rows, base.getCharset(), sheet, units, base.getShownPath());
+  }
+  if (areSame(wish, before.getCurrentFoundation()) && units == sheet.units)
+    return base.getContent().bytes;
   std::ostringstream json;
   json.exceptions(std::ios::badbit);
   Found::FoundationManager after;
   copy(wish, after);
-  Spreadsheets::writeJson(after, sheet.units, json);
+  Spreadsheets::writeJson(after, units, json);
   return json.str();
 }
 

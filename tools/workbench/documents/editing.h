@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "documents/document.h"
 #include "foundations/matching.h"
+#include "foundations/units.h"
 
 /// Changes the foundations of a document and keeps every other byte.
 namespace Editing {
@@ -17,6 +19,8 @@ struct Wish {
   std::vector<Matching::Pair> pairs;
   /// The `second` of one of the pairs; null for none.
   const Found::Foundation* current = nullptr;
+  /// How a table or data shall name its units; without a value, as it does.
+  std::optional<Units> units;
 };
 
 /// Copies of the foundations of a document, to be changed, removed and added to.

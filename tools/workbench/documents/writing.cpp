@@ -128,7 +128,7 @@ void Output::protect() {
 }
 
 std::string Output::print(FoundationManager& manager) const {
-  const Units units = in.getSheet() != nullptr ? in.getSheet()->units : Units();
+  const Units named = units.value_or(in.getUnits());
   switch (form) {
     case Form::legacy:
       return writeModel(manager);
@@ -136,10 +136,10 @@ std::string Output::print(FoundationManager& manager) const {
       return writeKvml(manager);
     case Form::csv:
       return Writing::print(
-          [&](std::ostream& out) { Spreadsheets::writeCsv(manager, dialect, units, out); });
+          [&](std::ostream& out) { Spreadsheets::writeCsv(manager, dialect, named, out); });
     case Form::json:
       return Writing::print(
-          [&](std::ostream& out) { Spreadsheets::writeJson(manager, units, out); });
+          [&](std::ostream& out) { Spreadsheets::writeJson(manager, named, out); });
     default:
       return writeExchange(manager, form);
   }
@@ -164,6 +164,7 @@ void Output::update(const FoundationManager& manager) {
   wish.pairs =
       Matching::match(old->getFoundations().getFoundations(), manager.getFoundations(), listKeys());
   wish.current = manager.getCurrentFoundation();
+  wish.units = units;
   edit(*old, wish);
 }
 

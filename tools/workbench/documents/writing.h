@@ -23,6 +23,10 @@ class Output {
   Output(OutputFile& to, Documents::Form written, Documents::Document& read,
          const Spreadsheets::Dialect& tables = {});
 
+  /// How a table or data that is made shall name its units. Otherwise it names those of the
+  /// document that is read, and one that is updated keeps its own.
+  void nameUnits(const Units& named) { units = named; }
+
   /// True when the file already holds a document of this form, whose other content must stay.
   bool isUpdate() const { return isThere; }
   /// True when the document in the file is the one whose foundations are written.
@@ -67,6 +71,7 @@ class Output {
   OutputFile& file;
   Documents::Form form;
   Spreadsheets::Dialect dialect;
+  std::optional<Units> units;
   std::unique_ptr<Documents::Document> other;
   Documents::Document* old = nullptr;  // the document in the file: `in`, `other` or none
   bool isThere = false;

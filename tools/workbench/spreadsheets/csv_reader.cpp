@@ -213,6 +213,9 @@ Sheet readCsv(const std::string& bytes, const Charset& charset, const Dialect& w
   if (head.names.count == 0)
     throw UserError(shownPath + ": this table is empty; its first row names the columns");
   sheet.units = readUnits(head.units, charset, shownPath);
+  const bool namesUnits = head.units.count > 0;
+  sheet.unitsBegin = mark + (namesUnits ? head.units.begin : head.names.begin);
+  sheet.unitsEnd = mark + (namesUnits ? head.units.end : head.names.begin);
   sheet.columns = readColumns(head.names, shownPath);
   sheet.dialect = {separator,
                    recogniseDecimal(text, separator, sheet.columns, wanted.decimal, shownPath)};

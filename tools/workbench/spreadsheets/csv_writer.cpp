@@ -47,6 +47,14 @@ class RowWriter {
     endRow();
   }
 
+  /// No row where there are none.
+  void addUnits(const Units& units) {
+    if (units.force.empty()) return;
+    for (const std::string& cell : {std::string(unitsStart), units.force, units.length})
+      addText(cell);
+    endRow();
+  }
+
   std::string text;
 
  private:
@@ -153,11 +161,7 @@ void writeCsv(const Found::FoundationManager& manager, const Dialect& dialect, c
   const std::vector<Column> columns = listColumns();
   RowWriter row(complete(dialect), "\n");
   if (dialect.decimal == ',') row.text += byteOrderMark;
-  if (!units.force.empty()) {
-    for (const std::string& cell : {std::string(unitsStart), units.force, units.length})
-      row.addText(cell);
-    row.endRow();
-  }
+  row.addUnits(units);
   for (const Column& column : columns)
     row.addText(column.field != nullptr ? column.field->name : currentField);
   row.endRow();
@@ -203,6 +207,17 @@ std::string editCsv(const std::string& bytes, const Charset& charset, const Shee
     edited += lineEnd;
   }
   if (!endsLine(bytes)) dropLineEnd(edited);
+  return edited;
+}
+
+std::string editUnits(const std::string& bytes, const Charset& charset, const Sheet& sheet,
+                      const Units& units, const std::string& shownPath) {
+  if (units == sheet.units) return bytes;
+  RowWriter row(sheet.dialect, findLineEnd(bytes));
+  row.addUnits(units);
+  std::string edited = bytes;
+  edited.replace(sheet.unitsBegin, sheet.unitsEnd - sheet.unitsBegin,
+                 encode(row.text, charset, shownPath));
   return edited;
 }
 

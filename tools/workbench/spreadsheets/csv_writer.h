@@ -28,4 +28,8 @@ std::string editCsv(const std::string& bytes, const Charset& charset, const Shee
                     const std::vector<Matching::Pair>& pairs, const Found::Foundation* before,
                     const Found::Foundation* current, const std::string& shownPath);
 
+/// The table with these units in the row that names them, which goes where there are none.
+std::string editUnits(const std::string& bytes, const Charset& charset, const Sheet& sheet,
+                      const Units& units, const std::string& shownPath);
+
 }  // namespace Spreadsheets

@@ -58,7 +58,9 @@ struct Column {
 struct Sheet {
   std::vector<Origin> origins;  // of the foundations, in their order
   Units units;
-  Dialect dialect;              // of a table
+  Dialect dialect;             // of a table
+  std::size_t unitsBegin = 0;  // of the row of a table that names them, or that it would stand at
+  std::size_t unitsEnd = 0;
   std::vector<Column> columns;  // of a table
 };
 
