@@ -43,6 +43,13 @@ TEST(ReportUnits, AreToldTogetherOrNotAtAll) {
   }
 }
 
+TEST(ReportUnits, AreThoseThatATableNames) {
+  const std::string table = makeFile("in.csv", "#units,lbf,ft\nareaZ\n7\n");
+
+  EXPECT_TRUE(holds(run("report '" + table + "'").out, "<li>Units <strong>lbf, ft</strong>"));
+  EXPECT_EQ(run("report '" + table + "' --unit-force kN --unit-length m").status, 2);
+}
+
 TEST(ReportPage, IsNamedAfterWhatIsRead) {
   EXPECT_TRUE(holds(run("report " + example).out, "<h1>model.xml</h1>"));
   EXPECT_TRUE(

@@ -152,4 +152,36 @@ TEST(ShowCsv, WritesWhatIsNoFiniteNumberAsText) {
             header + "1,x,false,inf,-inf,nan,none,0,,,,,none,none,none,0,false\n");
 }
 
+// --- Units
+
+TEST(ShowUnits, AreARowOfATableAndAMemberOfJson) {
+  const std::string show = "show '" + makeModelFile("") + "' --unit-force kN --unit-length m";
+
+  EXPECT_EQ(run(show + " --format csv").out, "#units,kN,m\n" + header);
+  EXPECT_NE(run(show + " --format json")
+                .out.find("  \"units\": {\n"
+                          "    \"force\": \"kN\",\n"
+                          "    \"length\": \"m\"\n"
+                          "  },\n"),
+            std::string::npos);
+}
+
+TEST(ShowUnits, AreToldTogetherOrNotAtAll) {
+  EXPECT_EQ(run("show '" + makeModelFile("") + "' --unit-force kN").err,
+            "kvfound: --unit-force and --unit-length are given together or not at all; see "
+            "kvfound show --help\n");
+}
+
+TEST(ShowUnits, CannotBeOthersThanTheDocumentNames) {
+  const std::string table = makeFile("in.csv", "#units,kN,m\nareaZ\n7\n");
+  const std::string show = "show '" + table + "' --format csv --unit-length m --unit-force ";
+
+  const Result result = run(show + "N");
+  EXPECT_EQ(result.err, "kvfound: " + table +
+                            ": its units are kN and m, not N and m; labels convert nothing, "
+                            "kvfound convert --units does\n");
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(run(show + "kN").status, 0);
+}
+
 }  // namespace

@@ -42,6 +42,28 @@ TEST(ShowTable, HasARowForEachPartOfAFoundation) {
   EXPECT_EQ(result.status, 0);
 }
 
+TEST(ShowTable, NamesTheUnitsOfEachKindBelowIt) {
+  const std::string model = makeModelFile("<FOUND NUMBER='1' NAME='A' FZAREA='7'/>");
+  const std::string units =
+      "area in kN/m\xC2\xB3   line in kN/m\xC2\xB2   rot x in kNm/m/rad\n"
+      "1 foundation, largest stiffness 7\n";
+
+  const std::string out = run("show '" + model + "' --unit-force kN --unit-length m").out;
+
+  EXPECT_EQ(out.substr(out.find(legend) + legend.size()), units);
+}
+
+TEST(ShowTable, NamesNoUnitsWithoutFoundations) {
+  EXPECT_EQ(run("show '" + makeModelFile("") + "' --unit-force kN --unit-length m").out,
+            "0 foundations, largest stiffness 0\n");
+}
+
+TEST(ShowTable, NamesTheUnitsOfATableWithoutBeingAsked) {
+  const std::string table = makeFile("in.csv", "#units,lbf,ft\nareaZ\n7\n");
+
+  EXPECT_NE(run("show '" + table + "'").out.find("area in lbf/ft\xC2\xB3   "), std::string::npos);
+}
+
 TEST(ShowTable, ShowsAPartForAVectorAFailureOrAFactor) {
   EXPECT_EQ(showTable("<FOUND NAME='rotation' FXX='2'/>"
                       "<FOUND NAME='line failure' FAILZLINE='1'/>"

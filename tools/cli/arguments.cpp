@@ -4,6 +4,7 @@
 
 #include "files/user_error.h"
 #include "mistakes.h"
+#include "report/text.h"
 #include "text/display_text.h"
 
 namespace CommandLine {
@@ -13,6 +14,12 @@ namespace {
 bool looksLikeNumbers(const std::string& argument) {
   const bool hasDigit = argument.find_first_of("0123456789") != argument.npos;
   return hasDigit && argument.find_first_not_of("0123456789,-") == argument.npos;
+}
+
+/// A unit as it is shown.
+std::string readUnit(const std::string& given) {
+  std::string unit = DisplayText::fromName(given);
+  return Report::isBlank(unit) ? "" : unit;
 }
 
 }  // namespace
@@ -55,6 +62,26 @@ const char* const versionOfFile =
     "version of an exchange document; when left out, 1.0 if it holds a Bedding element, else the "
     "current one";
 const char* const versionOfIn = "version of an exchange document IN";
+
+void addUnits(CLI::App& command, Units& units) {
+  command
+      .add_option("--unit-force", units.force,
+                  "the unit of force that the values are labelled with, such as kN; nothing is "
+                  "converted")
+      ->type_name("UNIT");
+  command
+      .add_option("--unit-length", units.length,
+                  "the unit of length that they are labelled with, such as m")
+      ->type_name("UNIT");
+}
+
+Units readUnits(const Units& given, const CLI::App& command) {
+  const Units units = {readUnit(given.force), readUnit(given.length)};
+  if (units.force.empty() != units.length.empty())
+    throw UserError("--unit-force and --unit-length are given together or not at all" +
+                    makeAdvice(command));
+  return units;
+}
 
 void addMessages(CLI::App& command, Commands::Notes& notes) {
   using Form = Commands::Notes::Form;

@@ -10,6 +10,7 @@
 
 #include "documents/document.h"
 #include "foundations/selection.h"
+#include "foundations/units.h"
 #include "notes.h"
 
 /// Arguments that several commands take.
@@ -55,6 +56,13 @@ void addReading(CLI::App& command, Documents::ReadOptions& reading, const std::s
 /// Descriptions of that option.
 extern const char* const versionOfFile;
 extern const char* const versionOfIn;
+
+/// Labels of the units of stiffness.
+void addUnits(CLI::App& command, Units& units);
+
+/// The labels as they are shown; one that is blank counts as none. Throws UserError where only one
+/// of them is given.
+Units readUnits(const Units& given, const CLI::App& command);
 
 /// How messages are told.
 void addMessages(CLI::App& command, Commands::Notes& notes);

@@ -26,6 +26,7 @@ struct ShowOptions {
   std::vector<std::string> paths = {"-"};
   Format format = Format::table;
   Selection selection;
+  Units units;
   Documents::ReadOptions reading;
 };
 Status show(const ShowOptions& options, std::ostream& out, Notes& notes);

@@ -22,11 +22,13 @@ void addShow(CLI::App& program, Run& run) {
                     {{"table", Format::table}, {"json", Format::json}, {"csv", Format::csv}},
                     "table, json or csv")
       ->type_name("FORMAT");
+  addUnits(*command, options->units);
   addReading(*command, options->reading, versionOfFile);
   addMessages(*command, run.notes);
   command->footer("Example: kvfound show model.xml --format csv");
   command->callback([options, arguments, command, &run] {
     readFilesAndNumbers(arguments, options->paths, options->selection, *command);
+    options->units = readUnits(options->units, *command);
     run.status = Commands::show(*options, std::cout, run.notes);
   });
 }
@@ -100,21 +102,14 @@ void addReport(CLI::App& program, Run& run) {
                    "the file to write, or the folder that gets a page for each document; standard "
                    "output when it is - or left out")
       ->type_name("OUT");
-  command
-      ->add_option("--unit-force", options->units.force,
-                   "the unit of force that the values are labelled with, such as kN; nothing is "
-                   "converted")
-      ->type_name("UNIT");
-  command
-      ->add_option("--unit-length", options->units.length,
-                   "the unit of length that they are labelled with, such as m")
-      ->type_name("UNIT");
+  addUnits(*command, options->units);
   addReading(*command, options->reading, versionOfFile);
   addMessages(*command, run.notes);
   command->footer(
       "Example: kvfound report model.xml -o model.html --unit-force kN --unit-length m");
   command->callback([options, arguments, command, &run] {
     readFilesAndNumbers(arguments, options->in, options->selection, *command);
+    options->units = readUnits(options->units, *command);
     run.status = Commands::report(*options, run.notes);
   });
 }

@@ -63,6 +63,17 @@ std::size_t Commands::tellReading(Document& document, Notes& notes) {
   return Documents::countNotes(document);
 }
 
+Units Commands::chooseUnits(const Document& document, const Units& given) {
+  const Units named = document.getUnits();
+  if (named.force.empty()) return given;
+  if (!given.force.empty() && given != named)
+    throw UserError(
+        fmt::format("{}: its units are {} and {}, not {} and {}; labels convert nothing, "
+                    "kvfound convert --units does",
+                    document.getShownPath(), named.force, named.length, given.force, given.length));
+  return named;
+}
+
 void Commands::tellPhase(const char* work, const std::string& path, Notes& notes) {
   notes.setPhase(std::string(work) + " " +
                  (path == "-" ? "standard input" : DisplayText::fromName(path)));

@@ -17,6 +17,10 @@ namespace Commands {
 /// nothing can be read.
 std::size_t tellReading(Documents::Document& document, Notes& notes);
 
+/// The units that the document names, or else those that are given. Throws UserError where it names
+/// others: labels convert nothing.
+Units chooseUnits(const Documents::Document& document, const Units& given);
+
 /// What is done from here on with the document at `path`, for people who wait.
 void tellPhase(const char* work, const std::string& path, Notes& notes);
 

@@ -14,7 +14,6 @@
 #include "output.h"
 #include "reading.h"
 #include "report/page.h"
-#include "report/text.h"
 #include "text/display_text.h"
 
 namespace {
@@ -30,12 +29,6 @@ void requireReplaceable(const OutputFile& output) {
   if (!there.empty() && !Report::isPage(there))
     throw UserError(output.getShownPath() +
                     ": this is no page that kvfound made, and was not replaced; name another file");
-}
-
-/// A unit as it is shown; one that is blank counts as none.
-std::string readUnit(const std::string& given) {
-  std::string unit = DisplayText::fromName(given);
-  return Report::isBlank(unit) ? "" : unit;
 }
 
 bool isFolder(const std::string& path) {
@@ -68,10 +61,12 @@ std::vector<std::string> listPages(const ReportOptions& options) {
 }
 
 void reportOne(const std::string& path, const std::string& page, const ReportOptions& options,
-               const Units& units, Notes& notes) {
+               Notes& notes) {
   OutputFile output = Commands::openOutput(page);
   requireReplaceable(output);
   Documents::Document document(Documents::readFile(path, options.reading.form), options.reading);
+  const Units named = Commands::chooseUnits(document, options.units);
+  const Units units = {DisplayText::fromName(named.force), DisplayText::fromName(named.length)};
   Commands::tellReading(document, notes);
   document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();
@@ -89,15 +84,10 @@ void reportOne(const std::string& path, const std::string& page, const ReportOpt
 namespace Commands {
 
 Status report(const ReportOptions& options, Notes& notes) {
-  const Units units = {readUnit(options.units.force), readUnit(options.units.length)};
-  if (units.force.empty() != units.length.empty())
-    throw UserError(
-        "--unit-force and --unit-length are given together or not at all; see kvfound report "
-        "--help");
   const std::vector<std::string> pages = listPages(options);
   std::size_t page = 0;
   return readEach(options.in, notes, [&](const std::string& path) {
-    reportOne(path, pages.at(page++), options, units, notes);
+    reportOne(path, pages.at(page++), options, notes);
   });
 }
 

@@ -17,10 +17,6 @@ namespace {
 using Commands::Notes;
 using Commands::ShowOptions;
 
-Units getUnits(const Documents::Document& document) {
-  return document.getSheet() != nullptr ? document.getSheet()->units : Units();
-}
-
 /// What stands above the table of one of several documents.
 std::string makeHeading(const std::string& shownPath, bool isFirst) {
   const Terminal::Painter painter(stdout);
@@ -31,6 +27,7 @@ std::string makeHeading(const std::string& shownPath, bool isFirst) {
 void showOne(const std::string& path, const ShowOptions& options, bool& isFirst, std::ostream& out,
              Notes& notes) {
   Documents::Document document(Documents::readFile(path, options.reading.form), options.reading);
+  const Units units = Commands::chooseUnits(document, options.units);
   Commands::tellReading(document, notes);
   document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();
@@ -40,13 +37,14 @@ void showOne(const std::string& path, const ShowOptions& options, bool& isFirst,
   switch (options.format) {
     case ShowOptions::Format::table:
       manager.updateFoundationMaximum();
-      ShowFormats::printTable(manager, out, Terminal::getWidth(stdout), Terminal::Painter(stdout));
+      ShowFormats::printTable(manager, units, out, Terminal::getWidth(stdout),
+                              Terminal::Painter(stdout));
       break;
     case ShowOptions::Format::json:
-      Spreadsheets::writeJson(manager, getUnits(document), out);
+      Spreadsheets::writeJson(manager, units, out);
       break;
     case ShowOptions::Format::csv:
-      Spreadsheets::writeCsv(manager, options.reading.dialect, getUnits(document), out);
+      Spreadsheets::writeCsv(manager, options.reading.dialect, units, out);
       break;
   }
 }

@@ -102,10 +102,20 @@ void addRows(Table& table, Foundation& foundation, bool isCurrent) {
   }
 }
 
+/// Below the table, since areas and lines share its columns.
+std::vector<std::string> listUnits(const Units& units) {
+  std::vector<std::string> list = {"area in " + UnitNames::ofArea(units),
+                                   "line in " + UnitNames::ofLine(units),
+                                   "rot x in " + UnitNames::ofRotation(units)};
+  for (std::string& item : list) item = DisplayText::fromName(item);
+  return list;
+}
+
 }  // namespace
 
-void ShowFormats::printTable(const Found::FoundationManager& manager, std::ostream& out,
-                             std::size_t width, const Terminal::Painter& painter) {
+void ShowFormats::printTable(const Found::FoundationManager& manager, const Units& units,
+                             std::ostream& out, std::size_t width,
+                             const Terminal::Painter& painter) {
   const std::vector<Foundation*>& foundations = manager.getFoundations();
   if (!foundations.empty()) {
     Table table = makeTable();
@@ -113,6 +123,7 @@ void ShowFormats::printTable(const Found::FoundationManager& manager, std::ostre
       addRows(table, *foundation, foundation == manager.getCurrentFoundation());
     table.print(out, width, painter);
     out << '\n' << DisplayText::wrap(legend, "   ", width) << '\n';
+    if (!units.force.empty()) out << DisplayText::wrap(listUnits(units), "   ", width) << '\n';
   }
   out << foundations.size() << (foundations.size() == 1 ? " foundation" : " foundations")
       << ", largest stiffness " << fromNumber(manager.getMaxFoundationValue()) << '\n';
