@@ -784,4 +784,99 @@ TEST(ConvertErrors, ReadsNoListing) {
                 "read, a Kvml listing cannot\n");
 }
 
+// --- Units
+
+const std::string scaledNote =
+    "stiffness was scaled: areas by 0.000001, lines by 0.001, rotations by 1000\n";
+
+const std::string supports =
+    "<FOUND NUMBER='1' NAME='A' FXAREA='1' FYAREA='2' FZAREA='3' FXLINE='4' FYLINE='5' FZLINE='6' "
+    "FXX='7' FACAREA='0.5'/>";
+const std::string scaledSupports =
+    "<FOUND NUMBER='1' NAME='A' FXAREA='0.000001' FYAREA='0.000002' FZAREA='0.000003' "
+    "FXLINE='0.004' "
+    "FYLINE='0.005' FZLINE='0.006' FXX='7000' FACAREA='0.5'/>";
+
+TEST(ConvertUnits, ScalesEachKindInPlaceAndLeavesTheRest) {
+  const std::string path = makeModelFile("<!-- kept -->" + supports);
+
+  const Result result = run("convert '" + path + "' '" + path +
+                            "' --to legacy --scale-force 1000 --scale-length 1000");
+
+  EXPECT_EQ(result.err, "kvfound: " + path + ": " + scaledNote);
+  EXPECT_EQ(readFile(path),
+            makeDocument("<FOUNDATIONS><!-- kept -->" + scaledSupports + "</FOUNDATIONS>"));
+}
+
+TEST(ConvertUnits, NamesThoseOfTheResult) {
+  const std::string path = makeFile("in.csv", "#units,kN,m\nareaZ\n15000\n");
+
+  const Result result = run("convert '" + path + "' '" + path + "' --to csv --units kN,m:N,mm -q");
+
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(readFile(path), "#units,N,mm\nareaZ\n0.015\n");
+}
+
+TEST(ConvertUnits, TakesLabelsAwayThatHoldNoLonger) {
+  const std::string path = makeFile("in.csv", "#units,kN,m\nareaZ\n15000\n");
+
+  run("convert '" + path + "' '" + path + "' --to csv --scale-force 1000 --scale-length 1000");
+
+  EXPECT_EQ(readFile(path), "areaZ\n0.015\n");
+}
+
+TEST(ConvertUnits, KeepsLabelsFromTablesToJson) {
+  const std::string path = makeFile("in.csv", "#units,kN,m\nareaZ\n15000\n");
+
+  EXPECT_NE(convert(path, "json").out.find("\"force\": \"kN\""), std::string::npos);
+}
+
+TEST(ConvertUnits, AreToldWhereTheFormNamesNone) {
+  const std::string path = makeFile("in.csv", "#units,kN,m\nareaZ\n15000\n");
+
+  EXPECT_NE(convert(path, "legacy")
+                .err.find("a document of this form names no units; those of IN are kN,m\n"),
+            std::string::npos);
+}
+
+TEST(ConvertUnits, MustBeThoseThatADocumentNames) {
+  const std::string path = makeFile("in.csv", "#units,kN,m\nareaZ\n15000\n");
+
+  EXPECT_EQ(run("convert '" + path + "' - --to csv --units N,mm:kN,m -q").err,
+            "kvfound: " + path + ": its units are kN,m, not N,mm; nothing was converted\n");
+}
+
+TEST(ConvertUnits, RefuseWhatIsNoFactor) {
+  for (const char* factor : {"0", "-1", "inf", "nan", "x", "1e31"}) {
+    const Result result = run("convert a.xml b.xml --to csv --scale-force=" + std::string(factor));
+
+    EXPECT_EQ(result.err,
+              "kvfound: --scale-force cannot be \"" + std::string(factor) +
+                  "\": a number above 0 such as 1000 or 0.001, of at most 17 digits, from 1e-30 "
+                  "to 1e30; see kvfound convert --help\n");
+    EXPECT_EQ(result.status, 2);
+  }
+}
+
+TEST(ConvertUnits, NameTheUnitThatIsMeant) {
+  EXPECT_EQ(run("convert a.xml b.xml --to csv --units kn,m:N,mm").err,
+            "kvfound: --units cannot be \"kn,m:N,mm\": there is no unit of force \"kn\"; did you "
+            "mean kN?; see kvfound convert --help\n");
+}
+
+TEST(ConvertUnits, RefuseFactorsBesideNames) {
+  EXPECT_EQ(run("convert a.xml b.xml --to csv --units kN,m:N,mm --scale-force 2").err,
+            "kvfound: --units tells the factors already; leave --scale-force and --scale-length "
+            "out; see kvfound convert --help\n");
+}
+
+TEST(ConvertUnits, RefuseAValueThatBecomesTooLarge) {
+  const std::string path = makeModelFile("<FOUND NUMBER='1' NAME='A' FXX='1e306'/>");
+
+  EXPECT_EQ(run("convert '" + path + "' - --to legacy --scale-force 1000").err,
+            "kvfound: " + path +
+                ": number 1 \"A\": lineRotationX 1e+306 is too large to be scaled by 1000; "
+                "nothing was written\n");
+}
+
 }  // namespace

@@ -1,13 +1,76 @@
 #include <iostream>
 #include <memory>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "arguments.h"
 #include "command_list.h"
+#include "files/user_error.h"
+#include "foundations/conversion.h"
+#include "mistakes.h"
+#include "text/display_text.h"
 
 /// The commands that write documents.
 namespace CommandLine {
+namespace {
+
+/// Options that scale, as they are given.
+struct ScalingOptions {
+  std::optional<std::string> force;
+  std::optional<std::string> length;
+  std::optional<std::string> units;
+};
+
+std::shared_ptr<ScalingOptions> addScaling(CLI::App& command) {
+  const auto options = std::make_shared<ScalingOptions>();
+  command
+      .add_option("--scale-force", options->force,
+                  "convert stiffness to a unit of force of which the old one is FACTOR, such as "
+                  "1000 from kN to N")
+      ->type_name("FACTOR");
+  command
+      .add_option("--scale-length", options->length,
+                  "the same for the unit of length, such as 1000 from m to mm")
+      ->type_name("FACTOR");
+  command
+      .add_option("--units", options->units,
+                  "the same by names, such as kN,m:N,mm; of force there are N, kN, MN, lbf and "
+                  "kip, of length m, dm, cm, mm, ft and in")
+      ->type_name("FROM:TO");
+  return options;
+}
+
+/// Takes what `read` makes of the value of an option. Throws UserError for what it does not take.
+template <class Read>
+auto readOption(const char* option, const std::string& value, const CLI::App& command,
+                const Read& read) {
+  try {
+    return read(value);
+  } catch (const std::invalid_argument& error) {
+    throw UserError(std::string(option) + " cannot be \"" + DisplayText::fromName(value) +
+                    "\": " + error.what() + makeAdvice(command));
+  }
+}
+
+std::optional<Scaling::Conversion> readScaling(const ScalingOptions& options,
+                                               const CLI::App& command) {
+  if (options.units && (options.force || options.length))
+    throw UserError(
+        "--units tells the factors already; leave --scale-force and --scale-length out" +
+        makeAdvice(command));
+  if (options.units) return readOption("--units", *options.units, command, Scaling::readConversion);
+  if (!options.force && !options.length) return std::nullopt;
+  Scaling::Conversion conversion;
+  if (options.force)
+    conversion.force.over = readOption("--scale-force", *options.force, command, readDecimal);
+  if (options.length)
+    conversion.length.over = readOption("--scale-length", *options.length, command, readDecimal);
+  return conversion;
+}
+
+}  // namespace
 
 void addConvert(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::ConvertOptions>();
@@ -34,10 +97,19 @@ void addConvert(CLI::App& program, Run& run) {
   command->add_flag("--strict", options->isStrict,
                     "write nothing when something would be lost, and exit with 1");
   command->add_flag("--all", options->showsAll, "tell every loss, not only ten of a kind");
+  addUnits(*command, options->units);
+  const auto scaling = addScaling(*command);
   addReading(*command, options->reading, versionOfIn);
   addMessages(*command, run.notes);
   command->footer("Example: kvfound convert model.xml beddings.xml --to exchange");
-  command->callback([options, &run] { run.status = Commands::convert(*options, run.notes); });
+  command->callback([options, scaling, command, &run] {
+    options->units = readUnits(options->units, *command);
+    options->conversion = readScaling(*scaling, *command);
+    if (scaling->units && !options->units.force.empty())
+      throw UserError("--units names the units already; leave --unit-force and --unit-length out" +
+                      makeAdvice(*command));
+    run.status = Commands::convert(*options, run.notes);
+  });
 }
 
 void addMerge(CLI::App& program, Run& run) {

@@ -8,6 +8,7 @@
 #include "comparing/merging.h"
 #include "documents/document.h"
 #include "documents/form.h"
+#include "foundations/conversion.h"
 #include "foundations/matching.h"
 #include "foundations/selection.h"
 #include "foundations/units.h"
@@ -37,6 +38,8 @@ struct ConvertOptions {
   Documents::Form form = Documents::Form::legacy;
   bool isStrict = false;
   bool showsAll = false;  // losses, however many
+  Units units;            // of what is written
+  std::optional<Scaling::Conversion> conversion;
   Documents::ReadOptions reading;
 };
 Status convert(const ConvertOptions& options, Notes& notes);
