@@ -30,6 +30,10 @@ TEST(NearName, IsRatherInTheOtherCaseThanAnotherLetterAway) {
     EXPECT_EQ(findNearName(asked, names), "areaZ") << asked;
 }
 
+TEST(NearName, IsNoneOfATextThatIsFarTooLong) {
+  EXPECT_EQ(findNearName(std::string(100000000, 'a'), {"areaX", "areaY"}), std::nullopt);
+}
+
 TEST(NearName, IsNoneOfNone) { EXPECT_EQ(findNearName("show", {}), std::nullopt); }
 
 }  // namespace

@@ -31,15 +31,25 @@ std::size_t measureDistance(const std::string& a, const std::string& b) {
   return distances[a.size()][b.size()];
 }
 
+/// False without a comparison of letters for a text that has too many of them.
+bool canBeNear(const std::string& asked, const std::string& name) {
+  return asked.size() <= 2 * name.size();
+}
+
 }  // namespace
 
 std::optional<std::string> findNearName(const std::string& asked,
                                         const std::vector<std::string>& names) {
-  const auto isNearer = [&asked](const std::string& a, const std::string& b) {
-    return measureDistance(asked, a) < measureDistance(asked, b);
-  };
-  const auto near = std::min_element(names.begin(), names.end(), isNearer);
-  if (near == names.end() || measureDistance(asked, *near) * 3 > near->size() * wrongLetter)
-    return {};
-  return *near;
+  const std::string* nearest = nullptr;
+  std::size_t least = 0;
+  for (const std::string& name : names) {
+    if (!canBeNear(asked, name)) continue;
+    const std::size_t distance = measureDistance(asked, name);
+    if (distance * 3 > name.size() * wrongLetter) continue;
+    if (nearest != nullptr && distance >= least) continue;
+    nearest = &name;
+    least = distance;
+  }
+  if (nearest == nullptr) return {};
+  return *nearest;
 }
