@@ -246,6 +246,11 @@ TEST(MergingTables, LeavesStiffnessAloneWhoseCellsAreEmpty) {
             (Texts{"number 1 \"A\" 1 2 0.5", "number 2 \"B\" 5 6 0"}));
 }
 
+TEST(MergingTables, LeavesAComponentAloneWhoseCellIsEmpty) {
+  EXPECT_EQ(mergeTable("number,areaX,areaZ\n1,7,\n", twoFoundations, {"areaX", "areaZ"}),
+            (Texts{"number 1 \"A\" 7 2", "number 2 \"B\" 5 6"}));
+}
+
 TEST(MergingTables, LeavesAPartAloneOfWhichThereIsNoStiffness) {
   EXPECT_EQ(mergeTable("number,areaX,areaZ,areaFactor,lineX\n1,,,0,7\n", twoFoundations,
                        {"areaX", "areaFactor", "lineX"}),

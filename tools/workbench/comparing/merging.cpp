@@ -103,7 +103,7 @@ void Merger::addSheet(Document& source) {
   const std::vector<Foundation*>& read = source.getFoundations().getFoundations();
   for (std::size_t i = 0; i < read.size(); ++i) {
     const Spreadsheets::FieldSet& row = sheet->origins[i].told;
-    told.emplace(read[i], row);
+    rows.emplace(read[i], sheet->origins[i]);
     if (Parts::tellsArea(*read[i]) || !tellsStiffness(row, isOfArea)) withArea.insert(read[i]);
     if (Parts::tellsLine(*read[i]) || !tellsStiffness(row, isOfLine)) withLine.insert(read[i]);
   }
@@ -111,15 +111,17 @@ void Merger::addSheet(Document& source) {
 
 /// True where the document says something of the field.
 bool Merger::tells(const Foundation& source, const Fields::Field& field) const {
-  const auto row = told.find(&source);
-  return row != told.end() ? row->second.has(field) : Documents::carries(sourceForm, field.name);
+  const auto row = rows.find(&source);
+  return row != rows.end() ? row->second.told.has(field)
+                           : Documents::carries(sourceForm, field.name);
 }
 
 /// True for a field of a part that comes, which may be nothing.
 bool Merger::comes(std::string_view field, Foundation& source) const {
   const Fields::Value value = Fields::find(field)->get(source);
   const bool isNothing = std::holds_alternative<std::monostate>(value);
-  if (isNothing && told.count(&source) > 0) return false;  // an empty cell
+  const auto row = rows.find(&source);
+  if (row != rows.end() && row->second.blank.has(*Fields::find(field))) return false;
   if (isOfArea(field)) return withArea.count(&source) > 0 || (Parts::hasArea(source) && !isNothing);
   if (isOfLine(field)) return withLine.count(&source) > 0 || (Parts::hasLine(source) && !isNothing);
   return true;

@@ -67,7 +67,7 @@ class Merger {
   std::map<std::string, Foundation*> names;
   std::set<const Foundation*> withArea;  // that tell a stiffness of it
   std::set<const Foundation*> withLine;
-  std::map<const Foundation*, Spreadsheets::FieldSet> told;  // by rows of tables and data
+  std::map<const Foundation*, Spreadsheets::Origin> rows;  // of tables and data
   std::set<const Foundation*> taken;  // that the document at hand has changed or added
   std::vector<std::string> clashes;
   std::vector<std::string> leftOut;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <new>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -376,7 +377,11 @@ std::string printSheet(Document& base, const Wish& wish) {
   json.exceptions(std::ios::badbit);
   Found::FoundationManager after;
   copy(wish, after);
-  Spreadsheets::writeJson(after, units, json);
+  try {
+    Spreadsheets::writeJson(after, units, json);
+  } catch (const std::ios::failure&) {  // which some libraries make of missing memory
+    throw std::bad_alloc();
+  }
   return json.str();
 }
 

@@ -151,15 +151,16 @@ class Reader {
                             sheet.columns.size()));
     auto foundation = std::make_unique<Foundation>();
     foundation->setNumber(static_cast<int>(sheet.origins.size()) + 1);
-    for (std::size_t i = 0; i < row.count; ++i) readField(row, i, *foundation);
+    Origin origin{row.line, 1, row.begin, row.end, told, {}};
+    for (std::size_t i = 0; i < row.count; ++i) readField(row, i, origin, *foundation);
     if (!told.has(*Fields::find("name")))
       foundation->setName(makeDefaultName(foundation->getNumber()));
-    sheet.origins.push_back({row.line, 1, row.begin, row.end, told});
+    sheet.origins.push_back(origin);
     manager.add(std::move(foundation));
   }
 
  private:
-  void readField(const Row& row, std::size_t place, Foundation& foundation) {
+  void readField(const Row& row, std::size_t place, Origin& origin, Foundation& foundation) {
     const Fields::Field* const field = sheet.columns[place].field;
     const std::string& cell = row.cells[place];
     try {
@@ -167,7 +168,10 @@ class Reader {
       const bool isDecoded = charset.isUtf8() || field->type != Fields::Type::text;
       const Fields::Value value =
           readCell(*field, isDecoded ? cell : charset.toUtf8(cell), *sheet.dialect.decimal);
-      if (!std::holds_alternative<std::monostate>(value)) field->set(foundation, value);
+      if (std::holds_alternative<std::monostate>(value))
+        origin.blank.add(*field);
+      else
+        field->set(foundation, value);
     } catch (const std::invalid_argument& error) {
       const char* const name = field != nullptr ? field->name : currentField;
       fail(row, fmt::format("{} cannot be \"{}\", only {}", name,

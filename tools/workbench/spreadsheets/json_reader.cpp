@@ -202,7 +202,7 @@ class Reader {
       const Field& field = findField(name, expected);
       if (origin.told.has(field)) failAtTwice(name);
       origin.told.add(field);
-      readField(field, value, *foundation);
+      readField(field, value, origin, *foundation);
     }
     if (!origin.told.has(nameField)) foundation->setName(makeDefaultName(foundation->getNumber()));
     sheet.origins.push_back(origin);
@@ -228,9 +228,12 @@ class Reader {
     manager.setCurrentFoundation(&foundation);
   }
 
-  void readField(const Field& field, Json::value& value, Foundation& foundation) {
+  void readField(const Field& field, Json::value& value, Origin& origin, Foundation& foundation) {
     const Value read = readValue(field, value);
-    if (!std::holds_alternative<std::monostate>(read)) field.set(foundation, read);
+    if (std::holds_alternative<std::monostate>(read))
+      origin.blank.add(field);
+    else
+      field.set(foundation, read);
   }
 
   Value readValue(const Field& field, Json::value& value) {
