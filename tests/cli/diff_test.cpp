@@ -335,4 +335,15 @@ TEST(DiffFormat, JsonHoldsTheDifferences) {
   EXPECT_EQ(result.status, 1);
 }
 
+TEST(Diff, RefusesTablesInDifferentUnits) {
+  const std::string first = makeFile("first.csv", "#units,kN,m\nnumber,areaX\n1,2\n");
+  const std::string second = makeFile("second.csv", "#units,N,mm\nnumber,areaX\n1,2\n");
+  const Result result = run("diff '" + first + "' '" + second + "'");
+
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "kvfound: " + second +
+                            ": its units are N and mm, not kN and m; labels convert nothing, "
+                            "kvfound convert --units does\n");
+}
+
 }  // namespace

@@ -188,4 +188,15 @@ TEST(Merge, KeepsTheDocumentsThatComeApart) {
             "~ number 1 \"A\"\n    areaZ: 1.5 -> 2\n~ number 2 \"B\"\n    lineZ: - -> 4\n");
 }
 
+TEST(Merge, RefusesTablesInOtherUnits) {
+  const std::string in = makeFile("in.csv", "#units,N,mm\nnumber,areaX\n1,2\n");
+  const std::string into = makeFile("into.csv", "#units,kN,m\nnumber,areaX\n1,3\n");
+  const Result result = run("merge '" + in + "' '" + into + "'");
+
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(readFile(into), "#units,kN,m\nnumber,areaX\n1,3\n");
+  EXPECT_NE(result.err.find("in.csv: its units are N and mm, not kN and m"), std::string::npos)
+      << result.err;
+}
+
 }  // namespace

@@ -59,7 +59,9 @@ std::size_t Commands::tellReading(Document& document, Notes& notes) {
     notes.tell({Message::Level::warning, isRenamed ? "renamed" : "skipped", file, place, "",
                 note.sentence});
   }
-  if (document.getForm() != Documents::Form::legacy) notes.tell(makeSummary(document, file));
+  // A model, a table and data are read whole.
+  const bool isExchange = document.getExchange() != nullptr;
+  if (isExchange) notes.tell(makeSummary(document, file));
   return Documents::countNotes(document);
 }
 

@@ -12,15 +12,16 @@ namespace {
 using Json = nlohmann::json;
 using Results::CheckedFile;
 
-CheckedFile check(const std::string& path, const std::string& bytes) {
+CheckedFile checkDocument(const std::string& path, const std::string& bytes) {
   Documents::Document document({path, "", bytes});
   return Results::makeCheckedFile(path, document, Checks::find(document));
 }
 
 /// A model with a finding in line 3, whatever its foundation is called.
 CheckedFile checkModel(const std::string& path, const std::string& name) {
-  return check(path, "<?xml version=\"1.0\"?>\n<SMOD><FOUNDATIONS>\n<FOUND NUMBER='3' NAME='" +
-                         name + "' FXAREA='-1'/>\n</FOUNDATIONS></SMOD>\n");
+  return checkDocument(
+      path, "<?xml version=\"1.0\"?>\n<SMOD><FOUNDATIONS>\n<FOUND NUMBER='3' NAME='" + name +
+                "' FXAREA='-1'/>\n</FOUNDATIONS></SMOD>\n");
 }
 
 Json makeRun(const std::vector<CheckedFile>& files) {
