@@ -76,7 +76,7 @@ void addUnits(CLI::App& command, Units& units) {
 }
 
 Units readUnits(const Units& given, const CLI::App& command) {
-  const Units units = {readUnit(given.force), readUnit(given.length)};
+  Units units = {readUnit(given.force), readUnit(given.length)};
   if (units.force.empty() != units.length.empty())
     throw UserError("--unit-force and --unit-length are given together or not at all" +
                     makeAdvice(command));

@@ -24,7 +24,7 @@ struct ScalingOptions {
 };
 
 std::shared_ptr<ScalingOptions> addScaling(CLI::App& command) {
-  const auto options = std::make_shared<ScalingOptions>();
+  auto options = std::make_shared<ScalingOptions>();
   command
       .add_option("--scale-force", options->force,
                   "convert stiffness to a unit of force of which the old one is FACTOR, such as "

@@ -110,7 +110,7 @@ Message readError(const std::string& error, const std::vector<std::string>& file
           position,     "",      DisplayText::fromName(std::string(rest))};
 }
 
-Notes::Notes(std::ostream& stream, std::vector<std::string> arguments)
+Notes::Notes(std::ostream& stream, const std::vector<std::string>& arguments)
     : progress(stream), files(listFiles(arguments)) {
   setForm(asksForJson(arguments) ? Form::json : Form::text);
 }

@@ -32,7 +32,7 @@ class Notes {
 
   /// `arguments` of the command line tell the form where it cannot be read, and name the files that
   /// errors may be about.
-  Notes(std::ostream& stream, std::vector<std::string> arguments);
+  Notes(std::ostream& stream, const std::vector<std::string>& arguments);
 
   void setForm(Form wanted);
   /// Tells errors only from here on.

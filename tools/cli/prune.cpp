@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "commands.h"
 #include "documents/document.h"
 #include "documents/editing.h"
@@ -126,7 +128,7 @@ void tell(const std::string& shownPath, const Editing::Wish& wish,
       const std::string number = std::to_string(pair.first->getNumber());
       const std::string renumbered = Fields::describe(*pair.second);
       tellOne("renumbered", renumbered, "had the number " + number,
-              "renumbered: " + number + " -> " + renumbered);
+              fmt::format("renumbered: {} -> {}", number, renumbered));
     }
     if (pair.second != nullptr) ++kept;
   }

@@ -7,7 +7,7 @@
 
 namespace {
 
-std::string refuse(const std::string& text) {
+std::string refuseDecimal(const std::string& text) {
   try {
     readDecimal(text);
     return "";
@@ -47,7 +47,7 @@ TEST(Decimal, IsReadExactly) {
 
 TEST(Decimal, MustBeAboveZero) {
   for (const char* text : {"0", "0.000", "0e5", "-1", "-0"})
-    EXPECT_EQ(refuse(text),
+    EXPECT_EQ(refuseDecimal(text),
               "a number above 0 such as 1000 or 0.001, of at most 17 digits, from 1e-30 to 1e30")
         << text;
 }
@@ -55,13 +55,13 @@ TEST(Decimal, MustBeAboveZero) {
 TEST(Decimal, MustBeANumber) {
   for (const char* text : {"", "+", ".", "e3", "1e", "1e+", "1e+-3", "1e3.5", "1,5", "1.5.5", " 1",
                            "1 ", "inf", "nan", "0x10", "1e99999999999", "+-1", "++1"})
-    EXPECT_NE(refuse(text), "") << text;
+    EXPECT_NE(refuseDecimal(text), "") << text;
 }
 
 TEST(Decimal, KeepsWithinItsLimits) {
   for (const char* text : {"123456789012345678", "0.00000123456789012345678", "1.1e30", "1e31",
                            "0.9e-30", "1e-31", "1e2147483647", "1e-2147483648"})
-    EXPECT_NE(refuse(text), "") << text;
+    EXPECT_NE(refuseDecimal(text), "") << text;
 }
 
 }  // namespace
