@@ -1,5 +1,6 @@
 #include <cstddef>
 #include <map>
+#include <new>
 #include <ostream>
 #include <set>
 #include <string>
@@ -42,8 +43,8 @@ void checkOptions(const PruneOptions& options) {
 void removeUnused(const PruneOptions& options, FoundationManager& manager, Notes& notes) {
   const Files::Content list = Files::read(*options.usedBy);
   Files::MemoryStream in(list.bytes);
-  in.exceptions(std::ios::badbit);  // or the list would end where memory runs out
   KeepList user(in);
+  if (in.bad()) throw std::bad_alloc();  // or the list would end where memory runs out
   for (const Foundation* foundation : manager.getFoundations()) user.usesFoundation(foundation);
   const std::vector<std::string> unmatched = user.listUnmatched();
   const Level level = options.ignoresMissing && user.hasMatched() ? Level::warning : Level::error;

@@ -374,14 +374,10 @@ std::string printSheet(Document& base, const Wish& wish) {
   if (areSame(wish, before.getCurrentFoundation()) && units == sheet.units)
     return base.getContent().bytes;
   std::ostringstream json;
-  json.exceptions(std::ios::badbit);
   Found::FoundationManager after;
   copy(wish, after);
-  try {
-    Spreadsheets::writeJson(after, units, json);
-  } catch (const std::ios::failure&) {  // which some libraries make of missing memory
-    throw std::bad_alloc();
-  }
+  Spreadsheets::writeJson(after, units, json);
+  if (!json) throw std::bad_alloc();  // or the text would end where memory runs out
   return json.str();
 }
 
