@@ -110,11 +110,18 @@ TEST(Manual, NamesEveryField) {
         << field;
 }
 
+/// The status of a script whose command is not installed here.
+constexpr int lacksCommand = 3;
+
+/// Runs a script of bash that needs a command.
+Result runWith(const std::string& command, const std::string& script) {
+  return runScript("command -v " + command + " >/dev/null || exit " + std::to_string(lacksCommand) +
+                   "\n" + script);
+}
+
 TEST(Manual, IsCleanOfWarnings) {
-  const Result result = runScript(
-      "command -v mandoc >/dev/null || exit 3\n"
-      "mandoc -T lint -W warning '" KVFOUND_MANUAL "'\n");
-  if (result.status == 3) GTEST_SKIP() << "mandoc is not installed";
+  const Result result = runWith("mandoc", "mandoc -T lint -W warning '" KVFOUND_MANUAL "'\n");
+  if (result.status == lacksCommand) GTEST_SKIP() << "mandoc is not installed";
 
   EXPECT_EQ(result.out + result.err, "");
   EXPECT_EQ(result.status, 0);
@@ -231,40 +238,38 @@ TEST(Completion, OffersArgumentsThatAreNoFiles) {
   EXPECT_EQ(complete("completion ''"), (Words{"bash", "fish", "zsh"}));
 }
 
-/// What a script for another shell does; skips where there is no such shell.
-#define RUN_IN_SHELL(result, shell, script)                                              \
-  const Result result = runScript("command -v " shell " >/dev/null || exit 3\n" script); \
-  if (result.status == 3) GTEST_SKIP() << shell " is not installed"
-
 TEST(Completion, OffersCommandsAndValuesInFish) {
-  RUN_IN_SHELL(result, "fish",
-               "export HOME=\"$(mktemp -d)\"\n"
-               "fish -c \"'" KVFOUND_PROGRAM
-               "' completion fish | source; complete -C 'kvfound p'; "
-               "complete -C 'kvfound check --format s'; complete -C 'kvfound show --gen'\"\n"
-               "rm -r \"$HOME\"\n");
+  const Result result =
+      runWith("fish",
+              "export HOME=\"$(mktemp -d)\"\n"
+              "fish -c \"'" KVFOUND_PROGRAM
+              "' completion fish | source; complete -C 'kvfound p'; "
+              "complete -C 'kvfound check --format s'; complete -C 'kvfound show --gen'\"\n"
+              "rm -r \"$HOME\"\n");
+  if (result.status == lacksCommand) GTEST_SKIP() << "fish is not installed";
 
   EXPECT_EQ(findAll(result.out, "^([^\t]*)"), (Words{"prune", "sarif", "--generated"}));
   EXPECT_EQ(result.err, "");
 }
 
 TEST(Completion, LeavesFilesToFish) {
-  RUN_IN_SHELL(result, "fish",
-               "export HOME=\"$(mktemp -d)\"\n"
-               "cd '" KVFOUND_EXAMPLES_DIR
-               "'\n"
-               "fish -c \"'" KVFOUND_PROGRAM
-               "' completion fish | source; complete -C 'kvfound show mod'\"\n"
-               "rm -r \"$HOME\"\n");
+  const Result result = runWith("fish",
+                                "export HOME=\"$(mktemp -d)\"\n"
+                                "cd '" KVFOUND_EXAMPLES_DIR
+                                "'\n"
+                                "fish -c \"'" KVFOUND_PROGRAM
+                                "' completion fish | source; complete -C 'kvfound show mod'\"\n"
+                                "rm -r \"$HOME\"\n");
+  if (result.status == lacksCommand) GTEST_SKIP() << "fish is not installed";
 
   EXPECT_EQ(findAll(result.out, "^([^\t]*)"), Words{"model.xml"});
 }
 
 TEST(Completion, IsAScriptOfZshWithEveryCommandOptionAndValue) {
-  RUN_IN_SHELL(result, "zsh",
-               "'" KVFOUND_PROGRAM
-               "' completion zsh >\"$0.zsh\"\n"
-               "zsh -n \"$0.zsh\" && cat \"$0.zsh\"\n");
+  const Result result = runWith("zsh", "'" KVFOUND_PROGRAM
+                                       "' completion zsh >\"$0.zsh\"\n"
+                                       "zsh -n \"$0.zsh\" && cat \"$0.zsh\"\n");
+  if (result.status == lacksCommand) GTEST_SKIP() << "zsh is not installed";
 
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.status, 0);
@@ -276,12 +281,12 @@ TEST(Completion, IsAScriptOfZshWithEveryCommandOptionAndValue) {
 
 /// What zsh hands to the function that completes options, which needs a terminal itself.
 TEST(Completion, DescribesTheOptionsOfACommandToZsh) {
-  RUN_IN_SHELL(
-      result, "zsh",
-      "'" KVFOUND_PROGRAM
-      "' completion zsh >\"$0.zsh\"\n"
-      "zsh -f -c '_arguments() { print -l -- \"$@\" }; _describe() { : }; compdef() { : }\n"
-      "source \"$1\"; words=(kvfound diff -); CURRENT=3; _kvfound' zsh \"$0.zsh\"\n");
+  const Result result = runWith(
+      "zsh", "'" KVFOUND_PROGRAM
+             "' completion zsh >\"$0.zsh\"\n"
+             "zsh -f -c '_arguments() { print -l -- \"$@\" }; _describe() { : }; compdef() { : }\n"
+             "source \"$1\"; words=(kvfound diff -); CURRENT=3; _kvfound' zsh \"$0.zsh\"\n");
+  if (result.status == lacksCommand) GTEST_SKIP() << "zsh is not installed";
 
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(findAll(result.out, "^(--[a-z]+)"), listOptions("diff"));
