@@ -1,4 +1,5 @@
 #include <limits>
+#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -20,20 +21,26 @@ using Found::Foundation;
 
 constexpr const char* unchanged = "nothing to write";
 
-/// The bytes of a table or of data after the change, or the error that it gives.
-std::string editSheet(const std::string& bytes, const Change& change) {
+/// The bytes of a table or of data after the change, or the error that it gives. Units stay as they
+/// are where none are told.
+std::string editSheet(const std::string& bytes, const Change& change,
+                      const std::optional<Units>& units = {}) {
   Documents::ReadOptions options;
   options.form = Documents::Form::csv;
   Documents::Document base({"table", "", bytes}, options);
   Draft draft(base);
   change(draft);
   try {
-    const auto result = Editing::edit(base, draft.makeWish());
+    Editing::Wish wish = draft.makeWish();
+    wish.units = units;
+    const auto result = Editing::edit(base, wish);
     return result != nullptr ? result->getContent().bytes : unchanged;
   } catch (const UserError& error) {
     return error.what();
   }
 }
+
+const Change changeNothing = [](Draft&) {};
 
 Change changeSecond(const char* field, const char* value) {
   return [=](Draft& draft) { set(draft, 1, field, value); };
@@ -46,7 +53,7 @@ const Change addNine = [](Draft& draft) { set(add(draft, 9, "I"), "areaX", "1.5"
 TEST(EditingTables, WritesNothingWhenNothingChanges) {
   for (const char* bytes : {"number,name,areaX\n1,A, 1.50 \n\n+2,\"B\",nan\n,,\n",
                             "number;name\r\n1;W\xFCst\r\n", "name", "name,areaFactor\nA,\n"})
-    EXPECT_EQ(editSheet(bytes, [](Draft&) {}), unchanged) << bytes;
+    EXPECT_EQ(editSheet(bytes, changeNothing), unchanged) << bytes;
 }
 
 TEST(EditingTables, ChangesOnlyTheRowThatIsConcerned) {
@@ -124,6 +131,30 @@ TEST(EditingTables, TellsNaughtFromNothing) {
   EXPECT_EQ(editSheet("name,areaX\nA,\n", makeZero), "name,areaX\nA,0\n");
 }
 
+TEST(EditingTables, NamesUnitsInTheRowThatNamedThem) {
+  EXPECT_EQ(editSheet("#units;kN;m\r\nnumber;name\r\n1;A\r\n", changeNothing, Units{"N", "mm"}),
+            "#units;N;mm\r\nnumber;name\r\n1;A\r\n");
+  EXPECT_EQ(editSheet("#units,kN,m,,\nnumber,name\n1,A\n2,B\n", changeSecond("name", "C"),
+                      Units{"a,b", "\xC2\xB5m"}),
+            "#units,\"a,b\",\xC2\xB5m\nnumber,name\n1,A\n2,C\n");
+  EXPECT_EQ(editSheet("#units,kN,m\nname\nA\n", changeNothing, Units{"kN", "m"}), unchanged);
+}
+
+TEST(EditingTables, NamesUnitsBeforeTheColumnsWhereNothingNamedThem) {
+  EXPECT_EQ(editSheet("\xEF\xBB\xBF# from us\nname\nA\n", changeNothing, Units{"N", "mm"}),
+            "\xEF\xBB\xBF# from us\n#units,N,mm\nname\nA\n");
+}
+
+TEST(EditingTables, NamesUnitsNoLonger) {
+  EXPECT_EQ(editSheet("# from us\n#units,kN,m\nname\nA\n", changeNothing, Units{}),
+            "# from us\nname\nA\n");
+}
+
+TEST(EditingTables, RefusesUnitsThatTheEncodingLacks) {
+  EXPECT_EQ(editSheet("name\nW\xFCst\n", changeNothing, Units{"kN", "\xCE\xB1"}),
+            "table: this table is in windows-1252, which has no \"\xCE\xB1\"; save it in UTF-8");
+}
+
 // --- Data
 
 const std::string data =
@@ -131,7 +162,21 @@ const std::string data =
     "\"units\": {\"length\": \"m\", \"force\": \"kN\"}}";
 
 TEST(EditingData, WritesNothingWhenNothingChanges) {
-  EXPECT_EQ(editSheet(data, [](Draft&) {}), unchanged);
+  EXPECT_EQ(editSheet(data, changeNothing), unchanged);
+}
+
+TEST(EditingData, NamesOtherUnits) {
+  const std::string edited = editSheet(data, changeNothing, Units{"N", "mm"});
+
+  EXPECT_NE(edited.find("{\n    \"force\": \"N\",\n    \"length\": \"mm\"\n  }"), std::string::npos)
+      << edited;
+  EXPECT_EQ(editSheet(data, changeNothing, Units{"kN", "m"}), unchanged);
+}
+
+TEST(EditingData, NamesUnitsNoLonger) {
+  const std::string edited = editSheet(data, changeNothing, Units{});
+
+  EXPECT_EQ(edited.find("units"), std::string::npos) << edited;
 }
 
 TEST(EditingData, WritesItAnewWithItsUnits) {
