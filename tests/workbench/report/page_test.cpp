@@ -40,12 +40,23 @@ TEST(ReportFacts, DescribeAnExchangeDocument) {
 TEST(ReportFacts, TellTheVersionAsWhichADocumentWasRead) {
   const std::string document = "<X><CurveBedding Number='1' Name='A'/></X>";
 
-  EXPECT_EQ(listFacts(report(document, {}, "1.0"))[1], "Version |1.0| |the document states none");
+  EXPECT_EQ(listFacts(report(document, {}, {"1.0", {}, {}}))[1],
+            "Version |1.0| |the document states none");
   EXPECT_EQ(listFacts(report(document))[1], "Version |current| |the document states none");
 }
 
 TEST(ReportFacts, SayThatALegacyModelStatesNoVersion) {
   EXPECT_EQ(listFacts(reportModel(""))[1], "Version |not stated");
+}
+
+TEST(ReportFacts, DescribeATableAndData) {
+  Documents::ReadOptions table;
+  table.form = Documents::Form::csv;
+
+  EXPECT_EQ(listFacts(report("number,name\n1,A\n", {}, table))[0], "Form |Table (CSV)");
+  const Texts facts = listFacts(report(R"({"foundations": [{"number": 1}]})"));
+  EXPECT_EQ(facts[0], "Form |Data (JSON)");
+  EXPECT_EQ(facts[1], "Foundations |1| |0 with area, 0 with line, 0 generated");
 }
 
 TEST(ReportPage, SaysThatThereAreNoFoundations) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,8 +34,8 @@ inline std::string print(Documents::Document& document, const Units& units) {
 
 /// The page of a document.
 inline std::string report(const std::string& bytes, const Units& units = {},
-                          const std::optional<std::string>& version = std::nullopt) {
-  Documents::Document document({"folder/file.xml", "", bytes}, {version, {}, {}});
+                          const Documents::ReadOptions& options = {}) {
+  Documents::Document document({"folder/file.xml", "", bytes}, options);
   return print(document, units);
 }
 
