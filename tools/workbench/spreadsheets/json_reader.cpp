@@ -11,6 +11,9 @@
 #include <utility>
 
 #include <fmt/format.h>
+
+// The checks that simdjson has for its own development write through null where memory runs out.
+#define SIMDJSON_DEVELOPMENT_CHECKS 0
 #include <simdjson.h>
 
 #include "files/user_error.h"
