@@ -42,6 +42,13 @@ TEST(DiffJson, HasTheFieldsThatChange) {
             "{\"after\":\"tension\",\"before\":\"none\",\"field\":\"lineFailureX\"}]}]");
 }
 
+TEST(DiffJson, HasNullForStiffnessThatComesOrGoes) {
+  const Json json = diff("<FOUND NUMBER='1' NAME='A' FXX='2'/>", "<FOUND NUMBER='1' NAME='A'/>");
+
+  EXPECT_EQ(json.at("differences").at(0).at("fields").dump(),
+            "[{\"after\":null,\"before\":2.0,\"field\":\"lineRotationX\"}]");
+}
+
 TEST(DiffJson, HasAllFieldsOfWhatCameOrWent) {
   const Json added = diff("", "<FOUND NUMBER='1' NAME='A' FXAREA='1'/>").at("differences");
   const Json removed = diff("<FOUND NUMBER='1' NAME='A' FXAREA='1'/>", "").at("differences");

@@ -88,6 +88,9 @@ double scaleComponent(const Factor& factor, double value, const char* field,
 }
 
 using Names = std::array<const char*, 3>;
+constexpr Names areaNames = {"areaX", "areaY", "areaZ"};
+constexpr Names lineNames = {"lineX", "lineY", "lineZ"};
+constexpr Names rotationNames = {"lineRotationX", "lineRotationY", "lineRotationZ"};
 
 template <bool (Foundation::*Get)(KvVector3D&) const, void (Foundation::*Set)(const KvVector3D*)>
 void scaleVector(const Factor& factor, const Names& fields, Foundation& foundation) {
@@ -103,12 +106,12 @@ void scaleVector(const Factor& factor, const Names& fields, Foundation& foundati
 
 void apply(const Scale& scale, const Found::FoundationManager& manager) {
   for (Foundation* foundation : manager.getFoundations()) {
-    scaleVector<&Foundation::getDispArea, &Foundation::setDispArea>(
-        scale.area, {"areaX", "areaY", "areaZ"}, *foundation);
-    scaleVector<&Foundation::getDispLine, &Foundation::setDispLine>(
-        scale.line, {"lineX", "lineY", "lineZ"}, *foundation);
-    scaleVector<&Foundation::getRotLine, &Foundation::setRotLine>(
-        scale.rotation, {"lineRotationX", "lineRotationY", "lineRotationZ"}, *foundation);
+    scaleVector<&Foundation::getDispArea, &Foundation::setDispArea>(scale.area, areaNames,
+                                                                    *foundation);
+    scaleVector<&Foundation::getDispLine, &Foundation::setDispLine>(scale.line, lineNames,
+                                                                    *foundation);
+    scaleVector<&Foundation::getRotLine, &Foundation::setRotLine>(scale.rotation, rotationNames,
+                                                                  *foundation);
   }
 }
 
