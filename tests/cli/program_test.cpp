@@ -136,7 +136,7 @@ TEST(Program, ListsItsCommandsInItsHelp) {
 TEST(Program, PrintsTheHelpOfACommandWithAnExampleAtItsEnd) {
   EXPECT_EQ(
       run("show --help").out,
-      "Prints the foundations of a legacy model or an exchange document, as a table or as data\n"
+      "Prints the foundations of models, exchange documents, CSV and JSON, as a table or as data\n"
       "Usage: kvfound show [OPTIONS] [FILE...]\n"
       "\n"
       "Positionals:\n"

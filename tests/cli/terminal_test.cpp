@@ -170,8 +170,8 @@ TEST(InATerminal, DataIsNotColoured) {
 
 TEST(InATerminal, HelpFitsItsWidth) {
   EXPECT_EQ(runInTerminal(60, {"show", "--help"}),
-            "Prints the foundations of a legacy model or an exchange\n"
-            "document, as a table or as data\n"
+            "Prints the foundations of models, exchange documents, CSV\n"
+            "and JSON, as a table or as data\n"
             "Usage: kvfound show [OPTIONS] [FILE...]\n"
             "\n"
             "Positionals:\n"

@@ -58,6 +58,7 @@ void addReading(CLI::App& command, Documents::ReadOptions& reading, const std::s
       ->description("what stands before the decimals in a table: point or comma");
 }
 
+const char* const documentToRead = "a legacy model, an exchange document, CSV or JSON, or -";
 const char* const versionOfFile =
     "version of an exchange document; when left out, 1.0 if it holds a Bedding element, else the "
     "current one";

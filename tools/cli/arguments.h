@@ -50,6 +50,9 @@ CLI::Option* addChoice(CLI::App& command, const std::string& name, Value& value,
   return offerChoices(*command.add_option_function<std::string>(name, take, description), choices);
 }
 
+/// Describes the document that a command works on.
+extern const char* const documentToRead;
+
 /// How documents are read where they leave it open. `version` describes the option of that name.
 void addReading(CLI::App& command, Documents::ReadOptions& reading, const std::string& version);
 

@@ -76,12 +76,11 @@ void addConvert(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::ConvertOptions>();
   CLI::App* const command = program.add_subcommand(
       "convert", "Writes the foundations of a document in another form and tells what is lost");
-  command->add_option("IN", options->in, "a legacy model or an exchange document, or -")
-      ->required();
+  command->add_option("IN", options->in, documentToRead)->required();
   command
       ->add_option("OUT", options->out,
-                   "the file to write, or -; may be IN. Of a model or an exchange document of the "
-                   "same form that is there, only the foundations change")
+                   "the file to write, or -; may be IN. Of a document of the same form that is "
+                   "there, only the foundations change")
       ->required();
   using Documents::Form;
   addChoice<Form>(*command, "--to", options->form,
@@ -122,8 +121,8 @@ void addMerge(CLI::App& program, Run& run) {
   command
       ->add_option(
           "IN", *documents,
-          "legacy models or exchange documents, one of them may be -; the last one is INTO, "
-          "the document that they come into, which is edited in place")
+          "legacy models, exchange documents, CSV or JSON, one of them may be -; the last one is "
+          "INTO, the document that they come into, which is edited in place")
       ->required()
       ->expected(2, 1000000)
       ->option_text("IN... INTO");
@@ -159,8 +158,7 @@ void addSet(CLI::App& program, Run& run) {
   const auto arguments = std::make_shared<std::vector<std::string>>();
   CLI::App* const command = program.add_subcommand(
       "set", "Changes fields of foundations of a document in place, and prints what changed");
-  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
-      ->required();
+  command->add_option("FILE", options->path, documentToRead)->required();
   command
       ->add_option("FIELD=VALUE", *arguments,
                    "numbers of foundations, such as 3,5-9, and what is set, such as areaZ=16000; "
@@ -186,8 +184,7 @@ void addAdd(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::AddOptions>();
   CLI::App* const command =
       program.add_subcommand("add", "Adds a foundation to a document in place");
-  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
-      ->required();
+  command->add_option("FILE", options->path, documentToRead)->required();
   command->add_option("NAME", options->name, "what the foundation is called")->required();
   command
       ->add_option("FIELD=VALUE", options->assignments,
@@ -205,8 +202,7 @@ void addRemove(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::SetOptions>();
   CLI::App* const command =
       program.add_subcommand("remove", "Removes foundations from a document in place");
-  command->add_option("FILE", options->path, "a legacy model or an exchange document, or -")
-      ->required();
+  command->add_option("FILE", options->path, documentToRead)->required();
   const Numbers numbers = addSelection(*command, options->selection);
   addReading(*command, options->reading, versionOfFile);
   addMessages(*command, run.notes);
@@ -221,8 +217,7 @@ void addPrune(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::PruneOptions>();
   CLI::App* const command =
       program.add_subcommand("prune", "Removes foundations that were generated or are not used");
-  command->add_option("IN", options->in, "a legacy model or an exchange document, or -")
-      ->required();
+  command->add_option("IN", options->in, documentToRead)->required();
   command
       ->add_option("OUT", options->out,
                    "the file to write, in the form of IN, or -; may be IN. It is IN without the "

@@ -15,7 +15,7 @@ void addShow(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::ShowOptions>();
   CLI::App* const command = program.add_subcommand(
       "show",
-      "Prints the foundations of a legacy model or an exchange document, as a table or as data");
+      "Prints the foundations of models, exchange documents, CSV and JSON, as a table or as data");
   const FilesAndNumbers arguments = addFilesAndSelection(*command, options->selection);
   using Format = Commands::ShowOptions::Format;
   addChoice<Format>(*command, "--format", options->format,
@@ -37,8 +37,8 @@ void addCheck(CLI::App& program, Run& run) {
   const auto options = std::make_shared<Commands::CheckOptions>();
   CLI::App* const command = program.add_subcommand(
       "check",
-      "Warns of what a reader of legacy models or exchange documents accepts in silence; exits "
-      "with 1 when it found something, with 2 when a document cannot be read");
+      "Warns of what readers of documents accept in silence; exits with 1 when it found something, "
+      "with 2 when a document cannot be read");
   command->add_option("FILE", options->paths,
                       "the documents; standard input when it is - or left out");
   using Format = Commands::CheckOptions::Format;
