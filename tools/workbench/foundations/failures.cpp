@@ -20,11 +20,11 @@ const Mode* find(Found::Foundation::Failure failure) {
   return findIf([failure](const Mode& mode) { return mode.value == failure; });
 }
 
-const Mode* find(const std::string& word) {
-  return findIf([&word](const Mode& mode) { return mode.word == word; });
+const Mode* find(std::string_view word) {
+  return findIf([word](const Mode& mode) { return mode.word == word; });
 }
 
-std::optional<Found::Foundation::Failure> read(const std::string& text) {
+std::optional<Found::Foundation::Failure> read(std::string_view text) {
   if (const Mode* const mode = find(text)) return mode->value;
   int number = 0;
   const char* const end = text.data() + text.size();
@@ -35,7 +35,7 @@ std::optional<Found::Foundation::Failure> read(const std::string& text) {
 
 std::string getWord(Found::Foundation::Failure failure) {
   const Mode* const mode = find(failure);
-  return mode != nullptr ? mode->word : std::to_string(static_cast<int>(failure));
+  return mode != nullptr ? std::string(mode->word) : std::to_string(static_cast<int>(failure));
 }
 
 }  // namespace Failures

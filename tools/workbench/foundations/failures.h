@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "found/foundation.h"
 
@@ -11,7 +12,7 @@ namespace Failures {
 /// A mode that the library knows, which documents hold as its word or as its number.
 struct Mode {
   Found::Foundation::Failure value;
-  const char* word;
+  std::string_view word;
   char letter;         // where room is short
   const char* arrows;  // in UTF-8: they pull at a support or push it
 };
@@ -24,10 +25,10 @@ constexpr Mode modes[] = {
 /// Null for a number that is no mode, which a legacy document may hold.
 const Mode* find(Found::Foundation::Failure failure);
 /// Null for a text that is none of the words.
-const Mode* find(const std::string& word);
+const Mode* find(std::string_view word);
 
 /// What getWord() gives for it; none for other texts.
-std::optional<Found::Foundation::Failure> read(const std::string& text);
+std::optional<Found::Foundation::Failure> read(std::string_view text);
 
 /// The word of a mode, or the number of what is none.
 std::string getWord(Found::Foundation::Failure failure);

@@ -18,15 +18,16 @@ namespace {
 
 using Fields::Value;
 
-constexpr const char* blanks = " \t";
 /// What a spreadsheet runs when a cell starts with it.
 constexpr std::string_view formulaStarts = "=+-@\t\r";
 constexpr char asText = '\'';
 
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
 std::string_view trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(blanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -91,13 +92,6 @@ int readInteger(std::string_view text) {
   return number;
 }
 
-std::string readFailure(std::string_view text) {
-  if (text.empty()) return "none";
-  std::string word(text);
-  if (Failures::read(word)) return word;
-  throw std::invalid_argument("tension, compression or none");
-}
-
 /// True for what is written behind an apostrophe: what starts like a formula, behind any number of
 /// apostrophes, so that reading takes away just the one that writing adds.
 bool looksLikeFormula(std::string_view text) {
@@ -155,8 +149,19 @@ bool readFlag(std::string_view text) {
   throw std::invalid_argument("true or false");
 }
 
+std::string readFailure(std::string_view text) {
+  if (text.empty()) return "none";
+  if (Failures::read(text)) return std::string(text);
+  throw std::invalid_argument("tension, compression or none");
+}
+
 std::string readName(std::string_view text) {
+  const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
   for (std::string_view rest = text; !rest.empty();) {
+    if (isPlain(rest.front())) {
+      rest.remove_prefix(1);
+      continue;
+    }
     const char32_t c = Utf8::take(rest);
     const bool isSpace = c == '\t' || c == '\n' || c == '\r';
     if (c == Utf8::invalid || (c < 0x20 && !isSpace) || c == 0xFFFE || c == 0xFFFF)

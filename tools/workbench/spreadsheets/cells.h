@@ -16,6 +16,9 @@ Fields::Value readCell(const Fields::Field& field, std::string_view text, char d
 /// empty cell. Throws std::invalid_argument.
 bool readFlag(std::string_view text);
 
+/// The word of a failure mode, "none" for an empty text. Throws std::invalid_argument.
+std::string readFailure(std::string_view text);
+
 /// A name that documents can hold. Throws std::invalid_argument.
 std::string readName(std::string_view text);
 

@@ -165,9 +165,10 @@ class Reader {
     const std::string& cell = row.cells[place];
     try {
       if (field == nullptr) return readCurrent(row, cell, foundation);
-      const bool isDecoded = charset.isUtf8() || field->type != Fields::Type::text;
+      const bool isEncoded = !charset.isUtf8() && field->type == Fields::Type::text;
+      if (isEncoded) decoded = charset.toUtf8(cell);
       const Fields::Value value =
-          readCell(*field, isDecoded ? cell : charset.toUtf8(cell), *sheet.dialect.decimal);
+          readCell(*field, isEncoded ? decoded : cell, *sheet.dialect.decimal);
       if (std::holds_alternative<std::monostate>(value))
         origin.blank.add(*field);
       else
@@ -196,6 +197,7 @@ class Reader {
   std::string shownPath;
   FoundationManager& manager;
   FieldSet told;
+  std::string decoded;
 };
 
 void refuseUtf16(std::string_view bytes, const std::string& shownPath) {

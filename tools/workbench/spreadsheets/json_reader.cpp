@@ -37,6 +37,17 @@ std::string quote(std::string_view text) {
   return '"' + DisplayText::shorten(DisplayText::fromName(std::string(text)), 60) + '"';
 }
 
+/// Ends of lines. Bytes that hold sums of a few let compilers look at many at once.
+std::size_t countLines(std::string_view text) {
+  std::size_t lines = 0;
+  for (; !text.empty(); text.remove_prefix(std::min<std::size_t>(text.size(), 255))) {
+    std::uint8_t some = 0;
+    for (const char c : text.substr(0, 255)) some = static_cast<std::uint8_t>(some + (c == '\n'));
+    lines += some;
+  }
+  return lines;
+}
+
 /// Lines and columns of places that come one behind the other.
 class Places {
  public:
@@ -44,10 +55,10 @@ class Places {
 
   std::size_t findLine(std::size_t place) {
     if (place < counted) counted = lineBegin = line = 0;
-    for (std::size_t end = text.find('\n', counted); end < place; end = text.find('\n', end + 1)) {
-      ++line;
-      lineBegin = end + 1;
-    }
+    const std::string_view passed = text.substr(counted, place - counted);
+    const std::size_t last = passed.rfind('\n');
+    if (last != passed.npos) lineBegin = counted + last + 1;
+    line += countLines(passed);
     counted = place;
     return line + 1;
   }
@@ -122,10 +133,12 @@ class Reader {
  private:
   using Names = std::set<std::string_view>;
 
-  std::string_view readKey(Json::field& member) {
+  /// `likely` is looked for first, and is what is returned where it is the key.
+  std::string_view readKey(Json::field& member, std::string_view likely = {}) {
     const char* const key = member.key().raw();
     setPlace(key - 1);
     const std::string_view rest = text.substr(here + 1);
+    if (rest.substr(0, likely.size()) == likely && rest[likely.size()] == '"') return likely;
     const std::string_view name = rest.substr(0, rest.find('"'));
     return name.find('\\') == name.npos ? name : texts.resolve(parser, member.key());
   }
@@ -192,17 +205,19 @@ class Reader {
     origin.column = places.findColumn(here);
     auto foundation = std::make_unique<Foundation>();
     foundation->setNumber(static_cast<int>(sheet.origins.size()) + 1);
-    std::size_t expected = 0;  // place of the field that comes next in what is written here
+    std::size_t expected = 0;  // place of the name that comes next in what is written here
     bool tellsCurrent = false;
     for (Json::field member : element.get_object()) {
-      const std::string_view name = readKey(member);
+      const std::string_view name = readKey(member, names[expected]);
+      const std::size_t place = name.data() == names[expected].data() ? expected : findPlace(name);
       Json::value value = member.value();
-      if (name == currentField) {
+      if (place == fields.size()) {
         if (std::exchange(tellsCurrent, true)) failAtTwice(name);
         readCurrent(value, *foundation);
         continue;
       }
-      const Field& field = findField(name, expected);
+      expected = place + 1;
+      const Field& field = fields[place];
       if (origin.told.has(field)) failAtTwice(name);
       origin.told.add(field);
       readField(field, value, origin, *foundation);
@@ -216,12 +231,11 @@ class Reader {
     fail(fmt::format("{} is given twice", name));
   }
 
-  const Field& findField(std::string_view name, std::size_t& expected) {
-    if (expected < fields.size() && name == fields[expected].name) return fields[expected++];
-    const Field* const field = Fields::find(name);
-    if (field == nullptr) fail(describeUnknown("field", name));
-    expected = static_cast<std::size_t>(field - fields.data()) + 1;
-    return *field;
+  /// Among names.
+  std::size_t findPlace(std::string_view name) {
+    const auto found = std::find(names.begin(), names.end(), name);
+    if (found == names.end()) fail(describeUnknown("field", name));
+    return static_cast<std::size_t>(found - names.begin());
   }
 
   void readCurrent(Json::value& value, Foundation& foundation) {
@@ -249,9 +263,7 @@ class Reader {
       case Type::text:
         return readText(value, field.name, readName);
       case Type::failure:
-        return readText(value, field.name, [&field](std::string_view word) {
-          return std::get<std::string>(readCell(field, word, '.'));
-        });
+        return readText(value, field.name, readFailure);
       case Type::factor:
         return readDouble(value, "a number");
       case Type::stiffness:
@@ -312,6 +324,7 @@ class Reader {
   FoundationManager& manager;
   Sheet sheet;
   const std::vector<Field>& fields = Fields::list();
+  const std::vector<std::string_view>& names = listNames();
   const Field& nameField = *Fields::find("name");
   std::size_t here = 0;
 };

@@ -12,11 +12,20 @@
 
 namespace Spreadsheets {
 
+const std::vector<std::string_view>& listNames() {
+  static const std::vector<std::string_view> names = [] {
+    std::vector<std::string_view> all;
+    for (const Fields::Field& field : Fields::list()) all.emplace_back(field.name);
+    all.emplace_back(currentField);
+    return all;
+  }();
+  return names;
+}
+
 bool isName(std::string_view name) { return name == currentField || Fields::find(name) != nullptr; }
 
 std::string describeUnknown(const char* kind, std::string_view name) {
-  std::vector<std::string> names = {currentField};
-  for (const Fields::Field& field : Fields::list()) names.emplace_back(field.name);
+  const std::vector<std::string> names(listNames().begin(), listNames().end());
   const std::optional<std::string> near = findNearName(std::string(name), names);
   return fmt::format(
       "there is no {} \"{}\"{}", kind,

@@ -2,10 +2,14 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Spreadsheets {
 
-/// True for the name of a field, and for "current".
+/// The names of the fields in their order, and "current" behind them.
+const std::vector<std::string_view>& listNames();
+
+/// True for one of these names.
 bool isName(std::string_view name);
 
 /// There is no column "areaz"; did you mean areaZ?

@@ -34,7 +34,8 @@ class FieldSet {
   using Bits = std::bitset<32>;
   explicit FieldSet(Bits set) : bits(set) {}
   static std::size_t getPlace(const Fields::Field& field) {
-    return static_cast<std::size_t>(&field - Fields::list().data());
+    static const Fields::Field* const first = Fields::list().data();
+    return static_cast<std::size_t>(&field - first);
   }
 
   Bits bits;
