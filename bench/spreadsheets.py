@@ -2,7 +2,8 @@
 """Prints what reading and writing tables and JSON costs here and with Python's modules csv and json, by
 turns, each in a process of its own, as processor time and as ratio (medians of the pairs).
   bench/spreadsheets.py kvfound_spreadsheets [--size N] [--pairs COUNT]
-In Python a foundation is an object with typed fields, too. Limit: five times as fast.
+In Python a foundation is an object with typed fields, too, and what is written is laid out as here.
+Limit: five times as fast.
 """
 
 import argparse
@@ -21,9 +22,12 @@ LEAST = 5.0
 FIELDS = ["number", "name", "generated", "areaX", "areaY", "areaZ", "areaFailureZ", "areaFactor",
           "lineX", "lineY", "lineZ", "lineRotationX", "lineFailureX", "lineFailureY",
           "lineFailureZ", "lineFactor", "current"]
-TEXTS = {"name", "areaFailureZ", "lineFailureX", "lineFailureY", "lineFailureZ"}
-FLAGS = {"generated", "current"}
+NUMBERS = {"areaFactor", "lineFactor"}
 STIFFNESS = {"areaX", "areaY", "areaZ", "lineX", "lineY", "lineZ", "lineRotationX"}
+FLAGS = {"generated", "current"}
+FAILURES = {"areaFailureZ", "lineFailureX", "lineFailureY", "lineFailureZ"}
+MODES = {"tension": -1, "none": 0, "compression": 1}
+WORDS = {mode: word for word, mode in MODES.items()}
 
 
 class Foundation:
@@ -31,13 +35,34 @@ class Foundation:
 
 
 def parse(name, text):
-    if name in TEXTS:
-        return text
+    """The value of a cell."""
+    if name in STIFFNESS:
+        return float(text) if text else None
+    if name in FAILURES:
+        return MODES[text]
     if name in FLAGS:
-        return text == "true"
-    if name == "number":
-        return int(text)
-    return float(text) if text or name not in STIFFNESS else None
+        return {"true": True, "false": False}[text]
+    if name in NUMBERS:
+        return float(text)
+    return int(text) if name == "number" else text
+
+
+def convert(name, value):
+    """The value of a member; an infinity is a text."""
+    if name in STIFFNESS:
+        return float(value) if value is not None else None
+    if name in FAILURES:
+        return MODES[value]
+    return float(value) if name in NUMBERS else value
+
+
+def show(name, value):
+    """What parse() reads."""
+    if name in FAILURES:
+        return WORDS[value]
+    if name in FLAGS:
+        return "true" if value else "false"
+    return value
 
 
 def make(values):
@@ -58,18 +83,22 @@ def write_csv(foundations, path):
         writer = csv.writer(file)
         writer.writerow(FIELDS)
         for foundation in foundations:
-            writer.writerow([getattr(foundation, name) for name in FIELDS])
+            writer.writerow([show(name, getattr(foundation, name)) for name in FIELDS])
 
 
 def read_json(path):
     with open(path, encoding="utf-8") as file:
-        return [make(values.items()) for values in json.load(file)["foundations"]]
+        return [make((name, convert(name, value)) for name, value in values.items())
+                for values in json.load(file)["foundations"]]
 
 
 def write_json(foundations, path):
-    values = [{name: getattr(foundation, name) for name in FIELDS} for foundation in foundations]
+    values = [{name: getattr(foundation, name) if name not in FAILURES
+               else WORDS[getattr(foundation, name)] for name in FIELDS}
+              for foundation in foundations]
     with open(path, "w", encoding="utf-8") as file:
-        file.write(json.dumps({"foundations": values}, ensure_ascii=False))
+        json.dump({"format": "kvfound-foundations", "version": 1, "foundations": values}, file,
+                  indent=2, ensure_ascii=False)
 
 
 def run_python(job, source, target):
