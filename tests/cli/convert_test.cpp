@@ -850,10 +850,11 @@ TEST(ConvertUnits, RefuseWhatIsNoFactor) {
   for (const char* factor : {"0", "-1", "inf", "nan", "x", "1e31"}) {
     const Result result = run("convert a.xml b.xml --to csv --scale-force=" + std::string(factor));
 
-    EXPECT_EQ(result.err,
-              "kvfound: --scale-force cannot be \"" + std::string(factor) +
-                  "\": a number above 0 such as 1000 or 0.001, of at most 17 digits, from 1e-30 "
-                  "to 1e30; see kvfound convert --help\n");
+    EXPECT_EQ(
+        result.err,
+        "kvfound: --scale-force cannot be \"" + std::string(factor) +
+            "\": it takes a number above 0 such as 1000 or 0.001, of at most 17 digits, from 1e-30 "
+            "to 1e30; see kvfound convert --help\n");
     EXPECT_EQ(result.status, 2);
   }
 }
@@ -877,6 +878,45 @@ TEST(ConvertUnits, RefuseAValueThatBecomesTooLarge) {
             "kvfound: " + path +
                 ": number 1 \"A\": lineRotationX 1e+306 is too large to be scaled by 1000; "
                 "nothing was written\n");
+}
+
+TEST(ConvertUnits, AreLabelledOnceOnly) {
+  EXPECT_EQ(
+      run("convert a.xml b.csv --to csv --units kN,m:N,mm --unit-force N --unit-length mm").err,
+      "kvfound: --units names the units already; leave --unit-force and --unit-length out; "
+      "see kvfound convert --help\n");
+}
+
+TEST(ConvertUnits, LabelNoXml) {
+  const std::string path = makeModelFile(supports);
+
+  for (const char* form : {"legacy", "exchange", "exchange-1.0", "kvml"}) {
+    const Result result =
+        run("convert '" + path + "' - --unit-force kN --unit-length m --to " + form);
+
+    EXPECT_EQ(result.err,
+              "kvfound: --unit-force and --unit-length label csv and json; other forms name no "
+              "units\n");
+    EXPECT_EQ(result.status, 2);
+  }
+}
+
+TEST(ConvertUnits, LeaveADocumentAloneOfWhichNotAllCanBeRead) {
+  const std::string document =
+      "<X><SurfaceBedding Number='1' Name='A' StiffnessZ='1'/>"
+      "<SurfaceBedding Number='0' Name='B' StiffnessZ='2'/></X>";
+  const std::string path = makeFile("xml", document);
+
+  const Result result =
+      run("convert '" + path + "' '" + path + "' --to exchange --scale-force 1000");
+
+  EXPECT_EQ(result.status, 2);
+  EXPECT_NE(result.err.find("kvfound: " + path +
+                            ": was not written, since what cannot be read would keep its units; "
+                            "name another file than IN\n"),
+            std::string::npos)
+      << result.err;
+  EXPECT_EQ(readFile(path), document);
 }
 
 }  // namespace

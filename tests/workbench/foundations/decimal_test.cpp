@@ -47,8 +47,9 @@ TEST(Decimal, IsReadExactly) {
 
 TEST(Decimal, MustBeAboveZero) {
   for (const char* text : {"0", "0.000", "0e5", "-1", "-0"})
-    EXPECT_EQ(refuseDecimal(text),
-              "a number above 0 such as 1000 or 0.001, of at most 17 digits, from 1e-30 to 1e30")
+    EXPECT_EQ(
+        refuseDecimal(text),
+        "it takes a number above 0 such as 1000 or 0.001, of at most 17 digits, from 1e-30 to 1e30")
         << text;
 }
 

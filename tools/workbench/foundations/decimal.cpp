@@ -10,7 +10,7 @@ namespace {
 
 [[noreturn]] void refuse() {
   throw std::invalid_argument(
-      "a number above 0 such as 1000 or 0.001, of at most 17 digits, from 1e-30 to 1e30");
+      "it takes a number above 0 such as 1000 or 0.001, of at most 17 digits, from 1e-30 to 1e30");
 }
 
 /// The whole of `text`, which may have a sign.
