@@ -55,7 +55,7 @@ std::unique_ptr<Editing::Draft> scale(Documents::Document& in, const Scaling::Sc
   auto draft = std::make_unique<Editing::Draft>(in);
   try {
     Scaling::apply(factors, draft->getFoundations());
-  } catch (const std::overflow_error& error) {
+  } catch (const std::range_error& error) {
     throw UserError(in.getShownPath() + ": " + error.what() + "; nothing was written");
   }
   return draft;

@@ -209,22 +209,32 @@ TEST(Scaling, MakesNoPartOfOneThatIsAbsent) {
   EXPECT_FALSE(foundation.getRotLine(ignored));
 }
 
-TEST(Scaling, RefusesAValueThatBecomesTooLarge) {
+/// Why a rotation cannot be scaled by the factor.
+std::string tellRefusal(double stiffness, const char* factor) {
   FoundationManager manager;
   manager.add(std::make_unique<Foundation>());
   Foundation& foundation = *manager.getFoundations()[0];
   foundation.setNumber(3);
   foundation.setName("Raft");
-  const KvVector3D rotation(-1e306, 0, 0);
+  const KvVector3D rotation(stiffness, 0, 0);
   foundation.setRotLine(&rotation);
-
   try {
-    Scaling::apply(Scale(makeRatio("1000"), makeRatio("1")), manager);
-    FAIL();
-  } catch (const std::overflow_error& error) {
-    EXPECT_STREQ(error.what(),
-                 "number 3 \"Raft\": lineRotationX -1e+306 is too large to be scaled by 1000");
+    Scaling::apply(Scale(makeRatio(factor), makeRatio("1")), manager);
+  } catch (const std::range_error& error) {
+    return error.what();
   }
+  return "";
+}
+
+TEST(Scaling, RefusesAValueThatBecomesTooLarge) {
+  EXPECT_EQ(tellRefusal(-1e306, "1000"),
+            "number 3 \"Raft\": lineRotationX -1e+306 is too large to be scaled by 1000");
+}
+
+TEST(Scaling, RefusesAValueThatBecomesZero) {
+  EXPECT_EQ(tellRefusal(-1e-300, "1e-30"),
+            "number 3 \"Raft\": lineRotationX -1e-300 is too small to be scaled by 1e-30");
+  EXPECT_EQ(tellRefusal(0.0, "1e-30"), "");
 }
 
 }  // namespace

@@ -80,10 +80,13 @@ namespace {
 double scaleComponent(const Factor& factor, double value, const char* field,
                       const Foundation& foundation) {
   const double product = factor.multiply(value);
-  if (std::isfinite(value) && !std::isfinite(product))
-    throw std::overflow_error(fmt::format(
-        "{}: {} {} is too large to be scaled by {}", Fields::describe(foundation), field,
-        DisplayText::fromNumber(value), DisplayText::fromNumber(factor.multiply(1.0))));
+  const bool isTooLarge = std::isfinite(value) && !std::isfinite(product);
+  const bool isTooSmall = value != 0.0 && product == 0.0;
+  if (isTooLarge || isTooSmall)
+    throw std::range_error(
+        fmt::format("{}: {} {} is too {} to be scaled by {}", Fields::describe(foundation), field,
+                    DisplayText::fromNumber(value), isTooLarge ? "large" : "small",
+                    DisplayText::fromNumber(factor.multiply(1.0))));
   return product;
 }
 

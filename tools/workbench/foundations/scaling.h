@@ -42,8 +42,8 @@ struct Scale {
   Factor rotation;
 };
 
-/// Scales the stiffness of all foundations. Throws std::overflow_error, which names foundation and
-/// field, where a value becomes too large; some have been scaled then.
+/// Scales the stiffness of all foundations. Throws std::range_error, which names foundation and
+/// field, where a value becomes too large, or zero; some have been scaled then.
 void apply(const Scale& scale, const Found::FoundationManager& manager);
 
 }  // namespace Scaling
