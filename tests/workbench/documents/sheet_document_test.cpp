@@ -52,8 +52,12 @@ const std::string beddings = "<Beddings><SurfaceBedding Number='1' Name='A'/></B
 TEST(SheetDocument, OfATableIsToldByTheEndingOfItsName) {
   EXPECT_EQ(describeSheet("a.csv", table), "csv 3");
   EXPECT_EQ(describeSheet("A.CSV", table), "csv 3");
-  EXPECT_EQ(describeSheet("a.csv.txt", table), "a.csv.txt: this is no XML document");
-  EXPECT_EQ(describeSheet("csv", table), "csv: this is no XML document");
+  EXPECT_EQ(describeSheet("a.csv.txt", table),
+            "a.csv.txt: this is no XML document (a table or JSON needs the ending .csv or .json, "
+            "or --from)");
+  EXPECT_EQ(
+      describeSheet("csv", table),
+      "csv: this is no XML document (a table or JSON needs the ending .csv or .json, or --from)");
   EXPECT_EQ(describeSheet("a.csv", ""),
             "a.csv: this table is empty; its first row names the columns");
 }
@@ -62,8 +66,8 @@ TEST(SheetDocument, OfDataIsToldByItsContentOrTheEndingOfItsName) {
   EXPECT_EQ(describeSheet("a", foundationsInData), "json 2");
   EXPECT_EQ(describeSheet("a", "\xEF\xBB\xBF \r\n" + foundationsInData), "json 2");
   EXPECT_EQ(describeSheet("a.csv", foundationsInData), "json 2");
-  EXPECT_EQ(describeSheet("a.JSON", "[]").substr(0, 44),
-            "a.JSON:1:1: this is no JSON that can be read");
+  EXPECT_EQ(describeSheet("a.JSON", "[]"),
+            "a.JSON:1:1: this is no JSON object with the member \"foundations\"");
 }
 
 TEST(SheetDocument, IsOfTheFormThatIsAskedFor) {

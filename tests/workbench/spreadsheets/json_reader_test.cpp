@@ -193,8 +193,6 @@ TEST(JsonReader, RefusesWhatIsNoJsonAndTellsWhere) {
   const std::string start = "this is no JSON that can be read: ";
   for (const char* bytes : {"",
                             " ",
-                            "[]",
-                            "1",
                             "{",
                             "{\"foundations\": [}",
                             "{\"foundations\": [],}",
@@ -202,7 +200,6 @@ TEST(JsonReader, RefusesWhatIsNoJsonAndTellsWhere) {
                             "{\"foundations\" []}",
                             "{\"foundations\": [{]}",
                             "{\"foundations\": [{\"number\": 01}]}",
-                            "{\"foundations\": [{\"areaX\": 1e999}]}",
                             "{\"foundations\": [{\"areaX\": .5}]}",
                             "{\"foundations\": [{\"areaX\": nul}]}",
                             "{\"foundations\": [{\"generated\": truex}]}",
@@ -213,7 +210,6 @@ TEST(JsonReader, RefusesWhatIsNoJsonAndTellsWhere) {
                             "{\"foundations\": [{\"name\": \"\xFF\"}]}",
                             "{\"foundations\": [{\"name\": \"A\nB\"}]}",
                             "{'foundations': []}",
-                            "// a\n{}",
                             "{\"foundations\": [{} {}]}",
                             "{\"foundations\": [{},]}",
                             "{\"foundations\": []"})
@@ -222,13 +218,45 @@ TEST(JsonReader, RefusesWhatIsNoJsonAndTellsWhere) {
         << readData(std::string(bytes));
 }
 
+TEST(JsonReader, RefusesWhatIsNoObject) {
+  const char* const told = "data:1:1: this is no JSON object with the member \"foundations\"";
+  expectData({{"[]", told}, {"1", told}, {"null", told}, {"number,name\n1,A\n", told}});
+}
+
+TEST(JsonReader, RefusesNumbersThatDoublesCannotHold) {
+  expectData({{"{\"foundations\": [{\"areaX\": 1e999 }]}",
+               "data:1:19: \"1e999\" is no number that JSON can hold"},
+              {"{\"foundations\": [], \"maximum\": 01}",
+               "data:1:21: \"01\" is no number that JSON can hold"}});
+}
+
+TEST(JsonReader, RoundsNumbersOfManyDigitsExactly) {
+  const struct {
+    const char* text;
+    double number;
+  } rows[] = {{"0.50000000000000000000", 0.5},
+              {"0.05000000000000000000000", 0.05},
+              {"0.1000000000000000055511151231257827021181583404541015625", 0.1},
+              {"-0.12345678901234567890e-300", -0.12345678901234567890e-300},
+              {"12345678901234567890.12345678901234567890", 12345678901234567890.0},
+              {"9007199254740993.0000000000000000000001", 9007199254740994.0},
+              {"0.000000000000000000000000000000", 0.0}};
+  for (const auto& row : rows) {
+    FoundationManager manager;
+    SheetTest::readData("{\"foundations\": [{\"areaX\": " + std::string(row.text) + " }]}",
+                        manager);
+    KvVector3D area;
+    ASSERT_TRUE(manager.getFoundations().at(0)->getDispArea(area));
+    EXPECT_EQ(area.x, row.number) << row.text;
+  }
+}
+
 TEST(JsonReader, TellsThePlaceOfAFaultInText) {
   const std::string start = ": this is no JSON that can be read: ";
   const struct {
     const char* bytes;
     const char* place;
   } rows[] = {{"", "data:1:1"},
-              {"[]", "data:1:1"},
               {"{\n \"version\": 01}", "data:2:13"},
               {"{\"foundations\": [\n{\"name\":\n\"\\x\"}]}", "data:3:5"},
               {"{\"foundations\": [\n\"\xFF\"]}", "data:2:2"}};
@@ -242,8 +270,7 @@ TEST(JsonReader, RefusesWhatFollowsTheDocument) {
   expectData(
       {{"{\"foundations\": []}\n {}", "data:2:2: there is more behind the end of the document"},
        {"{\"foundations\": []}]",
-        "data:1:1: this is no JSON that can be read: JSON document ended early in the "
-        "middle of an object or array."},
+        "data:1:1: this is no JSON that can be read: it ends early, or goes on behind its end"},
        {"{\"foundations\": []}\n ", ""}});
 }
 

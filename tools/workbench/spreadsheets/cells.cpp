@@ -170,6 +170,10 @@ std::string readName(std::string_view text) {
   return std::string(text);
 }
 
+std::string readUnit(std::string_view text) {
+  return trim(text).empty() ? std::string() : readName(text);
+}
+
 std::string readText(std::string_view cell) {
   const bool isMarked = !cell.empty() && cell[0] == asText && looksLikeFormula(cell);
   return readName(cell.substr(isMarked ? 1 : 0));

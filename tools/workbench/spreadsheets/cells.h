@@ -22,6 +22,9 @@ std::string readFailure(std::string_view text);
 /// A name that documents can hold. Throws std::invalid_argument.
 std::string readName(std::string_view text);
 
+/// The name of a unit; a blank one is none. Throws std::invalid_argument.
+std::string readUnit(std::string_view text);
+
 /// The text of a cell, without the apostrophe that keeps it from being a formula. Throws
 /// std::invalid_argument.
 std::string readText(std::string_view cell);

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include <fast_float/fast_float.h>
 #include <fmt/format.h>
 
 // The checks that simdjson has for its own development write through null where memory runs out.
@@ -105,6 +106,9 @@ class Reader {
 
   Sheet read(Json::document& document) {
     Names given;
+    Json::json_type type{};
+    if (document.type().get(type) != simdjson::SUCCESS || type != Json::json_type::object)
+      fail(fmt::format("this is no JSON object with the member \"{}\"", foundationsMember));
     for (Json::field member : document.get_object()) readMember(member, given);
     auto rest = document.current_location();
     if (rest.error() != simdjson::OUT_OF_BOUNDS) {
@@ -124,6 +128,8 @@ class Reader {
 
   [[noreturn]] void failAtJson(simdjson::error_code error) {
     if (error == simdjson::MEMALLOC) throw std::bad_alloc();
+    if (error == simdjson::INCOMPLETE_ARRAY_OR_OBJECT)
+      fail("this is no JSON that can be read: it ends early, or goes on behind its end");
     fail(fmt::format("this is no JSON that can be read: {}", simdjson::error_message(error)));
   }
 
@@ -188,8 +194,11 @@ class Reader {
       if (!given.insert(name).second) failAtTwice(name);
       Json::value unit = member.value();
       (name == forceMember ? sheet.units.force : sheet.units.length) =
-          readText(unit, name, readName);
+          readText(unit, name, readUnit);
     }
+    if (sheet.units.force.empty() != sheet.units.length.empty())
+      fail(fmt::format("{} are those of {} and {}, or none", unitsMember, forceMember,
+                       lengthMember));
   }
 
   void readFoundations(Json::value& value) {
@@ -289,9 +298,27 @@ class Reader {
     failAtType("a whole number");
   }
 
+  /// The parser knows what a number of JSON is, but its version 3.1 takes a wrong value for one
+  /// that starts with 0. and has many digits.
+  double readNumber(Json::value& value) {
+    const std::string_view token = value.raw_json_token();
+    double number = 0.0;
+    if (const simdjson::error_code fault = value.get(number)) failAtNumber(token, fault);
+    if (token.size() >= 19)
+      fast_float::from_chars(token.data(), token.data() + token.size(), number);
+    return number;
+  }
+
+  [[noreturn]] void failAtNumber(std::string_view token, simdjson::error_code fault) {
+    const std::string_view number = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+    if (fault == simdjson::NUMBER_ERROR)
+      fail(fmt::format("{} is no number that JSON can hold", quote(number)));
+    failAtJson(fault);
+  }
+
   /// JSON has no way to write an infinity or what is not a number.
   double readDouble(Json::value& value, const char* advice) {
-    if (value.type() == Json::json_type::number) return value.get_double();
+    if (value.type() == Json::json_type::number) return readNumber(value);
     if (value.type() != Json::json_type::string) failAtType(advice);
     const std::string_view given = resolve(value);
     for (const auto& [word, number] : numberWords)
