@@ -16,7 +16,7 @@ using Spreadsheets::Sheet;
 
 struct TableRow {
   const char* bytes;
-  const char* told;
+  std::string told;
 };
 
 template <std::size_t count>
@@ -102,12 +102,11 @@ TEST(CsvReader, RefusesColumnsThatAreNotKnown) {
       {{"number,areaz\n1,2\n", "table:1: there is no column \"areaz\"; did you mean areaZ?"},
        {"number,colour\n1,2\n",
         "table:1: there is no column \"colour\"; kvfound show --format csv names them"},
-       {"number,name,\n1,A,\n",
-        "table:1: there is no column \"\"; kvfound show --format csv names them"},
+       {"number,name,\n1,A,\n", "table:1: column 3 of 3 has no name"},
        {"# remark\n\nnumber,curent\n1,2\n",
         "table:3: there is no column \"curent\"; did you mean current?"},
        {"sep=;\nnumber;name\n",
-        "table:1: there is no column \"sep=;\"; kvfound show --format csv names them"},
+        "table:1: there is no column \"sep=\"; kvfound show --format csv names them"},
        {"number;W\xFC\n1;2\n",
         "table:1: there is no column \"W\xC3\xBC\"; kvfound show --format csv names them"}});
 }
@@ -135,7 +134,8 @@ TEST(CsvReader, TakesUnitsOfRemarks) {
               {"#units,'=N,'@m\nname\n", "=N", "@m"},
               {"#units;kN;m\nareaX\n15\n", "kN", "m"},
               {"#units;kN;m\nareaX\n1,5\n", "kN", "m"},
-              {"#units,kN\nname\n", "", ""},
+              {"#units, ,\nname\n", "", ""},
+              {"#units\nname\n", "", ""},
               {"#unit,kN,m\nname\n", "", ""},
               {"name\nA\n", "", ""}};
   for (const auto& row : rows) {
@@ -144,6 +144,15 @@ TEST(CsvReader, TakesUnitsOfRemarks) {
     EXPECT_EQ(units.force, row.force) << row.bytes;
     EXPECT_EQ(units.length, row.length) << row.bytes;
   }
+}
+
+TEST(CsvReader, RefusesUnitsThatAreNotWhole) {
+  const std::string told = ": this row names units of force and length, such as ";
+  expectTables({{"#units,kN\nname\n", "table:1" + told + "#units,kN,m, or none"},
+                {"# A\n#units;;m\nname;number\n", "table:2" + told + "#units;kN;m, or none"},
+                {"#units,kN,m\nname;number\n", "table:1" + told + "#units;kN;m, or none"},
+                {"#units kN m\nname,number\n", "table:1" + told + "#units,kN,m, or none"},
+                {"#units,kN,m\n#units,N,mm\nname\n", "table:2: the units are named twice"}});
 }
 
 TEST(CsvReader, RefusesUnitsThatDocumentsCannotHold) {

@@ -35,15 +35,23 @@ TEST(DialectSeparator, OfASingleColumnIsACommaWhereItsQuotationMarksAreWrong) {
             "table:2: a quotation mark stands in a cell that is not in quotation marks");
 }
 
-TEST(DialectSeparator, IsACommaWhereNoNameIsKnown) {
-  EXPECT_EQ(recognise("a;b\n"),
-            "table:1: there is no column \"a;b\"; kvfound show --format csv names them");
+TEST(DialectSeparator, CutsMostWhereNoNameIsKnown) {
+  EXPECT_EQ(recognise("Nummer;Cz\n"),
+            "table:1: there is no column \"Nummer\"; did you mean number?");
+  EXPECT_EQ(recognise("Nummer\tCz\n"),
+            "table:1: there is no column \"Nummer\"; did you mean number?");
 }
 
-TEST(DialectSeparator, IsWhatTheUserSays) {
-  EXPECT_EQ(recognise("name;areaZ\n", {',', {}}),
-            "table:1: there is no column \"name;areaZ\"; kvfound show --format csv names them");
+TEST(DialectSeparator, IsWhatTheUserSaysWhereNamesLeaveItOpen) {
   EXPECT_EQ(recognise("areaZ\n", {'\t', '.'}), "\t.");
+  EXPECT_EQ(recognise("areaZ\n1,5\n", {',', {}}),
+            "table:2: there are 2 cells in this row, for 1 columns");
+  EXPECT_EQ(recognise("Nummer;Cz\n", {',', {}}),
+            "table:1: there is no column \"Nummer;Cz\"; kvfound show --format csv names them");
+}
+
+TEST(DialectSeparator, IsWhatNamesTellWhateverTheUserSays) {
+  EXPECT_EQ(recognise("name;areaZ\n", {',', {}}), ";,");
 }
 
 TEST(DialectDecimal, IsAPointWhereCommasSeparateCells) {
@@ -108,12 +116,19 @@ TEST(DialectDecimal, MustBeSaidWhereAllNumbersCanBeReadInTwoWays) {
   EXPECT_EQ(recognise("name,areaZ\nA,\"1,500\"\n"), "table:2: areaZ \"1,500\"" + advice);
 }
 
-TEST(DialectDecimal, IsWhatTheUserSays) {
+TEST(DialectDecimal, IsWhatTheUserSaysWhereANumberCanBeReadInTwoWays) {
   EXPECT_EQ(readTable("name;areaZ\nA;1.500\n", {{}, '.'}), "1 A areaX=0 areaY=0 areaZ=1.5");
   EXPECT_EQ(readTable("name;areaZ\nA;1,500\n", {{}, ','}), "1 A areaX=0 areaY=0 areaZ=1.5");
   EXPECT_EQ(readTable("name,areaZ\nA,\"1,500\"\n", {{}, ','}), "1 A areaX=0 areaY=0 areaZ=1.5");
-  EXPECT_EQ(readTable("name;areaZ\nA;2,5\n", {{}, '.'}),
-            "table:2: areaZ cannot be \"2,5\", only a number such as 1500 or 2.5e4, or nothing");
+  EXPECT_EQ(readTable("name;areaX;areaZ\nA;2,5;1,500\n", {{}, '.'}),
+            "table:2: areaX cannot be \"2,5\", only a number such as 1500 or 2.5e4, or nothing");
+  EXPECT_EQ(recognise("name;areaZ\nA;2\n", {{}, '.'}), ";.");
+}
+
+TEST(DialectDecimal, IsWhatNumbersTellWhateverTheUserSays) {
+  EXPECT_EQ(readTable("name;areaZ\nA;2,5\n", {{}, '.'}), "1 A areaX=0 areaY=0 areaZ=2.5");
+  EXPECT_EQ(readTable("name,areaZ\nA,1.500\n", {{}, ','}), "1 A areaX=0 areaY=0 areaZ=1.5");
+  EXPECT_EQ(recognise("name,areaZ\nA,2\n", {{}, ','}), ",.");
 }
 
 }  // namespace

@@ -29,6 +29,8 @@ std::string_view trim(std::string_view text) {
                             : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+bool isBlank(std::string_view text) { return text.find_first_not_of(" \t") == text.npos; }
+
 /// What stands before the foundations.
 struct Head {
   Row names;  // of the columns; with none when the table is empty
@@ -37,14 +39,23 @@ struct Head {
 
 bool isRemark(const Row& row) { return row.cells[0].compare(0, 1, remarkStart) == 0; }
 
+/// A row that names units, if with another separator than the table.
+bool isOfUnits(const Row& row) {
+  const std::string_view cell = row.cells[0];
+  return cell.substr(0, cell.find_first_of(",;\t ")) == unitsStart;
+}
+
 Head readHead(std::string_view text, char separator, const std::string& shownPath) {
   Head head;
-  readRows(text, separator, shownPath, [&head](const Row& row) {
+  readRows(text, separator, shownPath, [&](const Row& row) {
     if (!isRemark(row)) {
       head.names = row;
       return false;
     }
-    if (row.cells[0] == unitsStart && row.count >= 3) head.units = row;
+    if (!isOfUnits(row)) return true;
+    if (head.units.count > 0)
+      throw UserError(fmt::format("{}:{}: the units are named twice", shownPath, row.line));
+    head.units = row;
     return true;
   });
   return head;
@@ -56,13 +67,20 @@ std::size_t countKnown(const Row& names) {
       [](const std::string& name) { return isName(trim(name)); }));
 }
 
-/// What a separator makes of the head: names first of all, then units; 0 where it cannot cut it.
-std::size_t rate(std::string_view text, char separator) {
+/// What a separator makes of the head: names that are known, first of all, and units.
+struct Rating {
+  std::size_t known = 0;
+  std::size_t cells = 0;  // of the row of names
+};
+
+/// All 0 where the separator cannot cut the head.
+Rating rate(std::string_view text, char separator) {
   try {
     const Head head = readHead(text, separator, "");
-    return 2 * countKnown(head.names) + (head.units.count > 0 ? 1 : 0);
+    const bool cutsUnits = head.units.count > 0 && head.units.cells[0] == unitsStart;
+    return {2 * countKnown(head.names) + (cutsUnits ? 1 : 0), head.names.count};
   } catch (const UserError&) {
-    return 0;
+    return {};
   }
 }
 
@@ -84,26 +102,28 @@ bool hasCommasInOneColumn(std::string_view text) {
   return hasComma;
 }
 
-/// The separator that makes the most of the head.
-char recogniseSeparator(std::string_view text) {
-  char best = ',';
-  std::size_t most = 0;
-  for (const char separator : {',', ';', '\t'}) {
-    const std::size_t rated = rate(text, separator);
-    if (rated <= most) continue;
+/// The separator that makes the most of the head; of known names if it can.
+char recogniseSeparator(std::string_view text, std::optional<char> wanted) {
+  if (wanted && rate(text, *wanted).known > 0) return *wanted;
+  char best = wanted.value_or(',');
+  Rating most = rate(text, best);
+  for (const char separator : {';', ',', '\t'}) {
+    const Rating rated = rate(text, separator);
+    const bool hasMore = !wanted && most.known == 0 && rated.cells > most.cells;
+    if (rated.known <= most.known && !hasMore) continue;
     best = separator;
     most = rated;
   }
   // A single name has none behind it, but its numbers may have a comma in them.
-  const bool isOneName = best == ',' && most == 2;
+  const bool isOneName = best == ',' && most.known == 2;
   return isOneName && hasCommasInOneColumn(text) ? ';' : best;
 }
 
-std::string readUnit(const Row& row, std::size_t place, const Charset& charset,
-                     const std::string& shownPath) {
+std::string readUnitCell(const Row& row, std::size_t place, const Charset& charset,
+                         const std::string& shownPath) {
   const std::string unit = charset.toUtf8(row.cells[place]);
   try {
-    return readText(unit);
+    return readUnit(readText(unit));
   } catch (const std::invalid_argument& error) {
     throw UserError(fmt::format("{}:{}: a unit cannot be \"{}\", only {}", shownPath, row.line,
                                 DisplayText::shorten(DisplayText::fromName(unit), 60),
@@ -111,9 +131,18 @@ std::string readUnit(const Row& row, std::size_t place, const Charset& charset,
   }
 }
 
-Units readUnits(const Row& row, const Charset& charset, const std::string& shownPath) {
+Units readUnits(const Row& row, char separator, const Charset& charset,
+                const std::string& shownPath) {
   if (row.count == 0) return {};
-  return {readUnit(row, 1, charset, shownPath), readUnit(row, 2, charset, shownPath)};
+  Units units;
+  const bool isWhole = row.cells[0] == unitsStart;
+  if (row.count > 1) units.force = readUnitCell(row, 1, charset, shownPath);
+  if (row.count > 2) units.length = readUnitCell(row, 2, charset, shownPath);
+  if (!isWhole || units.force.empty() != units.length.empty())
+    throw UserError(
+        fmt::format("{}:{}: this row names units of force and length, such as {}{}kN{}m, or none",
+                    shownPath, row.line, unitsStart, separator, separator));
+  return units;
 }
 
 std::vector<Column> readColumns(const Row& names, const std::string& shownPath) {
@@ -122,6 +151,8 @@ std::vector<Column> readColumns(const Row& names, const std::string& shownPath) 
   for (std::size_t i = 0; i < names.count; ++i) {
     const std::string_view name = trim(names.cells[i]);
     const std::string place = fmt::format("{}:{}: ", shownPath, names.line);
+    if (name.empty())
+      throw UserError(place + fmt::format("column {} of {} has no name", i + 1, names.count));
     if (!isName(name)) throw UserError(place + describeUnknown("column", name));
     if (!known.insert(name).second)
       throw UserError(place + fmt::format("the column {} is given twice", name));
@@ -169,10 +200,8 @@ class Reader {
       if (isEncoded) decoded = charset.toUtf8(cell);
       const Fields::Value value =
           readCell(*field, isEncoded ? decoded : cell, *sheet.dialect.decimal);
-      if (std::holds_alternative<std::monostate>(value))
-        origin.blank.add(*field);
-      else
-        field->set(foundation, value);
+      if (isBlank(cell)) origin.blank.add(*field);
+      if (!std::holds_alternative<std::monostate>(value)) field->set(foundation, value);
     } catch (const std::invalid_argument& error) {
       const char* const name = field != nullptr ? field->name : currentField;
       fail(row, fmt::format("{} cannot be \"{}\", only {}", name,
@@ -214,11 +243,11 @@ Sheet readCsv(const std::string& bytes, const Charset& charset, const Dialect& w
   const std::size_t mark = measureMark(bytes);
   const std::string_view text = std::string_view(bytes).substr(mark);
   Sheet sheet;
-  const char separator = wanted.separator ? *wanted.separator : recogniseSeparator(text);
+  const char separator = recogniseSeparator(text, wanted.separator);
   const Head head = readHead(text, separator, shownPath);
   if (head.names.count == 0)
     throw UserError(shownPath + ": this table is empty; its first row names the columns");
-  sheet.units = readUnits(head.units, charset, shownPath);
+  sheet.units = readUnits(head.units, separator, charset, shownPath);
   const bool namesUnits = head.units.count > 0;
   sheet.unitsBegin = mark + (namesUnits ? head.units.begin : head.names.begin);
   sheet.unitsEnd = mark + (namesUnits ? head.units.end : head.names.begin);

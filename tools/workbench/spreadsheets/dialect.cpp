@@ -46,12 +46,10 @@ class DecimalSearch {
   DecimalSearch(const std::vector<Column>& tableColumns, char tableSeparator)
       : columns(tableColumns), separator(tableSeparator) {}
 
-  /// False when it has found what it looks for.
-  bool look(const Row& row) {
+  void look(const Row& row) {
     const std::size_t count = std::min(row.count, columns.size());
-    for (std::size_t i = 0; i < count && !found; ++i)
+    for (std::size_t i = 0; i < count; ++i)
       if (isNumber(columns[i])) look(row, i);
-    return !found;
   }
 
   std::optional<char> found;
@@ -64,7 +62,8 @@ class DecimalSearch {
     // Where commas separate cells, decimals have a point.
     if (hint == Hint::either && separator == ',' && number.find(',') == number.npos)
       hint = Hint::point;
-    if (hint == Hint::point || hint == Hint::comma) found = hint == Hint::point ? '.' : ',';
+    if (!found && (hint == Hint::point || hint == Hint::comma))
+      found = hint == Hint::point ? '.' : ',';
     if (hint == Hint::either && !doubt) doubt = {row.line, columns[place].field->name, number};
   }
 
@@ -76,13 +75,17 @@ class DecimalSearch {
 
 char recogniseDecimal(std::string_view text, char separator, const std::vector<Column>& columns,
                       std::optional<char> wanted, const std::string& shownPath) {
-  if (wanted) return *wanted;
   // Without quotation marks, a comma that separates cells cannot stand in one.
   if (separator == ',' && text.find('"') == text.npos) return '.';
   DecimalSearch search(columns, separator);
-  readRows(text, separator, shownPath, [&search](const Row& row) { return search.look(row); });
+  readRows(text, separator, shownPath, [&](const Row& row) {
+    search.look(row);
+    const bool isDone = search.found && (!wanted || search.doubt);
+    return !isDone;
+  });
+  if (search.doubt && wanted) return *wanted;
   if (search.found) return *search.found;
-  if (!search.doubt) return separator == ',' ? '.' : ',';
+  if (!search.doubt) return separator == ',' ? '.' : wanted.value_or(',');
   const auto& [line, column, number] = *search.doubt;
   throw UserError(
       fmt::format("{}:{}: {} \"{}\" can have decimals or thousands, and nothing in the "

@@ -10,8 +10,9 @@
 
 namespace Spreadsheets {
 
-/// What stands before decimals in a table of these columns. Throws UserError where numbers can be
-/// read in two ways and `wanted` does not say how.
+/// What stands before decimals in a table of these columns: what its numbers tell. Where one can be
+/// read in two ways, what is wanted counts for all of them. Throws UserError where nothing is, and
+/// no other number tells.
 char recogniseDecimal(std::string_view text, char separator, const std::vector<Column>& columns,
                       std::optional<char> wanted, const std::string& shownPath);
 

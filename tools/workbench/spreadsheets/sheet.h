@@ -48,7 +48,7 @@ struct Origin {
   std::size_t begin = 0;   // of the row of a table
   std::size_t end = 0;     // behind the end of its line
   FieldSet told;
-  FieldSet blank;  // of these, stiffness without a value
+  FieldSet blank;  // of these, what has no value
 };
 
 /// A column of a table.
