@@ -246,6 +246,13 @@ TEST(MergingTables, LeavesStiffnessAloneWhoseCellsAreEmpty) {
             (Texts{"number 1 \"A\" 1 2 0.5", "number 2 \"B\" 5 6 0"}));
 }
 
+TEST(MergingTables, LeavesOtherFieldsAloneWhoseCellsAreEmpty) {
+  EXPECT_EQ(mergeTable("number,areaFailureZ,generated,areaFactor\n1,,,\n",
+                       "<FOUND NUMBER='1' NAME='A' FAILZAREA='-1' IsGenerated='1' FACAREA='2'/>",
+                       {"areaFailureZ", "generated", "areaFactor"}),
+            Texts{"number 1 \"A\" tension yes 2"});
+}
+
 TEST(MergingTables, LeavesAComponentAloneWhoseCellIsEmpty) {
   EXPECT_EQ(mergeTable("number,areaX,areaZ\n1,7,\n", twoFoundations, {"areaX", "areaZ"}),
             (Texts{"number 1 \"A\" 7 2", "number 2 \"B\" 5 6"}));
@@ -284,6 +291,36 @@ TEST(MergingTables, CanBeTheTarget) {
   EXPECT_EQ(Fields::show(Fields::find("areaZ")->get(draft.getCopy(0))), "2");
   EXPECT_EQ(merger.getClashes(),
             Texts{"in:1:63: number 3 \"B\" clashes with number 3 \"C\" in into:3:1"});
+}
+
+/// What comes over into a table, and what is lost.
+Texts mergeIntoTable(const std::string& table) {
+  Documents::ReadOptions options;
+  options.form = Documents::Form::csv;
+  Document into({"into", "", table}, options);
+  Document in({"in", "", makeModel("<FOUND NUMBER='1' NAME='A' FXAREA='7' FZAREA='8'/>")});
+  Editing::Draft draft(into);
+  Merger merger(into, draft, OnClash::refuse);
+  merger.merge(in);
+  Texts merged;
+  for (Foundation* foundation : draft.getFoundations().getFoundations())
+    merged.push_back(Fields::describe(*foundation) + " " +
+                     Fields::show(Fields::find("areaX")->get(*foundation)));
+  for (const Losses::Loss& loss : merger.getLosses()) merged.push_back(loss.sentence);
+  return merged;
+}
+
+TEST(MergingTables, TakesWhatTheColumnsOfTheTargetHold) {
+  EXPECT_EQ(mergeIntoTable("number,name,areaX\n1,A,1\n"),
+            (Texts{"number 1 \"A\" 7", "areaZ 8 becomes 0"}));
+}
+
+TEST(MergingTables, GoesByWhatTheTargetHasColumnsFor) {
+  EXPECT_EQ(mergeIntoTable("number,areaX,areaZ\n1,1,1\n"), Texts{"number 1 \"Found0001\" 7"});
+  EXPECT_EQ(mergeIntoTable("name,areaX,areaZ\nB,1,1\nA,1,1\n"),
+            (Texts{"number 1 \"B\" 1", "number 2 \"A\" 7"}));
+  EXPECT_EQ(mergeIntoTable("number,areaX,areaZ\n2,1,1\n"),
+            (Texts{"number 2 \"Found0002\" 1", "number 1 \"Found0001\" 7"}));
 }
 
 }  // namespace

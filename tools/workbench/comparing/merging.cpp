@@ -11,6 +11,7 @@
 #include "foundations/fields.h"
 #include "foundations/numbers.h"
 #include "foundations/parts.h"
+#include "spreadsheets/names.h"
 #include "text/display_text.h"
 
 namespace Comparing {
@@ -55,6 +56,11 @@ bool isIdentity(std::string_view field) { return field == "number" || field == "
 Merger::Merger(Document& document, Editing::Draft& draft, OnClash onClash)
     : targetForm(document.getForm()), target(draft.getFoundations()), rule(onClash) {
   addPlaces(document);
+  if (targetForm == Form::csv) {
+    targetColumns.emplace();
+    for (const auto& [field] : document.getSheet()->columns)
+      if (field != nullptr) targetColumns->add(*field);
+  }
   const std::vector<Foundation*>& read = document.getFoundations().getFoundations();
   for (std::size_t i = 0; i < read.size(); ++i) {
     Foundation& copy = draft.getCopy(i);
@@ -109,6 +115,12 @@ void Merger::addSheet(Document& source) {
   }
 }
 
+/// True where the target has a place for the field.
+bool Merger::holds(const Fields::Field& field) const {
+  return Documents::carries(targetForm, field.name) &&
+         (!targetColumns || targetColumns->has(field));
+}
+
 /// True where the document says something of the field.
 bool Merger::tells(const Foundation& source, const Fields::Field& field) const {
   const auto row = rows.find(&source);
@@ -147,18 +159,20 @@ Foundation* Merger::find(const std::string& name) const {
 }
 
 void Merger::take(Foundation& source) {
-  // The first exchange version has no numbers, and rows may lack one of the two: what is told alone
+  // The first exchange version has no numbers, and tables may lack one of the two: what both tell
   // says what belongs together.
-  const bool hasNumber =
-      tells(source, *Fields::find("number")) && targetForm != Form::firstExchange;
-  const bool hasName = tells(source, *Fields::find("name"));
+  const Fields::Field& number = *Fields::find("number");
+  const Fields::Field& name = *Fields::find("name");
+  const bool hasNumber = tells(source, number) && holds(number);
+  const bool hasName = tells(source, name) && holds(name);
   Foundation* const byName = hasName ? find(source.getName()) : nullptr;
   Foundation* const byNumber = hasNumber ? find(source.getNumber()) : nullptr;
   if (!hasNumber || !hasName) {
     if (byName != nullptr || byNumber != nullptr)
       return change(byName != nullptr ? *byName : *byNumber, source);
-    return add(source, hasNumber ? source.getNumber() : Numbers::findFree(numbers),
-               hasName ? source.getName() : findDefaultName(source.getName()));
+    const int given = hasNumber ? source.getNumber() : Numbers::findFree(numbers);
+    if (!holds(name)) return add(source, given, Spreadsheets::makeDefaultName(given));
+    return add(source, given, hasName ? source.getName() : findDefaultName(source.getName()));
   }
   if (byNumber == nullptr && byName == nullptr)
     return add(source, source.getNumber(), source.getName());
@@ -199,7 +213,7 @@ void Merger::change(Foundation& changed, Foundation& source) {
     if (isIdentity(field.name) || !tells(source, field)) continue;
     if (!comes(field.name, source)) continue;
     const Fields::Value value = field.get(source);
-    if (Documents::carries(targetForm, field.name))
+    if (holds(field))
       field.set(changed, value);
     else if (!Fields::areAlike(value, field.get(changed)))
       losses.push_back(Losses::describe(source, {field, value, field.get(changed)}));
@@ -212,7 +226,7 @@ void Merger::add(Foundation& source, int number, const std::string& name) {
   added->setName(name);
   Foundation none;
   for (const Fields::Field& field : Fields::list()) {
-    if (isIdentity(field.name) || Documents::carries(targetForm, field.name)) continue;
+    if (isIdentity(field.name) || holds(field)) continue;
     const Fields::Value value = field.get(source);
     if (Fields::areAlike(value, field.get(none))) continue;
     field.set(*added, field.get(none));

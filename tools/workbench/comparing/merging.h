@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -51,6 +52,7 @@ class Merger {
   void addPlaces(Documents::Document& document);
   void addParts(Documents::Document& source);
   void addSheet(Documents::Document& source);
+  bool holds(const Fields::Field& field) const;
   bool tells(const Foundation& source, const Fields::Field& field) const;
   bool comes(std::string_view field, Foundation& source) const;
   Foundation* find(int number) const;
@@ -59,6 +61,7 @@ class Merger {
   std::string findFreeName(const std::string& name) const;
 
   Documents::Form targetForm;
+  std::optional<Spreadsheets::FieldSet> targetColumns;   // of a table
   Documents::Form sourceForm = Documents::Form::legacy;  // of the document at hand
   Found::FoundationManager& target;
   OnClash rule;
