@@ -687,7 +687,10 @@ TEST(ConvertRefusal, ReplacesNoModelThatCannotBeRead) {
 }
 
 TEST(ConvertRefusal, ReplacesNoFileThatHoldsSomethingElse) {
-  EXPECT_EQ(tryToReplace("notes of mine", "kvml"), ": this is no XML document" + notReplaced);
+  EXPECT_EQ(
+      tryToReplace("notes of mine", "kvml"),
+      ": this is no XML document (a table or JSON needs the ending .csv or .json, or --from)" +
+          notReplaced);
   EXPECT_EQ(tryToReplace("<Exchange><Slabs/></Exchange>", "exchange"),
             ": there are no beddings in <Exchange>; a legacy model or an exchange document can be "
             "read, a Kvml listing cannot" +
@@ -917,6 +920,30 @@ TEST(ConvertUnits, LeaveADocumentAloneOfWhichNotAllCanBeRead) {
             std::string::npos)
       << result.err;
   EXPECT_EQ(readFile(path), document);
+}
+
+TEST(ConvertUnits, OfATableThatIsThereAreThoseOfWhatIsWritten) {
+  const std::string in = makeFile("in.csv", "number,areaZ\n1,2\n");
+  const std::string out = makeFile("out.csv", "#units,N,mm\nnumber,areaZ\n1,1\n");
+
+  run("convert '" + in + "' '" + out + "' --to csv");
+
+  EXPECT_EQ(readFile(out), "number,areaZ\n1,2\n");
+}
+
+// --- Tables
+
+TEST(ConvertTables, FromEnglishToGermanAndBack) {
+  const std::string english = makeFile("in.csv", "number,areaZ\n1,2.5\n2,1.125\n");
+  const std::string german = makeFile("out.csv", "");
+
+  EXPECT_EQ(run("convert '" + english + "' '" + german + "' --to csv --decimal comma").err, "");
+  EXPECT_NE(readFile(german).find("\n1;Found0001;false;0;0;2,5;"), std::string::npos)
+      << readFile(german);
+  EXPECT_NE(readFile(german).find("\n2;Found0002;false;0;0;1,1250;"), std::string::npos);
+  const Result back = run("show '" + german + "' --format csv --decimal point --separator comma");
+  EXPECT_EQ(back.err, "");
+  EXPECT_NE(back.out.find("\n2,Found0002,false,0,0,1.125,"), std::string::npos) << back.out;
 }
 
 }  // namespace

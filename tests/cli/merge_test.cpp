@@ -199,4 +199,27 @@ TEST(Merge, RefusesTablesInOtherUnits) {
       << result.err;
 }
 
+TEST(Merge, TellsThatOnlyOneDocumentNamesUnits) {
+  const std::string in = makeFile("in.csv", "#units,N,mm\nnumber,areaZ\n1,2\n");
+  const std::string into = makeFile("into.xml", makeModel(foundA));
+
+  for (const char* command : {"merge --dry-run", "diff"})
+    EXPECT_EQ(run(std::string(command) + " '" + in + "' '" + into + "'").err,
+              "kvfound: " + in + ": its units are N and mm; " + into +
+                  " names none, and is taken for the same\n");
+}
+
+TEST(Merge, TellsWhatATableHasNoColumnsFor) {
+  const std::string in =
+      makeFile("in.xml", makeModel("\t<FOUND NUMBER='1' NAME='A' FXAREA='2' FZAREA='3'/>\n"
+                                   "\t<FOUND NUMBER='2' NAME='B' FZAREA='4' FACAREA='0.5'/>\n"));
+  const std::string into = makeFile("into.csv", "number,areaZ\n1,1\n");
+  const Result result = run("merge '" + in + "' '" + into + "'");
+
+  EXPECT_EQ(readFile(into), "number,areaZ\n1,3\n2,4\n");
+  EXPECT_EQ(result.err, "kvfound: " + into + ": number 1 \"A\": areaX 2 becomes 0\nkvfound: " +
+                            into + ": number 2 \"B\": areaFactor 0.5 becomes 0\n");
+  EXPECT_EQ(result.status, 1);
+}
+
 }  // namespace

@@ -41,7 +41,7 @@ Status diff(const DiffOptions& options, std::ostream& out, Notes& notes) {
   tellPhase("reading", options.second, notes);
   Document second(Documents::readFile(options.second, options.reading.form), options.reading);
   skipped += tellReading(second, notes);
-  chooseUnits(second, first.getUnits());  // refuses others
+  compareUnits(second, first, notes);
 
   notes.setPhase("comparing");
   const Differences differences =

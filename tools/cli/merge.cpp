@@ -54,7 +54,7 @@ Status merge(const MergeOptions& options, std::ostream& out, Notes& notes) {
     Document& in =
         sources.emplace_back(Documents::readFile(path, options.reading.form), options.reading);
     skipped += tellReading(in, notes);
-    chooseUnits(in, into.getUnits());  // refuses others
+    compareUnits(in, into, notes);
     merger.merge(in);
   }
   refuseClashes(merger, into.getShownPath(), notes);

@@ -66,7 +66,7 @@ std::size_t Commands::tellReading(Document& document, Notes& notes) {
 }
 
 Units Commands::chooseUnits(const Document& document, const Units& given) {
-  const Units named = document.getUnits();
+  Units named = document.getUnits();
   if (named.force.empty()) return given;
   if (!given.force.empty() && given != named)
     throw UserError(
@@ -74,6 +74,23 @@ Units Commands::chooseUnits(const Document& document, const Units& given) {
                     "kvfound convert --units does",
                     document.getShownPath(), named.force, named.length, given.force, given.length));
   return named;
+}
+
+void Commands::compareUnits(const Document& document, const Document& other, Notes& notes) {
+  const Units named = chooseUnits(document, other.getUnits());
+  const bool isNamedByOne = document.getUnits() != other.getUnits();
+  if (!isNamedByOne) return;
+  const bool isUnnamed = document.getUnits().force.empty();
+  const Document& naming = isUnnamed ? other : document;
+  const Document& silent = isUnnamed ? document : other;
+  notes.tell({Message::Level::note,
+              "units",
+              DisplayText::fromName(naming.getShownPath()),
+              {},
+              "",
+              DisplayText::fromName(
+                  fmt::format("its units are {} and {}; {} names none, and is taken for the same",
+                              named.force, named.length, silent.getShownPath()))});
 }
 
 void Commands::tellPhase(const char* work, const std::string& path, Notes& notes) {

@@ -21,6 +21,10 @@ std::size_t tellReading(Documents::Document& document, Notes& notes);
 /// others: labels convert nothing.
 Units chooseUnits(const Documents::Document& document, const Units& given);
 
+/// Refuses documents that name different units; tells where only one of them names any.
+void compareUnits(const Documents::Document& document, const Documents::Document& other,
+                  Notes& notes);
+
 /// What is done from here on with the document at `path`, for people who wait.
 void tellPhase(const char* work, const std::string& path, Notes& notes);
 

@@ -164,7 +164,7 @@ void Output::update(const FoundationManager& manager) {
   wish.pairs =
       Matching::match(old->getFoundations().getFoundations(), manager.getFoundations(), listKeys());
   wish.current = manager.getCurrentFoundation();
-  wish.units = units;
+  wish.units = units.value_or(in.getUnits());
   edit(*old, wish);
 }
 

@@ -23,8 +23,8 @@ class Output {
   Output(OutputFile& to, Documents::Form written, Documents::Document& read,
          const Spreadsheets::Dialect& tables = {});
 
-  /// How a table or data that is made shall name its units. Otherwise it names those of the
-  /// document that is read, and one that is updated keeps its own.
+  /// How a table or data shall name its units. Otherwise it names those of the document that is
+  /// read.
   void nameUnits(const Units& named) { units = named; }
 
   /// True when the file already holds a document of this form, whose other content must stay.
