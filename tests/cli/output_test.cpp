@@ -261,7 +261,9 @@ TEST_F(OutputErrors, TellAtOnceWhatIsNoDocumentHoweverLongItIs) {
   EXPECT_EQ(zeros.err,
             "kvfound: /dev/zero:1:1: a NUL character; only 8-bit text such as UTF-8 can be read\n");
   EXPECT_EQ(zeros.status, 2);
-  EXPECT_EQ(words.err, "kvfound: standard input: this is no XML document\n");
+  EXPECT_EQ(words.err,
+            "kvfound: standard input: this is no XML document (a table or JSON needs the ending "
+            ".csv or .json, or --from)\n");
   EXPECT_EQ(words.status, 2);
 }
 

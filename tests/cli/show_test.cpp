@@ -172,7 +172,9 @@ TEST(ShowErrors, NamesAFileThatIsNoXml) {
 
   const Result result = run("show '" + path + "'");
 
-  EXPECT_EQ(result.err, "kvfound: " + path + ": this is no XML document\n");
+  EXPECT_EQ(result.err, "kvfound: " + path +
+                            ": this is no XML document (a table or JSON needs the ending .csv or "
+                            ".json, or --from)\n");
   EXPECT_EQ(result.status, 2);
 }
 

@@ -198,7 +198,8 @@ TEST(Writing, DestroysNoDocument) {
        "another "
        "file"},
       {"text", Form::kvml,
-       ": this is no XML document; it was not replaced: mend or remove it, or name another file"},
+       ": this is no XML document (a table or JSON needs the ending .csv or .json, or --from); it "
+       "was not replaced: mend or remove it, or name another file"},
   };
   for (const auto& row : rows) {
     const TemporaryFile there(row.there);

@@ -57,7 +57,7 @@ std::optional<char> findFirst(std::string_view bytes) {
 bool isMeantAsXml(std::string_view bytes) {
   const std::optional<char> first = findFirst(bytes);
   if (!first) return bytes.size() < Files::lengthOfStart;
-  return first == '<' || first == '\0';
+  return *first == '<' || *first == '\0';
 }
 
 // --- Tables and data
@@ -223,7 +223,10 @@ void Document::readSheet(const Spreadsheets::Dialect& dialect) {
 }
 
 void Document::openExchange(const std::optional<std::string>& version) {
-  if (!isMeantAsXml(content.bytes)) throw UserError(getShownPath() + ": this is no XML document");
+  if (!isMeantAsXml(content.bytes))
+    throw UserError(getShownPath() +
+                    ": this is no XML document (a table or JSON needs the ending .csv or .json, or "
+                    "--from)");
   exchange = parseExchange(content);
   KvXmlN::Data& root = exchange->getRoot();
   if (root.getName() == Legacy::root)
