@@ -36,7 +36,7 @@ pid_t writeLate(const std::string& pipe, const std::string& text) {
   const pid_t child = fork();
   if (child != 0) return child;
   std::ofstream file(pipe, std::ios::binary);
-  usleep(1500000);  // longer than the second after which progress is shown
+  usleep(2500000);  // much longer than the second after which progress is shown
   file << text;
   file.close();
   _exit(0);
