@@ -114,6 +114,24 @@ TEST(EditingTables, RemovesRows) {
   EXPECT_EQ(editSheet("number,name\n1,A\n\n2,B\n", removeSecond), "number,name\n1,A\n\n");
 }
 
+TEST(EditingTables, KeepsTellingWhatStandsBeforeDecimals) {
+  EXPECT_EQ(editSheet("# A\nname;areaX;areaY\nA; 2,500;12,250\nB;0,5;\nC;1;\n", removeSecond),
+            "# A\nname;areaX;areaY\nA;2,5;12,25\nC;1;0\n");
+  EXPECT_EQ(editSheet("name;areaX\nA;2,500\nB;0,5\n", changeSecond("areaX", "1")),
+            "name;areaX\nA;2,5\nB;1\n");
+}
+
+TEST(EditingTables, LeavesOpenWhatWasOpen) {
+  Documents::ReadOptions options;
+  options.form = Documents::Form::csv;
+  options.dialect.decimal = ',';
+  Documents::Document base({"table", "", "name;areaX\nA;2,500\nB;3,500\n"}, options);
+  Draft draft(base);
+  remove(draft, 1);
+
+  EXPECT_EQ(Editing::edit(base, draft.makeWish())->getContent().bytes, "name;areaX\nA;2,500\n");
+}
+
 TEST(EditingTables, ChangesWhichFoundationIsCurrent) {
   const Change makeSecondCurrent = [](Draft& draft) {
     draft.getFoundations().setCurrentFoundation(&draft.getCopy(1));

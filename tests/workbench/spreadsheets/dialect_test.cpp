@@ -114,6 +114,7 @@ TEST(DialectDecimal, MustBeSaidWhereAllNumbersCanBeReadInTwoWays) {
             "table:2: areaZ \"1.500\"" + advice);
   EXPECT_EQ(recognise("name\tareaZ\nA\t1\nB\t-12,500\n"), "table:3: areaZ \"-12,500\"" + advice);
   EXPECT_EQ(recognise("name,areaZ\nA,\"1,500\"\n"), "table:2: areaZ \"1,500\"" + advice);
+  EXPECT_EQ(recognise("name;areaZ\nA; 1,500\t\n"), "table:2: areaZ \"1,500\"" + advice);
 }
 
 TEST(DialectDecimal, IsWhatTheUserSaysWhereANumberCanBeReadInTwoWays) {

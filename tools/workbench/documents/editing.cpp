@@ -360,14 +360,15 @@ void copy(const Wish& wish, Found::FoundationManager& target) {
 }
 
 /// What a table or data becomes. Data holds nothing but foundations and is written anew.
-std::string printSheet(Document& base, const Wish& wish) {
+std::string printSheet(Document& base, const Wish& wish,
+                       Spreadsheets::Rows rewritten = Spreadsheets::Rows::changed) {
   const Spreadsheets::Sheet& sheet = *base.getSheet();
   const Found::FoundationManager& before = base.getFoundations();
   const Units units = wish.units.value_or(sheet.units);
   if (base.getForm() == Form::csv) {
-    const std::string rows =
-        Spreadsheets::editCsv(base.getContent().bytes, base.getCharset(), sheet, wish.pairs,
-                              before.getCurrentFoundation(), wish.current, base.getShownPath());
+    const std::string rows = Spreadsheets::editCsv(base.getContent().bytes, base.getCharset(),
+                                                   sheet, wish.pairs, before.getCurrentFoundation(),
+                                                   wish.current, rewritten, base.getShownPath());
     // Which stand before all rows of foundations, so that their place stays.
     return Spreadsheets::editUnits(rows, base.getCharset(), sheet, units, base.getShownPath());
   }
@@ -381,14 +382,30 @@ std::string printSheet(Document& base, const Wish& wish) {
   return json.str();
 }
 
-std::unique_ptr<Document> editSheet(Document& base, const Wish& wish) {
-  std::string bytes = printSheet(base, wish);
-  if (bytes == base.getContent().bytes) return nullptr;
+/// Null where the user has to say what stands before the decimals of the table.
+std::unique_ptr<Document> openSheet(const Document& base, const std::string& bytes,
+                                    const std::optional<char>& decimal) {
   Documents::ReadOptions options;
   options.form = base.getForm();
-  options.dialect = base.getSheet()->dialect;
-  return std::make_unique<Document>(Files::Content{base.getShownPath(), "", std::move(bytes)},
-                                    options);
+  options.dialect = {base.getSheet()->dialect.separator, decimal};
+  try {
+    return std::make_unique<Document>(Files::Content{base.getShownPath(), "", bytes}, options);
+  } catch (const UserError&) {
+    if (decimal) throw;
+    return nullptr;
+  }
+}
+
+std::unique_ptr<Document> editSheet(Document& base, const Wish& wish) {
+  const std::string& before = base.getContent().bytes;
+  const std::string after = printSheet(base, wish);
+  if (after == before) return nullptr;
+  if (auto edited = openSheet(base, after, std::nullopt)) return edited;
+  // The number that told what stands before decimals may be gone. Numbers that are written here
+  // tell it, each of them.
+  const bool toldIt = openSheet(base, before, std::nullopt) != nullptr;
+  return openSheet(base, toldIt ? printSheet(base, wish, Spreadsheets::Rows::all) : after,
+                   base.getSheet()->dialect.decimal);
 }
 
 }  // namespace

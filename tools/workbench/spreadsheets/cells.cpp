@@ -24,12 +24,6 @@ constexpr char asText = '\'';
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
-std::string_view trim(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -128,6 +122,12 @@ struct Writer {
 };
 
 }  // namespace
+
+std::string_view trim(std::string_view text) {
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
 
 bool isGrouped(std::string_view number, char mark) {
   if (!number.empty() && (number[0] == '-' || number[0] == '+')) number.remove_prefix(1);

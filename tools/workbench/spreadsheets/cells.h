@@ -37,6 +37,9 @@ void writeCell(std::string& text, const Fields::Field& field, const Fields::Valu
 /// before it.
 void writeText(std::string& cell, std::string_view text);
 
+/// Without blanks and tabs at its ends.
+std::string_view trim(std::string_view text);
+
 /// True for digits in groups of three that have `mark` between them, such as 1.500.
 bool isGrouped(std::string_view number, char mark);
 

@@ -23,14 +23,6 @@ namespace {
 using Found::Foundation;
 using Found::FoundationManager;
 
-std::string_view trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  return first == text.npos ? text.substr(0, 0)
-                            : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
-bool isBlank(std::string_view text) { return text.find_first_not_of(" \t") == text.npos; }
-
 /// What stands before the foundations.
 struct Head {
   Row names;  // of the columns; with none when the table is empty
@@ -200,7 +192,7 @@ class Reader {
       if (isEncoded) decoded = charset.toUtf8(cell);
       const Fields::Value value =
           readCell(*field, isEncoded ? decoded : cell, *sheet.dialect.decimal);
-      if (isBlank(cell)) origin.blank.add(*field);
+      if (trim(cell).empty()) origin.blank.add(*field);
       if (!std::holds_alternative<std::monostate>(value)) field->set(foundation, value);
     } catch (const std::invalid_argument& error) {
       const char* const name = field != nullptr ? field->name : currentField;

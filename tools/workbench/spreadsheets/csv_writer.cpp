@@ -175,7 +175,7 @@ void writeCsv(const Found::FoundationManager& manager, const Dialect& dialect, c
 
 std::string editCsv(const std::string& bytes, const Charset& charset, const Sheet& sheet,
                     const std::vector<Matching::Pair>& pairs, const Foundation* before,
-                    const Foundation* current, const std::string& shownPath) {
+                    const Foundation* current, Rows rewritten, const std::string& shownPath) {
   const bool hasCurrent = tellsCurrent(sheet.columns);
   const std::string_view lineEnd = findLineEnd(bytes);
   RowWriter row(sheet.dialect, "");
@@ -191,8 +191,8 @@ std::string editCsv(const std::string& bytes, const Charset& charset, const Shee
     if (old == nullptr) continue;
     const Origin& origin = sheet.origins[place++];
     const bool staysCurrent = (old == before) == (now != nullptr && now == current);
-    if (now != nullptr && areSame(sheet.columns, *old, *now) && (staysCurrent || !hasCurrent))
-      continue;
+    const bool isSame = now != nullptr && areSame(sheet.columns, *old, *now);
+    if (rewritten == Rows::changed && isSame && (staysCurrent || !hasCurrent)) continue;
     edited.append(bytes, copied, origin.begin - copied);
     copied = origin.end;
     if (now == nullptr) continue;

@@ -57,14 +57,15 @@ class DecimalSearch {
 
  private:
   void look(const Row& row, std::size_t place) {
-    const std::string& number = row.cells[place];
+    const std::string_view number = trim(row.cells[place]);
     Hint hint = judge(number);
     // Where commas separate cells, decimals have a point.
     if (hint == Hint::either && separator == ',' && number.find(',') == number.npos)
       hint = Hint::point;
     if (!found && (hint == Hint::point || hint == Hint::comma))
       found = hint == Hint::point ? '.' : ',';
-    if (hint == Hint::either && !doubt) doubt = {row.line, columns[place].field->name, number};
+    if (hint == Hint::either && !doubt)
+      doubt = {row.line, columns[place].field->name, std::string(number)};
   }
 
   const std::vector<Column>& columns;
