@@ -138,6 +138,21 @@ TEST(CheckFormat, TellsErrorsInEditorColumnsToo) {
   EXPECT_NE(sarif.find("\"startColumn\": 10"), std::string::npos) << sarif;
 }
 
+TEST(CheckFormat, TellsTheLineAloneOfErrorsAboutAWholeLine) {
+  const std::string path = makeFile("in.csv", "number,name\n1\n");
+
+  const Result json = run("check --format json '" + path + "'");
+  const std::string sarif = run("check --format sarif '" + path + "'").out;
+
+  EXPECT_NE(json.out.find("      \"line\": 2,\n      \"level\": \"error\",\n"), std::string::npos)
+      << json.out;
+  EXPECT_NE(json.out.find("\"sentence\": \"there are 1 cells in this row, for 2 columns\""),
+            std::string::npos);
+  EXPECT_EQ(json.err, "kvfound: " + path + ":2: there are 1 cells in this row, for 2 columns\n");
+  EXPECT_NE(sarif.find("\"startLine\": 2\n"), std::string::npos) << sarif;
+  EXPECT_EQ(sarif.find("startColumn"), std::string::npos);
+}
+
 TEST(CheckFormat, NamesStandardInput) {
   EXPECT_NE(run("check --format json -").out.find("\"file\": \"standard input\""),
             std::string::npos);

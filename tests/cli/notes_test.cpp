@@ -30,6 +30,14 @@ TEST(Errors, HaveAPlaceInTheFile) {
   EXPECT_EQ(message.sentence, "there is no end tag");
 }
 
+TEST(Errors, MayBeAboutAWholeLine) {
+  const Message message = readError("a.csv:2: 7: there are 3 cells", {"a.csv"});
+
+  EXPECT_EQ(message.position.line, 2U);
+  EXPECT_EQ(message.position.column, 0U);
+  EXPECT_EQ(message.sentence, "7: there are 3 cells");
+}
+
 TEST(Errors, AreAboutTheLongestNameThatFits) {
   const Message message = readError("a:1:2: is odd: no", {"a", "a:1:2", "a:1"});
 
@@ -48,6 +56,8 @@ TEST(Errors, AreAboutNoFileThatIsNotGiven) {
 TEST(Errors, MayEndWithTheirPlace) {
   EXPECT_EQ(readError("a:", {"a"}).sentence, "");
   EXPECT_EQ(readError("a:1", {"a"}).sentence, "1");
+  EXPECT_EQ(readError("a:1:", {"a"}).position.line, 1U);
+  EXPECT_EQ(readError("a:1:2", {"a"}).sentence, "2");
   EXPECT_EQ(readError("a:1:2:", {"a"}).position.column, 2U);
 }
 
@@ -135,6 +145,14 @@ TEST(JsonMessages, TellErrorsWithTheirPlace) {
   EXPECT_EQ(result.status, 2);
 }
 
+TEST(JsonMessages, TellTheLineAloneOfErrorsAboutAWholeLine) {
+  const std::string path = makeFile("in.csv", "number,name\n1\n");
+
+  EXPECT_EQ(run("show '" + path + "' --messages json").err,
+            "{\"level\":\"error\",\"kind\":\"error\",\"file\":\"" + escapePath(path) +
+                "\",\"line\":2,\"sentence\":\"there are 1 cells in this row, for 2 columns\"}\n");
+}
+
 TEST(JsonMessages, TellErrorsOfTheCommandLine) {
   const std::string error =
       "{\"level\":\"error\",\"kind\":\"error\",\"sentence\":\"there is no option \\\"--bogus\\\"; "
@@ -166,6 +184,13 @@ TEST(Quiet, TellsErrors) {
             "kvfound: " + path + ":2:6: this end tag does not close the element that is open\n");
   EXPECT_EQ(run("show -q --bogus").err,
             "kvfound: there is no option \"--bogus\"; see kvfound show --help\n");
+}
+
+TEST(Quiet, TellsErrorsAboutAWholeLine) {
+  const std::string path = makeFile("in.csv", "number,name\n1,A,7\n");
+
+  EXPECT_EQ(run("show -q '" + path + "'").err,
+            "kvfound: " + path + ":2: there are 3 cells in this row, for 2 columns\n");
 }
 
 TEST(Quiet, TellsWhyNothingIsWritten) {

@@ -111,8 +111,9 @@ def main():
         folder = pathlib.Path(name)
         (folder / "odd #1 \u00fc.xml").write_text(ODD, encoding="utf-8")
         (folder / "broken.xml").write_text("<A>\n<B></A>\n", encoding="utf-8")
+        (folder / "broken.csv").write_text("number,name\n1\n")
         documents = [str(examples / "model.xml"), str(examples / "beddings.xml"),
-                     "odd #1 \u00fc.xml", "broken.xml", "missing.xml"]
+                     "odd #1 \u00fc.xml", "broken.xml", "missing.xml", "broken.csv"]
 
         check_foundations(foundation_schema, folder)
         for document in documents[:3]:
@@ -122,7 +123,7 @@ def main():
         status, out, _ = run("check", "--format", "json", *documents, folder=folder)
         expect(status == 2, "unreadable documents are errors")
         validate(out, check_schema, "check --format json")
-        expect(len(json.loads(out)["findings"]) == 10, "all findings are in one answer")
+        expect(len(json.loads(out)["findings"]) == 11, "all findings are in one answer")
 
         status, out, _ = run("check", "--format", "sarif", *documents, folder=folder)
         validate(out, sarif, "check --format sarif")
@@ -138,6 +139,7 @@ def main():
                      ["convert", documents[2], "-", "--to", "exchange"],
                      ["convert", documents[1], "out.xml", "--to", "legacy", "--strict"],
                      ["convert", "broken.xml", "out.xml", "--to", "legacy"],
+                     ["convert", "broken.csv", "out.xml", "--to", "legacy"],
                      ["convert", documents[0], "out.xml", "--to", "nothing"],
                      ["merge", documents[0], documents[1], "-o", "-"],
                      ["merge", documents[2], documents[1], "--dry-run"],

@@ -51,13 +51,18 @@ std::size_t takeNumber(std::string_view& text) {
 }
 
 KvXmlPosition takePosition(std::string_view& text) {
-  std::string_view rest = text;
   KvXmlPosition position;
-  position.line = takeNumber(rest);
-  position.column = takeNumber(rest);
-  if (position.line == 0 || position.column == 0) return {};
-  text = rest;
+  position.line = takeNumber(text);
+  if (position.line > 0) position.column = takeNumber(text);
   return position;
+}
+
+/// As editors understand it, behind the name of a file.
+std::string showPosition(KvXmlPosition position) {
+  std::string text;
+  if (position.line > 0) text += std::to_string(position.line) + ":";
+  if (position.column > 0) text += std::to_string(position.column) + ":";
+  return text;
 }
 
 const char* getWord(Level level) {
@@ -69,9 +74,7 @@ std::string makeLine(const Message& message) {
       message.level == Level::error ? Terminal::Style::red : Terminal::Style::plain;
   std::string line = Terminal::Painter(stderr).paint(style, "kvfound:") + " ";
   if (!message.file.empty()) line += message.file + ":";
-  if (message.position.line > 0)
-    line +=
-        std::to_string(message.position.line) + ":" + std::to_string(message.position.column) + ":";
+  line += showPosition(message.position);
   if (!message.file.empty()) line += " ";
   if (!message.foundation.empty()) line += message.foundation + ": ";
   return line + message.sentence + "\n";
@@ -82,10 +85,8 @@ std::string makeJson(const Message& message) {
   json["level"] = getWord(message.level);
   json["kind"] = message.kind;
   if (!message.file.empty()) json["file"] = message.file;
-  if (message.position.line > 0) {
-    json["line"] = message.position.line;
-    json["column"] = message.position.column;
-  }
+  if (message.position.line > 0) json["line"] = message.position.line;
+  if (message.position.column > 0) json["column"] = message.position.column;
   if (!message.foundation.empty()) json["foundation"] = message.foundation;
   json["sentence"] = message.sentence;
   return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";

@@ -17,7 +17,7 @@ struct Message {
   Level level = Level::note;
   const char* kind = "";   // for programs; never changes
   std::string file;        // that it is about, as messages call it; may be empty
-  KvXmlPosition position;  // in the file; 0 where it concerns all of it
+  KvXmlPosition position;  // in the file; 0 where it concerns all of it, or of a line
   std::string foundation;  // that it is about, as messages call it; may be empty
   std::string sentence;
 };

@@ -73,6 +73,14 @@ TEST(CheckJson, HasErrorsAmongTheFindings) {
             "}\n");
 }
 
+TEST(CheckJson, HasNoColumnOfErrorsAboutAWholeLine) {
+  const std::string json =
+      Results::makeCheckJson({Results::makeUnreadFile("a.csv", "a.csv", "", {2, 0}, "is odd")});
+
+  EXPECT_NE(json.find("      \"line\": 2,\n      \"level\": \"error\",\n"), std::string::npos)
+      << json;
+}
+
 TEST(CheckJson, ReplacesBytesThatAreNoUtf8) {
   const std::string json =
       Results::makeCheckJson({Results::makeUnreadFile("\xFC", "\xFC", "", {}, "is empty")});

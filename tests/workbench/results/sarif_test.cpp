@@ -106,6 +106,14 @@ TEST(Sarif, TellsErrorsAsResultsOfARunThatFailed) {
             "[{\"physicalLocation\":{\"artifactLocation\":{\"index\":1,\"uri\":\"stdin\"}}}]");
 }
 
+TEST(Sarif, HasNoColumnOfErrorsAboutAWholeLine) {
+  const Json run = makeRun({Results::makeUnreadFile("a.csv", "a.csv", "a\n1,2", {2, 0}, "is odd")});
+
+  EXPECT_EQ(
+      run.at("results").at(0).at("locations").at(0).at("physicalLocation").at("region").dump(),
+      "{\"startLine\":2}");
+}
+
 TEST(Sarif, DoublesBracesWhichStandForArguments) {
   const Json run = makeRun({Results::makeUnreadFile("a", "a", "", {}, "no {0}")});
 

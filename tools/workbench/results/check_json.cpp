@@ -9,10 +9,8 @@ constexpr int version = 1;  // changes when names do
 Json makeResult(const CheckedFile& file, const Result& result) {
   Json json;
   json["file"] = file.shownPath;
-  if (result.position.line > 0) {
-    json["line"] = result.position.line;
-    json["column"] = result.position.column;
-  }
+  if (result.position.line > 0) json["line"] = result.position.line;
+  if (result.position.column > 0) json["column"] = result.position.column;
   json["level"] = result.rule != nullptr ? "warning" : "error";
   json["rule"] = result.rule != nullptr ? result.rule->name : "unreadable";
   if (!result.foundation.empty()) json["foundation"] = result.foundation;

@@ -35,7 +35,7 @@ CheckedFile makeUnreadFile(const std::string& path, const std::string& shownPath
                            const std::string& bytes, KvXmlPosition position,
                            const std::string& sentence) {
   std::size_t column = 0;
-  if (position.line > 0) {
+  if (position.column > 0) {
     const Charset charset = Charset::recognise(Markup::readEncoding(bytes), bytes);
     column = Columns(bytes, charset).count(position);
   }

@@ -11,7 +11,8 @@
 /// text never change, since scripts rely on them.
 namespace Results {
 
-/// A finding, or an error, which has no rule. Where the line is 0 it is about the whole document.
+/// A finding, or an error, which has no rule. Where the line is 0 it is about the whole document,
+/// and where the column is 0, about the whole line.
 struct Result {
   const Checks::Rule* rule = nullptr;
   KvXmlPosition position;

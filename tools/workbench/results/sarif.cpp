@@ -54,8 +54,8 @@ Json makeLocation(const CheckedFile& file, std::size_t index, const Result& resu
   Json place;
   place["artifactLocation"] = makeArtifactLocation(file);
   place["artifactLocation"]["index"] = index;
-  if (result.position.line > 0)
-    place["region"] = {{"startLine", result.position.line}, {"startColumn", result.editorColumn}};
+  if (result.position.line > 0) place["region"]["startLine"] = result.position.line;
+  if (result.position.column > 0) place["region"]["startColumn"] = result.editorColumn;
   Json location;
   location["physicalLocation"] = std::move(place);
   if (!result.foundation.empty())
