@@ -9,6 +9,7 @@
 
 namespace {
 
+using Spreadsheets::locateCell;
 using Spreadsheets::readRows;
 using Spreadsheets::Row;
 
@@ -105,6 +106,33 @@ TEST(Rows, HaveQuotationMarksOnlyAroundCells) {
 TEST(Rows, HaveNoQuotationMarkThatIsNotClosed) {
   EXPECT_EQ(refuseRows("a\nb,\"c\nd\n"), "table:2: a quotation mark is not closed");
   EXPECT_EQ(refuseRows("\""), "table:1: a quotation mark is not closed");
+}
+
+// --- Cells
+
+/// Where each cell of a row in line 5 starts: 5:1 5:3
+std::string locateCells(std::string_view row, std::size_t count) {
+  std::string places;
+  for (std::size_t i = 0; i < count; ++i) {
+    const KvXmlPosition place = locateCell(row, 5, ',', i);
+    places += (i > 0 ? " " : "") + std::to_string(place.line) + ":" + std::to_string(place.column);
+  }
+  return places;
+}
+
+TEST(Cells, StartBehindTheSeparator) {
+  EXPECT_EQ(locateCells("a,,b;b\tb,c\r\n", 4), "5:1 5:3 5:4 5:10");
+  EXPECT_EQ(locateCells("a,", 2), "5:1 5:3");
+}
+
+TEST(Cells, MayHoldSeparatorsInQuotationMarks) {
+  EXPECT_EQ(locateCells("\"a,b\",\"\"\"c\"\",\",\",\",d\n", 4), "5:1 5:7 5:16 5:20");
+}
+
+TEST(Cells, MayHoldLineBreaksInQuotationMarks) {
+  EXPECT_EQ(locateCells("\"a\nb\",c\n", 2), "5:1 6:4");
+  EXPECT_EQ(locateCells("\"a\r\n\r\n,b\",c,\"\n\"\r\n", 3), "5:1 7:5 7:7");
+  EXPECT_EQ(locateCells("\"a\rbc\",d,\"\n\",e\r", 4), "5:1 6:5 6:7 7:3");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <variant>
 
 #include <fmt/format.h>
@@ -8,20 +9,23 @@
 #include "checks/rules.h"
 #include "foundations/failures.h"
 #include "foundations/fields.h"
+#include "spreadsheets/places.h"
 
 namespace Checks {
 namespace {
 
 using Fields::Field;
 using Found::Foundation;
+using Spreadsheets::Origin;
 
 /// The rows of a table, or of data.
 class SheetCheck {
  public:
-  explicit SheetCheck(Findings& target) : findings(target) {}
+  SheetCheck(const Documents::Document& checked, Findings& target)
+      : document(checked), findings(target) {}
 
-  void check(Foundation& foundation, const Spreadsheets::Origin& origin) {
-    here = {origin.line, origin.column};
+  void check(Foundation& foundation, const Origin& origin) {
+    here = &origin;
     checkNumber(foundation);
     checkName(foundation);
     for (const Field& field : Fields::list()) checkField(field, foundation);
@@ -31,26 +35,25 @@ class SheetCheck {
   void checkNumber(const Foundation& foundation) {
     const int number = foundation.getNumber();
     if (number < 1)
-      findings.add(
-          Rules::numberBelowOne, here,
+      add(Rules::numberBelowOne, numberField,
           fmt::format("the number {} is below 1; exchange documents skip the foundation", number));
     const auto [first, isNew] = numbers.emplace(number, here);
     if (!isNew)
-      findings.add(Rules::sameNumber, here,
-                   fmt::format("the number {} was given before, {}; both foundations will have it",
-                               number, showPlace(first->second, here)));
+      add(Rules::sameNumber, numberField,
+          fmt::format("the number {} was given before, {}; both foundations will have it", number,
+                      showFirst(numberField, *first->second)));
   }
 
   void checkName(const Foundation& foundation) {
     const std::string& name = foundation.getName();
     if (name.empty())
-      findings.add(Rules::missingName, here,
-                   "the name is empty; exchange documents skip the foundation");
+      add(Rules::missingName, nameField,
+          "the name is empty; exchange documents skip the foundation");
     const auto [first, isNew] = names.emplace(name, here);
     if (!isNew && !name.empty())
-      findings.add(Rules::sameName, here,
-                   fmt::format("the name {} was given before, {}; both foundations will have it",
-                               quote(name), showPlace(first->second, here)));
+      add(Rules::sameName, nameField,
+          fmt::format("the name {} was given before, {}; both foundations will have it",
+                      quote(name), showFirst(nameField, *first->second)));
   }
 
   void checkField(const Field& field, Foundation& foundation) {
@@ -59,33 +62,46 @@ class SheetCheck {
     if (field.type != Fields::Type::failure) return;
     const auto& [tension, none, compression] = Failures::modes;
     if (Failures::find(std::get<std::string>(value)) == nullptr)
-      findings.add(
-          Rules::unknownFailure, here,
+      add(Rules::unknownFailure, field,
           fmt::format("{} {} is none of {}, {} and {}; it is kept as it is", field.name,
                       std::get<std::string>(value), tension.word, none.word, compression.word));
   }
 
   void checkValue(const Field& field, double number) {
     if (!std::isfinite(number))
-      findings.add(Rules::infiniteValue, here,
-                   fmt::format("{} is {}", field.name, Fields::show(number)));
+      add(Rules::infiniteValue, field, fmt::format("{} is {}", field.name, Fields::show(number)));
     else if (number < 0.0)
-      findings.add(
-          Rules::negativeValue, here,
+      add(Rules::negativeValue, field,
           fmt::format("{} {} is negative; it is read as it is", field.name, Fields::show(number)));
   }
 
+  /// About a field of the foundation at hand.
+  void add(const Rule& rule, const Field& field, std::string sentence) {
+    findings.add(rule, locate(field, *here), std::move(sentence), {here->line, here->column});
+  }
+
+  std::string showFirst(const Field& field, const Origin& first) const {
+    return showPlace(locate(field, first), locate(field, *here));
+  }
+
+  KvXmlPosition locate(const Field& field, const Origin& origin) const {
+    return Spreadsheets::locate(field, origin, *document.getSheet(), document.getContent().bytes);
+  }
+
+  const Documents::Document& document;
   Findings& findings;
-  KvXmlPosition here;
-  std::unordered_map<int, KvXmlPosition> numbers;
-  std::unordered_map<std::string, KvXmlPosition> names;
+  const Field& numberField = *Fields::find("number");
+  const Field& nameField = *Fields::find("name");
+  const Origin* here = nullptr;                    // of the foundation at hand
+  std::unordered_map<int, const Origin*> numbers;  // the first of each
+  std::unordered_map<std::string, const Origin*> names;
 };
 
 }  // namespace
 
 void checkSheet(Documents::Document& document, Findings& findings) {
-  SheetCheck check(findings);
-  const std::vector<Spreadsheets::Origin>& origins = document.getSheet()->origins;
+  SheetCheck check(document, findings);
+  const std::vector<Origin>& origins = document.getSheet()->origins;
   const std::vector<Foundation*>& foundations = document.getFoundations().getFoundations();
   for (std::size_t i = 0; i < foundations.size(); ++i) check.check(*foundations[i], origins[i]);
 }

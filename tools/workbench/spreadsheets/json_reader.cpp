@@ -212,6 +212,7 @@ class Reader {
     Origin origin;
     origin.line = places.findLine(here);
     origin.column = places.findColumn(here);
+    origin.begin = here;
     auto foundation = std::make_unique<Foundation>();
     foundation->setNumber(static_cast<int>(sheet.origins.size()) + 1);
     std::size_t expected = 0;  // place of the name that comes next in what is written here

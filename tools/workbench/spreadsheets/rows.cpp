@@ -77,6 +77,17 @@ std::size_t findLineEnd(std::string_view text, std::size_t begin) {
   return isEnd ? begin + line + 1 : std::min(feed + 1, text.size());
 }
 
+/// Of the bytes before the cell.
+std::size_t measureCells(std::string_view row, char separator, std::size_t count) {
+  bool isQuoted = false;
+  std::size_t length = 0;
+  for (; count > 0; ++length) {
+    if (row[length] == '"') isQuoted = !isQuoted;  // twice where one stands for itself
+    if (row[length] == separator && !isQuoted) --count;
+  }
+  return length;
+}
+
 bool isBlank(std::string_view line) { return line.find_first_not_of("\r\n") == line.npos; }
 
 [[noreturn]] void fail(const std::string& shownPath, std::size_t line, const char* fault) {
@@ -109,6 +120,16 @@ void readRows(std::string_view text, char separator, const std::string& shownPat
     if (read.isComplete && !take(row)) return;
     read.isComplete = false;
   }
+}
+
+KvXmlPosition locateCell(std::string_view row, std::size_t line, char separator, std::size_t cell) {
+  const std::size_t place = measureCells(row, separator, cell);
+  std::size_t lineBegin = 0;
+  for (std::size_t end = findLineEnd(row, 0); end < place; end = findLineEnd(row, end)) {
+    ++line;
+    lineBegin = end;
+  }
+  return {line, place - lineBegin + 1};
 }
 
 }  // namespace Spreadsheets

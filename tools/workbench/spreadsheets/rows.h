@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "kv/xml_position.h"
+
 namespace Spreadsheets {
 
 /// A row of a table.
@@ -22,5 +24,8 @@ struct Row {
 /// cell.
 void readRows(std::string_view text, char separator, const std::string& shownPath,
               const std::function<bool(const Row&)>& take);
+
+/// Where a cell starts in the bytes of a row, which starts in line `line`. Cells count from 0.
+KvXmlPosition locateCell(std::string_view row, std::size_t line, char separator, std::size_t cell);
 
 }  // namespace Spreadsheets

@@ -45,8 +45,8 @@ class FieldSet {
 struct Origin {
   std::size_t line = 0;    // from 1
   std::size_t column = 1;  // in bytes, from 1
-  std::size_t begin = 0;   // of the row of a table
-  std::size_t end = 0;     // behind the end of its line
+  std::size_t begin = 0;   // of the row of a table, or the object of data
+  std::size_t end = 0;     // of a row, behind the end of its last line
   FieldSet told;
   FieldSet blank;  // of these, what has no value
 };
