@@ -109,6 +109,37 @@ TEST(MergeClash, IsRefusedWithBothPlaces) {
   EXPECT_NE(result.err.find("into.xml:4:2\n"), std::string::npos);
 }
 
+TEST(MergeClash, IsToldToProgramsWithItsPlaceAndFoundation) {
+  const Merged merged =
+      merge("\n" + makeSurface(1, "B", "2"), makeModel(foundA), "--messages json");
+
+  EXPECT_NE(
+      merged.result.err.find("{\"level\":\"error\",\"kind\":\"clash\",\"file\":\"" +
+                             escapePath(makePath("in.xml")) +
+                             "\",\"line\":2,\"column\":1,\"foundation\":\"number 1 \\\"B\\\"\","
+                             "\"sentence\":\"clashes with number 1 \\\"A\\\" in " +
+                             escapePath(makePath("into.xml")) + ":4:2\"}\n"),
+      std::string::npos)
+      << merged.result.err;
+}
+
+TEST(MergeClash, IsToldWhereItLeavesAFoundationOut) {
+  const std::string bedding = makeSurface(1, "B", "2");
+  const Merged people = merge(bedding, makeModel(foundA), "--on-clash skip");
+  const Merged programs = merge(bedding, makeModel(foundA), "--on-clash skip --messages json");
+
+  const std::string in = makePath("in.xml");
+  EXPECT_NE(people.result.err.find("kvfound: " + in + ":1:11: number 1 \"B\" is left out\n"),
+            std::string::npos)
+      << people.result.err;
+  EXPECT_NE(programs.result.err.find(
+                "{\"level\":\"warning\",\"kind\":\"left-out\",\"file\":\"" + escapePath(in) +
+                "\",\"line\":1,\"column\":11,\"foundation\":\"number 1 \\\"B\\\"\","
+                "\"sentence\":\"is left out\"}\n"),
+            std::string::npos)
+      << programs.result.err;
+}
+
 TEST(MergeClash, EndsAsTheRuleSays) {
   const struct {
     const char* rule;

@@ -16,9 +16,10 @@
 
 namespace {
 
+using Commands::Message;
 using Commands::Notes;
 using Documents::Document;
-using Level = Commands::Message::Level;
+using Level = Message::Level;
 
 void requireReadOnce(const Commands::MergeOptions& options) {
   std::size_t standard = options.into == "-" ? 1 : 0;
@@ -26,9 +27,15 @@ void requireReadOnce(const Commands::MergeOptions& options) {
   if (standard > 1) throw UserError("only one of the documents can come from standard input");
 }
 
+void tell(const Comparing::Refusal& refusal, Level level, const char* kind, Notes& notes) {
+  const auto& [file, position, foundation, sentence] = refusal;
+  const Message forPeople = {level, kind, file, position, "", foundation + " " + sentence};
+  notes.tell({level, kind, file, position, foundation, sentence}, Commands::makeLine(forPeople));
+}
+
 void refuseClashes(const Comparing::Merger& merger, const std::string& shownPath, Notes& notes) {
-  for (const std::string& clash : merger.getClashes())
-    notes.tell({Level::error, "clash", "", {}, "", clash});
+  for (const Comparing::Refusal& clash : merger.getClashes())
+    tell(clash, Level::error, "clash", notes);
   if (!merger.getClashes().empty())
     throw UserError(shownPath +
                     ": was not written, since numbers or names clash; --on-clash rename, "
@@ -58,8 +65,8 @@ Status merge(const MergeOptions& options, std::ostream& out, Notes& notes) {
     merger.merge(in);
   }
   refuseClashes(merger, into.getShownPath(), notes);
-  for (const std::string& sentence : merger.getLeftOut())
-    notes.tell({Level::warning, "left-out", "", {}, "", sentence});
+  for (const Comparing::Refusal& leftOut : merger.getLeftOut())
+    tell(leftOut, Level::warning, "left-out", notes);
   tellLosses(into.getShownPath(), merger.getLosses(), options.showsAll, notes);
 
   const Editing::Wish wish = draft.makeWish();

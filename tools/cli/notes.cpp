@@ -69,17 +69,6 @@ const char* getWord(Level level) {
   return level == Level::error ? "error" : level == Level::warning ? "warning" : "note";
 }
 
-std::string makeLine(const Message& message) {
-  const Terminal::Style style =
-      message.level == Level::error ? Terminal::Style::red : Terminal::Style::plain;
-  std::string line = Terminal::Painter(stderr).paint(style, "kvfound:") + " ";
-  if (!message.file.empty()) line += message.file + ":";
-  line += showPosition(message.position);
-  if (!message.file.empty()) line += " ";
-  if (!message.foundation.empty()) line += message.foundation + ": ";
-  return line + message.sentence + "\n";
-}
-
 std::string makeJson(const Message& message) {
   Json json;
   json["level"] = getWord(message.level);
@@ -93,6 +82,17 @@ std::string makeJson(const Message& message) {
 }
 
 }  // namespace
+
+std::string makeLine(const Message& message) {
+  const Terminal::Style style =
+      message.level == Level::error ? Terminal::Style::red : Terminal::Style::plain;
+  std::string line = Terminal::Painter(stderr).paint(style, "kvfound:") + " ";
+  if (!message.file.empty()) line += message.file + ":";
+  line += showPosition(message.position);
+  if (!message.file.empty()) line += " ";
+  if (!message.foundation.empty()) line += message.foundation + ": ";
+  return line + message.sentence + "\n";
+}
 
 Message readError(const std::string& error, const std::vector<std::string>& files) {
   std::string file;

@@ -25,6 +25,9 @@ struct Message {
 /// An error that begins with the file that it is about, taken apart.
 Message readError(const std::string& error, const std::vector<std::string>& files);
 
+/// How people are told it: a line with its end.
+std::string makeLine(const Message& message);
+
 /// Where messages go: to people, a line each, or to programs, an object of JSON each.
 class Notes {
  public:

@@ -24,6 +24,15 @@ std::string makeExchange(const std::string& beddings) {
 
 const std::string surfaceA = "<SurfaceBedding Number='1' Name='A' StiffnessZ='2'/>";
 
+/// A line each, as messages tell them.
+Texts show(const std::vector<Comparing::Refusal>& refusals) {
+  Texts lines;
+  for (const auto& [file, position, foundation, sentence] : refusals)
+    lines.push_back(file + ":" + std::to_string(position.line) + ":" +
+                    std::to_string(position.column) + ": " + foundation + " " + sentence);
+  return lines;
+}
+
 struct Merged {
   Texts foundations;  // number, name, area stiffness z
   Texts clashes;
@@ -40,7 +49,7 @@ Merged merge(const std::string& source, const std::string& target, OnClash rule 
   for (Foundation* foundation : draft.getFoundations().getFoundations())
     merged.foundations.push_back(Fields::describe(*foundation) + " " +
                                  Fields::show(Fields::find("areaZ")->get(*foundation)));
-  merged.clashes = merger.getClashes();
+  merged.clashes = show(merger.getClashes());
   for (const Losses::Loss& loss : merger.getLosses())
     merged.losses.push_back(loss.foundation + ": " + loss.sentence);
   return merged;
@@ -179,7 +188,7 @@ TEST(MergingClash, TellsWhatIsLeftOut) {
   Merger merger(into, draft, OnClash::skip);
   merger.merge(in);
 
-  EXPECT_EQ(merger.getLeftOut(), Texts{"in:1:11: number 1 \"A\" is left out"});
+  EXPECT_EQ(show(merger.getLeftOut()), Texts{"in:1:11: number 1 \"A\" is left out"});
 }
 
 // --- Tables and data
@@ -202,7 +211,7 @@ Texts mergeTable(const std::string& table, const std::string& foundations,
       text += " " + Fields::show(Fields::find(field)->get(*foundation));
     merged.push_back(text);
   }
-  return merger.getClashes().empty() ? merged : merger.getClashes();
+  return merger.getClashes().empty() ? merged : show(merger.getClashes());
 }
 
 const std::string twoFoundations =
@@ -289,7 +298,7 @@ TEST(MergingTables, CanBeTheTarget) {
   merger.merge(in);
 
   EXPECT_EQ(Fields::show(Fields::find("areaZ")->get(draft.getCopy(0))), "2");
-  EXPECT_EQ(merger.getClashes(),
+  EXPECT_EQ(show(merger.getClashes()),
             Texts{"in:1:63: number 3 \"B\" clashes with number 3 \"C\" in into:3:1"});
 }
 

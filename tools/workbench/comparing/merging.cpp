@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include <fmt/format.h>
@@ -71,21 +72,16 @@ Merger::Merger(Document& document, Editing::Draft& draft, OnClash onClash)
 }
 
 void Merger::addPlaces(Document& document) {
+  const std::string file = DisplayText::fromName(document.getShownPath());
   if (const Spreadsheets::Sheet* const sheet = document.getSheet()) {
     const std::vector<Foundation*>& read = document.getFoundations().getFoundations();
     for (std::size_t i = 0; i < read.size(); ++i)
-      places.emplace(read[i],
-                     fmt::format("{}:{}:{}", DisplayText::fromName(document.getShownPath()),
-                                 sheet->origins[i].line, sheet->origins[i].column));
+      places.emplace(read[i], Place{file, {sheet->origins[i].line, sheet->origins[i].column}});
   }
   for (const Documents::Entries& entries : document.getEntries())
-    for (const Documents::Entry& entry : entries) {
-      if (entry.foundation == nullptr) continue;
-      const KvXmlPosition position = entry.element.getPosition();
-      places.emplace(entry.foundation,
-                     fmt::format("{}:{}:{}", DisplayText::fromName(document.getShownPath()),
-                                 position.line, position.column));
-    }
+    for (const Documents::Entry& entry : entries)
+      if (entry.foundation != nullptr)
+        places.emplace(entry.foundation, Place{file, entry.element.getPosition()});
 }
 
 /// Models give an area of zeros to every foundation, so there these tell nothing.
@@ -193,8 +189,7 @@ void Merger::resolve(Foundation& source, Foundation* byNumber, Foundation* byNam
       if (byName == nullptr) return add(source, Numbers::findFree(numbers), source.getName());
       return refuse(source, *byName);
     case OnClash::skip:
-      leftOut.push_back(
-          fmt::format("{}: {} is left out", places[&source], Fields::describe(source)));
+      leftOut.push_back(makeRefusal(source, "is left out"));
       return;
     case OnClash::replace:
       if (byNumber == nullptr || byName == nullptr)
@@ -250,8 +245,15 @@ void Merger::replace(Foundation& changed, Foundation& source) {
 }
 
 void Merger::refuse(const Foundation& source, const Foundation& other) {
-  clashes.push_back(fmt::format("{}: {} clashes with {} in {}", places[&source],
-                                Fields::describe(source), Fields::describe(other), places[&other]));
+  const auto& [file, position] = places.at(&other);
+  clashes.push_back(
+      makeRefusal(source, fmt::format("clashes with {} in {}:{}:{}", Fields::describe(other), file,
+                                      position.line, position.column)));
+}
+
+Refusal Merger::makeRefusal(const Foundation& source, std::string sentence) const {
+  const auto& [file, position] = places.at(&source);
+  return {file, position, Fields::describe(source), std::move(sentence)};
 }
 
 std::string Merger::findDefaultName(const std::string& name) const {

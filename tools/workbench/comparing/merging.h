@@ -10,6 +10,7 @@
 #include "documents/document.h"
 #include "documents/editing.h"
 #include "documents/losses.h"
+#include "kv/xml_position.h"
 
 namespace Comparing {
 
@@ -23,6 +24,14 @@ enum class OnClash {
   replace    // it takes the place, name and number of the other one
 };
 
+/// A foundation that does not come, and why. Texts are safe to show.
+struct Refusal {
+  std::string file;        // of the foundation, as messages call it
+  KvXmlPosition position;  // in the file
+  std::string foundation;  // as messages call it
+  std::string sentence;
+};
+
 /// Takes the foundations of documents over into the draft of another one. Those that have number
 /// and name alike, or the one that the document tells, change there, in the fields that both
 /// documents tell and the parts that come; others are added. Nothing is removed.
@@ -33,15 +42,19 @@ class Merger {
 
   void merge(Documents::Document& source);
 
-  /// Clashes that were refused, a sentence each, with the places of both.
-  const std::vector<std::string>& getClashes() const { return clashes; }
-  /// What the rule left out, a sentence each.
-  const std::vector<std::string>& getLeftOut() const { return leftOut; }
+  /// Clashes that were refused. The sentence tells the other foundation and its place.
+  const std::vector<Refusal>& getClashes() const { return clashes; }
+  /// What the rule left out.
+  const std::vector<Refusal>& getLeftOut() const { return leftOut; }
   /// What does not come over since the other form has no place for it.
   const std::vector<Losses::Loss>& getLosses() const { return losses; }
 
  private:
   using Foundation = Found::Foundation;
+  struct Place {
+    std::string file;  // as messages call it
+    KvXmlPosition position;
+  };
 
   void take(Foundation& source);
   void resolve(Foundation& source, Foundation* byNumber, Foundation* byName);
@@ -49,6 +62,7 @@ class Merger {
   void add(Foundation& source, int number, const std::string& name);
   void replace(Foundation& target, Foundation& source);
   void refuse(const Foundation& source, const Foundation& other);
+  Refusal makeRefusal(const Foundation& source, std::string sentence) const;
   void addPlaces(Documents::Document& document);
   void addParts(Documents::Document& source);
   void addSheet(Documents::Document& source);
@@ -65,15 +79,15 @@ class Merger {
   Documents::Form sourceForm = Documents::Form::legacy;  // of the document at hand
   Found::FoundationManager& target;
   OnClash rule;
-  std::map<const Foundation*, std::string> places;  // as messages tell them
-  std::map<int, Foundation*> numbers;               // the first of each
+  std::map<const Foundation*, Place> places;
+  std::map<int, Foundation*> numbers;  // the first of each
   std::map<std::string, Foundation*> names;
   std::set<const Foundation*> withArea;  // that tell a stiffness of it
   std::set<const Foundation*> withLine;
   std::map<const Foundation*, Spreadsheets::Origin> rows;  // of tables and data
   std::set<const Foundation*> taken;  // that the document at hand has changed or added
-  std::vector<std::string> clashes;
-  std::vector<std::string> leftOut;
+  std::vector<Refusal> clashes;
+  std::vector<Refusal> leftOut;
   std::vector<Losses::Loss> losses;
 };
 
