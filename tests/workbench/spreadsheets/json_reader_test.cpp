@@ -218,6 +218,14 @@ TEST(JsonReader, RefusesWhatIsNoJsonAndTellsWhere) {
         << readData(std::string(bytes));
 }
 
+TEST(JsonReader, RefusesUnitsThatAreNotWhole) {
+  expectData({{"{\"units\": {\"force\": \"kN\"}}",
+               "data:1:12: units are those of force and length, or none"},
+              {"{\"units\": {\"force\": \" \", \"length\": \"m\"}}",
+               "data:1:26: units are those of force and length, or none"},
+              {"{\"units\": {\"force\": \"\", \"length\": \" \"}, \"foundations\": []}", ""}});
+}
+
 TEST(JsonReader, RefusesWhatIsNoObject) {
   const char* const told = "data:1:1: this is no JSON object with the member \"foundations\"";
   expectData({{"[]", told}, {"1", told}, {"null", told}, {"number,name\n1,A\n", told}});

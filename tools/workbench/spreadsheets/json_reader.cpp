@@ -304,17 +304,12 @@ class Reader {
   double readNumber(Json::value& value) {
     const std::string_view token = value.raw_json_token();
     double number = 0.0;
-    if (const simdjson::error_code fault = value.get(number)) failAtNumber(token, fault);
+    if (value.get(number) != simdjson::SUCCESS)
+      fail(fmt::format("{} is no number that JSON can hold",
+                       quote(token.substr(0, token.find_last_not_of(" \t\r\n") + 1))));
     if (token.size() >= 19)
       fast_float::from_chars(token.data(), token.data() + token.size(), number);
     return number;
-  }
-
-  [[noreturn]] void failAtNumber(std::string_view token, simdjson::error_code fault) {
-    const std::string_view number = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
-    if (fault == simdjson::NUMBER_ERROR)
-      fail(fmt::format("{} is no number that JSON can hold", quote(number)));
-    failAtJson(fault);
   }
 
   /// JSON has no way to write an infinity or what is not a number.
