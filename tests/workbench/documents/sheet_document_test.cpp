@@ -6,6 +6,7 @@
 
 #include "documents/document.h"
 #include "documents/writing.h"
+#include "files/content.h"
 #include "files/user_error.h"
 #include "support/temporary_files.h"
 
@@ -174,7 +175,7 @@ std::string writeSheet(const std::string& bytes, const std::string& path, Docume
   } catch (const UserError& error) {
     return error.what();
   }
-  return TestSupport::load(path);
+  return Files::read(path).bytes;
 }
 
 const std::string names =
