@@ -146,9 +146,9 @@ TEST(CheckFormat, TellsTheLineAloneOfErrorsAboutAWholeLine) {
 
   EXPECT_NE(json.out.find("      \"line\": 2,\n      \"level\": \"error\",\n"), std::string::npos)
       << json.out;
-  EXPECT_NE(json.out.find("\"sentence\": \"there are 1 cells in this row, for 2 columns\""),
+  EXPECT_NE(json.out.find("\"sentence\": \"this row has too few cells: 1 instead of 2\""),
             std::string::npos);
-  EXPECT_EQ(json.err, "kvfound: " + path + ":2: there are 1 cells in this row, for 2 columns\n");
+  EXPECT_EQ(json.err, "kvfound: " + path + ":2: this row has too few cells: 1 instead of 2\n");
   EXPECT_NE(sarif.find("\"startLine\": 2\n"), std::string::npos) << sarif;
   EXPECT_EQ(sarif.find("startColumn"), std::string::npos);
 }

@@ -150,7 +150,7 @@ TEST(JsonMessages, TellTheLineAloneOfErrorsAboutAWholeLine) {
 
   EXPECT_EQ(run("show '" + path + "' --messages json").err,
             "{\"level\":\"error\",\"kind\":\"error\",\"file\":\"" + escapePath(path) +
-                "\",\"line\":2,\"sentence\":\"there are 1 cells in this row, for 2 columns\"}\n");
+                "\",\"line\":2,\"sentence\":\"this row has too few cells: 1 instead of 2\"}\n");
 }
 
 TEST(JsonMessages, TellErrorsOfTheCommandLine) {
@@ -190,7 +190,7 @@ TEST(Quiet, TellsErrorsAboutAWholeLine) {
   const std::string path = makeFile("in.csv", "number,name\n1,A,7\n");
 
   EXPECT_EQ(run("show -q '" + path + "'").err,
-            "kvfound: " + path + ":2: there are 3 cells in this row, for 2 columns\n");
+            "kvfound: " + path + ":2: this row has too many cells: 3 instead of 2\n");
 }
 
 TEST(Quiet, TellsWhyNothingIsWritten) {

@@ -133,6 +133,14 @@ TEST(Program, ListsItsCommandsInItsHelp) {
   EXPECT_EQ(result.status, 0);
 }
 
+TEST(Program, PrintsTheHelpOfACommandByAnother) {
+  for (const char* command : {"show", "merge", "help", "completion"}) {
+    const std::string name = command;
+    EXPECT_EQ(run("help " + name).out, run(name + " --help").out);
+  }
+  EXPECT_EQ(run("help").out, run("--help").out);
+}
+
 TEST(Program, PrintsTheHelpOfACommandWithAnExampleAtItsEnd) {
   EXPECT_EQ(
       run("show --help").out,

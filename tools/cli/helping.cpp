@@ -12,7 +12,7 @@ namespace CommandLine {
 void addHelp(CLI::App& program, Run& run) {
   std::vector<std::string> names;
   for (const CLI::App* command : program.get_subcommands({})) names.push_back(command->get_name());
-  names.emplace_back("help");
+  names.insert(names.end(), {"help", "completion"});  // which come behind
   const auto asked = std::make_shared<std::string>();
   CLI::App* const command =
       program.add_subcommand("help", "Prints the help of a command, as its option --help does");

@@ -173,9 +173,9 @@ TEST(CsvReader, TakesATableWithoutRows) {
 }
 
 TEST(CsvReader, RefusesRowsThatHaveOtherCellsThanTheTable) {
-  expectTables({{"number,name\n1,A\n2\n", "table:3: there are 1 cells in this row, for 2 columns"},
+  expectTables({{"number,name\n1,A\n2\n", "table:3: this row has too few cells: 1 instead of 2"},
                 {"number,name\n1,\"A\nB\"\n1,500,A\n",
-                 "table:4: there are 3 cells in this row, for 2 columns"}});
+                 "table:4: this row has too many cells: 3 instead of 2"}});
 }
 
 TEST(CsvReader, TellsTheRowAndTheColumnOfACellThatItCannotRead) {

@@ -45,7 +45,7 @@ TEST(DialectSeparator, CutsMostWhereNoNameIsKnown) {
 TEST(DialectSeparator, IsWhatTheUserSaysWhereNamesLeaveItOpen) {
   EXPECT_EQ(recognise("areaZ\n", {'\t', '.'}), "\t.");
   EXPECT_EQ(recognise("areaZ\n1,5\n", {',', {}}),
-            "table:2: there are 2 cells in this row, for 1 columns");
+            "table:2: this row has too many cells: 2 instead of 1");
   EXPECT_EQ(recognise("Nummer;Cz\n", {',', {}}),
             "table:1: there is no column \"Nummer;Cz\"; kvfound show --format csv names them");
 }

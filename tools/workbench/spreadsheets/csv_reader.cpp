@@ -170,7 +170,8 @@ class Reader {
   void take(const Row& row) {
     if (isEmpty(row)) return;
     if (row.count != sheet.columns.size())
-      fail(row, fmt::format("there are {} cells in this row, for {} columns", row.count,
+      fail(row, fmt::format("this row has too {} cells: {} instead of {}",
+                            row.count < sheet.columns.size() ? "few" : "many", row.count,
                             sheet.columns.size()));
     auto foundation = std::make_unique<Foundation>();
     foundation->setNumber(static_cast<int>(sheet.origins.size()) + 1);
