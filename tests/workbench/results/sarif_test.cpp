@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -70,9 +71,12 @@ TEST(Sarif, PointsFromResultsToTheirRules) {
                             Results::makeUnreadFile("b.xml", "b.xml", "", {}, "is too large")});
 
   for (const Json& result : run.at("results"))
-    EXPECT_EQ(
-        run.at("tool").at("driver").at("rules").at(result.at("ruleIndex").get<int>()).at("id"),
-        result.at("ruleId"));
+    EXPECT_EQ(run.at("tool")
+                  .at("driver")
+                  .at("rules")
+                  .at(result.at("ruleIndex").get<std::size_t>())
+                  .at("id"),
+              result.at("ruleId"));
 }
 
 TEST(Sarif, HoldsTheResultsOfAllFilesInOneRun) {
