@@ -197,7 +197,7 @@ std::string makeNumbered(const std::string& name, const std::string& numbers) {
   return makeFile(name, makeDocument("<FOUNDATIONS>" + foundations + "</FOUNDATIONS>"));
 }
 
-const char* const headings = "  No  Name  Gen  Part  x  y  z  rot x  Fails  Factor\n";
+const char* const headOfTable = "  No  Name  Gen  Part  x  y  z  rot x  Fails  Factor\n";
 const char* const headLegend =
     "\n* current   gen generated   T fails in tension   C fails in compression   - none\n"
     "1 foundation, largest stiffness 0\n";
@@ -208,9 +208,9 @@ TEST(ShowFiles, HeadsEachTableByItsFile) {
 
   const Result result = run("show '" + first + "' '" + second + "'");
 
-  EXPECT_EQ(result.out, first + ":\n" + headings +
+  EXPECT_EQ(result.out, first + ":\n" + headOfTable +
                             "   1  1          area  0  0  0      -  -           0\n" + headLegend +
-                            "\n" + second + ":\n" + headings +
+                            "\n" + second + ":\n" + headOfTable +
                             "   2  2          area  0  0  0      -  -           0\n" + headLegend);
   EXPECT_EQ(result.status, 0);
 }
