@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "text/utf8.h"
+
 namespace Markup {
 namespace {
 
 constexpr std::string_view whiteSpace = " \t\r\n";
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 bool startsWith(std::string_view text, std::size_t place, std::string_view start) {
   return text.compare(place, start.size(), start) == 0;
@@ -56,10 +57,6 @@ std::size_t skipProlog(std::string_view text, std::size_t place) {
   }
 }
 
-std::size_t skipByteOrderMark(std::string_view text) {
-  return startsWith(text, 0, byteOrderMark) ? byteOrderMark.size() : 0;
-}
-
 }  // namespace
 
 std::size_t findEnd(std::string_view text, std::size_t start) {
@@ -87,7 +84,7 @@ std::size_t findElementEnd(std::string_view text, std::size_t start) {
 }
 
 std::size_t findRoot(std::string_view text) {
-  const std::size_t place = skipProlog(text, skipByteOrderMark(text));
+  const std::size_t place = skipProlog(text, Utf8::measureMark(text));
   return startsWith(text, place, "<") ? place : nowhere;
 }
 
@@ -133,7 +130,7 @@ std::string_view readEncoding(std::string_view text) {
 }
 
 bool isProlog(std::string_view text) {
-  return skipProlog(text, skipByteOrderMark(text)) == text.size();
+  return skipProlog(text, Utf8::measureMark(text)) == text.size();
 }
 
 }  // namespace Markup

@@ -7,6 +7,7 @@
 #include "found/foundation.h"
 #include "text/charset.h"
 #include "text/display_text.h"
+#include "text/utf8.h"
 
 namespace {
 
@@ -21,11 +22,9 @@ std::string trim(const std::string& text) {
 }  // namespace
 
 KeepList::KeepList(std::istream& in) {
-  const std::string byteOrderMark = "\xEF\xBB\xBF";
   bool isFirst = true;
   for (std::string line; std::getline(in, line); isFirst = false) {
-    if (isFirst && line.compare(0, byteOrderMark.size(), byteOrderMark) == 0)
-      line.erase(0, byteOrderMark.size());
+    if (isFirst) line.erase(0, Utf8::measureMark(line));
     line = trim(Charset::recognise("", line).toUtf8(line));
     if (!line.empty()) add(line);
   }

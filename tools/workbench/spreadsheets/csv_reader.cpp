@@ -9,13 +9,13 @@
 #include <fmt/format.h>
 
 #include "files/user_error.h"
-#include "spreadsheets/byte_order_mark.h"
 #include "spreadsheets/cells.h"
 #include "spreadsheets/csv_words.h"
 #include "spreadsheets/dialect.h"
 #include "spreadsheets/names.h"
 #include "spreadsheets/rows.h"
 #include "text/display_text.h"
+#include "text/utf8.h"
 
 namespace Spreadsheets {
 namespace {
@@ -233,7 +233,7 @@ void refuseUtf16(std::string_view bytes, const std::string& shownPath) {
 Sheet readCsv(const std::string& bytes, const Charset& charset, const Dialect& wanted,
               const std::string& shownPath, FoundationManager& manager) {
   refuseUtf16(bytes, shownPath);
-  const std::size_t mark = measureMark(bytes);
+  const std::size_t mark = Utf8::measureMark(bytes);
   const std::string_view text = std::string_view(bytes).substr(mark);
   Sheet sheet;
   const char separator = recogniseSeparator(text, wanted.separator);

@@ -10,7 +10,6 @@
 
 #include "files/user_error.h"
 #include "kv/code_page.h"
-#include "spreadsheets/byte_order_mark.h"
 #include "spreadsheets/cells.h"
 #include "spreadsheets/csv_words.h"
 #include "text/display_text.h"
@@ -160,7 +159,7 @@ void writeCsv(const Found::FoundationManager& manager, const Dialect& dialect, c
               std::ostream& out) {
   const std::vector<Column> columns = listColumns();
   RowWriter row(complete(dialect), "\n");
-  if (dialect.decimal == ',') row.text += byteOrderMark;
+  if (dialect.decimal == ',') row.text += Utf8::byteOrderMark;
   row.addUnits(units);
   for (const Column& column : columns)
     row.addText(column.field != nullptr ? column.field->name : currentField);

@@ -18,7 +18,6 @@
 #include <simdjson.h>
 
 #include "files/user_error.h"
-#include "spreadsheets/byte_order_mark.h"
 #include "spreadsheets/cells.h"
 #include "spreadsheets/json_words.h"
 #include "spreadsheets/names.h"
@@ -364,7 +363,7 @@ std::size_t measureUtf8(std::string_view bytes) {
 
 Sheet readJson(std::string& bytes, const std::string& shownPath, FoundationManager& manager) {
   bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING);
-  const std::size_t mark = measureMark(bytes);
+  const std::size_t mark = Utf8::measureMark(bytes);
   Json::parser parser;
   Reader reader(bytes, parser, shownPath, manager);
   Json::document document;

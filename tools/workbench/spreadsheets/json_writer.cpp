@@ -1,6 +1,5 @@
 #include "spreadsheets/json_writer.h"
 
-#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <ostream>

@@ -8,6 +8,14 @@
 /// Characters of text in UTF-8.
 namespace Utf8 {
 
+/// Some programs write it before a text.
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// The length of such a mark at the start of `bytes`; 0 where there is none.
+constexpr std::size_t measureMark(std::string_view bytes) {
+  return bytes.substr(0, byteOrderMark.size()) == byteOrderMark ? byteOrderMark.size() : 0;
+}
+
 /// Stands for a byte that is part of no character.
 constexpr char32_t invalid = 0xFFFFFFFF;
 
