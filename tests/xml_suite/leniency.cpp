@@ -12,6 +12,8 @@ namespace XmlSuite {
 namespace {
 
 constexpr std::string_view whiteSpace = " \t\r\n";
+/// What ends a name in a tag.
+constexpr std::string_view stops = " \t\r\n=/<>?\"'";
 
 bool startsWith(std::string_view text, std::string_view start) {
   return text.substr(0, start.size()) == start;
@@ -165,6 +167,8 @@ class Mending {
     const bool hasStandalone = standalone == "yes" || standalone == "no";
     result.text = "<?xml version=\"1.0\" encoding=\"" + encoding + "\"" +
                   (hasStandalone ? " standalone=\"" + standalone + "\"" : "") + "?>";
+    start = result.text;
+    areNamesUtf8 = encoding == "UTF-8";
     static const std::regex anyEncoding(
         "([ \\t\\r\\n]encoding[ \\t\\r\\n]*=[ \\t\\r\\n]*)(?:\"[^\"]*\"|'[^']*')");
     const std::string inUtf8 = std::regex_replace(declaration, anyEncoding, "$1'UTF-8'");
@@ -202,7 +206,7 @@ class Mending {
 
   void takePiece() {
     if (startsWith(rest, "<!--")) return copyTo("-->", 4);
-    if (startsWith(rest, "<?")) return copyTo("?>", 2);
+    if (startsWith(rest, "<?")) return takeInstruction();
     if (startsWith(rest, "<![CDATA[")) return copyTo("]]>", 9);
     if (startsWith(rest, "<!DOCTYPE")) return takeType();
     if (rest[0] == '<') return takeTag();
@@ -219,15 +223,52 @@ class Mending {
     copy(place != rest.npos ? place + mark.size() : rest.size());
   }
 
+  /// A name may be in UTF-8 although the document is not, and has then its bytes beyond ASCII spelt
+  /// in ASCII. What is no name in UTF-8 either stays as it is.
+  std::string mendName(std::string_view written) {
+    std::string name(written);
+    const bool isAscii =
+        std::all_of(name.begin(), name.end(), [](char c) { return (c & 0x80) == 0; });
+    if (areNamesUtf8 || isAscii || !readInfoset("<" + name + "/>")) return name;
+    pass("name");
+    std::string spelt;
+    for (const char c : name)
+      spelt += (c & 0x80) == 0 ? std::string(1, c) : "_" + std::to_string(c & 0xFF);
+    return spelt;
+  }
+
+  /// Markup in which names, and quoted texts, may stand.
+  std::string mendNames(std::string_view markup) {
+    std::string mended;
+    while (!markup.empty()) {
+      const bool isQuote = markup[0] == '"' || markup[0] == '\'';
+      const std::size_t end = isQuote ? markup.find(markup[0], 1) : markup.find_first_of(stops);
+      const std::size_t size =
+          isQuote && end != markup.npos ? end + 1 : std::max<std::size_t>(end, 1);
+      const std::string_view piece = markup.substr(0, size);
+      mended += isQuote ? std::string(piece) : mendName(piece);
+      markup.remove_prefix(piece.size());
+    }
+    return mended;
+  }
+
+  void takeInstruction() {
+    rest.remove_prefix(2);
+    const std::string_view target = rest.substr(0, rest.find_first_of(stops));
+    result.text += "<?" + mendName(target);
+    rest.remove_prefix(target.size());
+    copyTo("?>", 0);
+  }
+
   void takeType() {
     hasType = true;
     DocumentType type(rest);
     const std::string bare = type.read();
     if (bare.empty()) return copy(1);
     const std::string whole(rest.substr(0, rest.size() - type.getRest().size()));
-    if (readInfoset(whole + "<r/>")) return copy(whole.size());
-    pass("document-type");
-    result.text += bare;
+    if (readInfoset(start + whole + "<r/>")) return copy(whole.size());
+    if (bare != whole) pass("document-type");
+    result.text += mendNames(bare);
     rest = type.getRest();
   }
 
@@ -246,7 +287,8 @@ class Mending {
       --depth;
     else if (rest[end - 1] != '/')
       ++depth;
-    copy(end + 1);
+    result.text += mendNames(rest.substr(0, end + 1));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
   }
 
   void takeText() {
@@ -267,6 +309,8 @@ class Mending {
   std::string_view rest;
   EmptyDocument empty;
   Mended result;
+  std::string start;  // the declaration that the result has
+  bool areNamesUtf8 = true;
   int depth = 0;
   bool hasElement = false;
   bool hasType = false;

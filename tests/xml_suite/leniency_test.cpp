@@ -63,6 +63,24 @@ TEST(Leniency, LetsBytesBelieTheEncoding) {
   EXPECT_EQ(mend("<?xml version='1.0' encoding='unheard-of'?><r/>"), declaration + "<r/> encoding");
 }
 
+TEST(Leniency, LetsNamesBeUtf8InADocumentThatIsNot) {
+  const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+  const std::string latinDeclaration = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
+
+  EXPECT_EQ(
+      mend(latin + "<\xC3\x9Cr \xC3\x9C='\xC3\x9C' a=\"'\"></\xC3\x9Cr><?\xC3\x9C \xC3\x9C?>"),
+      latinDeclaration +
+          "<_195_156r _195_156='\xC3\x9C' a=\"'\"></_195_156r><?_195_156 \xC3\x9C?> name");
+  EXPECT_EQ(mend(latin + "<!DOCTYPE \xC3\x9Cr><\xC3\x9Cr/>"),
+            latinDeclaration + "<!DOCTYPE _195_156r><_195_156r/> name");
+}
+
+TEST(Leniency, LeavesNamesThatAreNoneAsTheyAre) {
+  const std::string latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
+  for (const char* text : {"<\xC3\x97/>", "<r \xC3='1'/>", "<r 1\xC3\x9C='1'/>", "<?\xC3\x97?>"})
+    EXPECT_EQ(mend(latin + text), latin + text);
+}
+
 TEST(Leniency, DoesNotLookIntoWhatADocumentTypeDeclares) {
   EXPECT_EQ(mend("<!DOCTYPE r SYSTEM 's' [ <!FOO ']>'> <!-- ]> --> <?p ]> ?> %x; ] ><r/>"),
             declaration + "<!DOCTYPE r SYSTEM 's' ><r/> document-type");
