@@ -162,13 +162,12 @@ class Mending {
   }
 
   void takeDeclaration(const std::string& declaration) {
-    const std::string encoding = chooseEncoding(findValue(declaration, "encoding"));
+    chosen = chooseEncoding(findValue(declaration, "encoding"));
     const std::string standalone = findValue(declaration, "standalone").value_or("");
     const bool hasStandalone = standalone == "yes" || standalone == "no";
-    result.text = "<?xml version=\"1.0\" encoding=\"" + encoding + "\"" +
+    result.text = "<?xml version=\"1.0\" encoding=\"" + chosen + "\"" +
                   (hasStandalone ? " standalone=\"" + standalone + "\"" : "") + "?>";
     start = result.text;
-    areNamesUtf8 = encoding == "UTF-8";
     static const std::regex anyEncoding(
         "([ \\t\\r\\n]encoding[ \\t\\r\\n]*=[ \\t\\r\\n]*)(?:\"[^\"]*\"|'[^']*')");
     const std::string inUtf8 = std::regex_replace(declaration, anyEncoding, "$1'UTF-8'");
@@ -190,6 +189,7 @@ class Mending {
   std::string chooseEncoding(const std::optional<std::string>& declared) {
     if (declared && isReadableAs(*declared)) return *declared;
     const bool isUtf8 = isReadableAs("UTF-8");
+    isGuessed = true;
     if (declared || !isUtf8) pass("encoding");
     if (isUtf8) return "UTF-8";
     return isReadableAs("windows-1252") ? "windows-1252" : "ISO-8859-1";
@@ -223,13 +223,19 @@ class Mending {
     copy(place != rest.npos ? place + mark.size() : rest.size());
   }
 
-  /// A name may be in UTF-8 although the document is not, and has then its bytes beyond ASCII spelt
-  /// in ASCII. What is no name in UTF-8 either stays as it is.
+  /// A name may be in UTF-8 although the document is not, or in the usual code page where no
+  /// encoding tells its own, and has then its bytes beyond ASCII spelt in ASCII. Other names stay
+  /// as they are.
   std::string mendName(std::string_view written) {
     std::string name(written);
     const bool isAscii =
         std::all_of(name.begin(), name.end(), [](char c) { return (c & 0x80) == 0; });
-    if (areNamesUtf8 || isAscii || !readInfoset("<" + name + "/>")) return name;
+    const auto isNameIn = [&](const std::string& encoding) {
+      return readInfoset("<?xml version='1.0' encoding='" + encoding + "'?><" + name + "/>")
+          .has_value();
+    };
+    if (isAscii || isNameIn(chosen)) return name;
+    if (!isNameIn("UTF-8") && !(isGuessed && isNameIn("windows-1252"))) return name;
     pass("name");
     std::string spelt;
     for (const char c : name)
@@ -309,8 +315,9 @@ class Mending {
   std::string_view rest;
   EmptyDocument empty;
   Mended result;
-  std::string start;  // the declaration that the result has
-  bool areNamesUtf8 = true;
+  std::string start;       // the declaration that the result has
+  std::string chosen;      // encoding
+  bool isGuessed = false;  // what is chosen
   int depth = 0;
   bool hasElement = false;
   bool hasType = false;
