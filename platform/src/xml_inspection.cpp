@@ -74,7 +74,9 @@ class Inspection {
         failAt("a second root element, <" + std::string(node.name()) + ">", node.name());
       if (type == pugi::node_declaration && !isFirst)
         failAt("the XML declaration must come first", node.name());
-      isFirst = isFirst && type == pugi::node_pcdata;  // white space is accepted
+      // White space is accepted, as it stands: behind a reference the encoding is not looked for.
+      const bool isBlank = type == pugi::node_pcdata && std::strchr(node.value(), '&') == nullptr;
+      isFirst = isFirst && isBlank;
       if (type == pugi::node_doctype && isDoctypeLate)
         failAt("one document type declaration may stand before the root element", node.value());
       isDoctypeLate = isDoctypeLate || type == pugi::node_doctype || node == root;

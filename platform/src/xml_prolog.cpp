@@ -229,13 +229,14 @@ std::size_t check(const XmlSource::Text& text, const XmlSource::LineTable& lines
   checkDeclaration(text.get(), lines);
   Cursor cursor(text.get());
   cursor.take(byteOrderMark);
-  // The parser reports whatever is malformed before the document type.
+  // The parser reports whatever is malformed before the document type. Text passes here, since it
+  // may refer to white space; other text is told when the whole is looked at.
   while (!cursor.take("<!DOCTYPE")) {
     if (cursor.take("<!--"))
       cursor.takeThrough("-->");
     else if (cursor.take("<?"))
       cursor.takeThrough("?>");
-    else if (!cursor.skipWhiteSpace())
+    else if (cursor.takeUntilAny("<").empty())
       return 0;
   }
   DocumentType(cursor, lines, page).check();
