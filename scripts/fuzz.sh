@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the fuzz targets with Clang and runs each on its regressions and
 # then for a while, starting from its seeds:
-#   scripts/fuzz.sh [SECONDS] [TARGET...]        30 seconds and all targets when left out
+#   scripts/fuzz.sh [SECONDS | INPUTSx] [TARGET...]   30 seconds and all targets when left out
+# With a number of inputs, such as 5000x, each run tries the same ones, so that it finds the same.
 # Prints one line a target and fails when one has found something. Inputs that end a target, and all
 # that a run finds worth keeping, are written below the build folder only. KVFOUND_BUILD names another
 # one than build/fuzz.
@@ -9,9 +10,10 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-seconds=30
-if [[ ${1:-} =~ ^[0-9]+$ ]]; then
-  seconds=$1
+length=(-max_total_time=30)
+if [[ ${1:-} =~ ^([0-9]+)(x?)$ ]]; then
+  length=("-max_total_time=${BASH_REMATCH[1]}")
+  [ -z "${BASH_REMATCH[2]}" ] || length=("-runs=${BASH_REMATCH[1]}" -seed=1)
   shift
 fi
 targets=("$@")
@@ -67,7 +69,7 @@ check() {
     run "$target" "$file" || { result="regression $file"; break; }
   done
   if [ "$result" = clean ]; then
-    run "$target" "-max_total_time=$seconds" "-max_len=$longest" "${dictionary[@]}" \
+    run "$target" "${length[@]}" "-max_len=$longest" "${dictionary[@]}" \
       -print_final_stats=1 "$folder/corpus" ||
       result=$(sed -n 's/.*Test unit written to /found /p' "$folder/log")
   fi
