@@ -1,5 +1,6 @@
 #include "spreadsheets/json_writer.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <ostream>
