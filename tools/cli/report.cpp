@@ -24,6 +24,8 @@ using Commands::ReportOptions;
 
 /// A page takes the place of an older one and of nothing else.
 void requireReplaceable(const OutputFile& output) {
+  std::error_code ignored;
+  if (!fs::is_regular_file(Paths::fromText(output.getTarget()), ignored)) return;  // as a pipe
   std::ifstream file(output.getTarget(), std::ios::binary);
   const std::string there(std::istreambuf_iterator<char>(file), {});
   if (!there.empty() && !Report::isPage(there))

@@ -98,6 +98,8 @@ TEST(ReportPage, IsToldFromOtherTexts) {
   EXPECT_TRUE(Report::isPage(reportModel("")));
   EXPECT_FALSE(Report::isPage("<!DOCTYPE html>\n<html></html>\n"));
   EXPECT_FALSE(Report::isPage(""));
+  EXPECT_FALSE(
+      Report::isPage("<?xml?><!-- <meta name=\"generator\" content=\"kvfound\"> --><SMOD/>"));
 }
 
 }  // namespace

@@ -231,7 +231,9 @@ class PageMaker {
 }  // namespace
 
 bool isPage(std::string_view text) {
-  return text.find(R"(<meta name="generator" content="kvfound">)") != text.npos;
+  const std::string_view start = "<!DOCTYPE html>";  // which no document of beddings has
+  return text.substr(0, start.size()) == start &&
+         text.find(R"(<meta name="generator" content="kvfound">)") != text.npos;
 }
 
 std::string makePage(const Content& content) { return PageMaker(content).make(); }
