@@ -63,6 +63,20 @@ TEST(ReportPage, TellsTheVersionAsWhichADocumentWasRead) {
   EXPECT_TRUE(holds(run("report '" + in + "'").out, "Version <strong>current</strong>"));
 }
 
+TEST(ReportPage, HasTheFindingsOfThoseThatAreSelected) {
+  const std::string in = makeModelFile(
+      "<FOUND NUMBER='1' NAME='A' FZAREA='1'/><FOUND NUMBER='2' NAME='B' FZAREA='-1'/>");
+  const Result clean = run("report '" + in + "' 1");
+
+  EXPECT_EQ(clean.status, 0) << clean.err;
+  EXPECT_TRUE(holds(clean.out, "<strong>no findings</strong>"));
+  EXPECT_TRUE(holds(run("report '" + in + "' 2").out, ">1 finding</a>"));
+}
+
+TEST(ReportPage, OfASelectionLacksNothingThatTheDocumentHas) {
+  EXPECT_TRUE(holds(run("report " + example + " --part line").out, "<strong>no findings</strong>"));
+}
+
 // --- Output
 
 TEST(ReportOutput, GoesToTheFileThatIsNamed) {

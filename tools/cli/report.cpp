@@ -70,11 +70,12 @@ void reportOne(const std::string& path, const std::string& page, const ReportOpt
   const Units named = Commands::chooseUnits(document, options.units);
   const Units units = {DisplayText::fromName(named.force), DisplayText::fromName(named.length)};
   Commands::tellReading(document, notes);
+  Commands::tellPhase("checking", path, notes);
+  // Of the whole document: what is left out must not look as if it were lacking.
+  const Checks::Findings findings = Checks::find(document);
   document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();
   manager.updateFoundationMaximum();
-  Commands::tellPhase("checking", path, notes);
-  const Checks::Findings findings = Checks::find(document);
   notes.setPhase("making the page");
   output.create();
   output.write(Report::makePage({document, manager, findings, units}));

@@ -37,10 +37,12 @@ class PageMaker {
   explicit PageMaker(const Content& shown)
       : content(shown),
         foundations(shown.manager.getFoundations()),
-        findings(shown.findings.list()),
         title(
             escapeName(Paths::toText(Paths::fromText(shown.document.getShownPath()).filename()))) {
     for (const Foundation* foundation : foundations) places.emplace(foundation, places.size());
+    for (const Checks::Finding& finding : content.findings.list())
+      if (finding.foundation == nullptr || places.count(finding.foundation) > 0)
+        findings.push_back(finding);
   }
 
   std::string make() {
@@ -222,7 +224,7 @@ class PageMaker {
 
   const Content& content;
   const std::vector<Foundation*>& foundations;
-  const std::vector<Checks::Finding>& findings;
+  std::vector<Checks::Finding> findings;  // of the document and of the foundations that are shown
   std::unordered_map<const Foundation*, std::size_t> places;  // in the list
   std::string title;                                          // the file's name, escaped
   std::string page;
