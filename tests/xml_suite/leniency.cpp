@@ -143,10 +143,11 @@ class Mending {
     if (startsWith(rest, "\xEF\xBB\xBF")) rest.remove_prefix(3);
     const std::size_t blanks = std::min(rest.size(), rest.find_first_not_of(whiteSpace));
     const std::string declaration = findDeclaration(rest.substr(blanks));
+    if (!declaration.empty()) {
+      if (blanks > 0) pass("declaration");
+      rest.remove_prefix(blanks + declaration.size());
+    }
     takeDeclaration(declaration);
-    if (declaration.empty()) return;
-    if (blanks > 0) pass("declaration");
-    rest.remove_prefix(blanks + declaration.size());
   }
 
   /// A declaration may have other attributes than it should have, in any order, and its name be in
@@ -177,11 +178,14 @@ class Mending {
   static std::optional<std::string> findValue(const std::string& declaration,
                                               const std::string& name) {
     if (declaration.empty()) return std::nullopt;
-    const std::regex attribute("[ \\t\\r\\n]" + name +
-                               "[ \\t\\r\\n]*=[ \\t\\r\\n]*(?:\"([^\"]*)\"|'([^']*)')");
-    std::smatch match;
-    if (!std::regex_search(declaration, match, attribute)) return std::nullopt;
-    return match[1].matched ? match.str(1) : match.str(2);
+    // One after the other, since a value may look like an attribute.
+    static const std::regex attribute(
+        R"re([ \t\r\n]([^=<>&"'?/ \t\r\n]+)[ \t\r\n]*=[ \t\r\n]*(?:"([^"]*)"|'([^']*)'))re");
+    const std::sregex_iterator end;
+    for (std::sregex_iterator it(declaration.begin(), declaration.end(), attribute); it != end;
+         ++it)
+      if ((*it)[1] == name) return (*it)[2].matched ? it->str(2) : it->str(3);
+    return std::nullopt;
   }
 
   /// An encoding may be declared that nobody knows, or none, or one that the bytes belie: then they
@@ -195,9 +199,9 @@ class Mending {
     return isReadableAs("windows-1252") ? "windows-1252" : "ISO-8859-1";
   }
 
-  /// True when the bytes of the text beyond ASCII are such in this encoding, by libxml2.
+  /// True when the bytes beyond ASCII behind the declaration are such in this encoding, by libxml2.
   bool isReadableAs(const std::string& encoding) const {
-    std::string bytes = text;
+    std::string bytes(rest);
     for (char& c : bytes)
       if ((c & 0x80) == 0) c = ' ';
     return readInfoset("<?xml version='1.0' encoding='" + encoding + "'?><r>" + bytes + "</r>")

@@ -63,6 +63,13 @@ TEST(Leniency, LetsBytesBelieTheEncoding) {
   EXPECT_EQ(mend("<?xml version='1.0' encoding='unheard-of'?><r/>"), declaration + "<r/> encoding");
 }
 
+TEST(Leniency, LooksForTheEncodingNeitherInValuesNorInBytesOfTheDeclaration) {
+  EXPECT_EQ(mend("<?xml a=\" encoding='ISO-8859-2'\"?><r b='\xC3\x9C'/>"),
+            declaration + "<r b='\xC3\x9C'/> declaration");
+  EXPECT_EQ(mend("<?xml \xF4='1'?><r b='\xC3\x9C'/>"),
+            declaration + "<r b='\xC3\x9C'/> declaration");
+}
+
 TEST(Leniency, LetsNamesBeUtf8InADocumentThatIsNot) {
   const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?>";
   const std::string latinDeclaration = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
