@@ -13,7 +13,8 @@ cd "$(dirname "$0")/.."
 length=(-max_total_time=30)
 if [[ ${1:-} =~ ^([0-9]+)(x?)$ ]]; then
   length=("-max_total_time=${BASH_REMATCH[1]}")
-  [ -z "${BASH_REMATCH[2]}" ] || length=("-runs=${BASH_REMATCH[1]}" -seed=1 -entropic=0)  # that goes by the time
+  # The entropic schedule is off, since it goes by the time that inputs take.
+  [ -z "${BASH_REMATCH[2]}" ] || length=("-runs=${BASH_REMATCH[1]}" -seed=1 -entropic=0)
   shift
 fi
 targets=("$@")
