@@ -1,11 +1,12 @@
 #include "arguments.h"
 
 #include <stdexcept>
+#include <string_view>
 
 #include "files/user_error.h"
 #include "mistakes.h"
-#include "report/text.h"
 #include "text/display_text.h"
+#include "text/utf8.h"
 
 namespace CommandLine {
 namespace {
@@ -19,7 +20,7 @@ bool looksLikeNumbers(const std::string& argument) {
 /// A unit as it is shown.
 std::string readUnit(const std::string& given) {
   std::string unit = DisplayText::fromName(given);
-  return Report::isBlank(unit) ? "" : unit;
+  return Utf8::isBlank(std::string_view(unit)) ? "" : unit;
 }
 
 }  // namespace

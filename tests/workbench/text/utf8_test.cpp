@@ -67,6 +67,13 @@ TEST(Utf8Blank, IsWhatHasNoInk) {
     EXPECT_FALSE(Utf8::isBlank(c)) << std::hex << static_cast<unsigned>(c);
 }
 
+TEST(Utf8Blank, IsATextOfSuchCharactersOnly) {
+  EXPECT_TRUE(Utf8::isBlank(""));
+  EXPECT_TRUE(Utf8::isBlank(" \xC2\xA0\xE2\x80\x8B"));
+  EXPECT_FALSE(Utf8::isBlank(" \xC3\xA4 "));
+  EXPECT_FALSE(Utf8::isBlank(" \xFF"));
+}
+
 TEST(Utf8Blank, IsHiddenWithoutAWidth) {
   for (const char32_t c : {U'\xAD', U'\x200B', U'\x200D', U'\x2060'})
     EXPECT_TRUE(Utf8::isHidden(c));

@@ -41,7 +41,7 @@ std::string showValue(double value) {
 
 std::string showName(const std::string& name) {
   const std::string text = DisplayText::fromName(name);
-  return isBlank(text) ? quoteBlanks(text) : limitMarks(text);
+  return Utf8::isBlank(text) ? quoteBlanks(text) : limitMarks(text);
 }
 
 std::string limitMarks(const std::string& text) {
@@ -55,12 +55,6 @@ std::string limitMarks(const std::string& text) {
     if (marks == most + 1) limited += "\xE2\x80\xA6";
   }
   return limited;
-}
-
-bool isBlank(const std::string& text) {
-  for (std::string_view rest = text; !rest.empty();)
-    if (!Utf8::isBlank(Utf8::take(rest))) return false;
-  return true;
 }
 
 std::string nameFailure(Foundation::Failure failure) {

@@ -20,9 +20,6 @@ std::string showName(const std::string& name);
 /// `text` with at most a few marks over one letter; an ellipsis stands for the others.
 std::string limitMarks(const std::string& text);
 
-/// True for text that shows nothing.
-bool isBlank(const std::string& text);
-
 /// "tension", "compression", "mode 7"; empty for none.
 std::string nameFailure(Found::Foundation::Failure failure);
 

@@ -64,6 +64,12 @@ bool isBlank(char32_t character) {
   return utf8proc_category(toLibrary(character)) == UTF8PROC_CATEGORY_ZS || isHidden(character);
 }
 
+bool isBlank(std::string_view text) {
+  while (!text.empty())
+    if (!isBlank(take(text))) return false;
+  return true;
+}
+
 bool isHidden(char32_t character) {
   return utf8proc_category(toLibrary(character)) == UTF8PROC_CATEGORY_CF;
 }

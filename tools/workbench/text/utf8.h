@@ -39,6 +39,8 @@ std::size_t measure(char32_t character);
 
 /// True for characters without ink: spaces of all widths, and those that only say how others stand.
 bool isBlank(char32_t character);
+/// True for text that shows nothing.
+bool isBlank(std::string_view text);
 /// True for those of these characters that have no width either.
 bool isHidden(char32_t character);
 
