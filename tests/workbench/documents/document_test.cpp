@@ -229,6 +229,44 @@ TEST(DocumentFoundations, OfAModelWithoutAListAreNone) {
   EXPECT_TRUE(open(makeModel(""))->getFoundations().getFoundations().empty());
 }
 
+// --- Units of a project
+
+Units readUnits(const std::string& elements) { return open(makeModel(elements))->getLabels(); }
+
+TEST(DocumentProject, NamesTheUnits) {
+  EXPECT_EQ(readUnits("<NODES/><PROJECT UNITFORCE='kN' UNITLENGTH='m'/>"), (Units{"kN", "m"}));
+}
+
+TEST(DocumentProject, NamesNoUnitsUnlessBoth) {
+  EXPECT_EQ(readUnits(""), Units{});
+  EXPECT_EQ(readUnits("<PROJECT/>"), Units{});
+  EXPECT_EQ(readUnits("<PROJECT UNITFORCE='kN'/>"), Units{});
+  EXPECT_EQ(readUnits("<PROJECT UNITLENGTH='m'/>"), Units{});
+  EXPECT_EQ(readUnits("<PROJECT UNITFORCE='kN' UNITLENGTH=''/>"), Units{});
+}
+
+TEST(DocumentProject, IsTheFirstThatNamesBothUnits) {
+  EXPECT_EQ(readUnits("<PROJECT UNITFORCE='N'/><PROJECT UNITFORCE='kN' UNITLENGTH='m'/>"
+                      "<PROJECT UNITFORCE='lbf' UNITLENGTH='ft'/>"),
+            (Units{"kN", "m"}));
+}
+
+TEST(DocumentProject, IsAChildOfTheRoot) {
+  EXPECT_EQ(readUnits("<A><PROJECT UNITFORCE='kN' UNITLENGTH='m'/></A>"), Units{});
+}
+
+TEST(DocumentProject, NamesUnitsInUtf8) {
+  EXPECT_EQ(readUnits("<PROJECT UNITFORCE='k\xFCN' UNITLENGTH='m'/>"), (Units{"k\xC3\xBCN", "m"}));
+}
+
+TEST(DocumentProject, IsOneOfAModelOnly) {
+  EXPECT_EQ(open("<X><PROJECT UNITFORCE='kN' UNITLENGTH='m'/><CurveBedding/></X>")->getLabels(),
+            Units{});
+  EXPECT_EQ(open("{\"foundations\": []}")->getLabels(), Units{});
+}
+
+// --- Beddings
+
 /// What becomes of the beddings of a container.
 std::vector<Fate> listFates(const std::string& beddings,
                             const std::optional<std::string>& version = std::nullopt) {

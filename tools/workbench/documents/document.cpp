@@ -16,6 +16,7 @@
 #include "kv/version_text.h"
 #include "spreadsheets/csv_reader.h"
 #include "spreadsheets/json_reader.h"
+#include "text/utf8.h"
 
 namespace Documents {
 namespace {
@@ -244,6 +245,17 @@ void Document::openExchange(const std::optional<std::string>& version) {
 Element Document::getRoot() const {
   return model != nullptr ? Element(model->findRoot(Legacy::root, true), &charset)
                           : Element(&exchange->getRoot(), &charset);
+}
+
+Units Document::getLabels() const {
+  if (model == nullptr) return getUnits();
+  for (const Element& child : getRoot().listChildren()) {
+    if (child.getName() != Legacy::project) continue;
+    const std::string force = child.readText(Legacy::unitOfForce).value_or("");
+    const std::string length = child.readText(Legacy::unitOfLength).value_or("");
+    if (!Utf8::isBlank(force) && !Utf8::isBlank(length)) return {force, length};
+  }
+  return {};
 }
 
 KvXmlData* Document::findList() const {

@@ -88,6 +88,11 @@ class Document {
   /// How a table or data names its units; other forms name none.
   Units getUnits() const { return sheet != nullptr ? sheet->units : Units(); }
 
+  /// How values are labelled, in UTF-8: by the units of a table or data, or as a model calls its
+  /// units. Hosts write there what they were told, so that this decides nothing. Both empty where
+  /// one of them is blank.
+  Units getLabels() const;
+
   /// The document of the library that has read it; null when the other one has.
   KvXmlTree* getModel() const { return model.get(); }
   KvXmlN::Document* getExchange() const { return exchange.get(); }

@@ -41,6 +41,10 @@ constexpr const char* current = "CURRENT";
 constexpr const char* number = "NUMBER";
 constexpr const char* name = "NAME";
 
+constexpr const char* project = "PROJECT";  // a child of the root
+constexpr const char* unitOfForce = "UNITFORCE";
+constexpr const char* unitOfLength = "UNITLENGTH";
+
 inline const ElementWord list = {"FOUNDATIONS", {{current, Kind::identity}}};
 
 inline const ElementWord foundation = {"FOUND",
