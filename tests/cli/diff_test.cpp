@@ -346,4 +346,21 @@ TEST(Diff, RefusesTablesInDifferentUnits) {
                             "kvfound convert --units does\n");
 }
 
+TEST(Diff, WarnsOfModelsThatNameOtherUnits) {
+  const auto make = [](const std::string& name, const std::string& units) {
+    return makeFile(name, makeDocument("<PROJECT " + units + "/><FOUNDATIONS/>"));
+  };
+  const std::string a = make("a.xml", "UNITFORCE='kN' UNITLENGTH='m'");
+  const std::string b = make("b.xml", "UNITFORCE='N' UNITLENGTH='mm'");
+  const std::string table = makeFile("a.csv", "#units,lbf,ft\nareaZ\n7\n");
+
+  EXPECT_EQ(run("diff '" + a + "' '" + b + "'").err,
+            "kvfound: " + b + ": its units are N and mm, but those of " + a +
+                " are kN and m; nothing is converted\n");
+  EXPECT_EQ(run("diff '" + table + "' '" + a + "'").err,
+            "kvfound: " + a + ": its units are kN and m, but those of " + table +
+                " are lbf and ft; nothing is converted\n");
+  EXPECT_EQ(run("diff '" + a + "' '" + a + "'").err, "");
+}
+
 }  // namespace

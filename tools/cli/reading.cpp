@@ -77,20 +77,32 @@ Units Commands::chooseUnits(const Document& document, const Units& given) {
 }
 
 void Commands::compareUnits(const Document& document, const Document& other, Notes& notes) {
-  const Units named = chooseUnits(document, other.getUnits());
-  const bool isNamedByOne = document.getUnits() != other.getUnits();
-  if (!isNamedByOne) return;
-  const bool isUnnamed = document.getUnits().force.empty();
-  const Document& naming = isUnnamed ? other : document;
-  const Document& silent = isUnnamed ? document : other;
-  notes.tell({Message::Level::note,
-              "units",
-              DisplayText::fromName(naming.getShownPath()),
-              {},
-              "",
-              DisplayText::fromName(
-                  fmt::format("its units are {} and {}; {} names none, and is taken for the same",
-                              named.force, named.length, silent.getShownPath()))});
+  chooseUnits(document, other.getUnits());
+  const Units named = document.getLabels();
+  const Units ofOther = other.getLabels();
+  const auto tell = [&notes](Message::Level level, const Document& naming,
+                             const std::string& sentence) {
+    notes.tell({level,
+                "units",
+                DisplayText::fromName(naming.getShownPath()),
+                {},
+                "",
+                DisplayText::fromName(sentence)});
+  };
+  const auto tellSilent = [&tell](const Document& naming, const Document& silent) {
+    const Units& units = naming.getUnits();
+    if (!units.force.empty())
+      tell(Message::Level::note, naming,
+           fmt::format("its units are {} and {}; {} names none, and is taken for the same",
+                       units.force, units.length, silent.getShownPath()));
+  };
+  if (named.force.empty()) return tellSilent(other, document);
+  if (ofOther.force.empty()) return tellSilent(document, other);
+  if (named != ofOther)
+    tell(Message::Level::warning, document,
+         fmt::format("its units are {} and {}, but those of {} are {} and {}; nothing is converted",
+                     named.force, named.length, other.getShownPath(), ofOther.force,
+                     ofOther.length));
 }
 
 void Commands::tellPhase(const char* work, const std::string& path, Notes& notes) {
