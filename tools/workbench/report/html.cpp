@@ -35,6 +35,17 @@ std::string escape(const std::string& text) {
   return escaped;
 }
 
+std::string writePower(int exponent) { return fmt::format("10<sup>{}</sup>", exponent); }
+
+std::string writeRounded(double value) {
+  std::string text = showRounded(value);
+  const std::size_t e = text.find('e');
+  if (e == text.npos) return text;
+  const std::string factor = text.substr(0, e);
+  const std::string power = writePower(std::stoi(text.substr(e + 1)));
+  return factor == "1" ? power : factor + "\xC2\xB7" + power;
+}
+
 std::string escapeName(const std::string& name) { return escape(showName(name)); }
 
 }  // namespace Report

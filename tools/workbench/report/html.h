@@ -15,6 +15,12 @@ std::string escape(const std::string& text);
 /// The same for a name from a document, which showName() makes visible.
 std::string escapeName(const std::string& name);
 
+/// A power of ten. Few fonts have all digits as superscripts.
+std::string writePower(int exponent);
+
+/// What showRounded() makes of a value, with exponents as in writePower().
+std::string writeRounded(double value);
+
 /// Adds formatted text to a page.
 template <class... Values>
 void append(std::string& page, fmt::format_string<Values...> format, Values&&... values) {
