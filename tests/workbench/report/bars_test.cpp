@@ -54,6 +54,53 @@ TEST(ReportBars, AreAStiffnessAndAFailureForEachDirection) {
   EXPECT_EQ(lines[3].value, 7.0);
 }
 
+TEST(ReportDirections, AreNoneOfNoPart) {
+  Foundation foundation;
+
+  EXPECT_TRUE(Report::listDirections(Part::none, {"kN", "m"}).empty());
+  EXPECT_TRUE(Report::listBars(Part::none, foundation).empty());
+}
+
+TEST(ReportPart, OfAFoundationIsWhatItHas) {
+  const KvVector3D area(1.0, 2.0, 3.0);
+  Foundation surface(&area, nullptr);
+  surface.setDispLine(nullptr);
+  Foundation nothing;
+  nothing.setDispArea(nullptr);
+  nothing.setDispLine(nullptr);
+
+  EXPECT_TRUE(Report::hasPart(Part::area, surface));
+  EXPECT_FALSE(Report::hasPart(Part::line, surface));
+  EXPECT_FALSE(Report::hasPart(Part::none, surface));
+  EXPECT_FALSE(Report::hasPart(Part::area, nothing));
+  EXPECT_TRUE(Report::hasPart(Part::none, nothing));
+}
+
+TEST(ReportPart, WithALineOnlyIsNotNone) {
+  const KvVector3D rotation(7.0, 0.0, 0.0);
+  Foundation line;
+  line.setDispArea(nullptr);
+  line.setRotLine(&rotation);
+
+  EXPECT_TRUE(Report::hasPart(Part::line, line));
+  EXPECT_FALSE(Report::hasPart(Part::none, line));
+}
+
+TEST(ReportPart, HasAFactorOfItsOwn) {
+  Foundation foundation;
+  foundation.setFactorArea(0.25);
+  foundation.setFactorLine(0.5);
+
+  EXPECT_EQ(Report::getFactor(Part::area, foundation), 0.25);
+  EXPECT_EQ(Report::getFactor(Part::line, foundation), 0.5);
+}
+
+TEST(ReportPart, HasAName) {
+  EXPECT_STREQ(Report::getName(Part::area), "area");
+  EXPECT_STREQ(Report::getName(Part::line), "line");
+  EXPECT_STREQ(Report::getName(Part::none), "none");
+}
+
 TEST(ReportBars, AreDrawnWhereALogarithmicScaleHasAPlace) {
   const double infinity = std::numeric_limits<double>::infinity();
   const double nan = std::numeric_limits<double>::quiet_NaN();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,8 @@
 /// What a report shows of a foundation, part by part.
 namespace Report {
 
-enum class Part { area, line };
+/// A foundation without either has none.
+enum class Part { area, line, none };
 
 /// The stiffness in one direction.
 struct Bar {
@@ -29,6 +31,9 @@ std::vector<Direction> listDirections(Part part, const Units& units);
 std::vector<Bar> listBars(Part part, Found::Foundation& foundation);
 
 bool hasPart(Part part, Found::Foundation& foundation);
+std::size_t countWith(const std::vector<Found::Foundation*>& foundations, Part part);
+/// The tangential factor of a part that is there.
+double getFactor(Part part, const Found::Foundation& foundation);
 /// The name of a part in the middle of a sentence.
 const char* getName(Part part);
 
@@ -36,5 +41,6 @@ const char* getName(Part part);
 bool isDrawable(const Bar& bar);
 /// True for a value other than zero without such a place: negative, infinite or not a number.
 bool isBeyond(const Bar& bar);
+bool isBeyond(double value);
 
 }  // namespace Report
