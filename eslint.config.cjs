@@ -6,7 +6,7 @@ module.exports = [
   configs.recommended,
   {
     files: ["tools/**/*.js"],
-    languageOptions: { sourceType: "script", globals: { document: "readonly" } },
+    languageOptions: { sourceType: "script", globals: { document: "readonly", FormData: "readonly", URLSearchParams: "readonly", addEventListener: "readonly", history: "readonly", location: "readonly" } },
     rules: {
       eqeqeq: "error",
       "no-implicit-globals": "error",

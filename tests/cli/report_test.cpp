@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,13 @@ const std::string example = "'" KVFOUND_EXAMPLES_DIR "/model.xml'";
 
 bool holds(const std::string& text, const std::string& part) {
   return text.find(part) != text.npos;
+}
+
+/// The path of a model whose project names these units.
+std::string makeProject(const std::string& force, const std::string& length) {
+  return makeFile("in.xml",
+                  makeDocument("<PROJECT UNITFORCE='" + force + "' UNITLENGTH='" + length +
+                               "'/>\n<FOUNDATIONS><FOUND FZAREA='7'/></FOUNDATIONS>"));
 }
 
 TEST(ReportUnits, AreMadeSafe) {
@@ -46,8 +54,55 @@ TEST(ReportUnits, AreToldTogetherOrNotAtAll) {
 TEST(ReportUnits, AreThoseThatATableNames) {
   const std::string table = makeFile("in.csv", "#units,lbf,ft\nareaZ\n7\n");
 
-  EXPECT_TRUE(holds(run("report '" + table + "'").out, "<li>Units <strong>lbf, ft</strong>"));
+  EXPECT_TRUE(holds(run("report '" + table + "'").out,
+                    "<li>Units <strong>lbf, ft</strong> <small>as the document says</small>"));
   EXPECT_EQ(run("report '" + table + "' --unit-force kN --unit-length m").status, 2);
+}
+
+TEST(ReportUnits, AreThoseOfTheProjectOfAModel) {
+  EXPECT_TRUE(holds(run("report '" + makeProject("MN", "mm") + "'").out,
+                    "<li>Units <strong>MN, mm</strong> <small>as the document says</small>"));
+}
+
+TEST(ReportUnits, OfAProjectGiveWayToThoseThatAreAskedFor) {
+  EXPECT_TRUE(holds(
+      run("report '" + makeProject("MN", "mm") + "' --unit-force kN --unit-length m").out,
+      "<li>Units <strong>kN, m</strong> <small><span class=\"warn\">as the user says, but the "
+      "document says MN, mm; nothing is converted</span></small>"));
+}
+
+TEST(ReportUnits, OfAProjectAreMadeSafe) {
+  EXPECT_TRUE(holds(run("report '" + makeProject("&lt;b>&#10;", "m") + "'").out,
+                    "<li>Units <strong>&lt;b&gt;\\n, m</strong>"));
+}
+
+TEST(ReportUnits, ThatAreBlankInAProjectCountAsNone) {
+  for (const std::string blank : {" ", "&#160;"}) {
+    EXPECT_TRUE(holds(run("report '" + makeProject(blank, "m") + "'").out,
+                      "<li>Units <strong>not stated</strong>"));
+    EXPECT_TRUE(holds(run("report '" + makeProject("kN", blank) + "'").out,
+                      "<li>Units <strong>not stated</strong>"));
+  }
+}
+
+TEST(ReportUnits, ThatAreLongAreCut) {
+  const std::string model = makeProject(std::string(13, 'k'), std::string(12, 'm'));
+
+  EXPECT_TRUE(holds(run("report '" + model + "'").out, "<li>Units <strong>" + std::string(11, 'k') +
+                                                           "\xE2\x80\xA6, " + std::string(12, 'm') +
+                                                           "</strong>"));
+}
+
+TEST(ReportPage, TellsWhenItsFileWasWritten) {
+  const std::regex date("<li>Saved <strong>\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d</strong>");
+
+  EXPECT_TRUE(std::regex_search(run("report " + example).out, date));
+}
+
+TEST(ReportPage, TellsWhenStandardInputWasRead) {
+  const std::regex date("<li>Read <strong>\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d</strong>");
+
+  EXPECT_TRUE(std::regex_search(run("report", KVFOUND_EXAMPLES_DIR "/model.xml").out, date));
 }
 
 TEST(ReportPage, IsNamedAfterWhatIsRead) {
@@ -59,8 +114,9 @@ TEST(ReportPage, IsNamedAfterWhatIsRead) {
 TEST(ReportPage, TellsTheVersionAsWhichADocumentWasRead) {
   const std::string in = makeFile("in.xml", "<X><CurveBedding Number='1' Name='A'/></X>");
 
-  EXPECT_TRUE(holds(run("report '" + in + "' --version 1.0").out, "Version <strong>1.0</strong>"));
-  EXPECT_TRUE(holds(run("report '" + in + "'").out, "Version <strong>current</strong>"));
+  EXPECT_TRUE(holds(run("report '" + in + "' --version 1.0").out,
+                    "Version <strong>not stated</strong> <small>read as 1.0<"));
+  EXPECT_TRUE(holds(run("report '" + in + "'").out, "<small>read as the current one<"));
 }
 
 TEST(ReportPage, HasTheFindingsOfThoseThatAreSelected) {

@@ -185,7 +185,16 @@ TEST(WorkbenchFaults, AReportIsWholeOrNone) {
   const auto print = [&units](const std::string& bytes) {
     Document document(hold(bytes));
     const Checks::Findings findings = Checks::find(document);
-    return Report::makePage({document, document.getFoundations(), findings, units});
+    const Found::FoundationManager& manager = document.getFoundations();
+    return Report::makePage({document,
+                             manager,
+                             findings,
+                             manager.getCurrentFoundation(),
+                             manager.getFoundations().size(),
+                             units,
+                             Report::UnitsFrom::user,
+                             Units{},
+                             {"2026-03-01 09:30"}});
   };
   for (const std::string& bytes : {model, exchange}) {
     const std::string whole = print(bytes);

@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "documents/notes.h"
+#include "files/dates.h"
 #include "files/user_error.h"
 #include "text/display_text.h"
 
@@ -103,6 +104,11 @@ void Commands::compareUnits(const Document& document, const Document& other, Not
          fmt::format("its units are {} and {}, but those of {} are {} and {}; nothing is converted",
                      named.force, named.length, other.getShownPath(), ofOther.force,
                      ofOther.length));
+}
+
+Report::Date Commands::findDate(const Document& document) {
+  const std::string& file = document.getContent().path;
+  return file.empty() ? Report::Date{Dates::now(), false} : Report::Date{Dates::ofFile(file), true};
 }
 
 void Commands::tellPhase(const char* work, const std::string& path, Notes& notes) {

@@ -1,7 +1,5 @@
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -14,24 +12,13 @@
 #include "output.h"
 #include "reading.h"
 #include "report/page.h"
-#include "text/display_text.h"
+#include "report/text.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Commands::Notes;
 using Commands::ReportOptions;
-
-/// A page takes the place of an older one and of nothing else.
-void requireReplaceable(const OutputFile& output) {
-  std::error_code ignored;
-  if (!fs::is_regular_file(Paths::fromText(output.getTarget()), ignored)) return;  // as a pipe
-  std::ifstream file(output.getTarget(), std::ios::binary);
-  const std::string there(std::istreambuf_iterator<char>(file), {});
-  if (!there.empty() && !Report::isPage(there))
-    throw UserError(output.getShownPath() +
-                    ": this is no page that kvfound made, and was not replaced; name another file");
-}
 
 bool isFolder(const std::string& path) {
   std::error_code ignored;
@@ -42,6 +29,22 @@ bool isFolder(const std::string& path) {
 std::string makePagePath(const std::string& folder, const std::string& document) {
   const fs::path name = document == "-" ? "stdin" : Paths::fromText(document).stem();
   return Paths::toText(Paths::fromText(folder) / name) + ".html";
+}
+
+/// How a page calls units and who says so. A model says it for those who ask for nothing else.
+struct UnitLabels {
+  Units units;
+  Report::UnitsFrom from;
+  Units ofDocument;
+};
+
+UnitLabels chooseLabels(const Documents::Document& document, const Units& given) {
+  Commands::chooseUnits(document, given);
+  const Units ofDocument = document.getLabels();
+  const bool isAsked = !given.force.empty();
+  return {Report::showUnits(isAsked ? given : ofDocument),
+          isAsked ? Report::UnitsFrom::user : Report::UnitsFrom::document,
+          Report::showUnits(ofDocument)};
 }
 
 /// Where the pages of the documents are written, each.
@@ -65,20 +68,21 @@ std::vector<std::string> listPages(const ReportOptions& options) {
 void reportOne(const std::string& path, const std::string& page, const ReportOptions& options,
                Notes& notes) {
   OutputFile output = Commands::openOutput(page);
-  requireReplaceable(output);
+  Commands::requireReplaceable(output);
   Documents::Document document(Documents::readFile(path, options.reading.form), options.reading);
-  const Units named = Commands::chooseUnits(document, options.units);
-  const Units units = {DisplayText::fromName(named.force), DisplayText::fromName(named.length)};
+  const UnitLabels labels = chooseLabels(document, options.units);
   Commands::tellReading(document, notes);
   Commands::tellPhase("checking", path, notes);
   // Of the whole document: what is left out must not look as if it were lacking.
   const Checks::Findings findings = Checks::find(document);
-  document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();
-  manager.updateFoundationMaximum();
+  const Found::Foundation* const current = manager.getCurrentFoundation();
+  const std::size_t total = manager.getFoundations().size();
+  document.keep(options.selection);
   notes.setPhase("making the page");
   output.create();
-  output.write(Report::makePage({document, manager, findings, units}));
+  output.write(Report::makePage({document, manager, findings, current, total, labels.units,
+                                 labels.from, labels.ofDocument, Commands::findDate(document)}));
   output.commit();
 }
 

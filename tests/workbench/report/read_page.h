@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "checks/rules.h"
@@ -24,19 +27,46 @@ inline std::string makeModel(const std::string& foundations, const std::string& 
          "\n</FOUNDATIONS>\n</SMOD>\n";
 }
 
-/// The page of a document that is opened.
-inline std::string print(Documents::Document& document, const Units& units) {
-  Found::FoundationManager& manager = document.getFoundations();
-  manager.updateFoundationMaximum();
-  const Checks::Findings findings = Checks::find(document);
-  return Report::makePage({document, manager, findings, units});
-}
+/// A document with what is found in it, and its page.
+class Opened {
+ public:
+  explicit Opened(Files::Content bytes, const Documents::ReadOptions& options = {})
+      : document(std::move(bytes), options), manager(document.getFoundations()) {
+    manager.updateFoundationMaximum();
+    findings = Checks::find(document);
+  }
+
+  const std::vector<Found::Foundation*>& getFoundations() const { return manager.getFoundations(); }
+
+  /// Good as long as `units`.
+  Report::Content tell(const Units& units, Report::UnitsFrom unitsFrom = Report::UnitsFrom::user,
+                       const std::string& date = "") const {
+    return {document,
+            manager,
+            findings,
+            manager.getCurrentFoundation(),
+            manager.getFoundations().size(),
+            units,
+            unitsFrom,
+            {},
+            {date}};
+  }
+
+  std::string print(const Units& units = {}, Report::UnitsFrom unitsFrom = Report::UnitsFrom::user,
+                    const std::string& date = "") const {
+    return Report::makePage(tell(units, unitsFrom, date));
+  }
+
+ private:
+  Documents::Document document;
+  Found::FoundationManager& manager;
+  Checks::Findings findings;
+};
 
 /// The page of a document.
 inline std::string report(const std::string& bytes, const Units& units = {},
                           const Documents::ReadOptions& options = {}) {
-  Documents::Document document({"folder/file.xml", "", bytes}, options);
-  return print(document, units);
+  return Opened({"folder/file.xml", "", bytes}, options).print(units);
 }
 
 inline std::string reportModel(const std::string& foundations, const Units& units = {}) {
@@ -45,8 +75,15 @@ inline std::string reportModel(const std::string& foundations, const Units& unit
 
 /// The page of a document of the examples.
 inline std::string reportExample(const std::string& name, const Units& units = {}) {
-  Documents::Document document(Documents::readFile(KVFOUND_EXAMPLES_DIR "/" + name));
-  return print(document, units);
+  return Opened(Documents::readFile(KVFOUND_EXAMPLES_DIR "/" + name)).print(units);
+}
+
+/// The foundations 1 to `number`, alike but for their numbers.
+inline std::string repeat(std::size_t number, const std::string& attributes) {
+  std::string foundations;
+  for (std::size_t i = 1; i <= number; ++i)
+    foundations += "<FOUND NUMBER='" + std::to_string(i) + "' " + attributes + "/>\n";
+  return foundations;
 }
 
 inline std::size_t count(const std::string& text, const std::string& part) {
@@ -105,32 +142,55 @@ inline Texts stripAll(const Texts& lines) {
   return texts;
 }
 
-/// The rows of the pictures of a part, "area" or "line"; the axes have a line of their own.
+/// The table of a part: "area", "line" or "none".
+inline std::string readTable(const std::string& page, const std::string& part) {
+  return cut(page, "<table class=\"values " + part, "</table>");
+}
+
+/// The cells of a row of a table, with their tags.
+inline Texts listCells(const std::string& row) {
+  Texts cells;
+  const auto findNext = [&row](std::size_t at) {
+    return std::min(row.find("<td", at), row.find("<th", at));
+  };
+  for (std::size_t at = findNext(0); at != row.npos;) {
+    const std::size_t next = findNext(at + 1);
+    cells.push_back(row.substr(at, next - at));
+    at = next;
+  }
+  return cells;
+}
+
+/// What the columns of a table are called.
+inline Texts listColumns(const std::string& page, const std::string& part) {
+  return stripAll(listCells(cut(readTable(page, part), "<thead>\n<tr>", "</tr>\n</thead>")));
+}
+
 inline Texts listRows(const std::string& page, const std::string& part) {
-  Texts rows;
-  for (const std::string& line : listLines(readSection(page, part), "<g"))
-    if (line.find("style=\"--i:") != line.npos) rows.push_back(line);
-  return rows;
+  return listLines(cut(readTable(page, part), "<tbody>", "</tbody>"), "<tr");
 }
 
+inline bool isStrip(const std::string& cell) { return cell.rfind("<td class=\"plot", 0) == 0; }
+
+/// The rows of a table, each cell behind a stroke, without strips.
 inline Texts listRowTexts(const std::string& page, const std::string& part) {
-  return stripAll(listRows(page, part));
-}
-
-/// The rows of the table, each cell behind a stroke.
-inline Texts listTableRows(const std::string& page) {
   Texts rows;
-  for (const std::string& line :
-       listLines(cut(readSection(page, "values"), "<tbody>", "</tbody>"), "<tr")) {
+  for (const std::string& row : listRows(page, part)) {
     std::string text;
-    for (std::size_t at = line.find("<t", 1); at != line.npos;) {
-      const std::size_t next = line.find("<t", at + 1);
-      text += "|" + stripTags(line.substr(at, next - at));
-      at = next;
-    }
+    for (const std::string& cell : listCells(row))
+      if (!isStrip(cell)) text += "|" + stripTags(cell);
     rows.push_back(text);
   }
   return rows;
+}
+
+/// What is drawn in the strips of a table, row by row.
+inline Texts listStrips(const std::string& page, const std::string& part) {
+  Texts strips;
+  for (const std::string& row : listRows(page, part))
+    for (const std::string& cell : listCells(row))
+      if (isStrip(cell)) strips.push_back(cut(cell, "<svg aria-hidden=\"true\">", "</svg>"));
+  return strips;
 }
 
 /// What a page tells at its top, as "Form|Legacy model" and so on.

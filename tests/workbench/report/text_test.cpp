@@ -10,26 +10,6 @@ namespace {
 
 using Found::Foundation;
 
-TEST(ReportText, RoundsLongValuesAndMarksThem) {
-  const struct {
-    double value;
-    const char* text;
-  } rows[] = {{0.0, "0"},
-              {15000.0, "15000"},
-              {123456789.0, "123456789"},
-              {1234567890.0,
-               "\xE2\x89\x88"
-               "1.23e+09"},
-              {350730.6658962116,
-               "\xE2\x89\x88"
-               "350731"},
-              {-0.000012345678, "\xE2\x89\x88-1.2e-05"},
-              {1e-300, "1e-300"},
-              {std::numeric_limits<double>::infinity(), "inf"},
-              {std::numeric_limits<double>::quiet_NaN(), "nan"}};
-  for (const auto& row : rows) EXPECT_EQ(Report::showValue(row.value), row.text);
-}
-
 TEST(ReportText, RoundsToFiveDigitsAndMarksThatItDid) {
   const struct {
     double value;
@@ -144,6 +124,13 @@ TEST(ReportText, ShortensNames) {
   EXPECT_EQ(Report::shortenName(name), name);
   EXPECT_EQ(Report::shortenName(name + "y"), std::string(39, 'x') + "\xE2\x80\xA6");
   EXPECT_EQ(Report::shortenName(" "), "\" \"");
+}
+
+TEST(ReportText, ShortensUnitsAndMakesThemVisible) {
+  const Units shown = Report::showUnits({"a very long force", "\x01"});
+
+  EXPECT_EQ(shown.force, "a very long\xE2\x80\xA6");
+  EXPECT_EQ(shown.length, "\\x01");
 }
 
 TEST(ReportText, ShowsNamesThatConsistOfBlanks) {

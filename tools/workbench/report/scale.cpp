@@ -27,10 +27,7 @@ int Scale::getStep() const {
   return 200;
 }
 
-double Scale::place(double value) const {
-  constexpr double shortest = 0.01;
-  return std::max(placePower(std::log10(value)), shortest);
-}
+double Scale::place(double value) const { return placePower(std::log10(value)); }
 
 double Scale::placePower(double exponent) const {
   return (exponent - getStart()) / (getEnd() - getStart());

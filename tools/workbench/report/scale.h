@@ -27,7 +27,7 @@ class Scale {
   /// The number of decades between two lines, so that there are few lines.
   int getStep() const;
 
-  /// From 0 at the start to 1 at the end, but far enough from the start to be seen.
+  /// From 0 at the start to 1 at the end.
   double place(double value) const;
   /// The place of a power of ten.
   double placePower(double exponent) const;

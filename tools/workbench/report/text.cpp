@@ -42,16 +42,6 @@ double readNumber(const std::string& text) {
 
 }  // namespace
 
-std::string showValue(double value) {
-  constexpr std::size_t longest = 9;
-  std::string exact = DisplayText::fromNumber(value);
-  if (exact.size() <= longest) return exact;
-  std::string rounded;
-  for (int digits = 6; digits > 0 && (rounded.empty() || rounded.size() >= longest); --digits)
-    rounded = fmt::format("{:.{}g}", value, digits);
-  return approximately + rounded;
-}
-
 std::string limitDigits(double value, int most) {
   std::string text;
   fmt::format_to(std::back_inserter(text), "{:.{}g}", value, most);

@@ -15,9 +15,6 @@ constexpr const char* absent = "\xE2\x80\x93";
 /// What a value is that has no place on a logarithmic scale, and is not zero.
 constexpr const char* notOnScale = "negative, infinite or no number";
 
-/// A value in a picture, where room is short: rounded and marked so when it is long.
-std::string showValue(double value);
-
 /// A value in at most `most` significant digits; in everyday sizes it has no exponent.
 std::string limitDigits(double value, int most);
 
