@@ -346,6 +346,65 @@ TEST(Diff, RefusesTablesInDifferentUnits) {
                             "kvfound convert --units does\n");
 }
 
+// --- Pages and files
+
+const std::string example = "'" KVFOUND_EXAMPLES_DIR "/model.xml'";
+
+bool holds(const std::string& text, const std::string& part) {
+  return text.find(part) != text.npos;
+}
+
+TEST(DiffFormat, HtmlIsAPage) {
+  const std::string a = makeModel("a.xml", "", "<FOUND NUMBER='1' NAME='A' FZAREA='4'/>");
+  const std::string b = makeModel("b.xml", "", "<FOUND NUMBER='1' NAME='A' FZAREA='5'/>");
+
+  const Result result = run("diff '" + a + "' '" + b + "' --format html");
+
+  EXPECT_TRUE(holds(result.out, "<p class=\"over\">Changes from</p>"));
+  EXPECT_TRUE(holds(result.out,
+                    "<td>4<td>5<td>\xC3\x97\xC2\xA0"
+                    "1.25<td class=\"ratio\">"));
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 1);
+}
+
+TEST(DiffFormat, HtmlTellsThatFoundationsAreAlike) {
+  const Result result = run("diff --format html " + example + " " + example);
+
+  EXPECT_TRUE(holds(result.out, "The foundations are alike."));
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST(DiffFormat, HtmlTellsTheTolerance) {
+  EXPECT_TRUE(
+      holds(run("diff --format html --relative 0.25 " + example + " " + example).out, "0.25"));
+}
+
+TEST(DiffFormat, HtmlTellsThatNotEverythingCouldBeRead) {
+  const std::string in = makeFile("a.xml", "<X><CurveBedding Number='1' Name='A'/><Load/></X>");
+  const Result result = run("diff --format html '" + in + "' '" + in + "'");
+
+  EXPECT_TRUE(holds(result.out, "What was read is alike, but not everything could be read."));
+  EXPECT_TRUE(holds(result.err, "what was read is alike, but not everything could be read\n"));
+  EXPECT_EQ(result.status, 1);
+}
+
+TEST(DiffFormat, HtmlHasTheUnitsOfModelsThatNameTheSame) {
+  const auto make = [](const std::string& name, const std::string& units) {
+    return makeFile(name, makeDocument("<PROJECT " + units + "/><FOUNDATIONS/>"));
+  };
+  const std::string a = make("a.xml", "UNITFORCE='kN' UNITLENGTH='m'");
+  const std::string b = make("b.xml", "UNITFORCE='N' UNITLENGTH='mm'");
+  const std::string c = make("c.xml", "");
+
+  EXPECT_TRUE(holds(run("diff --format html '" + a + "' '" + a + "'").out, "<strong>kN, m<"));
+  EXPECT_TRUE(
+      holds(run("diff --format html '" + a + "' '" + b + "'").out, "before: kN, m; after: N, mm;"));
+  EXPECT_TRUE(holds(run("diff --format html '" + c + "' '" + a + "'").out,
+                    "<strong>kN, m</strong> <small>as <bdi>"));
+  EXPECT_TRUE(holds(run("diff --format html '" + c + "' '" + c + "'").out, "<strong>not stated<"));
+}
+
 TEST(Diff, WarnsOfModelsThatNameOtherUnits) {
   const auto make = [](const std::string& name, const std::string& units) {
     return makeFile(name, makeDocument("<PROJECT " + units + "/><FOUNDATIONS/>"));
@@ -361,6 +420,74 @@ TEST(Diff, WarnsOfModelsThatNameOtherUnits) {
             "kvfound: " + a + ": its units are kN and m, but those of " + table +
                 " are lbf and ft; nothing is converted\n");
   EXPECT_EQ(run("diff '" + a + "' '" + a + "'").err, "");
+}
+
+TEST(DiffFormat, HtmlTakesADocumentWithoutUnitsForTheSameAsATable) {
+  const std::string table = makeFile("a.csv", "#units,lbf,ft\nareaZ\n7\n");
+  const std::string model = makeModel("b.xml", "", "");
+
+  EXPECT_TRUE(
+      holds(run("diff --format html '" + table + "' '" + model + "'").out, "<strong>lbf, ft<"));
+  EXPECT_TRUE(
+      holds(run("diff --format html '" + model + "' '" + table + "'").out, "<strong>lbf, ft<"));
+}
+
+TEST(DiffOutput, GoesToTheFileThatIsNamed) {
+  const std::string b = makeModel("b.xml", "", "<FOUND NUMBER='1' NAME='A'/>");
+  for (const std::string format : {"text", "json", "html"})
+    for (const std::string option : {" -o ", " --output "}) {
+      const std::string command = "diff " + example + " '" + b + "' --format " + format;
+      const std::string out = makeFile("out", "");
+
+      const Result result = run(command + option + "'" + out + "'");
+
+      EXPECT_EQ(result.out, "");
+      EXPECT_EQ(result.err, "");
+      EXPECT_EQ(result.status, 1);
+      EXPECT_EQ(readFile(out), run(command).out);
+      EXPECT_EQ(run(command + option + "-").out, run(command).out);
+    }
+}
+
+TEST(DiffOutput, ReplacesAnOlderPageWithAPage) {
+  const std::string out = makeFile("out.html", run("report " + example).out);
+
+  EXPECT_EQ(run("diff --format html " + example + " " + example + " -o '" + out + "'").status, 0);
+
+  EXPECT_TRUE(holds(readFile(out), "The foundations are alike."));
+}
+
+TEST(DiffOutput, ReplacesNothingButSuchAPage) {
+  const std::string out = makeFile("out.html", "notes");
+  const Result result = run("diff --format html " + example + " " + example + " -o '" + out + "'");
+
+  EXPECT_EQ(result.err,
+            "kvfound: " + out +
+                ": this is no page that kvfound made, and was not replaced; name another file\n");
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(readFile(out), "notes");
+}
+
+TEST(DiffOutput, ReplacesNothingWithTextOrJson) {
+  const std::string page = run("report " + example).out;
+  const std::string out = makeFile("out", page);
+  for (const std::string format : {"text", "json"}) {
+    const Result result =
+        run("diff --format " + format + " " + example + " " + example + " -o '" + out + "'");
+
+    EXPECT_EQ(result.err, "kvfound: " + out + ": is there already; name another file\n");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(readFile(out), page);
+  }
+}
+
+TEST(DiffOutput, LeavesAPageAsItWasWhenADocumentCannotBeRead) {
+  const std::string page = run("report " + example).out;
+  const std::string out = makeFile("out.html", page);
+
+  EXPECT_EQ(run("diff --format html " + example + " /no/such -o '" + out + "'").status, 2);
+
+  EXPECT_EQ(readFile(out), page);
 }
 
 }  // namespace

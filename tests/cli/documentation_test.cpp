@@ -230,7 +230,7 @@ TEST(Completion, OffersOnlyValuesThatAreTaken) {
 
 TEST(Completion, OffersTheValuesThatACommandTakesOfItsOwnOption) {
   EXPECT_EQ(complete("check --format ''"), (Words{"json", "sarif", "text"}));
-  EXPECT_EQ(complete("diff --format ''"), (Words{"json", "text"}));
+  EXPECT_EQ(complete("diff --format ''"), (Words{"html", "json", "text"}));
 }
 
 TEST(Completion, OffersArgumentsThatAreNoFiles) {

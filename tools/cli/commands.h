@@ -53,15 +53,16 @@ struct CheckOptions {
 Status check(const CheckOptions& options, std::ostream& out, Notes& notes);
 
 struct DiffOptions {
-  enum class Format { text, json };
+  enum class Format { text, json, html };
   std::string first;
   std::string second;
+  std::string out = "-";
   std::vector<Matching::Key> keys = {Matching::Key::name, Matching::Key::number};
   double relative = 0.0;
   Format format = Format::text;
   Documents::ReadOptions reading;
 };
-Status diff(const DiffOptions& options, std::ostream& out, Notes& notes);
+Status diff(const DiffOptions& options, Notes& notes);
 
 struct PruneOptions {
   std::string in;

@@ -1,4 +1,5 @@
-#include <ostream>
+#include <cstdio>
+#include <sstream>
 #include <string>
 
 #include "commands.h"
@@ -7,34 +8,73 @@
 #include "documents/document.h"
 #include "files/user_error.h"
 #include "foundations/fields.h"
+#include "output.h"
 #include "reading.h"
+#include "report/changes.h"
+#include "report/text.h"
 #include "results/diff_json.h"
+#include "terminal.h"
 
 namespace {
 
+using Commands::DiffOptions;
 using Comparing::Differences;
 using Documents::Document;
 using Found::Foundation;
+using Format = DiffOptions::Format;
+
+void requireWritable(const OutputFile& output, Format format) {
+  if (format == Format::html)
+    Commands::requireReplaceable(output);
+  else
+    Commands::requireAbsent(output);
+}
 
 std::string describeCurrent(Document& document) {
   const Foundation* const current = document.getFoundations().getCurrentFoundation();
   return current != nullptr ? Fields::describe(*current) : "none";
 }
 
-void print(const Differences& differences, Document& first, Document& second, std::ostream& out) {
-  Commands::printDifferences(differences.foundations, out);
+std::string makeText(const Differences& differences, Document& first, Document& second,
+                     const DiffOptions& options) {
+  std::ostringstream out;
+  const bool isFile = options.out != "-";
+  Commands::printDifferences(differences.foundations,
+                             isFile ? Terminal::Painter() : Terminal::Painter(stdout), out);
   if (!differences.isCurrentSame)
     out << "current foundation: " << describeCurrent(first) << " -> " << describeCurrent(second)
         << '\n';
+  return out.str();
+}
+
+Report::Side makeSide(Document& document) {
+  return {document, Report::showUnits(document.getLabels()), Commands::findDate(document)};
+}
+
+std::string makePage(const Differences& differences, Document& first, Document& second,
+                     const DiffOptions& options, bool isComplete) {
+  return Report::makeChangesPage(
+      {makeSide(first), makeSide(second), differences, options.relative, isComplete});
+}
+
+std::string makeResult(const Differences& differences, Document& first, Document& second,
+                       const DiffOptions& options, bool isComplete) {
+  if (options.format == Format::json)
+    return Results::makeDiffJson(first, second, differences, isComplete);
+  if (options.format == Format::html)
+    return makePage(differences, first, second, options, isComplete);
+  return makeText(differences, first, second, options);
 }
 
 }  // namespace
 
 namespace Commands {
 
-Status diff(const DiffOptions& options, std::ostream& out, Notes& notes) {
+Status diff(const DiffOptions& options, Notes& notes) {
   if (options.first == "-" && options.second == "-")
     throw UserError("A and B cannot both come from standard input");
+  OutputFile output = openOutput(options.out);
+  requireWritable(output, options.format);
   tellPhase("reading", options.first, notes);
   Document first(Documents::readFile(options.first, options.reading.form), options.reading);
   std::size_t skipped = tellReading(first, notes);
@@ -46,11 +86,10 @@ Status diff(const DiffOptions& options, std::ostream& out, Notes& notes) {
   notes.setPhase("comparing");
   const Differences differences =
       Comparing::compare(first, second, {options.keys, options.relative});
-  notes.setPhase("");
-  if (options.format == DiffOptions::Format::json)
-    out << Results::makeDiffJson(first, second, differences, skipped == 0);
-  else
-    print(differences, first, second, out);
+  output.create();
+  output.write(makeResult(differences, first, second, options, skipped == 0));
+  notes.setPhase("");  // standard output may be the same terminal
+  output.commit();
   if (differences.isEmpty() && skipped > 0)
     notes.tell({Message::Level::warning,
                 "incomplete",

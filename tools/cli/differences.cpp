@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "foundations/fields.h"
-#include "terminal.h"
 #include "text/display_text.h"
 
 namespace {
@@ -47,8 +46,8 @@ Message makeMessage(const Difference& difference, const std::string& file) {
 
 }  // namespace
 
-void Commands::printDifferences(const std::vector<Difference>& differences, std::ostream& out) {
-  const Terminal::Painter painter(stdout);
+void Commands::printDifferences(const std::vector<Difference>& differences,
+                                const Terminal::Painter& painter, std::ostream& out) {
   for (const Difference& difference : differences) out << makeLines(difference, painter);
 }
 
@@ -57,7 +56,7 @@ void Commands::tellChanges(const Documents::Document& document, const Editing::W
   const std::string file = DisplayText::fromName(document.getShownPath());
   const std::vector<Difference> differences = Comparing::listDifferences(wish.pairs);
   notes.setPhase("");  // standard output may be the same terminal
-  if (out != nullptr) printDifferences(differences, *out);
+  if (out != nullptr) printDifferences(differences, Terminal::Painter(stdout), *out);
   const Terminal::Painter painter(stderr);
   if (out == nullptr)
     for (const Difference& difference : differences)

@@ -76,17 +76,22 @@ void addDiff(CLI::App& program, Run& run) {
       ->type_name("SHARE");
   using Format = Commands::DiffOptions::Format;
   addChoice<Format>(*command, "--format", options->format,
-                    {{"text", Format::text}, {"json", Format::json}}, "text or json")
+                    {{"text", Format::text}, {"json", Format::json}, {"html", Format::html}},
+                    "text, json, or html for a page to look at and to print")
       ->type_name("FORMAT");
+  command
+      ->add_option("-o,--output", options->out,
+                   "the file to write; standard output when it is - or left out")
+      ->type_name("OUT");
   addReading(*command, options->reading, "version of exchange documents");
   addMessages(*command, run.notes);
   command->footer(
       "Exit status: 0 when the foundations are alike, 1 when they differ, 2 after an error.\n"
-      "Example: kvfound diff before.xml after.xml");
+      "Example: kvfound diff before.xml after.xml --format html -o changes.html");
   command->callback([options, command, &run] {
     if (!(options->relative >= 0.0 && options->relative <= 1.0))
       throw UserError("--relative takes a share from 0 to 1, such as 1e-6" + makeAdvice(*command));
-    run.status = Commands::diff(*options, std::cout, run.notes);
+    run.status = Commands::diff(*options, run.notes);
   });
 }
 

@@ -25,12 +25,13 @@ enum class Style { plain, bold, red, yellow, green };
 /// NO_COLOR does not forbid them.
 class Painter {
  public:
+  Painter() = default;  // of plain text
   explicit Painter(std::FILE* stream);
 
   std::string paint(Style style, const std::string& text) const;
 
  private:
-  bool isOn;
+  bool isOn = false;
 };
 
 }  // namespace Terminal
