@@ -1,13 +1,19 @@
 #!/usr/bin/env bash
 # Makes reports of the examples and of documents that are odd, large or empty, and looks at them in a
-# browser; leaves pages and screenshots in build/report.
+# browser, on paper and as a text browser shows them; leaves pages and pictures in build/report.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 . scripts/release.sh
+. scripts/npm.sh
 
-install_packages chromium chromium-driver fonts-dejavu-core python3-selenium tidy
+axe=axe-core@4.14.1
+folder=build/axe
+
+install_packages chromium chromium-driver fonts-dejavu-core poppler-utils python3-selenium tidy w3m
+install_npm_packages "$folder" "$axe"
 build_release
 rm -rf build/report
 # Python as Debian has it, for which its packages are.
-/usr/bin/python3 -B tests/cli/report_browser/check_pages.py "$release/tools/cli/kvfound" examples build/report
+/usr/bin/python3 -B tests/cli/report_browser/check_pages.py "$release/tools/cli/kvfound" examples \
+  "$folder/node_modules/axe-core/axe.min.js" build/report

@@ -3,17 +3,11 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/npm.sh
 
 packages=(eslint@9.39.1 @eslint/js@9.39.1 stylelint@16.25.0 stylelint-config-recommended@16.0.0)
 folder=build/web
-if [ "$(cat "$folder/packages" 2>/dev/null)" != "${packages[*]}" ]; then
-  # Where npm is, it may be another one than Debian's, beside which that cannot be installed.
-  command -v npm >/dev/null || install_packages npm
-  rm -rf "$folder"
-  mkdir -p "$folder"
-  npm install --silent --prefer-offline --no-audit --no-fund --ignore-scripts --prefix "$folder" "${packages[@]}"
-  echo "${packages[*]}" >"$folder/packages"
-fi
+install_npm_packages "$folder" "${packages[@]}"
 
 export NODE_PATH=$PWD/$folder/node_modules
 git ls-files -z '*.js' | xargs -0 "$folder/node_modules/.bin/eslint" --max-warnings 0

@@ -11,7 +11,8 @@ LINK = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
 SCRIPT = re.compile(r"\bscripts/[\w.-]+\.\w+")
 HEADING = re.compile(r"^#+ +(.*)$", re.MULTILINE)
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
-SOURCED = {"scripts/packages.sh", "scripts/release.sh", "scripts/sysroot.sh"}  # by the others
+SOURCED = {"scripts/npm.sh", "scripts/packages.sh", "scripts/release.sh",
+           "scripts/sysroot.sh"}  # by the others
 
 
 def read(document):

@@ -38,6 +38,16 @@ FAILXLINE="2147483647" FAILYLINE="-2147483648" FAILZLINE="-2147483648" IsGenerat
 <FOUND NUMBER="4" NAME="%s" FXAREA="1" FXLINE="1" FAILXLINE="1"/>
 """ % ("W" * 40, "&#x416;" * 40, "@%" * 20, "&#x57FA;" * 40)
 
+# Texts of a model and what stands for them once it is changed.
+CHANGES = (
+    ('NAME="Slab on dense sand"', 'NAME="Slab on very dense sand, compacted"'),
+    ('FZAREA="15000" FAILZAREA="-1"', 'FZAREA="16250" FAILZAREA="1"'),
+    ('FXLINE="9000" FYLINE="9000"', 'FXLINE="90000" FYLINE="-9000"'),
+    ('FXX="1850.5"', 'FXX="925.25"'),
+    ('FZAREA="62500"', 'FZAREA="62500.00001"'),
+    ('<FOUND NUMBER="12" FXAREA="871.25"', '<FOUND NUMBER="13" NAME="Ramp" FXLINE="871.25"'),
+)
+
 
 def write(path, text):
     with open(path, "w", encoding="utf-8") as file:
@@ -52,17 +62,47 @@ def write_wide(path):
     write(path, BEGIN + WIDE + END)
 
 
+def write_long(path, count):
+    """Values of many digits, as they come from other units and from sums, and all failures."""
+    numbers = random.Random(2)
+    lines = []
+    for i in range(1, count + 1):
+        sizes = [numbers.uniform(1e6, 1e8) for _ in range(7)]
+        texts = [f"{size:.6f}".rstrip("0") if i % 2 else repr(size) for size in sizes]
+        names = ("FXAREA", "FYAREA", "FZAREA", "FXLINE", "FYLINE", "FZLINE", "FXX")
+        values = " ".join(f'{name}="{text}"' for name, text in zip(names, texts))
+        lines.append(f'<FOUND NUMBER="{i}" NAME="Bedding {i} under the machine hall" {values} '
+                     'FAILXLINE="-1" FAILYLINE="1" FAILZLINE="-1" FACLINE="0.12345"/>\n')
+    lines.append('<FOUND NUMBER="900" NAME="Sum" FXAREA="13445080.768799" '
+                 'FXLINE="13445080.768799" FXX="1234567.8901234567"/>\n')
+    write(path, BEGIN + "".join(lines) + END)
+
+
+def write_changed(path, source):
+    """Values that grow, shrink and change their sign, another failure, another name, one foundation
+    more and one less."""
+    with open(source, encoding="utf-8") as file:
+        text = file.read()
+    for before, after in CHANGES:
+        assert before in text, before
+        text = text.replace(before, after)
+    write(path, text)
+
+
 def write_many(path, count, share_of_both=20):
     """Half of them for areas, half for lines, every so many for both, and one far from all
-    others."""
+    others, of which something is not read."""
     numbers = random.Random(1)
     lines = []
     for i in range(1, count + 1):
         size = round(10 ** numbers.uniform(3, 4.5), 1)
-        area = f' FXAREA="{size / 10:.4g}" FYAREA="{size / 10:.4g}" FZAREA="{size}" FAILZAREA="-1"'
-        line = f' FXLINE="{size / 5:.4g}" FYLINE="{size / 4:.4g}" FZLINE="{size}" FXX="{size / 2}"'
+        turn = f"{size / 2:.10g}"
+        push = f"{size / 10:.4g}"
+        area = f' FXAREA="{push}" FYAREA="{push}" FZAREA="{size:.10g}" FAILZAREA="-1"'
+        sides = f' FXLINE="{size / 5:.4g}" FYLINE="{size / 4:.4g}"'
+        line = f'{sides} FZLINE="{size:.10g}" FXX="{turn}"'
         if i == count * 2 // 3 + 1:
-            area, line = "", ' FXLINE="0.5" FYLINE="9000" FZLINE="9000"'
+            area, line = "", ' FXLINE="0.5" FYLINE="9000" FZLINE="9000" COLOUR="red"'
         parts = area + line if not area or i % share_of_both == 0 else area if i % 2 == 0 else line
         lines.append(f'<FOUND NUMBER="{i}" NAME="Bedding of slab {i}"{parts}/>\n')
     write(path, BEGIN + "".join(lines) + END)
