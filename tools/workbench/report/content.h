@@ -31,6 +31,8 @@ struct Content {
   UnitsFrom unitsFrom;
   Units documentUnits;  // as the document names them, whoever is followed
   Date date;
+
+  bool isSelection() const { return manager.getFoundations().size() != total; }
 };
 
 }  // namespace Report

@@ -20,10 +20,6 @@ namespace {
 using Documents::Form;
 using Found::Foundation;
 
-bool isSelection(const Content& content) {
-  return content.manager.getFoundations().size() != content.total;
-}
-
 std::string warn(const std::string& text) {
   return text.empty() ? "" : R"(<span class="warn">)" + text + "</span>";
 }
@@ -110,7 +106,7 @@ class FactMaker {
     const auto generated = std::count_if(foundations.begin(), foundations.end(),
                                          [](const Foundation* f) { return f->isGenerated(); });
     printFact("Foundations", countShown(content),
-              (isSelection(content) ? "a selection: " : "") +
+              (content.isSelection() ? "a selection: " : "") +
                   fmt::format("{} with area, {} with line, {} generated",
                               countWith(foundations, Part::area),
                               countWith(foundations, Part::line), generated));
@@ -179,7 +175,7 @@ void appendFacts(const Content& content, std::size_t findings, std::string& page
 
 std::string countShown(const Content& content) {
   return std::to_string(content.manager.getFoundations().size()) +
-         (isSelection(content) ? fmt::format(" of {}", content.total) : "");
+         (content.isSelection() ? fmt::format(" of {}", content.total) : "");
 }
 
 }  // namespace Report

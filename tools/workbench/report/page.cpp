@@ -24,9 +24,8 @@ using Found::Foundation;
 /// What a sheet of paper tells of the document at its foot.
 std::string nameOnSheet(const Content& content, const std::string& file) {
   constexpr std::size_t longest = 45;  // so that there is room for the date
-  const bool isSelection = content.manager.getFoundations().size() != content.total;
   const std::string name = DisplayText::shorten(file, longest);
-  return join(join(name, isSelection ? countShown(content) + " foundations" : ""),
+  return join(join(name, content.isSelection() ? countShown(content) + " foundations" : ""),
               describeDate(content.date));
 }
 
