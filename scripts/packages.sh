@@ -1,4 +1,15 @@
-# Sourced by the other scripts: installs the Debian packages named as arguments that are missing.
+# Sourced by the other scripts.
+
+# quietly COMMAND...: what it says is shown only when it fails.
+quietly() {
+  local log status=0
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 </dev/null || { status=$?; cat "$log" >&2; }
+  rm -f "$log"
+  return $status
+}
+
+# install_packages PACKAGE...: installs those of the Debian packages that are missing.
 install_packages() {
   local missing=() package
   for package in "$@"; do
@@ -8,10 +19,10 @@ install_packages() {
   [ ${#missing[@]} -eq 0 ] && return
   local root=()
   [ "$(id -u)" -eq 0 ] || root=(sudo)
+  root+=(env DEBIAN_FRONTEND=noninteractive)
   echo "Installing ${missing[*]} ..." >&2
-  export DEBIAN_FRONTEND=noninteractive
-  "${root[@]}" apt-get update -qq >&2
-  "${root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+  quietly "${root[@]}" apt-get update -qq
+  quietly "${root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
 build_packages=(g++ cmake ninja-build libpugixml-dev libfast-float-dev libfmt-dev libutf8proc-dev libcli11-dev

@@ -7,5 +7,7 @@ cd "$(dirname "$0")/.."
 . scripts/packages.sh
 . scripts/release.sh
 
+program=$release/tools/cli/kvfound
+[ -e "$program" ] || echo "Building kvfound, once, which takes a few minutes ..." >&2
 build_release
-exec "$release/tools/cli/kvfound" show "$file"
+exec "$program" show "$file"
