@@ -3,6 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/sources.sh
 
 install_packages clang-format
-git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format --dry-run --Werror
+list_sources '*.h' '*.cpp' | xargs -0 clang-format --dry-run --Werror

@@ -7,6 +7,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/sources.sh
 
 install_packages "${test_packages[@]}" clang-tidy
 build=build/tidy
@@ -20,5 +21,5 @@ tidy() {
     2> >(grep -v 'warnings generated' >&2)
 }
 
-git ls-files 'src/*.cpp' 'platform/src/*.cpp' 'tools/*.cpp' 'examples/*.cpp' | tidy
+list_sources 'src/*.cpp' 'platform/src/*.cpp' 'tools/*.cpp' 'examples/*.cpp' | tr '\0' '\n' | tidy
 tidy --config-file=tests/.clang-tidy <"$build/test_units"

@@ -12,7 +12,7 @@ SCRIPT = re.compile(r"\bscripts/[\w.-]+\.\w+")
 HEADING = re.compile(r"^#+ +(.*)$", re.MULTILINE)
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 SOURCED = {"scripts/npm.sh", "scripts/packages.sh", "scripts/release.sh",
-           "scripts/sysroot.sh"}  # by the others
+           "scripts/sources.sh", "scripts/sysroot.sh"}  # by the others
 
 
 def read(document):
