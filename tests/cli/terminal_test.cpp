@@ -3,8 +3,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <string>
 #include <utility>
@@ -62,6 +64,17 @@ std::string runInTerminal(unsigned short columns, const std::vector<std::string>
   return lines;
 }
 
+/// Skipped where the system gives no pseudo-terminal, as in a folder that became the root.
+class InATerminal : public testing::Test {
+ protected:
+  void SetUp() override {
+    int ends[2];
+    if (openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr) != 0)
+      GTEST_SKIP() << "there is no pseudo-terminal: " << std::strerror(errno);
+    for (const int end : ends) close(end);
+  }
+};
+
 std::string makeModel() {
   return makeFile("in.xml",
                   makeDocument("<FOUNDATIONS CURRENT='raft'><FOUND NAME='raft' FZAREA='2' "
@@ -69,7 +82,7 @@ std::string makeModel() {
                                "FXLINE='0.0000012345678901234567'/></FOUNDATIONS>"));
 }
 
-TEST(InATerminal, HeadingsAndTheCurrentFoundationAreBold) {
+TEST_F(InATerminal, HeadingsAndTheCurrentFoundationAreBold) {
   EXPECT_EQ(runInTerminal(100, {"show", makeModel()}),
             "\x1B[1m   No  Name                       Gen  Part                         x  y  z  "
             "rot x  Fails  Factor\x1B[0m\n"
@@ -104,19 +117,19 @@ const char* const narrow =
     "C fails in compression   - none\n"
     "2 foundations, largest stiffness 3\n";
 
-TEST(InATerminal, ATableFitsItsWidth) {
+TEST_F(InATerminal, ATableFitsItsWidth) {
   EXPECT_EQ(runInTerminal(60, {"show", makeModel()}, {{"NO_COLOR", "1"}}), narrow);
 }
 
-TEST(InATerminal, ATableTakesAtLeastSixtyPlaces) {
+TEST_F(InATerminal, ATableTakesAtLeastSixtyPlaces) {
   EXPECT_EQ(runInTerminal(20, {"show", makeModel()}, {{"NO_COLOR", "1"}}), narrow);
 }
 
-TEST(InATerminal, ATableTakesAHundredPlacesWhenTheWidthIsUnknown) {
+TEST_F(InATerminal, ATableTakesAHundredPlacesWhenTheWidthIsUnknown) {
   EXPECT_EQ(runInTerminal(0, {"show", makeModel()}), runInTerminal(100, {"show", makeModel()}));
 }
 
-TEST(InATerminal, AColumnThatHasNoRoomBesideTheKeysStaysWhole) {
+TEST_F(InATerminal, AColumnThatHasNoRoomBesideTheKeysStaysWhole) {
   const std::string path =
       makeFile("wide.xml", makeDocument("<FOUNDATIONS><FOUND NUMBER='-2147483648' NAME='wall' "
                                         "FAILXLINE='-2147483648' FAILYLINE='-2147483648' "
@@ -137,7 +150,7 @@ TEST(InATerminal, AColumnThatHasNoRoomBesideTheKeysStaysWhole) {
             "1 foundation, largest stiffness 0\n");
 }
 
-TEST(InATerminal, ANameIsShownInFullWhereThereIsRoom) {
+TEST_F(InATerminal, ANameIsShownInFullWhereThereIsRoom) {
   const std::string name(150, 'x');
   const std::string path =
       makeFile("long.xml", makeDocument("<FOUNDATIONS><FOUND NAME='" + name + "'/></FOUNDATIONS>"));
@@ -148,7 +161,7 @@ TEST(InATerminal, ANameIsShownInFullWhereThereIsRoom) {
             std::string::npos);
 }
 
-TEST(InATerminal, NothingIsColouredWhereThatIsNotWanted) {
+TEST_F(InATerminal, NothingIsColouredWhereThatIsNotWanted) {
   const std::vector<std::string> show = {"show", makeModel()};
 
   EXPECT_EQ(runInTerminal(100, show, {{"NO_COLOR", "1"}}).find('\x1B'), std::string::npos);
@@ -156,19 +169,19 @@ TEST(InATerminal, NothingIsColouredWhereThatIsNotWanted) {
   EXPECT_NE(runInTerminal(100, show, {{"NO_COLOR", ""}}).find('\x1B'), std::string::npos);
 }
 
-TEST(InATerminal, ErrorsAreRed) {
+TEST_F(InATerminal, ErrorsAreRed) {
   EXPECT_EQ(runInTerminal(100, {"bogus"}),
             "\x1B[1;31mkvfound:\x1B[0m there is no command \"bogus\"; see kvfound --help\n");
 }
 
-TEST(InATerminal, DataIsNotColoured) {
+TEST_F(InATerminal, DataIsNotColoured) {
   const std::string path = makeModel();
   for (const char* format : {"json", "csv"})
     EXPECT_EQ(runInTerminal(100, {"show", path, "--format", format}),
               run("show '" + path + "' --format " + format).out);
 }
 
-TEST(InATerminal, HelpFitsItsWidth) {
+TEST_F(InATerminal, HelpFitsItsWidth) {
   EXPECT_EQ(runInTerminal(60, {"show", "--help"}),
             "Prints the foundations of models, exchange documents, CSV\n"
             "and JSON, as a table or as data\n"
@@ -215,6 +228,8 @@ TEST(InATerminal, HelpFitsItsWidth) {
 
 // --- Work that takes longer than a second
 
+class Progress : public InATerminal {};
+
 /// A command that reads a pipe of the running test, which is slow.
 std::string runSlowly(std::vector<std::string> arguments, const Variables& variables = {}) {
   const std::string pipe = makePath("pipe");
@@ -227,23 +242,23 @@ std::string runSlowly(std::vector<std::string> arguments, const Variables& varia
   return text;
 }
 
-TEST(Progress, TellsWhatIsDoneAndIsErased) {
+TEST_F(Progress, TellsWhatIsDoneAndIsErased) {
   EXPECT_EQ(runSlowly({"show"}),
             "kvfound: reading " + makePath("pipe") + "\x1B[K0 foundations, largest stiffness 0\n");
 }
 
-TEST(Progress, CountsFiles) {
+TEST_F(Progress, CountsFiles) {
   EXPECT_EQ(runSlowly({"check", KVFOUND_EXAMPLES_DIR "/model.xml"}),
             "kvfound: file 2 of 2, reading " + makePath("pipe") + "\x1B[K");
 }
 
-TEST(Progress, IsErasedBeforeAnError) {
+TEST_F(Progress, IsErasedBeforeAnError) {
   EXPECT_EQ(runSlowly({"show", "--name", "x"}),
             "kvfound: reading " + makePath("pipe") + "\x1B[K\x1B[1;31mkvfound:\x1B[0m " +
                 makePath("pipe") + ": no foundation is selected\n");
 }
 
-TEST(Progress, IsNotShownWhereNobodyWantsIt) {
+TEST_F(Progress, IsNotShownWhereNobodyWantsIt) {
   const std::string table = "0 foundations, largest stiffness 0\n";
 
   EXPECT_EQ(runSlowly({"show", "--quiet"}), table);
@@ -251,7 +266,7 @@ TEST(Progress, IsNotShownWhereNobodyWantsIt) {
   EXPECT_EQ(runSlowly({"show"}, {{"TERM", "dumb"}}), table);
 }
 
-TEST(Progress, IsNotShownInAPipe) {
+TEST(ProgressInAPipe, IsNotShown) {
   const std::string pipe = makePath("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   const pid_t writer = writeLate(pipe, makeDocument("<FOUNDATIONS/>"));
@@ -260,7 +275,7 @@ TEST(Progress, IsNotShownInAPipe) {
   waitpid(writer, nullptr, 0);
 }
 
-TEST(Progress, IsNotShownForWorkThatIsDoneAtOnce) {
+TEST_F(Progress, IsNotShownForWorkThatIsDoneAtOnce) {
   EXPECT_EQ(runInTerminal(100, {"check", KVFOUND_EXAMPLES_DIR "/model.xml"}), "");
 }
 
