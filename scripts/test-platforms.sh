@@ -53,7 +53,8 @@ test_platform() {
   prepare "$1"
   make_sysroot "$build" "${options[@]}"
   cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE=-O1 \
-    -DKVFOUND_TESTS=ON -DKVFOUND_TESTS_TOGETHER=ON -DKVFOUND_TOOLS_TOGETHER=ON -DKVFOUND_WARNINGS=ON "${options[@]}" "${choices[@]}"
+    -DKVFOUND_TESTS=ON -DKVFOUND_TESTS_AT_ONCE=ON -DKVFOUND_TESTS_TOGETHER=ON -DKVFOUND_TOOLS_TOGETHER=ON \
+    -DKVFOUND_WARNINGS=ON "${options[@]}" "${choices[@]}"
   cmake --build "$build" --target "${targets[@]}"
   GTEST_FILTER=$filter ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)" \
     --tests-regex "$programs"
