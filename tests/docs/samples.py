@@ -1,6 +1,6 @@
 """Builds and checks what stands in fenced blocks of the documents; CONTRIBUTING.md has the rules.
 
-samples.py write FOLDER DOCUMENT...
+samples.py write FOLDER PROJECT DOCUMENT...
     writes the sources of all C++ samples, and samples.cmake, which builds them
 samples.py check DOCUMENT PROGRAMS PROJECT BUILD [KVFOUND]
     runs the samples of a document, built in PROGRAMS, and checks the other blocks against the project,
@@ -91,21 +91,28 @@ def make_fragments(document, blocks):
     return "".join(parts)
 
 
-def write(folder, documents):
+def name_programs(document, project):
+    """What the names of a document's programs begin with; pages of different folders may be named alike."""
+    return "_".join(document.resolve().relative_to(project.resolve()).with_suffix("").parts)
+
+
+def write(folder, project, documents):
     sources = {}
     calls = []
     for document in documents:
         blocks = find_blocks(document)
         if not blocks:
             continue
+        stem = name_programs(document, project)
         names = []
         if any(is_fragment(block) for block in blocks):
-            names.append(f"{document.stem}_fragments")
+            names.append(f"{stem}_fragments")
             sources[names[-1] + ".cpp"] = make_fragments(document, blocks)
         for number, block in enumerate(filter(is_program, blocks), 1):
-            names.append(f"{document.stem}_program{number}")
+            names.append(f"{stem}_program{number}")
             sources[names[-1] + ".cpp"] = make_program(document, block)
-        calls.append(f"kvfound_add_samples({document.name} {' '.join(names)})\n")
+        path = document.resolve().relative_to(project.resolve()).as_posix()
+        calls.append(f"kvfound_add_samples({path} {' '.join(names)})\n")
     sources["samples.cmake"] = "".join(calls)
     for name, text in sources.items():
         path = folder / name
@@ -120,6 +127,7 @@ class Check:
         self.project = project
         self.build = build
         self.kvfound = kvfound  # None where it is not built
+        self.stem = name_programs(document, project)
         self.failures = 0
 
     def fail(self, block, reason):
@@ -187,10 +195,10 @@ class Check:
         for block in blocks:
             if is_program(block):
                 number += 1
-                program = self.programs / f"{self.document.stem}_program{number}"
+                program = self.programs / f"{self.stem}_program{number}"
                 texts.append(self.run(block, program))
             elif is_fragment(block):
-                program = self.programs / f"{self.document.stem}_fragments"
+                program = self.programs / f"{self.stem}_fragments"
                 texts.append(self.run(block, program, str(block.line)))
             elif block.language == "sh":
                 self.check_shell(block)
@@ -209,7 +217,7 @@ def main():
     command, *arguments = sys.argv[1:]
     paths = [pathlib.Path(argument) for argument in arguments]
     if command == "write":
-        return write(paths[0], paths[1:])
+        return write(paths[0], paths[1], paths[2:])
     return Check(*paths).check()
 
 
