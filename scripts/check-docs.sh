@@ -10,4 +10,4 @@ rm -rf build/doc
 mkdir -p build/doc
 version=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' CMakeLists.txt)
 { cat docs/Doxyfile; echo "PROJECT_NUMBER = $version"; } | doxygen -
-python3 -B tests/docs/links.py ./*.md docs/*.md
+find docs -name "*.md" -exec python3 -B tests/docs/links.py ./*.md {} +
