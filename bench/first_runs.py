@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Prints what first runs cost: each job of the library and the same job of bare pugixml, by turns,
 each in a process of its own, as ratios of processor time (medians of the pairs). See
-docs/performance.md.
+docs/maintainers/speed.md.
   bench/first_runs.py kvfound_first_run [--jobs NAME,...] [--sizes N,...] [--pairs COUNT]
 """
 

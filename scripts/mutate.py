@@ -85,17 +85,17 @@ def choose_mutants(files, options):
 
 
 def find_known(files):
-    """Path and change of what docs/mutation.md lists: indented, under the path as a heading."""
+    """Path and change of what docs/maintainers/mutation.md lists: indented, under the path as a heading."""
     known = set()
     path = None
-    for line in pathlib.Path("docs/mutation.md").read_text().splitlines():
+    for line in pathlib.Path("docs/maintainers/mutation.md").read_text().splitlines():
         if line.startswith("#"):
             path = line.split()[-1]
         elif line.startswith("    ") and path.startswith(SOURCES):
             known.add((path, line.strip()))
     outdated = known - {(mutant.path, mutant.change) for mutants in files for mutant in mutants}
     if outdated:
-        sys.exit("\n".join(["docs/mutation.md lists what is no change of the sources:",
+        sys.exit("\n".join(["docs/maintainers/mutation.md lists what is no change of the sources:",
                             *(f"{path}: {change}" for path, change in sorted(outdated))]))
     return known
 
@@ -260,7 +260,7 @@ def main():
         killed, survived = found.count("killed"), found.count("survived")
         print(f"{path:40} {killed + survived:8} {killed:8} {survived:8}")
     print(f"{every.count('invalid')} more changes do not build; {unknown} survivors are not in"
-          " docs/mutation.md")
+          " docs/maintainers/mutation.md")
     minutes = (time.monotonic() - started) / 60
     total = sum(map(len, files))
     print(f"{len(every)} of all {total} changes took {minutes:.0f} minutes; all would take about"
