@@ -9,6 +9,7 @@ samples.py check DOCUMENT PROGRAMS PROJECT BUILD [KVFOUND]
 
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -22,6 +23,9 @@ project(my_host LANGUAGES CXX)
 add_executable(my_host main.cpp)
 """
 COMPANIONS = "add_library(companions INTERFACE)\n"
+
+# A command that is typed, and all lines up to the next one.
+PROMPT = re.compile(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", re.MULTILINE)
 
 OMISSION = re.compile(r"^ *\.\.\.\n", re.MULTILINE)  # a line that stands for any others
 
@@ -152,9 +156,25 @@ class Check:
             if not (self.project / path).exists():
                 self.fail(block, f"there is no {path}")
 
+    def check_console(self, block):
+        """Types the lines that begin with a prompt, in a folder with the examples, and compares."""
+        if self.kvfound is None:
+            return
+        with tempfile.TemporaryDirectory() as name:
+            folder = pathlib.Path(name) / "examples"
+            shutil.copytree(self.project / "examples", folder)
+            for command, expected in PROMPT.findall(block.text):
+                script = f"kvfound() {{ '{self.kvfound}' \"$@\"; }}\n{command}\n"
+                result = subprocess.run(["bash", "-c", script], cwd=folder, stdout=subprocess.PIPE,
+                                        stderr=subprocess.STDOUT, text=True, timeout=SECONDS)
+                pieces = [re.escape(piece) for piece in OMISSION.split(expected)]
+                if result.returncode > 1 or not re.fullmatch("(.*\n)*".join(pieces), result.stdout):
+                    self.fail(block, f"{command} ends with {result.returncode}:\n{result.stdout}")
+
     def check_cmake(self, block):
         """Configures a host with this block, against an installation or with the project below it."""
         isProject = "project(" in block.text
+        isInstalled = not isProject or "find_package(" in block.text
         with tempfile.TemporaryDirectory() as name:
             folder = pathlib.Path(name)
             (folder / "companions").mkdir()
@@ -164,7 +184,7 @@ class Check:
             (folder / "CMakeLists.txt").write_text(("" if isProject else HOST) + block.text)
             commands = [["cmake", "-G", "Ninja", "-S", folder, "-B", folder / "build",
                          f"-DCMAKE_PREFIX_PATH={folder}/prefix"]]
-            if not isProject:
+            if isInstalled:
                 commands.insert(0, ["cmake", "--install", self.build, "--prefix", folder / "prefix"])
             for command in commands:
                 result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
@@ -190,7 +210,8 @@ class Check:
 
     def check(self):
         blocks = find_blocks(self.document)
-        texts = [path.read_text() for path in (self.project / "examples").glob("*ml")]
+        texts = [path.read_text() for path in (self.project / "examples").iterdir()
+                 if path.suffix in (".xml", ".kvml", ".csv")]
         number = 0
         for block in blocks:
             if is_program(block):
@@ -204,6 +225,8 @@ class Check:
                 self.check_shell(block)
             elif block.language == "cmake":
                 self.check_cmake(block)
+            elif block.language == "console":
+                self.check_console(block)
         for block in blocks:
             if block.language == "text" and OMISSION.search(block.text):
                 self.check_table(block)
