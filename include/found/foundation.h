@@ -6,6 +6,10 @@
 #include "found/export.h"
 #include "kv/vector3d.h"
 
+// X11 has a macro of this name. What it means comes back at the end of this file.
+#pragma push_macro("None")
+#undef None
+
 namespace Found {
 
 /// One elastic support of a structural model: stiffness for areas, for lines, or for both.
@@ -36,7 +40,7 @@ class FOUND_API Foundation {
   /// `None`.
   enum Failure : int {
     Tension = -1,    ///< negative stiffness shrinks to a residual value
-    None = 0,        ///< the direction never fails
+    None = 0,        ///< the direction never fails; `Failure{}` where a macro hides the name
     Compression = 1  ///< positive stiffness shrinks to a residual value
   };
 
@@ -233,3 +237,5 @@ class FOUND_API Foundation {
 };
 
 }  // namespace Found
+
+#pragma pop_macro("None")

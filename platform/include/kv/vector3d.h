@@ -17,10 +17,17 @@ class KV_API KvVector3D {
   /// True when the length is below the tolerance.
   bool isNull() const { return getTolerance() > length(); }
 
+#if defined(__GNUC__) || defined(__clang__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wfloat-equal"  // a host's; here it is meant so
+#endif
   /// True when any component differs, compared exactly. A NaN differs from everything.
   bool operator!=(const KvVector3D& other) const {
     return x != other.x || y != other.y || z != other.z;
   }
+#if defined(__GNUC__) || defined(__clang__)
+#pragma GCC diagnostic pop
+#endif
 
   /// The length below which a vector counts as null: 1e-10.
   static double getTolerance() { return 1e-10; }

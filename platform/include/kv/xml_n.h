@@ -95,7 +95,8 @@ class KV_API Data {
   friend struct KvXmlView::Store<Data>;
   friend class KvXmlView::Pool<Data>;
   Data();
-  void refresh(const std::string& name, std::string& meant) noexcept;
+  // In parentheses, since curses has a macro of this name that takes arguments.
+  void(refresh)(const std::string& name, std::string& meant) noexcept;
 
   KvXmlView::ElementView<Data, AttributeData> view;
 };

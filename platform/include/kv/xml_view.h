@@ -24,6 +24,8 @@ class Pool;
 template <class Element, class Attributes>
 struct ElementView {
   ElementView();
+  ElementView(const ElementView&) = delete;
+  ElementView& operator=(const ElementView&) = delete;
   ~ElementView();
 
   Store<Element>* store = nullptr;
