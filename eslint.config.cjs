@@ -5,8 +5,8 @@ module.exports = [
   { ignores: ["build*/"] },
   configs.recommended,
   {
-    files: ["tools/**/*.js"],
-    languageOptions: { sourceType: "script", globals: { document: "readonly", FormData: "readonly", URLSearchParams: "readonly", addEventListener: "readonly", history: "readonly", location: "readonly" } },
+    files: ["tools/**/*.js", "docs/**/*.js"],
+    languageOptions: { sourceType: "script", globals: { document: "readonly", window: "readonly", FormData: "readonly", URLSearchParams: "readonly", addEventListener: "readonly", history: "readonly", location: "readonly" } },
     rules: {
       eqeqeq: "error",
       "no-implicit-globals": "error",

@@ -1,0 +1,317 @@
+"""Makes the pages of the reference from what Doxygen read in the public headers (its XML): a page a
+class, a page a namespace, one for what is in none, and one for the headers."""
+
+import html
+import pathlib
+import re
+import xml.etree.ElementTree as ElementTree
+
+HIDDEN = {"CodePages", "KvXmlView", "std"}  # namespaces that are not for hosts
+NO_NAMESPACE = "Global names"
+GROUPS = {"public-type": "Types", "public-attrib": "Values"}
+SPECIAL = {"operator=": "operator-assign", "operator==": "operator-equal",
+           "operator!=": "operator-not-equal"}
+
+
+def make_file_name(name):
+    return name.replace("::", "-") if name != NO_NAMESPACE else "global"
+
+
+def make_header_anchor(header):
+    return re.sub(r"\W+", "-", header)
+
+
+def escape(text):
+    """Text for a heading: nothing in it means anything to Markdown."""
+    return re.sub(r"([\\`*_{}\[\]<>#])", r"\\\1", text or "")
+
+
+def tidy(code):
+    """C++ as the headers write it: Doxygen spreads blanks and leaves them out."""
+    code = re.sub(r"\s*([&*]+)\s*(?=[\w>,)&*]|$)", r"\1 ", code)
+    code = re.sub(r"([&*]) ([>,)])", r"\1\2", code)
+    code = re.sub(r"< ?(.*?) ?>(?=\W|$)", r"<\1>", code)
+    code = re.sub(r"\)\s*=\s*(default|delete|0)$", r") = \1", code)
+    code = re.sub(r"(const|noexcept|override)=", r"\1 =", code)
+    return re.sub(r" +", " ", code).replace(" )", ")").strip()
+
+
+class Member:
+    """A function, type, value or macro that hosts may use."""
+
+    def __init__(self, element, group):
+        self.element = element
+        self.id = element.get("id")
+        self.name = element.findtext("name")
+        self.group = group
+        self.line = int(element.find("location").get("line"))
+        self.anchor = ""
+        self.page = ""
+
+    def make_signature(self):
+        kind = self.element.get("kind")
+        if kind == "enum":
+            base = self.element.find("type")
+            text = "".join(base.itertext()) if base is not None else ""
+            return f"enum {self.name}" + (f" : {text}" if text else "")
+        if kind == "define":
+            return f"#define {self.name}"
+        if kind == "typedef":
+            target = "".join(self.element.find("type").itertext())
+            parameters = ", ".join("".join(p.itertext()).strip()
+                                   for p in self.element.iterfind("templateparamlist/param"))
+            return (f"template <{parameters}>\n" if parameters else "") + tidy(f"using {self.name} = {target}") + ";"
+        words = [word for word, attribute, value in (("explicit", "explicit", "yes"), ("static", "static", "yes"))
+                 if self.element.get(attribute) == value]
+        if self.element.get("virt") in ("virtual", "pure-virtual"):
+            words.append("virtual")
+        type_ = re.sub(r"^(explicit|static|virtual) ", "", "".join(self.element.find("type").itertext()))
+        arguments = self.element.findtext("argsstring") or ""
+        initial = self.element.findtext("initializer") or ""
+        return tidy(" ".join([*words, f"{type_} {self.name}{arguments}".strip()]) + f" {initial}".rstrip()) + ";"
+
+
+class Page:
+    def __init__(self, name, title):
+        self.name = name
+        self.file = make_file_name(name)
+        self.title = title
+        self.element = None
+        self.members = []
+        self.parts = []  # pages of classes and namespaces within
+
+    def add(self, member):
+        member.page = self.file
+        self.members.append(member)
+
+
+class Reference:
+    def __init__(self, folder):
+        folder = pathlib.Path(folder)
+        index = ElementTree.parse(folder / "index.xml").getroot()
+        self.pages = {}
+        self.headers = []
+        self.targets = {}  # from ids of Doxygen to addresses
+        for entry in index.iterfind("compound"):
+            element = ElementTree.parse(folder / f"{entry.get('refid')}.xml").getroot().find("compounddef")
+            self.add_compound(element)
+        self.add_global_names()
+        for page in self.pages.values():
+            self.name_anchors(page)
+        self.arrange()
+
+    # --- What there is
+
+    def add_compound(self, element):
+        kind = element.get("kind")
+        name = element.findtext("compoundname")
+        if name.split("::")[0] in HIDDEN or element.get("prot") in ("private", "protected"):
+            return
+        if kind in ("class", "struct"):
+            page = self.pages[name] = Page(name, name)
+        elif kind == "namespace":
+            page = self.pages[name] = Page(name, f"Namespace {name}")
+        elif kind == "file":
+            self.headers.append(element)
+            return
+        else:
+            return
+        page.element = element
+        self.targets[element.get("id")] = f"{page.file}.html"
+        for section in element.iterfind("sectiondef"):
+            for member in section.iterfind("memberdef"):
+                if member.get("prot") == "public" and member.get("kind") != "friend":
+                    page.add(Member(member, self.find_group(page, section, member)))
+
+    def find_group(self, page, section, member):
+        kind = section.get("kind")
+        if kind == "user-defined":
+            return section.findtext("header")
+        own = page.name.split("::")[-1]
+        if member.findtext("name") in (own, f"~{own}", "operator="):
+            return "Making, copying, ending"
+        return GROUPS.get(kind, "Functions" if member.get("kind") == "function" else "Types")
+
+    def add_global_names(self):
+        page = self.pages[NO_NAMESPACE] = Page(NO_NAMESPACE, NO_NAMESPACE)
+        for header in self.headers:
+            for section in header.iterfind("sectiondef"):
+                for member in section.iterfind("memberdef"):
+                    isMacro = member.get("kind") == "define"
+                    if isMacro and not self.describe(member):
+                        continue
+                    if "::" not in (member.findtext("qualifiedname") or "") or isMacro:
+                        page.add(Member(member, "Macros" if isMacro else "Functions"))
+
+    def name_anchors(self, page):
+        page.members.sort(key=lambda member: member.line)
+        used = {}
+        for member in page.members:
+            anchor = SPECIAL.get(member.name, member.name.replace("~", "destructor-"))
+            used[anchor] = used.get(anchor, 0) + 1
+            member.anchor = anchor if used[anchor] == 1 else f"{anchor}-{used[anchor]}"
+            self.targets[member.id] = f"{page.file}.html#{member.anchor}"
+            for value in member.element.iterfind("enumvalue"):
+                self.targets[value.get("id")] = f"{page.file}.html#{member.anchor}"
+
+    def arrange(self):
+        """Each class goes to the page of its namespace. What a class has within it does, too."""
+        for page in list(self.pages.values()):
+            if page.name == NO_NAMESPACE:
+                continue
+            owner = page.name.rpartition("::")[0] or (
+                NO_NAMESPACE if not page.title.startswith("Namespace") else "")
+            if owner in self.pages:
+                self.pages[owner].parts.append(page)
+        for header in self.headers:
+            path = header.find("location").get("file")
+            self.targets[header.get("id")] = f"headers.html#{make_header_anchor(path)}"
+
+    # --- Descriptions, as HTML
+
+    def describe(self, element):
+        return "".join(self.convert(child) for name in ("briefdescription", "detaileddescription")
+                       for child in element.iterfind(name)).strip()
+
+    def convert_children(self, element):
+        parts = [html.escape(element.text or "", quote=False)]
+        for child in element:
+            parts += [self.convert(child), html.escape(child.tail or "", quote=False)]
+        return "".join(parts)
+
+    def convert(self, element):
+        tag = element.tag
+        if tag == "verbatim":
+            return f"<pre><code>{html.escape(''.join(element.itertext()), quote=False)}</code></pre>\n"
+        if tag == "ref":
+            address = self.targets.get(element.get("refid"))
+            inner = self.convert_children(element)
+            return f'<a href="{address}">{inner}</a>' if address else inner
+        inner = self.convert_children(element)
+        if tag == "para":
+            return self.convert_paragraph(inner)
+        if tag in ("briefdescription", "detaileddescription", "description"):
+            return inner.strip()
+        if tag == "computeroutput":
+            return f"<code>{inner}</code>"
+        raise ValueError(f"headers use <{tag}>, which the manual cannot show yet")
+
+    @staticmethod
+    def convert_paragraph(inner):
+        """What is set apart in a paragraph of Doxygen stands between paragraphs of HTML."""
+        pieces = re.split(r"(<pre>.*?</pre>\n)", inner.strip(), flags=re.DOTALL)
+        return "".join(piece if piece.startswith("<pre>") else f"<p>{piece.strip()}</p>\n"
+                       for piece in pieces if piece.strip())
+
+    # --- Pages, as Markdown
+
+    def write(self, folder):
+        for page in self.pages.values():
+            (folder / f"{page.file}.md").write_text(self.make_page(page))
+        (folder / "headers.md").write_text(self.make_headers())
+
+    def make_page(self, page):
+        parts = [f"# {escape(page.title)}\n\n"]
+        if page.element is not None:
+            parts.append(self.make_include(page))
+            parts.append(self.describe(page.element) + "\n\n")
+        if page.parts:
+            parts.append(self.make_list_of_parts(page))
+        if page.element is not None and page.members:
+            parts.append(self.make_overview(page))
+        for group in dict.fromkeys(member.group for member in page.members):
+            parts.append(self.make_group(page, group))
+        return "".join(parts)
+
+    def make_include(self, page):
+        include = page.element.findtext("includes")
+        if not include:
+            return ""
+        bases = [base.text for base in page.element.iterfind("basecompoundref")]
+        base = f"Derived from `{', '.join(bases)}`.\n\n" if bases else ""
+        return f"```cpp\n#include \"{include}\"\n```\n\n{base}"
+
+    def make_list_of_parts(self, page):
+        rows = []
+        for part in sorted(page.parts, key=lambda part: part.name):
+            first = re.match(r"<p>(.*?\.)(?= |</p>)", self.describe(part.element), re.DOTALL)
+            rows.append(f'<tr><th scope="row"><a href="{part.file}.html"><code>{part.name}</code></a></th>'
+                        f"<td>{first[1] if first else ''}</td></tr>\n")
+        return ('<table>\n<thead><tr><th scope="col">name</th><th scope="col">what</th></tr></thead>\n'
+                f"<tbody>\n{''.join(rows)}</tbody>\n</table>\n\n")
+
+    def make_overview(self, page):
+        """All members in short. One without a description has its only place here."""
+        items = []
+        for member in page.members:
+            code = html.escape(member.make_signature().rstrip(";").replace("\n", " "), quote=False)
+            if self.is_described(member):
+                items.append(f'<li><a href="#{member.anchor}"><code>{code}</code></a></li>\n')
+            else:
+                items.append(f'<li id="{member.anchor}"><code>{code}</code></li>\n')
+        return f'<ul class="members">\n{"".join(items)}</ul>\n\n'
+
+    def is_described(self, member):
+        return bool(self.describe(member.element)) or member.element.find("enumvalue") is not None
+
+    def make_group(self, page, group):
+        members = [member for member in page.members if member.group == group]
+        described = [member for member in members if self.is_described(member)]
+        if not described:
+            return ""
+        parts = [f"## {escape(group)}\n\n", self.describe_group(page, group)]
+        last = None
+        for member in described:
+            if member.name != last:
+                parts.append(f"### {escape(member.name)} {{#{member.anchor}}}\n\n")
+            else:
+                parts.append(f'<span id="{member.anchor}"></span>\n\n')
+            last = member.name
+            parts.append(f"```cpp\n{member.make_signature()}\n```\n\n")
+            parts.append(self.describe(member.element) + "\n\n")
+            parts.append(self.make_values(member))
+        return "".join(parts)
+
+    def describe_group(self, page, group):
+        if page.element is None:
+            return ""
+        for section in page.element.iterfind("sectiondef"):
+            if section.findtext("header") == group and section.find("description") is not None:
+                return self.convert(section.find("description")) + "\n\n"
+        return ""
+
+    def make_values(self, member):
+        rows = [f'<tr><th scope="row"><code>{value.findtext("name")} '
+                f'{html.escape(value.findtext("initializer") or "")}</code></th>'
+                f"<td>{self.describe(value)}</td></tr>\n" for value in member.element.iterfind("enumvalue")]
+        if not rows:
+            return ""
+        return ('<table>\n<thead><tr><th scope="col">value</th><th scope="col">meaning</th></tr></thead>\n'
+                f"<tbody>\n{''.join(rows)}</tbody>\n</table>\n\n")
+
+    def make_headers(self):
+        parts = ["# Headers\n\nWhat each public header declares, and what holds for all of it.\n\n"]
+        for header in sorted(self.headers, key=lambda header: header.find("location").get("file")):
+            path = header.find("location").get("file")
+            parts.append(f"## {escape(path)} {{#{make_header_anchor(path)}}}\n\n")
+            parts.append(self.describe(header) + "\n\n")
+            items = [(inner.text, self.targets.get(inner.get("refid"))) for inner in header.iterfind("innerclass")]
+            items += [(member.findtext("name"), self.targets.get(member.get("id")))
+                      for member in header.iterfind("sectiondef/memberdef")]
+            rows = "".join(f'<li><a href="{address}"><code>{html.escape(name)}</code></a></li>\n'
+                           for name, address in items if address)
+            parts.append(f'<ul class="members">\n{rows}</ul>\n\n' if rows else "")
+        return "".join(parts)
+
+    def make_navigation(self):
+        """Namespaces with their classes below them."""
+        def make_entries(page):
+            first = {"Overview": f"reference/{page.file}.md"}
+            classes = [{part.name.split("::")[-1]: f"reference/{part.file}.md"}
+                       for part in sorted(page.parts, key=lambda part: part.name)
+                       if not part.title.startswith("Namespace")]
+            return [first, *classes]
+        entries = [{page.name: make_entries(page)} for page in
+                   sorted(self.pages.values(), key=lambda page: (not page.name.startswith("Found"), page.name))
+                   if page.title.startswith("Namespace") or page.name == NO_NAMESPACE]
+        return [*entries, {"Headers": "reference/headers.md"}]
