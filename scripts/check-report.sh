@@ -7,13 +7,10 @@ cd "$(dirname "$0")/.."
 . scripts/release.sh
 . scripts/npm.sh
 
-axe=axe-core@4.14.1
-folder=build/axe
-
 install_packages chromium chromium-driver fonts-dejavu-core poppler-utils python3-selenium tidy w3m
-install_npm_packages "$folder" "$axe"
+install_axe
 build_release
 rm -rf build/report
 # Python as Debian has it, for which its packages are.
 /usr/bin/python3 -B tests/cli/report_browser/check_pages.py "$release/tools/cli/kvfound" examples \
-  "$folder/node_modules/axe-core/axe.min.js" build/report
+  "$axe" build/report

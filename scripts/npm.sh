@@ -12,3 +12,9 @@ install_npm_packages() {
   npm install --silent --prefer-offline --no-audit --no-fund --ignore-scripts --prefix "$folder" "$@"
   echo "$*" >"$folder/packages"
 }
+
+# install_axe: installs axe-core, which judges how pages can be used, as the script $axe.
+axe=build/axe/node_modules/axe-core/axe.min.js
+install_axe() {
+  install_npm_packages build/axe axe-core@4.14.1
+}
