@@ -81,6 +81,13 @@ class BrowserChecks(unittest.TestCase):
             self.open(address, PHONE)
             self.assertEqual(self.browser.run("return document.documentElement.scrollWidth"), PHONE, address)
 
+    def test_tables_of_several_columns_fit_a_phone(self):
+        for address in KINDS:
+            self.open(address, PHONE)
+            wide = self.browser.run("return [...document.querySelectorAll('.scroll:has(.several)')]"
+                                    ".filter(e => e.scrollWidth > e.clientWidth).map(e => e.textContent.slice(0, 100))")
+            self.assertEqual(wide, [], address)
+
     # --- Search
 
     def search(self, words):

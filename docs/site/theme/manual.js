@@ -68,11 +68,14 @@
     return text.includes(word) ? 2 : 0;
   };
 
+  /// What is for maintainers comes behind what is for everybody.
+  const weigh = (section) => (section.address.startsWith("maintainers/") ? 0.1 : 1);
+
   const find = (sections, words) =>
     sections
       .map((section) => ({ section, rates: words.map((word) => rate(section, word)) }))
       .filter(({ rates }) => rates.every((value) => value > 0))
-      .map(({ section, rates }) => ({ section, sum: rates.reduce((a, b) => a + b, 0) }))
+      .map(({ section, rates }) => ({ section, sum: rates.reduce((a, b) => a + b, 0) * weigh(section) }))
       .sort((a, b) => b.sum - a.sum)
       .map(({ section }) => section);
 
