@@ -14,6 +14,7 @@ version=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' CMakeLists.txt)
 # Python as Debian has it, for which its packages are.
 /usr/bin/python3 -B docs/site/pages.py . "$folder/xml" "$folder/site" "$version"
 /usr/bin/mkdocs build --quiet --config-file "$folder/site/mkdocs.yml"
+rm "$folder"/site/site/sitemap.xml* # for servers that are searched, and never the same twice
 mv "$folder/site/site" build/site
 /usr/bin/python3 -B docs/site/search_index.py build/site
 echo "The manual is build/site/index.html." >&2

@@ -22,10 +22,20 @@ HEADER_FOLDERS = ("include/", "platform/include/")
 SHOWN_AS_THEY_ARE = {".xml", ".json", ".csv", ".md", ".txt", ".png", ".xsd"}
 
 
-def make_title(heading):
+# What mandoc makes of a manual page, and of its parts.
+MANUAL_TEXT = re.compile(r'<div class="manual-text">(.*)</div>\s*<table class="foot">', re.DOTALL)
+MANUAL_WRAPPING = re.compile(r'</?section[^>]*>|<a class="permalink"[^>]*>(.*?)</a>', re.DOTALL)
+MANUAL_USAGE = re.compile(r'<table class="Nm">\s*<tr>\s*<td>(.*?)</td>\s*<td>(.*?)</td>\s*</tr>\s*'
+                          r"</table>(?:\s*<br/>)?", re.DOTALL)
+MANUAL_HEADING = re.compile(r'<h([12]) class="S[hs]" id="([^"]*)">(.*?)</h\1>', re.DOTALL)
+
+
+def make_heading(match):
     """Manual pages shout the names of their sections."""
+    level, anchor, heading = match.groups()
     words = " ".join(heading.split())
-    return words.capitalize() if words.isupper() else words
+    title = words.capitalize() if words.isupper() else words
+    return f"\n\n{'#' * (int(level) + 1)} {title} {{#{anchor}}}\n\n"
 
 
 class Manual:
@@ -55,9 +65,10 @@ class Manual:
     def write_page(self, source, page):
         target = self.pages / page
         target.parent.mkdir(parents=True, exist_ok=True)
-        pieces = re.split(r"(^```.*?^```$)", (self.project / source).read_text(), flags=re.DOTALL | re.MULTILINE)
-        target.write_text("".join(piece if piece.startswith("```") else self.mend_links(source, page, piece)
-                                  for piece in pieces))
+        text = (self.project / source).read_text()
+        pieces = re.split(r"(^```.*?^```$)", text, flags=re.DOTALL | re.MULTILINE)
+        target.write_text("".join(
+            piece if piece.startswith("```") else self.mend_links(source, page, piece) for piece in pieces))
 
     def mend_links(self, source, page, text):
         def mend(match):
@@ -85,8 +96,11 @@ class Manual:
                 return pathlib.Path(f"reference/headers.md{anchor}")
         if (self.project / path).is_dir():
             return None
-        suffix = "" if path.suffix in SHOWN_AS_THEY_ARE else ".txt"
-        kept = path.relative_to("docs") if path.parts[0] == "docs" else pathlib.Path("files") / f"{name}{suffix}"
+        if path.parts[0] == "docs":
+            kept = path.relative_to("docs")
+        else:
+            suffix = "" if path.suffix in SHOWN_AS_THEY_ARE else ".txt"
+            kept = pathlib.Path("files") / f"{name}{suffix}"
         (self.pages / kept).parent.mkdir(parents=True, exist_ok=True)
         shutil.copy(self.project / path, self.pages / kept)
         return kept
@@ -95,17 +109,13 @@ class Manual:
         """The manual page of the program; its headings become those of Markdown."""
         command = ["mandoc", "-T", "html", "-O", "fragment", self.project / "tools/cli/kvfound.1"]
         text = subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout
-        text = re.search(r'<div class="manual-text">(.*)</div>\s*<table class="foot">', text, re.DOTALL)[1]
-        text = re.sub(r"</?section[^>]*>|<a class=\"permalink\"[^>]*>(.*?)</a>", r"\1", text, flags=re.DOTALL)
-        for level, place in ((1, "Sh"), (2, "Ss")):
-            text = re.sub(rf'<h{level} class="{place}" id="([^"]*)">(.*?)</h{level}>',
-                          lambda match: f"\n\n{'#' * (level + 1)} {make_title(match[2])} {{#{match[1]}}}\n\n",
-                          text, flags=re.DOTALL)
-        text = re.sub(r'<table class="Nm">\s*<tr>\s*<td>(.*?)</td>\s*<td>(.*?)</td>\s*</tr>\s*</table>(?:\s*<br/>)?',
-                      r'<p class="usage">\1 \2</p>', text, flags=re.DOTALL)
-        sections = re.split(r"(\n\n#+ .*\n\n)", text)
+        text = MANUAL_TEXT.search(text)[1]
+        text = MANUAL_WRAPPING.sub(r"\1", text)
+        text = MANUAL_USAGE.sub(r'<p class="usage">\1 \2</p>', text)
+        text = MANUAL_HEADING.sub(make_heading, text)
+        pieces = re.split(r"(\n\n#+ .*\n\n)", text)
         body = "".join(piece if piece.startswith("\n\n#") else f'<div class="man">\n{piece.strip()}\n</div>'
-                       for piece in sections if piece.strip())
+                       for piece in pieces if piece.strip())
         return f"# Manual page of kvfound\n\n{body}\n"
 
     # --- Navigation
@@ -118,9 +128,10 @@ class Manual:
         configuration["theme"]["custom_dir"] = str(site / "theme")
         configuration["extra"] = {"version": self.version}
         configuration["hooks"] = [str(site / "hooks.py")]
-        (self.out / "mkdocs.yml").write_text(yaml.safe_dump(configuration, sort_keys=False, allow_unicode=True))
-        listed = set(self.list_pages(configuration["nav"]))
-        unlisted = [str(page) for page in self.pages.rglob("*.md") if str(page.relative_to(self.pages)) not in listed]
+        text = yaml.safe_dump(configuration, sort_keys=False, allow_unicode=True)
+        (self.out / "mkdocs.yml").write_text(text)
+        there = {path.relative_to(self.pages).as_posix() for path in self.pages.rglob("*.md")}
+        unlisted = sorted(there - set(self.list_pages(configuration["nav"])))
         if unlisted:
             sys.exit(f"docs/site/mkdocs.yml does not lead to {', '.join(unlisted)}")
 

@@ -36,6 +36,18 @@ def tidy(code):
     return re.sub(r" +", " ", code).replace(" )", ")").strip()
 
 
+def make_table(name, meaning, rows):
+    if not rows:
+        return ""
+    body = "".join(f'<tr><th scope="row">{row}</th><td>{text}</td></tr>\n' for row, text in rows)
+    return (f'<table>\n<thead><tr><th scope="col">{name}</th><th scope="col">{meaning}</th></tr>'
+            f"</thead>\n<tbody>\n{body}</tbody>\n</table>\n\n")
+
+
+def make_list(items):
+    return f'<ul class="members">\n{"".join(items)}</ul>\n\n' if items else ""
+
+
 class Member:
     """A function, type, value or macro that hosts may use."""
 
@@ -49,26 +61,34 @@ class Member:
         self.page = ""
 
     def make_signature(self):
-        kind = self.element.get("kind")
-        if kind == "enum":
-            base = self.element.find("type")
-            text = "".join(base.itertext()) if base is not None else ""
-            return f"enum {self.name}" + (f" : {text}" if text else "")
-        if kind == "define":
-            return f"#define {self.name}"
-        if kind == "typedef":
-            target = "".join(self.element.find("type").itertext())
-            parameters = ", ".join("".join(p.itertext()).strip()
-                                   for p in self.element.iterfind("templateparamlist/param"))
-            return (f"template <{parameters}>\n" if parameters else "") + tidy(f"using {self.name} = {target}") + ";"
-        words = [word for word, attribute, value in (("explicit", "explicit", "yes"), ("static", "static", "yes"))
-                 if self.element.get(attribute) == value]
+        """The declaration, as it stands in the header but for line ends."""
+        return {"enum": self.declare_enum, "define": self.declare_macro,
+                "typedef": self.declare_alias}.get(self.element.get("kind"), self.declare_function)()
+
+    def declare_enum(self):
+        base = self.read("type")
+        return f"enum {self.name}" + (f" : {base}" if base else "")
+
+    def declare_macro(self):
+        return f"#define {self.name}"
+
+    def declare_alias(self):
+        parameters = ", ".join("".join(parameter.itertext()).strip()
+                               for parameter in self.element.iterfind("templateparamlist/param"))
+        template = f"template <{parameters}>\n" if parameters else ""
+        return f"{template}{tidy(f'using {self.name} = ' + self.read('type'))};"
+
+    def declare_function(self):
+        words = [word for word in ("explicit", "static") if self.element.get(word) == "yes"]
         if self.element.get("virt") in ("virtual", "pure-virtual"):
             words.append("virtual")
-        type_ = re.sub(r"^(explicit|static|virtual) ", "", "".join(self.element.find("type").itertext()))
-        arguments = self.element.findtext("argsstring") or ""
-        initial = self.element.findtext("initializer") or ""
-        return tidy(" ".join([*words, f"{type_} {self.name}{arguments}".strip()]) + f" {initial}".rstrip()) + ";"
+        result = re.sub(r"^((explicit|static|virtual) )+", "", self.read("type"))
+        words += [result, self.name + self.read("argsstring"), self.read("initializer")]
+        return tidy(" ".join(word for word in words if word)) + ";"
+
+    def read(self, part):
+        element = self.element.find(part)
+        return "".join(element.itertext()) if element is not None else ""
 
 
 class Page:
@@ -93,8 +113,8 @@ class Reference:
         self.headers = []
         self.targets = {}  # from ids of Doxygen to addresses
         for entry in index.iterfind("compound"):
-            element = ElementTree.parse(folder / f"{entry.get('refid')}.xml").getroot().find("compounddef")
-            self.add_compound(element)
+            document = ElementTree.parse(folder / f"{entry.get('refid')}.xml")
+            self.add_compound(document.getroot().find("compounddef"))
         self.add_global_names()
         for page in self.pages.values():
             self.name_anchors(page)
@@ -235,21 +255,21 @@ class Reference:
         rows = []
         for part in sorted(page.parts, key=lambda part: part.name):
             first = re.match(r"<p>(.*?\.)(?= |</p>)", self.describe(part.element), re.DOTALL)
-            rows.append(f'<tr><th scope="row"><a href="{part.file}.html"><code>{part.name}</code></a></th>'
-                        f"<td>{first[1] if first else ''}</td></tr>\n")
-        return ('<table>\n<thead><tr><th scope="col">name</th><th scope="col">what</th></tr></thead>\n'
-                f"<tbody>\n{''.join(rows)}</tbody>\n</table>\n\n")
+            rows.append((f'<a href="{part.file}.html"><code>{part.name}</code></a>',
+                         first[1] if first else ""))
+        return make_table("name", "what", rows)
 
     def make_overview(self, page):
         """All members in short. One without a description has its only place here."""
         items = []
         for member in page.members:
-            code = html.escape(member.make_signature().rstrip(";").replace("\n", " "), quote=False)
+            signature = member.make_signature().rstrip(";").replace("\n", " ")
+            code = html.escape(signature, quote=False)
             if self.is_described(member):
                 items.append(f'<li><a href="#{member.anchor}"><code>{code}</code></a></li>\n')
             else:
                 items.append(f'<li id="{member.anchor}"><code>{code}</code></li>\n')
-        return f'<ul class="members">\n{"".join(items)}</ul>\n\n'
+        return make_list(items)
 
     def is_described(self, member):
         return bool(self.describe(member.element)) or member.element.find("enumvalue") is not None
@@ -281,13 +301,9 @@ class Reference:
         return ""
 
     def make_values(self, member):
-        rows = [f'<tr><th scope="row"><code>{value.findtext("name")} '
-                f'{html.escape(value.findtext("initializer") or "")}</code></th>'
-                f"<td>{self.describe(value)}</td></tr>\n" for value in member.element.iterfind("enumvalue")]
-        if not rows:
-            return ""
-        return ('<table>\n<thead><tr><th scope="col">value</th><th scope="col">meaning</th></tr></thead>\n'
-                f"<tbody>\n{''.join(rows)}</tbody>\n</table>\n\n")
+        rows = [(f'{value.findtext("name")} {html.escape(value.findtext("initializer") or "")}',
+                 self.describe(value)) for value in member.element.iterfind("enumvalue")]
+        return make_table("value", "meaning", [(f"<code>{name}</code>", text) for name, text in rows])
 
     def make_headers(self):
         parts = ["# Headers\n\nWhat each public header declares, and what holds for all of it.\n\n"]
@@ -295,12 +311,12 @@ class Reference:
             path = header.find("location").get("file")
             parts.append(f"## {escape(path)} {{#{make_header_anchor(path)}}}\n\n")
             parts.append(self.describe(header) + "\n\n")
-            items = [(inner.text, self.targets.get(inner.get("refid"))) for inner in header.iterfind("innerclass")]
+            items = [(inner.text, self.targets.get(inner.get("refid")))
+                     for inner in header.iterfind("innerclass")]
             items += [(member.findtext("name"), self.targets.get(member.get("id")))
                       for member in header.iterfind("sectiondef/memberdef")]
-            rows = "".join(f'<li><a href="{address}"><code>{html.escape(name)}</code></a></li>\n'
-                           for name, address in items if address)
-            parts.append(f'<ul class="members">\n{rows}</ul>\n\n' if rows else "")
+            parts.append(make_list([f'<li><a href="{address}"><code>{name}</code></a></li>\n'
+                                    for name, address in items if address]))
         return "".join(parts)
 
     def make_navigation(self):
@@ -311,7 +327,8 @@ class Reference:
                        for part in sorted(page.parts, key=lambda part: part.name)
                        if not part.title.startswith("Namespace")]
             return [first, *classes]
-        entries = [{page.name: make_entries(page)} for page in
-                   sorted(self.pages.values(), key=lambda page: (not page.name.startswith("Found"), page.name))
-                   if page.title.startswith("Namespace") or page.name == NO_NAMESPACE]
-        return [*entries, {"Headers": "reference/headers.md"}]
+        owners = [page for page in self.pages.values()
+                  if page.title.startswith("Namespace") or page.name == NO_NAMESPACE]
+        owners.sort(key=lambda page: (not page.name.startswith("Found"), page.name))
+        return [*({page.name: make_entries(page)} for page in owners),
+                {"Headers": "reference/headers.md"}]

@@ -9,11 +9,17 @@ import unittest
 from browser import Browser
 from site_pages import read_site
 
-# What axe-core finds wrong, a line each. It may not load style sheets from the file system once more.
+# What axe-core finds wrong, a line each. It may not load style sheets from the file system again.
 JUDGE = """
 const done = arguments[0];
 axe.run(document, {resultTypes: ['violations'], preload: false}).then(result => done(result.violations.flatMap(
     rule => rule.nodes.map(node => `${rule.id}: ${node.html.slice(0, 200)}`))), done);
+"""
+# Returns once the search has told what it found.
+WAIT = """
+const done = arguments[0];
+const wait = () => document.querySelector('#page-results p').textContent ? done() : setTimeout(wait, 20);
+wait();
 """
 WIDTH = 1280
 PHONE = 320
@@ -85,7 +91,8 @@ class BrowserChecks(unittest.TestCase):
         for address in KINDS:
             self.open(address, PHONE)
             wide = self.browser.run("return [...document.querySelectorAll('.scroll:has(.several)')]"
-                                    ".filter(e => e.scrollWidth > e.clientWidth).map(e => e.textContent.slice(0, 100))")
+                                    ".filter(e => e.scrollWidth > e.clientWidth)"
+                                    ".map(e => e.textContent.slice(0, 100))")
             self.assertEqual(wide, [], address)
 
     # --- Search
@@ -93,13 +100,13 @@ class BrowserChecks(unittest.TestCase):
     def search(self, words):
         self.browser.run("document.getElementById('page-query').focus()")
         self.browser.press(words)
-        self.browser.run_async("const done = arguments[0]; const wait = () => "
-                               "document.querySelector('#page-results p').textContent ? done() : setTimeout(wait, 20);"
-                               "wait();")
-        return self.browser.run("return [...document.querySelectorAll('#page-results a')].map(a => a.textContent)")
+        self.browser.run_async(WAIT)
+        return self.browser.run("return [...document.querySelectorAll('#page-results a')]"
+                                ".map(a => a.textContent)")
 
     def test_search_finds_functions_and_tasks(self):
-        for words, address in (("removeAllNotUsed", "reference/Found-FoundationManager.html#removeAllNotUsed"),
+        manager = "reference/Found-FoundationManager.html"
+        for words, address in (("removeAllNotUsed", f"{manager}#removeAllNotUsed"),
                                ("nobody uses", "guide/pruning.html"),
                                ("largest STIFFNESS", "guide/maximum.html")):
             self.open("guide/users.html")
@@ -149,7 +156,7 @@ class BrowserChecks(unittest.TestCase):
 
     def test_pictures_are_taken(self):
         for address in KINDS:
-            for name, look in (("light", (WIDTH,)), ("dark", (WIDTH, "dark")), ("phone", (PHONE,))):
+            for name, *look in (("light", WIDTH), ("dark", WIDTH, "dark"), ("phone", PHONE)):
                 self.open(address, *look)
                 self.browser.shoot(self.out / f"{address.replace('/', '-')}-{name}.png", 1200)
 

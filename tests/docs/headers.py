@@ -3,11 +3,10 @@
 import re
 
 NOT_FOR_HOSTS = {"xml_view.h"}
-TOKEN = re.compile(r"[{};]|\b(?:public|protected|private)\s*:(?!:)|[^{};]+?(?=[{};]|\b(?:public|protected|private)\s*:(?!:)|$)",
-                   re.DOTALL)
+ACCESS = r"\b(?:public|protected|private)\s*:(?!:)"
+TOKEN = re.compile(rf"[{{}};]|{ACCESS}|[^{{}};]+?(?=[{{}};]|{ACCESS}|$)", re.DOTALL)
 SCOPE = re.compile(r"\b(namespace|class|struct|enum)\b(?:\s+[A-Z]+_API)?\s+([\w:]+)")
 NAME = re.compile(r"(operator\s*[^\s\w(]+|~?\w+)\s*\(")
-MACROS = ("FOUND_API", "FOUND_LOCAL", "KV_API")
 
 
 def strip(text):
@@ -48,7 +47,7 @@ def find_functions(path):
         elif token == ";":
             yield from declare(statement, scopes)
             statement = ""
-        elif re.fullmatch(r"(public|protected|private)\s*:", token):
+        elif re.fullmatch(ACCESS, token):
             scopes[-1].isPublic = token.startswith("public")
             statement = ""
         else:
