@@ -70,7 +70,11 @@ class Member:
         return f"enum {self.name}" + (f" : {base}" if base else "")
 
     def declare_macro(self):
-        return f"#define {self.name}"
+        """What a macro stands for is told where that is a number or a text, the same for everybody."""
+        names = [name.text for name in self.element.iterfind("param/defname")]
+        value = self.read("initializer")
+        return (f"#define {self.name}" + (f"({', '.join(names)})" if names else "") +
+                (f" {value}" if re.fullmatch(r'[\w."]+', value) else ""))
 
     def declare_alias(self):
         parameters = ", ".join("".join(parameter.itertext()).strip()
