@@ -22,8 +22,8 @@ def make_header_anchor(header):
 
 
 def escape(text):
-    """Text for a heading: nothing in it means anything to Markdown."""
-    return re.sub(r"([\\`*_{}\[\]<>#])", r"\\\1", text or "")
+    """Text for a heading: nothing in it means anything to Markdown. Underscores within words never do."""
+    return re.sub(r"[\\`*{}\[\]<>#&]", lambda match: f"&#{ord(match[0])};", text or "")
 
 
 def tidy(code):
@@ -259,8 +259,9 @@ class Reference:
         rows = []
         for part in sorted(page.parts, key=lambda part: part.name):
             first = re.match(r"<p>(.*?\.)(?= |</p>)", self.describe(part.element), re.DOTALL)
+            within = "With " + ", ".join(inner.name.split("::")[-1] for inner in part.parts) + "."
             rows.append((f'<a href="{part.file}.html"><code>{part.name}</code></a>',
-                         first[1] if first else ""))
+                         first[1] if first else within))
         return make_table("name", "what", rows)
 
     def make_overview(self, page):

@@ -57,6 +57,10 @@ class SiteChecks(unittest.TestCase):
         for page in self.pages.values():
             self.assertEqual(set(self.pages) - page.navigation, set(), page.address)
 
+    def test_pages_hold_text_alone(self):
+        for address in self.pages:
+            self.assertNotRegex((self.site / address).read_text(), r"[\x00-\x08\x0b-\x1f\x7f]", address)
+
     def test_documents_are_all_there(self):
         documents = [path.relative_to(self.project / "docs").with_suffix(".html").as_posix()
                      for path in (self.project / "docs").rglob("*.md")]
