@@ -68,8 +68,12 @@
     return text.includes(word) ? 2 : 0;
   };
 
-  /// What is for maintainers comes behind what is for everybody.
-  const weigh = (section) => (section.address.startsWith("maintainers/") ? 0.1 : 1);
+  /// Pages come before their sections, and behind all what is for few.
+  const lasts = { "maintainers/": 0.1, "changelog.html": 0.2, "manual-page.html": 0.6 };
+  const weigh = (section) => {
+    const last = Object.keys(lasts).find((start) => section.address.startsWith(start));
+    return (section.page === "" ? 1.5 : 1) * (last ? lasts[last] : 1);
+  };
 
   const find = (sections, words) =>
     sections
