@@ -9,6 +9,7 @@ samples.py check DOCUMENT PROGRAMS PROJECT BUILD [KVFOUND]
 
 import pathlib
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -152,9 +153,19 @@ class Check:
         syntax = subprocess.run(["bash", "-n"], input=block.text, stderr=subprocess.PIPE, text=True)
         if syntax.returncode != 0:
             self.fail(block, syntax.stderr)
-        for path in re.findall(r"\b(?:scripts|examples|docs|fuzz)/[\w./-]+", block.text):
+        for path in re.findall(r"\b(?:scripts|examples|docs|fuzz|schemas)/[\w./-]+", block.text):
             if not (self.project / path).exists():
                 self.fail(block, f"there is no {path}")
+        if shutil.which("xmllint"):
+            for command in re.findall(r"^xmllint .*", block.text, re.MULTILINE):
+                self.check_xmllint(block, command)
+
+    def check_xmllint(self, block, command):
+        """Runs it in the project; it tells on standard error what is valid, too."""
+        result = subprocess.run(shlex.split(command), cwd=self.project, stderr=subprocess.PIPE,
+                                text=True, timeout=SECONDS)
+        if result.returncode != 0:
+            self.fail(block, result.stderr)
 
     def check_console(self, block):
         """Types the lines that begin with a prompt, in a folder with the examples, and compares."""
