@@ -70,7 +70,9 @@ def read_elements(schema):
         for declaration in root.iter(f"{XS}element"):
             if declaration.get("name") is None:
                 continue
-            attributes = [read_attribute(a) for a in types[declaration.get("type")].iter(f"{XS}attribute")]
+            definition = types.get(declaration.get("type"))
+            declared = [] if definition is None else definition.iter(f"{XS}attribute")
+            attributes = [read_attribute(attribute) for attribute in declared]
             elements[declaration.get("name")] = Element(declaration.get("name"), read_notes(declaration), attributes)
     return elements
 
