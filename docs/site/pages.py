@@ -3,6 +3,7 @@
 The Markdown pages of PROJECT go there with links that fit, besides the reference, from what Doxygen
 wrote to the folder XML, and the manual page of the program."""
 
+import json
 import os
 import pathlib
 import re
@@ -58,6 +59,7 @@ class Manual:
             if str(source) != "README.md":  # the start page stands for it
                 self.write_page(source, page)
         self.reference.write(self.pages / "reference")
+        (self.out / "names.json").write_text(json.dumps(self.reference.list_names()))
         self.find_target(pathlib.Path("LICENSE"))  # every page leads to it
         (self.pages / "manual-page.md").write_text(self.make_manual_page())
         self.write_configuration()

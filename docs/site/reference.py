@@ -337,3 +337,23 @@ class Reference:
         owners.sort(key=lambda page: (not page.name.startswith("Found"), page.name))
         return [*({page.name: make_entries(page)} for page in owners),
                 {"Headers": "reference/headers.md"}]
+
+    def list_names(self):
+        """Where the functions and classes are that one name means, with and without its scope."""
+        places = {}
+        for page in self.pages.values():
+            if page.element is not None and page.element.get("kind") != "namespace":
+                self.note_name(places, page.name, f"{page.file}.html")
+            functions = {}
+            for member in page.members:
+                if member.element.get("kind") == "function":
+                    functions.setdefault(member.name, f"{page.file}.html#{member.anchor}")
+            for name, address in functions.items():
+                self.note_name(places, f"{page.name}::{name}()", address)
+        return {name: addresses[0] for name, addresses in places.items() if len(addresses) == 1}
+
+    @staticmethod
+    def note_name(places, name, address):
+        while name:
+            places.setdefault(name, []).append(address)
+            name = name.partition("::")[2]

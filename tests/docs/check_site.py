@@ -82,6 +82,12 @@ class SiteChecks(unittest.TestCase):
         for scope in scopes | {"KvText"}:
             self.assertIn(f"reference/{scope.replace('::', '-')}.html", self.pages)
 
+    def test_pages_lead_to_the_functions_that_they_name(self):
+        links = [page.resolve(link) for page in self.pages.values() if not page.address.startswith("reference/")
+                 for _, link in page.links]
+        for anchor in ("giveFoundation", "removeAllNotUsed", "readXml", "checkUsed"):
+            self.assertIn(("reference/Found-FoundationManager.html", anchor), links)
+
     def test_search_knows_every_page(self):
         index = (self.site / "search.js").read_text()
         for address in self.pages:
