@@ -21,8 +21,11 @@ install_packages() {
   [ "$(id -u)" -eq 0 ] || root=(sudo)
   root+=(env DEBIAN_FRONTEND=noninteractive)
   echo "Installing ${missing[*]} ..." >&2
+  local install=("${root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}")
+  # The package lists are fetched only when they are not there or name versions that are gone.
+  "${install[@]}" >/dev/null 2>&1 </dev/null && return
   quietly "${root[@]}" apt-get update -qq
-  quietly "${root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+  quietly "${install[@]}"
 }
 
 build_packages=(g++ cmake ninja-build libpugixml-dev libfast-float-dev libfmt-dev libutf8proc-dev libcli11-dev
