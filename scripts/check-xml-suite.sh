@@ -19,12 +19,12 @@ if [ ! -e "$folder/package/package.json" ]; then
 fi
 
 install_packages "${test_packages[@]}"
+# In the folder of scripts/test.sh, which has built it where that was run before.
+judge=build/test
 log=$build/build.log
-{ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKVFOUND_TESTS=ON -DKVFOUND_WARNINGS=ON \
-    -DKVFOUND_TOOLS=OFF -DKVFOUND_EXAMPLES=OFF &&
-  cmake --build "$build" --target xml_judge; } >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+{ cmake --preset test && cmake --build "$judge" --target xml_judge; } >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
 
 failed=0
-"$build/tests/xml_suite/xml_judge" cases "$folder/package" tests/xml_suite/deviations.txt || failed=1
-"$build/tests/xml_suite/xml_judge" sequences 5 || failed=1
+"$judge/tests/xml_suite/xml_judge" cases "$folder/package" tests/xml_suite/deviations.txt || failed=1
+"$judge/tests/xml_suite/xml_judge" sequences 5 || failed=1
 exit $failed
