@@ -1,34 +1,64 @@
 #!/usr/bin/env bash
-# Makes the Debian packages, installs them in a bare Debian that has nothing but what they depend on,
-# runs the program there, and removes them again without a trace.
+# Makes the Debian packages, has lintian look at them, builds a host with them, installs them in a bare
+# Debian that has nothing but what they depend on, runs the program there, upgrades the library alone,
+# and removes all again without a trace.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
-. scripts/release.sh
 
-install_packages dpkg-dev file mmdebstrap
-build_release
+install_packages "${build_packages[@]}" file lintian mmdebstrap
+# What is needed to build a package is needed to build at all.
+diff <(sed -n '/^Build-Depends/,/^Standards/ s/^ \([a-z0-9-]*\).*/\1/p' debian/control | grep -v debhelper) \
+  <(printf '%s\n' "${build_packages[@]}" | grep -vx g++ | LC_ALL=C sort) ||
+  { echo "debian/control and scripts/packages.sh differ in what building takes." >&2; exit 1; }
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
 
-(cd "$release" && cpack -G DEB -B "$work/build" >/dev/null)
-packages=("$work"/build/*.deb)
+mapfile -t packages < <(scripts/make-packages.sh)
+mkdir "$work/build"
+cp build/packages/*.{deb,changes,buildinfo} "$work/build"
+[ ${#packages[@]} -eq 4 ]
+root=()
+[ "$(id -u)" -ne 0 ] || root=(--allow-root)
+lintian "${root[@]}" --display-info --fail-on error,warning,info "$work"/build/*.changes
+
+# A host, with the packages unpacked.
+for package in "${packages[@]}"; do dpkg-deb -x "$package" "$work/unpacked"; done
+cmake -S tests/consume/package -B "$work/host" -G Ninja -DCMAKE_PREFIX_PATH="$work/unpacked/usr" >/dev/null
+cmake --build "$work/host" >/dev/null
+"$work/host/minimal_host" examples/model.xml examples/beddings.xml "$work/saved" |
+  grep -qx "15 foundations, 12 kept"
+
+# The library as the next release may bring it.
+mkdir "$work/newer"
+dpkg-deb -R "$work"/build/libkvfound1_*.deb "$work/newer/tree"
+sed -i 's/^Version: .*/&.1/' "$work/newer/tree/DEBIAN/control"
+dpkg-deb --root-owner-group -b "$work/newer/tree" "$work/newer" >/dev/null
 
 # What they need besides one another.
 needed=$(for package in "${packages[@]}"; do dpkg-deb -f "$package" Depends; echo ,; done |
   tr ',' '\n' | sed 's/^ *//; s/[ (].*$//; /kvfound/d; /^$/d' | sort -u | paste -sd,)
 
 cat >"$work/try.sh" <<'END'
-set -e
+set -ex
 list_files() { find "$1" -xdev -not -path '*/var/*' -not -path '*/etc/ld.so.cache' | sort; }
+show() {
+  chroot "$1" kvfound show /tmp/model.xml | grep -qx '12 foundations, largest stiffness 350730.6658962116'
+}
 list_files "$1" >"$2/before"
 dpkg --root="$1" -i "$2"/build/*.deb
-chroot "$1" ldconfig
 for file in model.xml beddings.xml; do cp "$3/$file" "$1/tmp"; done
-chroot "$1" kvfound show /tmp/model.xml | grep -qx '12 foundations, largest stiffness 350730.6658962116'
+show "$1"
 chroot "$1" kvfound diff /tmp/model.xml /tmp/model.xml
+chroot "$1" bash -c '. /usr/share/bash-completion/completions/kvfound && complete -p kvfound'
+zcat "$1/usr/share/man/man1/kvfound.1.gz" | grep -qi '^\.SH NAME'
+ls "$1/usr/share/zsh/vendor-completions/_kvfound" "$1/usr/share/fish/vendor_completions.d/kvfound.fish"
+ls "$1/usr/share/doc/kvfound/docs/host-guide.md" "$1/usr/share/doc/kvfound/examples/model.xml"
+dpkg --root="$1" -P libkvfound-dev
+dpkg --root="$1" -i "$2"/newer/*.deb
+show "$1"
 rm "$1"/tmp/*.xml
-dpkg --root="$1" -P kvfound libkvfound-dev libkvfound1
+dpkg --root="$1" -P kvfound kvfound-doc libkvfound1
 list_files "$1" | diff "$2/before" -
 END
 mmdebstrap --variant=essential --include="$needed" --quiet \
