@@ -2,6 +2,7 @@
 # Makes the Debian packages, has lintian look at them, builds a host with them, installs them in a bare
 # Debian that has nothing but what they depend on, runs the program there, upgrades the library alone,
 # and removes all again without a trace.
+#   scripts/check-packages.sh [FOLDER]        with a FOLDER, the packages that are there
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
@@ -14,13 +15,14 @@ diff <(sed -n '/^Build-Depends/,/^Standards/ s/^ \([a-z0-9-]*\).*/\1/p' debian/c
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
 
-mapfile -t packages < <(scripts/make-packages.sh)
+[ $# -gt 0 ] || scripts/make-packages.sh >/dev/null
 mkdir "$work/build"
-cp build/packages/*.{deb,changes,buildinfo} "$work/build"
+cp "${1:-build/packages}"/*.deb "$work/build"
+packages=("$work"/build/*.deb)
 [ ${#packages[@]} -eq 4 ]
 root=()
 [ "$(id -u)" -ne 0 ] || root=(--allow-root)
-lintian "${root[@]}" --display-info --fail-on error,warning,info "$work"/build/*.changes
+lintian "${root[@]}" --display-info --fail-on error,warning,info "${packages[@]}"
 
 # A host, with the packages unpacked.
 for package in "${packages[@]}"; do dpkg-deb -x "$package" "$work/unpacked"; done

@@ -1,4 +1,4 @@
-# Sourced by the scripts that need the optimised build: makes it in $release, as for a Debian package.
+# Sourced by the scripts that need the optimised build: makes it in $release.
 release=build/release
 build_release() {
   install_packages "${build_packages[@]}"
