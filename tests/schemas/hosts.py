@@ -68,7 +68,7 @@ def try_host(validators, folder, schema, valid, replacements):
 
 def list_missing(project, build, prefix):
     """The schemas that are not installed."""
-    subprocess.run(["cmake", "--install", build, "--prefix", prefix, "--component", "development"], check=True,
+    subprocess.run(["cmake", "--install", build, "--prefix", prefix, "--component", "tool"], check=True,
                    stdout=subprocess.DEVNULL)
     installed = prefix / "share/kvfound/schemas"
     return [file.name for file in (project / "schemas").glob("*.xsd")
