@@ -40,7 +40,7 @@ class Project:
         self.version = re.search(r"^ *VERSION ([\d.]+)$", text, re.MULTILINE)[1]
         self.description = re.search(r'DESCRIPTION "(.*)"', text)[1]
         self.parts = set(re.findall(r'option\((KVFOUND_\w+) "Build ', text)) - {"KVFOUND_WARNINGS"}
-        self.packages = {plain(name) for name in re.findall(r"kvfound_find\((\w+) ", text)}
+        self.packages = {plain(name) for name in re.findall(r"^ *kvfound_find\((\w+) ", text, re.MULTILINE)}
 
 
 def plain(name):
