@@ -39,7 +39,7 @@ def find_faults(validators, schema, files):
 def list_removals(parent):
     for child in list(parent):
         tag = child.tag[len(XS):]
-        if tag in ("attribute", "anyAttribute", "unique", "pattern", "enumeration", "length", "any", "element"):
+        if tag in ("attribute", "anyAttribute", "unique", "pattern", "enumeration", "any", "element"):
             yield f"without {tag} {child.get('name') or child.get('ref') or child.get('value') or ''}", parent, child
 
 
