@@ -31,8 +31,8 @@ class KvFoundRecipe(ConanFile):
 
     def requirements(self):
         self.requires("pugixml/[>=1.11 <2]")
-        self.requires("fast_float/[>=3.4 <9]", visible=False)
-        self.requires("fmt/[>=9 <12]", visible=False)
+        self.requires("fast_float/[>=3.4 <9]")
+        self.requires("fmt/[>=9 <12]")
 
     def validate(self):
         check_min_cppstd(self, 17)
