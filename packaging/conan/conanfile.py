@@ -26,7 +26,8 @@ class KvFoundRecipe(ConanFile):
 
     def export_sources(self):
         project = os.path.join(self.recipe_folder, PROJECT)
-        for pattern in ("CMakeLists.txt", "LICENSE", "cmake/*", "include/*", "platform/*", "schemas/*", "src/*"):
+        for pattern in ("CMakeLists.txt", "LICENSE", "THIRD-PARTY-NOTICES.md", "cmake/*", "include/*",
+                        "platform/*", "schemas/*", "src/*"):
             copy(self, pattern, src=project, dst=self.export_sources_folder)
 
     def requirements(self):
