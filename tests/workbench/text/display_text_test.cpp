@@ -10,6 +10,7 @@ namespace {
 TEST(DisplayName, IsInUtf8) {
   EXPECT_EQ(DisplayText::fromName("R\xFC"), "R\xC3\xBC");
   EXPECT_EQ(DisplayText::fromName("R\xC3\xBC"), "R\xC3\xBC");
+  EXPECT_EQ(DisplayText::fromName("\xF0\x9F\xAB\xA0"), "\xF0\x9F\xAB\xA0");
 }
 
 TEST(DisplayName, ShowsControlCharactersAsEscapes) {

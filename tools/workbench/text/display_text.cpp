@@ -13,7 +13,9 @@
 namespace DisplayText {
 namespace {
 
-/// Characters that end a line or change the direction of writing.
+constexpr char32_t largestOfFourDigits = 0xFFFF;
+
+/// Characters that end a line or change the direction of writing, all of four hexadecimal digits.
 struct Range {
   char32_t first;
   char32_t last;
@@ -22,7 +24,8 @@ constexpr Range directing[] = {
     {0x061C, 0x061C}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}, {0xFEFF, 0xFEFF}};
 
 bool isDirecting(char32_t c) {
-  return std::any_of(std::begin(directing), std::end(directing),
+  return c <= largestOfFourDigits &&
+         std::any_of(std::begin(directing), std::end(directing),
                      [c](const Range& range) { return c >= range.first && c <= range.last; });
 }
 
