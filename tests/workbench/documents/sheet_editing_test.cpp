@@ -17,7 +17,6 @@ using DraftTest::Change;
 using DraftTest::remove;
 using DraftTest::set;
 using Editing::Draft;
-using Found::Foundation;
 
 constexpr const char* unchanged = "nothing to write";
 

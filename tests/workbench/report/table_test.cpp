@@ -9,7 +9,6 @@
 namespace {
 
 using ReportTest::count;
-using ReportTest::cut;
 using ReportTest::holds;
 using ReportTest::kiloNewton;
 using ReportTest::listCells;

@@ -11,7 +11,6 @@ namespace {
 
 using SheetTest::readTable;
 using SheetTest::recognise;
-using Spreadsheets::Dialect;
 
 TEST(DialectSeparator, IsTheOneThatMakesNamesOfTheFirstRow) {
   EXPECT_EQ(recognise("number,name,areaZ\n1,A,2\n"), ",.");
