@@ -4,7 +4,8 @@
 # an exception leaves. Other branches that only an exception takes are not counted; nor are those of
 # the keys that are made once, which only a second thread takes. The report of each line is
 # build/coverage/index.html.
-# The program is left out: its tests run it where no counts can be written.
+# The program is left out: its tests run it where no counts can be written. Of all
+# scripts, only this one compiles sources of the workbench one by one, so that none leans on another's headers.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
