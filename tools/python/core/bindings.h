@@ -1,0 +1,34 @@
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+#include "foundation_object.h"
+#include "manager_object.h"
+
+/// What the files of the bindings share: each of them binds one part, called by module.cpp.
+namespace Python {
+
+namespace py = pybind11;
+
+/// Throws TypeError, which calls the value `what`, for what is none, or not made yet.
+FoundationObject& toFoundation(py::handle value, const char* what);
+ManagerObject& toManager(py::handle value, const char* what);
+
+/// The object of a pybind class within an instance, or null where it is not made yet. It runs no
+/// code of Python, so that the garbage collector may ask.
+template <class Object>
+Object* findWithin(PyObject* self) {
+  auto* const instance = reinterpret_cast<py::detail::instance*>(self);
+  const auto* const type = py::detail::get_type_info(typeid(Object));
+  auto place = instance->get_value_and_holder(type, false);
+  if (place.inst == nullptr || !place.holder_constructed()) return nullptr;
+  return static_cast<Object*>(place.value_ptr());
+}
+
+/// What users see is named after the package, not after its core.
+inline void nameAfterPackage(py::object& bound) { bound.attr("__module__") = "kvfound"; }
+
+void bindFoundation(py::module_& module);
+void bindManager(py::module_& module);
+
+}  // namespace Python

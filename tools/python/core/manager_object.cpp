@@ -1,0 +1,280 @@
+#include "manager_object.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "errors.h"
+
+namespace Python {
+
+using Found::Foundation;
+
+ManagerObject::~ManagerObject() {
+  for (const Foundation* foundation : manager.getRemovedFoundations()) delete foundation;
+}
+
+bool ManagerObject::isListed(const Foundation* foundation) const {
+  return std::find(getList().begin(), getList().end(), foundation) != getList().end();
+}
+
+py::object ManagerObject::getSelf() const {
+  const auto* const type = py::detail::get_type_info(typeid(ManagerObject));
+  const py::handle self = py::detail::get_object_handle(this, type);
+  if (!self) throwRuntimeError("this manager is not made yet");
+  return py::reinterpret_borrow<py::object>(self);
+}
+
+void ManagerObject::requireUnused() const {
+  if (uses > 0)
+    throwRuntimeError("the manager cannot be changed while its users are asked or it is read into");
+}
+
+py::object ManagerObject::makeEmpty() { return py::cast(std::make_unique<FoundationObject>()); }
+
+py::list ManagerObject::makeEmpties(std::size_t count) {
+  py::list made(count);
+  PyObject_GC_UnTrack(made.ptr());  // nobody sees it while it has gaps
+  for (std::size_t i = 0; i < count; ++i)
+    PyList_SET_ITEM(made.ptr(), static_cast<Py_ssize_t>(i), makeEmpty().release().ptr());
+  return made;
+}
+
+/// Null when there is none. An object that is about to vanish counts as none: what its end runs may
+/// ask for the foundation again.
+py::object ManagerObject::findObject(const Foundation* foundation) const {
+  const auto place = objects.find(foundation);
+  if (place == objects.end() || Py_REFCNT(place->second->self) == 0) return {};
+  return py::reinterpret_borrow<py::object>(place->second->self);
+}
+
+py::object ManagerObject::give(Foundation& foundation, py::object& empty) {
+  if (py::object known = findObject(&foundation)) return known;
+  py::object keeper = getSelf();
+  auto& object = empty.cast<FoundationObject&>();
+  objects[&foundation] = &object;
+  object.foundation = &foundation;
+  object.manager = this;
+  object.keeper = std::move(keeper);
+  object.self = empty.ptr();
+  return std::move(empty);
+}
+
+py::list ManagerObject::fill(py::list made, const std::vector<Foundation*>& found) {
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    PyObject** const slot = &PyList_GET_ITEM(made.ptr(), static_cast<Py_ssize_t>(i));
+    auto empty = py::reinterpret_steal<py::object>(std::exchange(*slot, nullptr));
+    *slot = give(*found[i], empty).release().ptr();
+  }
+  PyObject_GC_Track(made.ptr());
+  return made;
+}
+
+void ManagerObject::forget(const FoundationObject& object) {
+  const auto place = objects.find(object.foundation);
+  if (place != objects.end() && place->second == &object) objects.erase(place);
+}
+
+/// Behind it the library no longer has the foundation, and neither has this manager.
+ManagerObject::Left ManagerObject::letGo(Foundation* foundation) {
+  if (onLeaving) onLeaving(*foundation);
+  Left left;
+  left.object = findObject(foundation);
+  const auto place = objects.find(foundation);
+  if (place == objects.end()) {
+    left.foundation.reset(foundation);
+    return left;
+  }
+  FoundationObject& object = *place->second;
+  objects.erase(place);
+  object.manager = nullptr;
+  // Whoever calls holds the manager, so that nothing ends with this.
+  object.keeper = py::object();
+  if (left.object) {
+    object.own.reset(foundation);
+  } else {
+    object.foundation = nullptr;
+    left.foundation.reset(foundation);
+  }
+  return left;
+}
+
+std::vector<ManagerObject::Left> ManagerObject::letGo(const std::vector<Foundation*>& gone) {
+  std::vector<Left> left;
+  left.reserve(gone.size());
+  for (Foundation* foundation : gone) left.push_back(letGo(foundation));
+  return left;
+}
+
+void ManagerObject::add(py::handle given) {
+  auto& object = given.cast<FoundationObject&>();
+  requireUnused();
+  object.get();
+  if (object.manager == this)
+    throwValueError("the manager has this foundation already; add a copy");
+  if (object.manager != nullptr)
+    throwValueError("another manager has this foundation; take it out there first, or add a copy");
+  py::object keeper = getSelf();
+  objects.emplace(object.foundation, &object);
+  try {
+    manager.add(object.foundation);
+  } catch (...) {
+    objects.erase(object.foundation);
+    throw;
+  }
+  static_cast<void>(object.own.release());  // the manager owns it from here on
+  object.manager = this;
+  object.keeper = std::move(keeper);
+  object.self = given.ptr();
+}
+
+void ManagerObject::add(std::unique_ptr<Foundation> foundation) {
+  requireUnused();
+  manager.add(std::move(foundation));
+}
+
+void ManagerObject::requirePlace(const FoundationObject& object,
+                                 const std::vector<Foundation*>& list,
+                                 const char* otherwise) const {
+  if (object.manager != this ||
+      std::find(list.begin(), list.end(), object.foundation) == list.end())
+    throwValueError(otherwise);
+}
+
+void ManagerObject::remove(FoundationObject& object, bool putAside) {
+  requireUnused();
+  requirePlace(object, getList(), "the foundation is not in the manager");
+  Foundation* const foundation = object.foundation;
+  manager.remove(foundation, false, putAside);
+  if (!putAside) letGo(foundation);
+}
+
+void ManagerObject::redo(FoundationObject& object) {
+  requireUnused();
+  requirePlace(object, getPutAside(), "the foundation is not among the removed ones");
+  manager.redo(object.foundation);
+}
+
+void ManagerObject::forgetPutAside() {
+  requireUnused();
+  const std::vector<Foundation*> gone = getPutAside();
+  for (Foundation* foundation : gone) {
+    // The library takes nothing off its list of removed ones but by listing it again.
+    manager.redo(foundation);
+    manager.remove(foundation, false, false);
+  }
+  letGo(gone);
+}
+
+void ManagerObject::exchange(Found::FoundationManager& fresh) {
+  requireUnused();
+  const std::vector<Foundation*> gone = getList();
+  // All that may fail comes first, in a manager that is made beside.
+  Found::FoundationManager next;
+  const auto dropAll = [](Found::FoundationManager& dropped) {
+    dropped = Found::FoundationManager();
+  };
+  try {
+    for (Foundation* foundation : getPutAside()) next.remove(foundation, false, true);
+    for (const auto& user : users) next.addUser(user.get());
+    for (Foundation* foundation : fresh.getFoundations()) next.add(foundation);
+    next.setCurrentFoundation(fresh.getCurrentFoundation());
+    next.setMaxFoundationValue(manager.getMaxFoundationValue());
+    manager = next;
+  } catch (...) {
+    dropAll(next);
+    throw;
+  }
+  dropAll(next);
+  dropAll(fresh);
+  letGo(gone);
+}
+
+py::list ManagerObject::prune(const std::function<void(Found::FoundationManager&)>& take) {
+  requireUnused();
+  std::vector<Left> left;
+  {
+    const Use use(*this);
+    const std::vector<Foundation*> before = getList();
+    take(manager);
+    const std::unordered_set<const Foundation*> stay(getList().begin(), getList().end());
+    std::vector<Foundation*> gone;
+    std::copy_if(before.begin(), before.end(), std::back_inserter(gone),
+                 [&](const Foundation* foundation) { return stay.count(foundation) == 0; });
+    left = letGo(gone);
+  }
+  py::list objectsOfLeft;
+  for (Left& one : left)
+    objectsOfLeft.append(one.object ? one.object : makeFoundation(std::move(one.foundation)));
+  return objectsOfLeft;
+}
+
+void ManagerObject::addUser(std::unique_ptr<User> user) {
+  requireUnused();
+  users.reserve(users.size() + 1);
+  manager.addUser(user.get());
+  users.push_back(std::move(user));
+}
+
+std::unique_ptr<User> ManagerObject::removeUser(std::size_t index) {
+  requireUnused();
+  const auto place = users.begin() + static_cast<std::ptrdiff_t>(index);
+  manager.removeUser(place->get());
+  std::unique_ptr<User> user = std::move(*place);
+  users.erase(place);
+  return user;
+}
+
+std::vector<std::unique_ptr<User>> ManagerObject::removeUsers() {
+  for (const auto& user : users) manager.removeUser(user.get());
+  return std::exchange(users, {});
+}
+
+namespace {
+
+/// Tells which object users are asked about, for as long as it lives.
+class Question {
+ public:
+  Question(std::vector<PyObject*>& kept, PyObject* object) : asked(kept), about(object) {
+    asked.push_back(object);
+  }
+  ~Question() { asked.erase(std::find(asked.begin(), asked.end(), about)); }
+  Question(const Question&) = delete;
+  Question& operator=(const Question&) = delete;
+
+ private:
+  std::vector<PyObject*>& asked;
+  PyObject* about;
+};
+
+}  // namespace
+
+bool ManagerObject::isUsed(py::handle object) {
+  const Foundation& foundation = object.cast<FoundationObject&>().get();
+  const Use use(*this);
+  const Question question(asked, object.ptr());
+  return manager.checkUsed(&foundation);
+}
+
+std::size_t ManagerObject::countUsed() {
+  const Use use(*this);
+  return manager.getNumberOfUsedFoundations();
+}
+
+py::object ManagerObject::giveAsked(const Foundation* foundation) {
+  for (PyObject* const object : asked)
+    if (&py::handle(object).cast<FoundationObject&>().get() == foundation)
+      return py::reinterpret_borrow<py::object>(object);
+  // The library asks about its own foundations, which it may change.
+  return give([foundation] { return const_cast<Foundation*>(foundation); });
+}
+
+int ManagerObject::traverse(visitproc visit, void* argument) const {
+  for (const auto& user : users)
+    if (const int result = visit(user->getObject().ptr(), argument)) return result;
+  return 0;
+}
+
+py::object makeManager() { return py::cast(std::make_unique<ManagerObject>()); }
+
+}  // namespace Python

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+#include <string>
+#include <string_view>
+
+/// Names: str in Python, UTF-8 in foundations.
+namespace Python {
+
+namespace py = pybind11;
+
+/// Bytes that are no UTF-8 become the surrogates that encode() turns back ("surrogateescape").
+py::str decode(std::string_view utf8);
+
+/// Throws TypeError, which calls the value `what`, for what is no str, and UnicodeEncodeError for
+/// a surrogate that decode() does not make.
+std::string encode(py::handle text, const char* what);
+
+}  // namespace Python

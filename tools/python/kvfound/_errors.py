@@ -1,0 +1,52 @@
+"""The errors of the package that Python has no class for."""
+
+from __future__ import annotations
+
+from typing import Optional, Sequence
+
+
+class Error(Exception):
+    """The base class of all errors of this package."""
+
+    __module__ = "kvfound"
+
+
+class DocumentError(Error, ValueError):
+    """A document cannot be read, or cannot be written so that it can be read again.
+
+    ``filename`` is the document as it was named, ``lineno`` and ``colno`` count from 1 (columns in
+    bytes); each is ``None`` where it is not known. ``reason`` is the sentence without them.
+    """
+
+    __module__ = "kvfound"
+
+    def __init__(
+        self,
+        reason: str,
+        filename: Optional[str] = None,
+        lineno: Optional[int] = None,
+        colno: Optional[int] = None,
+    ) -> None:
+        super().__init__(reason, filename, lineno, colno)
+        self.reason = reason
+        self.filename = filename
+        self.lineno = lineno
+        self.colno = colno
+
+    def __str__(self) -> str:
+        place = [str(part) for part in (self.filename, self.lineno, self.colno) if part is not None]
+        return ": ".join([":".join(place), self.reason]) if place else self.reason
+
+
+class LossError(Error):
+    """Writing would lose something; nothing was written. ``losses`` holds a sentence for each."""
+
+    __module__ = "kvfound"
+
+    def __init__(self, reason: str, losses: Sequence[str] = ()) -> None:
+        super().__init__(reason, tuple(losses))
+        self.reason = reason
+        self.losses = tuple(losses)
+
+    def __str__(self) -> str:
+        return self.reason
