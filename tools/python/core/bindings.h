@@ -25,6 +25,14 @@ Object* findWithin(PyObject* self) {
   return static_cast<Object*>(place.value_ptr());
 }
 
+/// Sets up a class whose objects only C++ makes: Python's own way to make one would leave it
+/// without an object of C++, for which pybind11 then takes whatever memory holds.
+void refuseMaking(PyHeapTypeObject* type);
+
+/// Sets up a class whose objects are whole before `__init__` is called, and without it: a
+/// foundation or a manager, or both for a class of the user that derives from both.
+void makeWhole(PyHeapTypeObject* type);
+
 /// What users see is named after the package, not after its core.
 inline void nameAfterPackage(py::object& bound) { bound.attr("__module__") = "kvfound"; }
 

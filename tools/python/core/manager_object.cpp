@@ -1,7 +1,6 @@
 #include "manager_object.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
 #include "errors.h"
@@ -28,6 +27,11 @@ py::object ManagerObject::getSelf() const {
 void ManagerObject::requireUnused() const {
   if (uses > 0)
     throwRuntimeError("the manager cannot be changed while its users are asked or it is read into");
+}
+
+void ManagerObject::beginEdit() {
+  requireUnused();
+  ++edits;
 }
 
 py::object ManagerObject::makeEmpty() { return py::cast(std::make_unique<FoundationObject>()); }
@@ -122,6 +126,7 @@ void ManagerObject::add(py::handle given) {
     objects.erase(object.foundation);
     throw;
   }
+  ++edits;
   static_cast<void>(object.own.release());  // the manager owns it from here on
   object.manager = this;
   object.keeper = std::move(keeper);
@@ -129,8 +134,21 @@ void ManagerObject::add(py::handle given) {
 }
 
 void ManagerObject::add(std::unique_ptr<Foundation> foundation) {
-  requireUnused();
+  beginEdit();
   manager.add(std::move(foundation));
+}
+
+Foundation* ManagerObject::giveFoundation(const std::string& name) {
+  if (Foundation* const found = manager.findFoundation(name)) return found;
+  beginEdit();
+  return manager.giveFoundation(name);
+}
+
+Foundation* ManagerObject::giveFoundation(const Foundation& foundation, bool findEqual) {
+  if (findEqual)
+    if (Foundation* const equal = manager.findFoundation(foundation)) return equal;
+  beginEdit();
+  return manager.giveFoundation(foundation, false);
 }
 
 void ManagerObject::requirePlace(const FoundationObject& object,
@@ -144,6 +162,7 @@ void ManagerObject::requirePlace(const FoundationObject& object,
 void ManagerObject::remove(FoundationObject& object, bool putAside) {
   requireUnused();
   requirePlace(object, getList(), "the foundation is not in the manager");
+  ++edits;
   Foundation* const foundation = object.foundation;
   manager.remove(foundation, false, putAside);
   if (!putAside) letGo(foundation);
@@ -152,11 +171,12 @@ void ManagerObject::remove(FoundationObject& object, bool putAside) {
 void ManagerObject::redo(FoundationObject& object) {
   requireUnused();
   requirePlace(object, getPutAside(), "the foundation is not among the removed ones");
+  ++edits;
   manager.redo(object.foundation);
 }
 
 void ManagerObject::forgetPutAside() {
-  requireUnused();
+  beginEdit();
   const std::vector<Foundation*> gone = getPutAside();
   for (Foundation* foundation : gone) {
     // The library takes nothing off its list of removed ones but by listing it again.
@@ -167,7 +187,7 @@ void ManagerObject::forgetPutAside() {
 }
 
 void ManagerObject::exchange(Found::FoundationManager& fresh) {
-  requireUnused();
+  beginEdit();
   const std::vector<Foundation*> gone = getList();
   // All that may fail comes first, in a manager that is made beside.
   Found::FoundationManager next;
@@ -196,11 +216,18 @@ py::list ManagerObject::prune(const std::function<void(Found::FoundationManager&
   {
     const Use use(*this);
     const std::vector<Foundation*> before = getList();
-    take(manager);
-    const std::unordered_set<const Foundation*> stay(getList().begin(), getList().end());
     std::vector<Foundation*> gone;
-    std::copy_if(before.begin(), before.end(), std::back_inserter(gone),
-                 [&](const Foundation* foundation) { return stay.count(foundation) == 0; });
+    gone.reserve(before.size());
+    take(manager);
+    // Both are in the same order.
+    auto stays = getList().begin();
+    for (Foundation* const foundation : before) {
+      if (stays != getList().end() && *stays == foundation)
+        ++stays;
+      else
+        gone.push_back(foundation);
+    }
+    if (!gone.empty()) ++edits;
     left = letGo(gone);
   }
   py::list objectsOfLeft;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -55,6 +56,8 @@ class ManagerObject {
   };
   /// Throws RuntimeError while the list is in use.
   void requireUnused() const;
+  /// The same, and counts the change that comes.
+  void beginEdit();
 
   /// The object that stands for what `look` returns, a foundation that this manager has or null for
   /// None. Making an object may run code of Python, so `look` is asked again behind that.
@@ -76,6 +79,21 @@ class ManagerObject {
       if (found.size() == made.size()) return fill(std::move(made), found);
     }
   }
+
+  /// The object that stands for what `change` returns, which may change the list: it is called
+  /// once, behind all that may run code of Python.
+  template <class Change>
+  py::object giveChanged(const Change& change) {
+    py::object made = makeEmpty();
+    return give(*change(), made);
+  }
+
+  /// How often the list was changed.
+  std::size_t getEdits() const { return edits; }
+
+  /// What the library does to find or create a foundation in its list.
+  Found::Foundation* giveFoundation(const std::string& name);
+  Found::Foundation* giveFoundation(const Found::Foundation& foundation, bool findEqual);
 
   /// Takes over the foundation that the object stands for, at the end of the list. Throws
   /// ValueError when a manager has it already.
@@ -145,6 +163,7 @@ class ManagerObject {
   std::vector<std::unique_ptr<User>> users;
   std::vector<PyObject*> asked;  // objects that users are asked about just now; not held
   std::function<void(const Found::Foundation&)> onLeaving;
+  std::size_t edits = 0;
   int uses = 0;
 };
 

@@ -5,6 +5,9 @@ from __future__ import annotations
 from ._core import Foundation, FoundationManager, __version__
 from ._errors import DocumentError, Error, LossError
 from ._failure import Failure
+from ._values import modify_value
+
+Foundation.modify_value = staticmethod(modify_value)  # type: ignore[method-assign]
 
 __all__ = [
     "DocumentError",
@@ -14,4 +17,5 @@ __all__ = [
     "FoundationManager",
     "LossError",
     "__version__",
+    "modify_value",
 ]
