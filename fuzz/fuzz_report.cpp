@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "any_document.h"
-#include "checks/rules.h"
 #include "memory_use.h"
 #include "report/bars.h"
 #include "report/page.h"
+#include "report/subject.h"
 #include "report/table.h"
 #include "text/utf8.h"
 
@@ -71,20 +71,12 @@ void checkPage(const std::string& page, const std::vector<Found::Foundation*>& f
 }
 
 void report(Document& document) {
-  const Checks::Findings findings = Checks::find(document);
-  Found::FoundationManager& manager = document.getFoundations();
-  manager.updateFoundationMaximum();
-  for (const Units& units : {Units{}, Units{"kN", "m"}})
-    checkPage(Report::makePage({document,
-                                manager,
-                                findings,
-                                manager.getCurrentFoundation(),
-                                manager.getFoundations().size(),
-                                units,
-                                Report::UnitsFrom::user,
-                                Units{},
-                                {""}}),
-              manager.getFoundations(), findings.list().size());
+  const Report::Subject subject(document);
+  for (const Units& units : {Units{}, Units{"kN", "m"}}) {
+    const Report::Content content = subject.tell({units, Report::UnitsFrom::user, {}}, {""});
+    checkPage(Report::makePage(content), content.manager.getFoundations(),
+              content.findings.list().size());
+  }
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "files/user_error.h"
 #include "foundations/keep_list.h"
 #include "report/page.h"
+#include "report/subject.h"
 #include "support/allocation_faults.h"
 #include "support/temporary_files.h"
 #include "text/near_name.h"
@@ -184,17 +185,9 @@ TEST(WorkbenchFaults, AReportIsWholeOrNone) {
   std::string page;
   const auto print = [&units](const std::string& bytes) {
     Document document(hold(bytes));
-    const Checks::Findings findings = Checks::find(document);
-    const Found::FoundationManager& manager = document.getFoundations();
-    return Report::makePage({document,
-                             manager,
-                             findings,
-                             manager.getCurrentFoundation(),
-                             manager.getFoundations().size(),
-                             units,
-                             Report::UnitsFrom::user,
-                             Units{},
-                             {"2026-03-01 09:30"}});
+    const Report::Subject subject(document);
+    return Report::makePage(
+        subject.tell({units, Report::UnitsFrom::user, {}}, {"2026-03-01 09:30"}));
   };
   for (const std::string& bytes : {model, exchange}) {
     const std::string whole = print(bytes);

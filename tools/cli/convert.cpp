@@ -8,6 +8,7 @@
 #include "documents/document.h"
 #include "documents/editing.h"
 #include "documents/losses.h"
+#include "documents/units.h"
 #include "documents/writing.h"
 #include "files/user_error.h"
 #include "foundations/conversion.h"
@@ -23,26 +24,13 @@ using Commands::Notes;
 using Documents::Form;
 using Losses::Loss;
 
-/// All that is lost of IN, and all that goes from what is there.
-std::vector<Loss> listLosses(Writing::Output& output, const Found::FoundationManager& manager,
-                             Form form) {
-  std::vector<Loss> losses = output.listLosses(manager);
-  const auto append = [&losses](const std::vector<Loss>& more) {
-    losses.insert(losses.end(), more.begin(), more.end());
-  };
-  if (output.isUpdate() && !output.isSameFile()) append(output.listReplaced());
-  append(output.getUnread());
-  if (form == Form::exchange && !output.isSameFile()) append(Losses::listHalved(output.getMade()));
-  return losses;
-}
-
 bool isNamed(const Units& units) { return !units.force.empty(); }
 
 std::string show(const Units& units) { return units.force + "," + units.length; }
 
 /// How the units of the result are called; none where nothing tells them.
 Units chooseUnits(const Documents::Document& in, const Commands::ConvertOptions& options) {
-  if (!options.conversion) return Commands::chooseUnits(in, options.units);
+  if (!options.conversion) return Documents::chooseUnits(in, options.units);
   const Units& from = options.conversion->from;
   if (isNamed(from) && isNamed(in.getUnits()) && from != in.getUnits())
     throw UserError(in.getShownPath() + ": its units are " + show(in.getUnits()) + ", not " +
@@ -130,7 +118,7 @@ Status convert(const ConvertOptions& options, Notes& notes) {
   if (scaled && staysInPlace) requireAllRead(in);
   output.isUpdate() ? output.update(manager) : output.write(manager);
 
-  const std::vector<Loss> losses = listLosses(output, manager, options.form);
+  const std::vector<Loss> losses = output.listAllLosses(manager);
   tellLosses(output.getShownPath(), losses, options.showsAll, notes);
   const bool losesAny = !losses.empty() || (skipped > 0 && !staysInPlace);
   if (losesAny && output.isSameFile())

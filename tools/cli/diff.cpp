@@ -11,6 +11,8 @@
 #include "output.h"
 #include "reading.h"
 #include "report/changes.h"
+#include "report/frame.h"
+#include "report/subject.h"
 #include "report/text.h"
 #include "results/diff_json.h"
 #include "terminal.h"
@@ -25,7 +27,7 @@ using Format = DiffOptions::Format;
 
 void requireWritable(const OutputFile& output, Format format) {
   if (format == Format::html)
-    Commands::requireReplaceable(output);
+    Report::requireReplaceable(output);
   else
     Commands::requireAbsent(output);
 }
@@ -48,7 +50,7 @@ std::string makeText(const Differences& differences, Document& first, Document& 
 }
 
 Report::Side makeSide(Document& document) {
-  return {document, Report::showUnits(document.getLabels()), Commands::findDate(document)};
+  return {document, Report::showUnits(document.getLabels()), Report::findDate(document)};
 }
 
 std::string makePage(const Differences& differences, Document& first, Document& second,

@@ -14,8 +14,4 @@ OutputFile openOutput(const std::string& path);
 /// Throws UserError where a file is there that is not empty.
 void requireAbsent(const OutputFile& output);
 
-/// Throws UserError where something is there that a page must not take the place of: all but an
-/// older page.
-void requireReplaceable(const OutputFile& output);
-
 }  // namespace Commands

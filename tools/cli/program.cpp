@@ -8,8 +8,13 @@
 #include "command_line.h"
 #include "files/user_error.h"
 #include "notes.h"
+#include "text/wording.h"
 
 namespace {
+
+constexpr Wording::Words words = {"--from", "--decimal point or --decimal comma",
+                                  "kvfound show --format csv names them",
+                                  "kvfound convert --units does"};
 
 int tellError(const std::string& error, Commands::Notes& notes) {
   notes.tellError(error);
@@ -19,6 +24,7 @@ int tellError(const std::string& error, Commands::Notes& notes) {
 }  // namespace
 
 int Program::run(int argc, const char* const* argv) {
+  Wording::use(words);
   Commands::Notes notes(std::cerr, {argv + 1, argv + argc});
   try {
     const Commands::Status status = CommandLine::run(argc, argv, notes);

@@ -8,8 +8,8 @@
 
 #include <fmt/format.h>
 
+#include "comparing/units.h"
 #include "documents/notes.h"
-#include "files/dates.h"
 #include "files/user_error.h"
 #include "text/display_text.h"
 
@@ -66,49 +66,15 @@ std::size_t Commands::tellReading(Document& document, Notes& notes) {
   return Documents::countNotes(document);
 }
 
-Units Commands::chooseUnits(const Document& document, const Units& given) {
-  Units named = document.getUnits();
-  if (named.force.empty()) return given;
-  if (!given.force.empty() && given != named)
-    throw UserError(
-        fmt::format("{}: its units are {} and {}, not {} and {}; labels convert nothing, "
-                    "kvfound convert --units does",
-                    document.getShownPath(), named.force, named.length, given.force, given.length));
-  return named;
-}
-
 void Commands::compareUnits(const Document& document, const Document& other, Notes& notes) {
-  chooseUnits(document, other.getUnits());
-  const Units named = document.getLabels();
-  const Units ofOther = other.getLabels();
-  const auto tell = [&notes](Message::Level level, const Document& naming,
-                             const std::string& sentence) {
-    notes.tell({level,
-                "units",
-                DisplayText::fromName(naming.getShownPath()),
-                {},
-                "",
-                DisplayText::fromName(sentence)});
-  };
-  const auto tellSilent = [&tell](const Document& naming, const Document& silent) {
-    const Units& units = naming.getUnits();
-    if (!units.force.empty())
-      tell(Message::Level::note, naming,
-           fmt::format("its units are {} and {}; {} names none, and is taken for the same",
-                       units.force, units.length, silent.getShownPath()));
-  };
-  if (named.force.empty()) return tellSilent(other, document);
-  if (ofOther.force.empty()) return tellSilent(document, other);
-  if (named != ofOther)
-    tell(Message::Level::warning, document,
-         fmt::format("its units are {} and {}, but those of {} are {} and {}; nothing is converted",
-                     named.force, named.length, other.getShownPath(), ofOther.force,
-                     ofOther.length));
-}
-
-Report::Date Commands::findDate(const Document& document) {
-  const std::string& file = document.getContent().path;
-  return file.empty() ? Report::Date{Dates::now(), false} : Report::Date{Dates::ofFile(file), true};
+  const auto note = Comparing::compareUnits(document, other);
+  if (!note) return;
+  notes.tell({note->isWarning ? Message::Level::warning : Message::Level::note,
+              "units",
+              DisplayText::fromName(note->about.getShownPath()),
+              {},
+              "",
+              DisplayText::fromName(note->sentence)});
 }
 
 void Commands::tellPhase(const char* work, const std::string& path, Notes& notes) {

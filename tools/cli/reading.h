@@ -8,7 +8,6 @@
 #include "commands.h"
 #include "documents/document.h"
 #include "notes.h"
-#include "report/content.h"
 
 /// What the commands report about the documents that they read.
 namespace Commands {
@@ -18,16 +17,9 @@ namespace Commands {
 /// nothing can be read.
 std::size_t tellReading(Documents::Document& document, Notes& notes);
 
-/// The units that the document names, or else those that are given. Throws UserError where it names
-/// others: labels convert nothing.
-Units chooseUnits(const Documents::Document& document, const Units& given);
-
 /// Refuses documents that name different units; tells where only one of them names any.
 void compareUnits(const Documents::Document& document, const Documents::Document& other,
                   Notes& notes);
-
-/// When the file of a document was written, or else when it was read.
-Report::Date findDate(const Documents::Document& document);
 
 /// What is done from here on with the document at `path`, for people who wait.
 void tellPhase(const char* work, const std::string& path, Notes& notes);

@@ -4,15 +4,15 @@
 #include <system_error>
 #include <vector>
 
-#include "checks/rules.h"
 #include "commands.h"
 #include "documents/document.h"
 #include "files/paths.h"
 #include "files/user_error.h"
 #include "output.h"
 #include "reading.h"
+#include "report/frame.h"
 #include "report/page.h"
-#include "report/text.h"
+#include "report/subject.h"
 
 namespace {
 
@@ -29,22 +29,6 @@ bool isFolder(const std::string& path) {
 std::string makePagePath(const std::string& folder, const std::string& document) {
   const fs::path name = document == "-" ? "stdin" : Paths::fromText(document).stem();
   return Paths::toText(Paths::fromText(folder) / name) + ".html";
-}
-
-/// How a page calls units and who says so. A model says it for those who ask for nothing else.
-struct UnitLabels {
-  Units units;
-  Report::UnitsFrom from;
-  Units ofDocument;
-};
-
-UnitLabels chooseLabels(const Documents::Document& document, const Units& given) {
-  Commands::chooseUnits(document, given);
-  const Units ofDocument = document.getLabels();
-  const bool isAsked = !given.force.empty();
-  return {Report::showUnits(isAsked ? given : ofDocument),
-          isAsked ? Report::UnitsFrom::user : Report::UnitsFrom::document,
-          Report::showUnits(ofDocument)};
 }
 
 /// Where the pages of the documents are written, each.
@@ -68,21 +52,15 @@ std::vector<std::string> listPages(const ReportOptions& options) {
 void reportOne(const std::string& path, const std::string& page, const ReportOptions& options,
                Notes& notes) {
   OutputFile output = Commands::openOutput(page);
-  Commands::requireReplaceable(output);
+  Report::requireReplaceable(output);
   Documents::Document document(Documents::readFile(path, options.reading.form), options.reading);
-  const UnitLabels labels = chooseLabels(document, options.units);
+  const Report::Labels labels = Report::chooseLabels(document, options.units);
   Commands::tellReading(document, notes);
   Commands::tellPhase("checking", path, notes);
-  // Of the whole document: what is left out must not look as if it were lacking.
-  const Checks::Findings findings = Checks::find(document);
-  Found::FoundationManager& manager = document.getFoundations();
-  const Found::Foundation* const current = manager.getCurrentFoundation();
-  const std::size_t total = manager.getFoundations().size();
-  document.keep(options.selection);
+  const Report::Subject subject(document, options.selection);
   notes.setPhase("making the page");
   output.create();
-  output.write(Report::makePage({document, manager, findings, current, total, labels.units,
-                                 labels.from, labels.ofDocument, Commands::findDate(document)}));
+  output.write(Report::makePage(subject.tell(labels, Report::findDate(document))));
   output.commit();
 }
 

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <map>
 #include <optional>
 #include <ostream>
 #include <set>
@@ -103,13 +102,6 @@ void requireNumbers(const Document& document, const std::vector<Change>& changes
                     ": documents of version 1.0 have no numbers that could be set");
 }
 
-int findFreeNumber(const FoundationManager& manager) {
-  std::map<int, Foundation*> numbers;
-  for (Foundation* foundation : manager.getFoundations())
-    numbers.emplace(foundation->getNumber(), foundation);
-  return Numbers::findFree(numbers);
-}
-
 std::vector<Foundation*> select(const Selection& selection, FoundationManager& manager,
                                 const std::string& shownPath) {
   if (const std::optional<int> missing = selection.findMissing(manager.getFoundations()))
@@ -202,7 +194,7 @@ Status add(const AddOptions& options, std::ostream& out, Notes& notes) {
   Editing::Draft draft(document);
   FoundationManager& manager = draft.getFoundations();
   requireNumbers(document, changes);
-  const int number = findFreeNumber(manager);
+  const int number = Numbers::findFree(manager);
   Foundation& added = *manager.giveFoundation(Foundation(), false);
   added.setNumber(number);
   assign(changes, added);

@@ -4,6 +4,7 @@
 
 #include "commands.h"
 #include "documents/document.h"
+#include "documents/units.h"
 #include "files/user_error.h"
 #include "reading.h"
 #include "show_formats.h"
@@ -27,7 +28,7 @@ std::string makeHeading(const std::string& shownPath, bool isFirst) {
 void showOne(const std::string& path, const ShowOptions& options, bool& isFirst, std::ostream& out,
              Notes& notes) {
   Documents::Document document(Documents::readFile(path, options.reading.form), options.reading);
-  const Units units = Commands::chooseUnits(document, options.units);
+  const Units units = Documents::chooseUnits(document, options.units);
   Commands::tellReading(document, notes);
   document.keep(options.selection);
   Found::FoundationManager& manager = document.getFoundations();

@@ -86,15 +86,15 @@ TEST(DocumentErrors, NameTheFileAndThePlace) {
 }
 
 TEST(DocumentErrors, TellWhatIsNoXml) {
-  EXPECT_EQ(
-      tell("text"),
-      "file: this is no XML document (a table or JSON needs the ending .csv or .json, or --from)");
-  EXPECT_EQ(
-      tell(" \xEF\xBB\xBF text <a/>"),
-      "file: this is no XML document (a table or JSON needs the ending .csv or .json, or --from)");
-  EXPECT_EQ(
-      tell(std::string(Files::lengthOfStart, ' ')),
-      "file: this is no XML document (a table or JSON needs the ending .csv or .json, or --from)");
+  EXPECT_EQ(tell("text"),
+            "file: this is no XML document (a table or JSON needs the ending .csv or .json, or its "
+            "form told)");
+  EXPECT_EQ(tell(" \xEF\xBB\xBF text <a/>"),
+            "file: this is no XML document (a table or JSON needs the ending .csv or .json, or its "
+            "form told)");
+  EXPECT_EQ(tell(std::string(Files::lengthOfStart, ' ')),
+            "file: this is no XML document (a table or JSON needs the ending .csv or .json, or its "
+            "form told)");
 }
 
 TEST(DocumentErrors, TellWhatHoldsNoBeddings) {

@@ -9,6 +9,7 @@
 #include "files/content.h"
 #include "files/user_error.h"
 #include "support/temporary_files.h"
+#include "workbench/spreadsheets/field_names.h"
 
 // Tables and data as documents.
 
@@ -55,10 +56,10 @@ TEST(SheetDocument, OfATableIsToldByTheEndingOfItsName) {
   EXPECT_EQ(describeSheet("A.CSV", table), "csv 3");
   EXPECT_EQ(describeSheet("a.csv.txt", table),
             "a.csv.txt: this is no XML document (a table or JSON needs the ending .csv or .json, "
-            "or --from)");
-  EXPECT_EQ(
-      describeSheet("csv", table),
-      "csv: this is no XML document (a table or JSON needs the ending .csv or .json, or --from)");
+            "or its form told)");
+  EXPECT_EQ(describeSheet("csv", table),
+            "csv: this is no XML document (a table or JSON needs the ending .csv or .json, or its "
+            "form told)");
   EXPECT_EQ(describeSheet("a.csv", ""),
             "a.csv: this table is empty; its first row names the columns");
 }
@@ -258,9 +259,8 @@ TEST(SheetFile, ThatCannotBeReadIsNotReplaced) {
   TestSupport::store(path.get(), "colour\nred\n");
 
   EXPECT_EQ(writeSheet(beddings, path.get(), Documents::Form::csv),
-            path.get() +
-                ":1: there is no column \"colour\"; kvfound show --format csv names them; it was "
-                "not replaced: mend or remove it, or name another file");
+            path.get() + ":1: there is no column \"colour\"; " + SpreadsheetTest::fieldNames +
+                "; it was not replaced: mend or remove it, or name another file");
 }
 
 }  // namespace

@@ -198,7 +198,8 @@ TEST(Writing, DestroysNoDocument) {
        "another "
        "file"},
       {"text", Form::kvml,
-       ": this is no XML document (a table or JSON needs the ending .csv or .json, or --from); it "
+       ": this is no XML document (a table or JSON needs the ending .csv or .json, or its form "
+       "told); it "
        "was not replaced: mend or remove it, or name another file"},
   };
   for (const auto& row : rows) {
@@ -310,6 +311,34 @@ TEST(Writing, RequiresThatAllIsKept) {
     }
     EXPECT_EQ(error, row.error) << row.field;
   }
+}
+
+TEST(Writing, ListsWhatIsLostAndWhatGoesTogether) {
+  const TemporaryFile there(
+      "<Beddings><SurfaceBedding Number='2' Name='B' StiffnessZ='1'/></Beddings>");
+  Document in({"in", "", model});
+  OutputFile to(there.get());
+  Output output(to, Form::exchange, in);
+  output.update(in.getFoundations());
+
+  EXPECT_EQ(show(output.listAllLosses(in.getFoundations())),
+            (std::vector<std::string>{"number 1 \"A\": generated yes becomes no",
+                                      "number 1 \"A\": is no longer the current foundation",
+                                      "number 2 \"B\": goes from the document"}));
+}
+
+TEST(Writing, ListsTheHalvesThatHostsDoNotRead) {
+  Document in({"in", "",
+               "<?xml?>\n<SMOD><FOUNDATIONS><FOUND NUMBER='1' NAME='A' FZAREA='7' FZLINE='1'/>"
+               "</FOUNDATIONS></SMOD>"});
+  const TemporaryPath path;
+  OutputFile to(path.get());
+  Output output(to, Form::exchange, in);
+  output.write(in.getFoundations());
+
+  EXPECT_EQ(show(output.listAllLosses(in.getFoundations())),
+            (std::vector<std::string>{
+                "number 1 \"A\": hosts that read the document keep only its line part"}));
 }
 
 }  // namespace

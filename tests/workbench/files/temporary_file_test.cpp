@@ -130,6 +130,7 @@ class HeldSignal {
 TEST(TemporaryFile, IsErasedByAnInterruptionWhichThenEndsTheProgram) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
     const HeldSignal held(signal);
+    TemporaryFile::watchInterruptions();
     const Folder folder;
     const TemporaryFile first(folder.get());
     const TemporaryFile second(folder.get());
@@ -145,10 +146,20 @@ TEST(TemporaryFile, IsErasedByAnInterruptionWhichThenEndsTheProgram) {
 TEST(TemporaryFile, LeavesASignalAloneThatIsIgnored) {
   const HeldSignal held(SIGHUP);
   std::signal(SIGHUP, SIG_IGN);
-  const Folder folder;
-  const TemporaryFile file(folder.get());
+
+  TemporaryFile::watchInterruptions();
 
   EXPECT_EQ(std::signal(SIGHUP, SIG_IGN), SIG_IGN);
+}
+
+TEST(TemporaryFile, LeavesSignalsAloneUnlessAsked) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
+    const HeldSignal held(signal);
+    const Folder folder;
+    const TemporaryFile file(folder.get());
+
+    EXPECT_EQ(std::signal(signal, SIG_DFL), SIG_DFL) << signal;
+  }
 }
 
 #endif

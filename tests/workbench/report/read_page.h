@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "checks/rules.h"
 #include "documents/document.h"
 #include "report/page.h"
+#include "report/subject.h"
 
 /// Makes the pages of documents and reads them.
 namespace ReportTest {
@@ -31,25 +31,15 @@ inline std::string makeModel(const std::string& foundations, const std::string& 
 class Opened {
  public:
   explicit Opened(Files::Content bytes, const Documents::ReadOptions& options = {})
-      : document(std::move(bytes), options), manager(document.getFoundations()) {
-    manager.updateFoundationMaximum();
-    findings = Checks::find(document);
+      : document(std::move(bytes), options), subject(document) {}
+
+  const std::vector<Found::Foundation*>& getFoundations() const {
+    return subject.tell({}, {}).manager.getFoundations();
   }
 
-  const std::vector<Found::Foundation*>& getFoundations() const { return manager.getFoundations(); }
-
-  /// Good as long as `units`.
   Report::Content tell(const Units& units, Report::UnitsFrom unitsFrom = Report::UnitsFrom::user,
                        const std::string& date = "") const {
-    return {document,
-            manager,
-            findings,
-            manager.getCurrentFoundation(),
-            manager.getFoundations().size(),
-            units,
-            unitsFrom,
-            {},
-            {date}};
+    return subject.tell({units, unitsFrom, {}}, {date});
   }
 
   std::string print(const Units& units = {}, Report::UnitsFrom unitsFrom = Report::UnitsFrom::user,
@@ -59,8 +49,7 @@ class Opened {
 
  private:
   Documents::Document document;
-  Found::FoundationManager& manager;
-  Checks::Findings findings;
+  Report::Subject subject;
 };
 
 /// The page of a document.

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/spreadsheets/field_names.h"
 #include "workbench/spreadsheets/sheets.h"
 
 namespace {
@@ -101,14 +102,14 @@ TEST(CsvReader, RefusesColumnsThatAreNotKnown) {
   expectTables(
       {{"number,areaz\n1,2\n", "table:1: there is no column \"areaz\"; did you mean areaZ?"},
        {"number,colour\n1,2\n",
-        "table:1: there is no column \"colour\"; kvfound show --format csv names them"},
+        "table:1: there is no column \"colour\"; " + SpreadsheetTest::fieldNames},
        {"number,name,\n1,A,\n", "table:1: column 3 of 3 has no name"},
        {"# remark\n\nnumber,curent\n1,2\n",
         "table:3: there is no column \"curent\"; did you mean current?"},
        {"sep=;\nnumber;name\n",
-        "table:1: there is no column \"sep=\"; kvfound show --format csv names them"},
+        "table:1: there is no column \"sep=\"; " + SpreadsheetTest::fieldNames},
        {"number;W\xFC\n1;2\n",
-        "table:1: there is no column \"W\xC3\xBC\"; kvfound show --format csv names them"}});
+        "table:1: there is no column \"W\xC3\xBC\"; " + SpreadsheetTest::fieldNames}});
 }
 
 TEST(CsvReader, RefusesColumnsThatAreGivenTwice) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/spreadsheets/field_names.h"
 #include "workbench/spreadsheets/sheets.h"
 
 namespace {
@@ -47,7 +48,7 @@ TEST(DialectSeparator, IsWhatTheUserSaysWhereNamesLeaveItOpen) {
   EXPECT_EQ(recognise("areaZ\n1,5\n", {',', {}}),
             "table:2: this row has too many cells: 2 instead of 1");
   EXPECT_EQ(recognise("Nummer;Cz\n", {',', {}}),
-            "table:1: there is no column \"Nummer;Cz\"; kvfound show --format csv names them");
+            "table:1: there is no column \"Nummer;Cz\"; " + SpreadsheetTest::fieldNames);
 }
 
 TEST(DialectSeparator, IsWhatNamesTellWhateverTheUserSays) {
@@ -108,8 +109,7 @@ TEST(DialectDecimal, IsNotToldByOtherCells) {
 
 TEST(DialectDecimal, MustBeSaidWhereAllNumbersCanBeReadInTwoWays) {
   const std::string advice =
-      " can have decimals or thousands, and nothing in the table tells which; say --decimal point "
-      "or --decimal comma";
+      " can have decimals or thousands, and nothing in the table tells which; say which";
   EXPECT_EQ(recognise("name;areaX;areaZ\nA;1;1.500\nB;2;2.500\n"),
             "table:2: areaZ \"1.500\"" + advice);
   EXPECT_EQ(recognise("name\tareaZ\nA\t1\nB\t-12,500\n"), "table:3: areaZ \"-12,500\"" + advice);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/spreadsheets/field_names.h"
 #include "workbench/spreadsheets/sheets.h"
 
 namespace {
@@ -112,7 +113,7 @@ TEST(JsonReader, RefusesMembersThatAreNotKnown) {
   EXPECT_EQ(readMembers("\"areaz\": 1"),
             "data:1:19: there is no field \"areaz\"; did you mean areaZ?");
   EXPECT_EQ(readMembers("\"name\": \"A\",\n \"colour\": 1"),
-            "data:2:2: there is no field \"colour\"; kvfound show --format csv names them");
+            "data:2:2: there is no field \"colour\"; " + SpreadsheetTest::fieldNames);
 }
 
 TEST(JsonReader, RefusesMembersThatAreGivenTwice) {

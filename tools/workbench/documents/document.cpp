@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -17,6 +18,7 @@
 #include "spreadsheets/csv_reader.h"
 #include "spreadsheets/json_reader.h"
 #include "text/utf8.h"
+#include "text/wording.h"
 
 namespace Documents {
 namespace {
@@ -24,8 +26,7 @@ namespace {
 using Files::MemoryStream;
 
 [[noreturn]] void fail(const std::string& shownPath, const KvXmlError& error) {
-  throw UserError(fmt::format("{}:{}:{}: {}", shownPath, error.getLine(), error.getColumn(),
-                              error.getReason()));
+  throw DocumentError(shownPath, {error.getLine(), error.getColumn()}, error.getReason());
 }
 
 char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -36,7 +37,7 @@ void tellMemory(const std::string& shownPath, const Run& run) {
   try {
     run();
   } catch (const std::bad_alloc&) {
-    throw UserError(shownPath + ": is too large for the memory of this machine");
+    throw FileError(shownPath, "is too large for the memory of this machine", ENOMEM);
   }
 }
 
@@ -128,8 +129,8 @@ void requireFirstLine(const Files::Content& content) {
   in.getline(line.data(), line.size());
   std::transform(line.begin(), line.end(), line.begin(), toLower);
   if (std::string_view(line.data(), line.size()).find("xml") == std::string_view::npos)
-    throw UserError(content.shownPath +
-                    ": the first line must be an XML declaration, <?xml version=\"1.0\"?>");
+    throw DocumentError(content.shownPath, {},
+                        "the first line must be an XML declaration, <?xml version=\"1.0\"?>");
   if (!in.fail()) return;
   try {
     const KvXmlTree refused(in);  // a line that is too long leaves nothing to be read
@@ -141,8 +142,10 @@ void requireFirstLine(const Files::Content& content) {
 // --- Exchange documents
 
 [[noreturn]] void failWithoutBeddings(const std::string& shownPath, const std::string& root) {
-  throw UserError(shownPath + ": there are no beddings in <" + root +
-                  ">; a legacy model or an exchange document can be read, a Kvml listing cannot");
+  throw DocumentError(
+      shownPath, {},
+      "there are no beddings in <" + root +
+          ">; a legacy model or an exchange document can be read, a Kvml listing cannot");
 }
 
 std::unique_ptr<KvXmlN::Document> parseExchange(const Files::Content& content) {
@@ -225,14 +228,18 @@ void Document::readSheet(const Spreadsheets::Dialect& dialect) {
 
 void Document::openExchange(const std::optional<std::string>& version) {
   if (!isMeantAsXml(content.bytes))
-    throw UserError(getShownPath() +
-                    ": this is no XML document (a table or JSON needs the ending .csv or .json, or "
-                    "--from)");
+    throw DocumentError(
+        getShownPath(), {},
+        std::string(
+            "this is no XML document (a table or JSON needs the ending .csv or .json, or ") +
+            Wording::get().form + ")");
   exchange = parseExchange(content);
   KvXmlN::Data& root = exchange->getRoot();
   if (root.getName() == Legacy::root)
-    throw UserError(getShownPath() + ": <" + Legacy::root +
-                    "> must start on a line of its own, behind the line of the XML declaration");
+    throw DocumentError(getShownPath(), {},
+                        std::string("<") + Legacy::root +
+                            "> must start on a line of its own, behind the line of the XML "
+                            "declaration");
   containers = listContainers(root);
   if (!containers.empty())
     form = isFirstVersion(containers, version) ? Form::firstExchange : Form::exchange;

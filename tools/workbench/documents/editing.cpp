@@ -326,8 +326,8 @@ std::vector<Matching::Pair> listExpected(const Wish& wish, Form form) {
 bool addPins(Document& made, const std::vector<Matching::Pair>& expected, Pins& pins) {
   const std::vector<Foundation*>& read = made.getFoundations().getFoundations();
   if (read.size() > expected.size())
-    throw UserError(made.getShownPath() +
-                    ": cannot be edited: other beddings in it would be read, too");
+    throw DocumentError(made.getShownPath(), {},
+                        "cannot be edited: other beddings in it would be read, too");
   const std::size_t before = pins.size();
   for (std::size_t i = 0; i < read.size(); ++i)
     if (expected[i].first != nullptr) {

@@ -108,9 +108,10 @@ void Output::openOld() {
   if (content.bytes.empty()) return;
   try {
     other = std::make_unique<Document>(std::move(content), options);
-  } catch (const UserError& error) {
-    throw UserError(std::string(error.what()) +
-                    "; it was not replaced: mend or remove it, or name another file");
+  } catch (const DocumentError& error) {
+    throw DocumentError(
+        error.getPath(), error.getPosition(),
+        error.getSentence() + "; it was not replaced: mend or remove it, or name another file");
   }
   if (other->getForm() != Form::kvml) old = other.get();
 }
@@ -182,6 +183,17 @@ std::vector<Losses::Loss> Output::listLosses(const FoundationManager& manager) {
 std::vector<Losses::Loss> Output::listReplaced() {
   return Losses::listReplaced(old->getFoundations(), made->getFoundations(), in.getForm(),
                               listKeys());
+}
+
+std::vector<Losses::Loss> Output::listAllLosses(const FoundationManager& manager) {
+  std::vector<Losses::Loss> losses = listLosses(manager);
+  const auto append = [&losses](const std::vector<Losses::Loss>& more) {
+    losses.insert(losses.end(), more.begin(), more.end());
+  };
+  if (isUpdate() && !isSameFile()) append(listReplaced());
+  append(unread);
+  if (form == Form::exchange && !isSameFile()) append(Losses::listHalved(*made));
+  return losses;
 }
 
 void Output::requireAll(const FoundationManager& manager) {

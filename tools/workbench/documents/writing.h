@@ -44,6 +44,9 @@ class Output {
   /// What update() removes from the document in the file.
   std::vector<Losses::Loss> listReplaced();
 
+  /// All that is lost of the foundations, and all that goes from what is there.
+  std::vector<Losses::Loss> listAllLosses(const Found::FoundationManager& manager);
+
   /// The beddings that are removed from the document although they were never read.
   const std::vector<Losses::Loss>& getUnread() const { return unread; }
 

@@ -31,7 +31,8 @@ bool readMore(std::FILE* file, std::size_t length, Content& content) {
   const std::size_t got = std::fread(&content.bytes[before], 1, length, file);
   content.bytes.resize(before + got);
   if (std::ferror(file) != 0)
-    throw UserError(content.shownPath + ": cannot be read: " + std::strerror(errno));
+    throw FileError(content.shownPath, std::string("cannot be read: ") + std::strerror(errno),
+                    errno);
   return got == length;
 }
 
@@ -50,7 +51,7 @@ void readAll(std::FILE* file, Wanted isWanted, Content& content) {
     if (!isWanted(content.bytes)) return;
     while (hasMore) hasMore = readMore(file, std::min(content.bytes.size(), mostAtOnce), content);
   } catch (const std::bad_alloc&) {
-    throw UserError(content.shownPath + ": is too large for the memory of this machine");
+    throw FileError(content.shownPath, "is too large for the memory of this machine", ENOMEM);
   }
 }
 
@@ -58,14 +59,14 @@ void readAll(std::FILE* file, Wanted isWanted, Content& content) {
 std::string findFile(const std::string& path) {
   std::error_code ignored;
   const fs::file_status status = fs::status(Paths::fromText(path), ignored);
-  if (fs::is_directory(status)) throw UserError(path + ": this is a folder, not a file");
+  if (fs::is_directory(status)) throw FileError(path, "this is a folder, not a file", EISDIR);
   return fs::is_regular_file(status) ? path : "";
 }
 
 }  // namespace
 
 Content read(const std::string& path, Wanted isWanted) {
-  if (path.empty()) throw UserError("the name of the file to read is empty");
+  if (path.empty()) throw FileError("", "the name of the file to read is empty", ENOENT);
   Content content;
   if (path == "-") {
     content.shownPath = "standard input";
@@ -75,7 +76,8 @@ Content read(const std::string& path, Wanted isWanted) {
   content.shownPath = path;
   content.path = findFile(path);
   const File file(std::fopen(path.c_str(), "rb"));
-  if (file == nullptr) throw UserError(path + ": cannot be opened: " + std::strerror(errno));
+  if (file == nullptr)
+    throw FileError(path, std::string("cannot be opened: ") + std::strerror(errno), errno);
   readAll(file.get(), isWanted, content);
   return content;
 }

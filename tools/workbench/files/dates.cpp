@@ -12,11 +12,20 @@ namespace {
 
 using Clock = std::chrono::system_clock;
 
+/// False for a time too far away. Other than std::localtime, for any number of threads.
+bool findLocal(std::time_t seconds, std::tm& local) {
+#ifdef _WIN32
+  return localtime_s(&local, &seconds) == 0;
+#else
+  return localtime_r(&seconds, &local) != nullptr;
+#endif
+}
+
 std::string show(Clock::time_point time) {
-  const std::time_t seconds = Clock::to_time_t(time);
-  const std::tm* const local = std::localtime(&seconds);
+  std::tm local{};
   char text[32] = "";
-  if (local != nullptr) std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", local);
+  if (findLocal(Clock::to_time_t(time), local))
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local);
   return text;
 }
 

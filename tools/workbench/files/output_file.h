@@ -3,6 +3,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <system_error>
 
 #include "files/temporary_file.h"
 
@@ -21,6 +22,10 @@ class OutputFile {
   /// As messages call the file.
   const std::string& getShownPath() const { return shownPath; }
 
+  /// What the file holds that is there; empty where there is none, and for what is no file, such as
+  /// a pipe, which may never tell.
+  std::string readOld() const;
+
   /// Makes the temporary file, unless this is a stream or a device. To be called before write(), so
   /// that a folder in which no file can be made is reported before there is anything to write.
   void create();
@@ -32,7 +37,8 @@ class OutputFile {
   void commit();
 
  private:
-  [[noreturn]] void fail(const std::string& reason) const;
+  [[noreturn]] void fail(const std::error_code& reason) const;
+  [[noreturn]] void fail(const std::string& reason, int number) const;
   std::string findTarget() const;
 
   std::string shownPath;

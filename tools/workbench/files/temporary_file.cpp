@@ -25,8 +25,21 @@ namespace {
 namespace fs = std::filesystem;
 
 // The files that an interruption must erase, where a signal handler may read them. There are more
-// places than any command has files at a time.
+// places than any command has files at a time. Threads that have more leave some unwatched.
 std::array<std::atomic<const char*>, 4> living;
+
+/// The place of the file in that list; behind its end where it is full.
+std::size_t list(const char* path) {
+  std::size_t place = 0;
+  for (const char* free = nullptr;
+       place < living.size() && !living[place].compare_exchange_strong(free, path); free = nullptr)
+    ++place;
+  return place;
+}
+
+void forget(std::size_t place) {
+  if (place < living.size()) living[place] = nullptr;
+}
 
 extern "C" void eraseAndEnd(int signal) {
   for (const std::atomic<const char*>& path : living)
@@ -38,16 +51,6 @@ extern "C" void eraseAndEnd(int signal) {
 /// An interruption that the program is to ignore stays ignored.
 void watch(int signal) {
   if (std::signal(signal, eraseAndEnd) == SIG_IGN) std::signal(signal, SIG_IGN);
-}
-
-void watchInterruptions() {
-  watch(SIGINT);
-  watch(SIGTERM);
-#ifndef _WIN32
-  watch(SIGHUP);
-  watch(SIGPIPE);
-  std::signal(SIGXFSZ, SIG_IGN);  // so that writing fails as on a full disk
-#endif
 }
 
 [[noreturn]] void fail() { throw std::system_error(errno, std::generic_category()); }
@@ -92,19 +95,27 @@ void keepOwner([[maybe_unused]] const std::string& path,
 
 }  // namespace
 
-TemporaryFile::TemporaryFile(const std::string& folder) {
-  watchInterruptions();
-  while (place + 1 < living.size() && living[place] != nullptr) ++place;
+void TemporaryFile::watchInterruptions() {
+  watch(SIGINT);
+  watch(SIGTERM);
+#ifndef _WIN32
+  watch(SIGHUP);
+  watch(SIGPIPE);
+  std::signal(SIGXFSZ, SIG_IGN);  // so that writing fails as on a full disk
+#endif
+}
+
+TemporaryFile::TemporaryFile(const std::string& folder) : place(living.size()) {
   std::random_device random;
   try {
     do {
-      living[place] = nullptr;
+      forget(place);
       path = Paths::toText(Paths::fromText(folder) /
                            (".kvfound-" + std::to_string(random()) + ".tmp"));
-      living[place] = path.c_str();  // before there is a file that an interruption could leave
+      place = list(path.c_str());  // before there is a file that an interruption could leave
     } while (!create(path));
   } catch (...) {
-    living[place] = nullptr;
+    forget(place);
     throw;
   }
 }
@@ -112,7 +123,7 @@ TemporaryFile::TemporaryFile(const std::string& folder) {
 TemporaryFile::~TemporaryFile() {
   if (path.empty()) return;
   std::remove(path.c_str());
-  living[place] = nullptr;
+  forget(place);
 }
 
 void TemporaryFile::replace(const std::string& target) {
@@ -125,6 +136,6 @@ void TemporaryFile::replace(const std::string& target) {
   }
   synchronise(path);
   fs::rename(from, to);
-  living[place] = nullptr;
+  forget(place);
   path.clear();
 }

@@ -2,10 +2,14 @@
 
 #include <string>
 
-/// A file that this object deletes at its end, and also when the program is interrupted, unless it
-/// has replaced another file by then.
+/// A file that this object deletes at its end, unless it has replaced another file by then.
 class TemporaryFile {
  public:
+  /// Lets interruptions of the process delete the files that there are, by handlers of signals,
+  /// and lets files that become too large fail to be written. For the main function of a program:
+  /// what is loaded by other programs leaves signals to them.
+  static void watchInterruptions();
+
   /// Makes a new, empty file in `folder`. Throws std::system_error.
   explicit TemporaryFile(const std::string& folder);
   ~TemporaryFile();
@@ -21,5 +25,5 @@ class TemporaryFile {
 
  private:
   std::string path;
-  std::size_t place = 0;  // among the files that an interruption must erase
+  std::size_t place;  // among the files that an interruption must erase
 };

@@ -9,3 +9,10 @@ int Numbers::findFree(const std::map<int, Found::Foundation*>& taken) {
   while (taken.count(number) > 0) --number;
   return number;
 }
+
+int Numbers::findFree(const Found::FoundationManager& manager) {
+  std::map<int, Found::Foundation*> taken;
+  for (Found::Foundation* foundation : manager.getFoundations())
+    taken.emplace(foundation->getNumber(), foundation);
+  return findFree(taken);
+}

@@ -26,8 +26,8 @@ struct Content {
   const Found::FoundationManager& manager;  // read from it
   const Checks::Findings& findings;
   const Found::Foundation* current;  // of the document, be it selected or not
-  std::size_t total;   // of foundations in the document, of which some may be selected
-  const Units& units;  // as they are shown
+  std::size_t total;  // of foundations in the document, of which some may be selected
+  Units units;        // as they are shown
   UnitsFrom unitsFrom;
   Units documentUnits;  // as the document names them, whoever is followed
   Date date;

@@ -1,8 +1,10 @@
 #include "report/frame.h"
 
+#include <cerrno>
 #include <cstdint>
 
 #include "files/paths.h"
+#include "files/user_error.h"
 #include "report/assets.h"
 #include "report/html.h"
 #include "report/text.h"
@@ -74,6 +76,14 @@ bool isPage(std::string_view text) {
   const std::string_view start = "<!DOCTYPE html>";  // which no document of beddings has
   return text.substr(0, start.size()) == start &&
          text.find(R"(<meta name="generator" content="kvfound">)") != text.npos;
+}
+
+void requireReplaceable(const OutputFile& output) {
+  const std::string there = output.readOld();
+  if (!there.empty() && !isPage(there))
+    throw FileError(output.getShownPath(),
+                    "this is no page that kvfound made, and was not replaced; name another file",
+                    EEXIST);
 }
 
 }  // namespace Report

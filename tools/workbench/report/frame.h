@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "files/output_file.h"
+
 namespace Report {
 
 /// What stands around every page.
@@ -30,5 +32,9 @@ std::string nameFile(const std::string& shownPath);
 
 /// True for a text that is a page of this program.
 bool isPage(std::string_view text);
+
+/// Throws FileError where something is there that a page must not take the place of: all but an
+/// older page.
+void requireReplaceable(const OutputFile& output);
 
 }  // namespace Report

@@ -46,7 +46,7 @@ Head readHead(std::string_view text, char separator, const std::string& shownPat
     }
     if (!isOfUnits(row)) return true;
     if (head.units.count > 0)
-      throw UserError(fmt::format("{}:{}: the units are named twice", shownPath, row.line));
+      throw DocumentError(shownPath, {row.line, 0}, "the units are named twice");
     head.units = row;
     return true;
   });
@@ -117,9 +117,10 @@ std::string readUnitCell(const Row& row, std::size_t place, const Charset& chars
   try {
     return readUnit(readText(unit));
   } catch (const std::invalid_argument& error) {
-    throw UserError(fmt::format("{}:{}: a unit cannot be \"{}\", only {}", shownPath, row.line,
-                                DisplayText::shorten(DisplayText::fromName(unit), 60),
-                                error.what()));
+    throw DocumentError(
+        shownPath, {row.line, 0},
+        fmt::format("a unit cannot be \"{}\", only {}",
+                    DisplayText::shorten(DisplayText::fromName(unit), 60), error.what()));
   }
 }
 
@@ -131,23 +132,24 @@ Units readUnits(const Row& row, char separator, const Charset& charset,
   if (row.count > 1) units.force = readUnitCell(row, 1, charset, shownPath);
   if (row.count > 2) units.length = readUnitCell(row, 2, charset, shownPath);
   if (!isWhole || units.force.empty() != units.length.empty())
-    throw UserError(
-        fmt::format("{}:{}: this row names units of force and length, such as {}{}kN{}m, or none",
-                    shownPath, row.line, unitsStart, separator, separator));
+    throw DocumentError(
+        shownPath, {row.line, 0},
+        fmt::format("this row names units of force and length, such as {}{}kN{}m, or none",
+                    unitsStart, separator, separator));
   return units;
 }
 
 std::vector<Column> readColumns(const Row& names, const std::string& shownPath) {
   std::vector<Column> columns;
   std::set<std::string_view> known;
+  const auto fail = [&](const std::string& fault) {
+    throw DocumentError(shownPath, {names.line, 0}, fault);
+  };
   for (std::size_t i = 0; i < names.count; ++i) {
     const std::string_view name = trim(names.cells[i]);
-    const std::string place = fmt::format("{}:{}: ", shownPath, names.line);
-    if (name.empty())
-      throw UserError(place + fmt::format("column {} of {} has no name", i + 1, names.count));
-    if (!isName(name)) throw UserError(place + describeUnknown("column", name));
-    if (!known.insert(name).second)
-      throw UserError(place + fmt::format("the column {} is given twice", name));
+    if (name.empty()) fail(fmt::format("column {} of {} has no name", i + 1, names.count));
+    if (!isName(name)) fail(describeUnknown("column", name));
+    if (!known.insert(name).second) fail(fmt::format("the column {} is given twice", name));
     columns.push_back({Fields::find(name)});
   }
   return columns;
@@ -211,7 +213,7 @@ class Reader {
   }
 
   [[noreturn]] void fail(const Row& row, const std::string& fault) const {
-    throw UserError(fmt::format("{}:{}: {}", shownPath, row.line, fault));
+    throw DocumentError(shownPath, {row.line, 0}, fault);
   }
 
   Sheet& sheet;
@@ -225,7 +227,7 @@ class Reader {
 void refuseUtf16(std::string_view bytes, const std::string& shownPath) {
   const std::string_view start = bytes.substr(0, 2);
   if (start == "\xFF\xFE" || start == "\xFE\xFF")
-    throw UserError(shownPath + ": this is a table in UTF-16; save it as CSV in UTF-8");
+    throw DocumentError(shownPath, {}, "this is a table in UTF-16; save it as CSV in UTF-8");
 }
 
 }  // namespace
@@ -239,7 +241,7 @@ Sheet readCsv(const std::string& bytes, const Charset& charset, const Dialect& w
   const char separator = recogniseSeparator(text, wanted.separator);
   const Head head = readHead(text, separator, shownPath);
   if (head.names.count == 0)
-    throw UserError(shownPath + ": this table is empty; its first row names the columns");
+    throw DocumentError(shownPath, {}, "this table is empty; its first row names the columns");
   sheet.units = readUnits(head.units, separator, charset, shownPath);
   const bool namesUnits = head.units.count > 0;
   sheet.unitsBegin = mark + (namesUnits ? head.units.begin : head.names.begin);

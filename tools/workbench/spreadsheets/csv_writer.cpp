@@ -119,9 +119,10 @@ std::string encode(const std::string& text, const Charset& charset, const std::s
     if (!byte) {
       std::string shown;
       Utf8::append(shown, character);
-      throw UserError(
-          fmt::format("{}: this table is in windows-1252, which has no \"{}\"; save it in UTF-8",
-                      shownPath, DisplayText::fromName(shown)));
+      throw DocumentError(
+          shownPath, {},
+          fmt::format("this table is in windows-1252, which has no \"{}\"; save it in UTF-8",
+                      DisplayText::fromName(shown)));
     }
     bytes += *byte;
   }

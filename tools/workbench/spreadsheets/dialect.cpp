@@ -8,6 +8,7 @@
 #include "files/user_error.h"
 #include "spreadsheets/cells.h"
 #include "text/display_text.h"
+#include "text/wording.h"
 
 namespace Spreadsheets {
 namespace {
@@ -88,10 +89,11 @@ char recogniseDecimal(std::string_view text, char separator, const std::vector<C
   if (search.found) return *search.found;
   if (!search.doubt) return separator == ',' ? '.' : wanted.value_or(',');
   const auto& [line, column, number] = *search.doubt;
-  throw UserError(
-      fmt::format("{}:{}: {} \"{}\" can have decimals or thousands, and nothing in the "
-                  "table tells which; say --decimal point or --decimal comma",
-                  shownPath, line, column, DisplayText::fromName(number)));
+  throw DocumentError(
+      shownPath, {line, 0},
+      fmt::format("{} \"{}\" can have decimals or thousands, and nothing in the table tells which; "
+                  "say {}",
+                  column, DisplayText::fromName(number), Wording::get().decimal));
 }
 
 }  // namespace Spreadsheets

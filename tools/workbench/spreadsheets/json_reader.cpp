@@ -121,8 +121,7 @@ class Reader {
   }
 
   [[noreturn]] void fail(const std::string& fault) {
-    throw UserError(fmt::format("{}:{}:{}: {}", shownPath, places.findLine(here),
-                                places.findColumn(here), fault));
+    throw DocumentError(shownPath, {places.findLine(here), places.findColumn(here)}, fault);
   }
 
   [[noreturn]] void failAtJson(simdjson::error_code error) {

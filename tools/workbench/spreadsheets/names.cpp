@@ -4,13 +4,24 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "found/foundation_manager.h"
 #include "spreadsheets/sheet.h"
 #include "text/display_text.h"
 #include "text/near_name.h"
+#include "text/wording.h"
 
 namespace Spreadsheets {
+namespace {
+
+/// Where the names are told, or which they are.
+std::string tellNames() {
+  if (Wording::get().fields != nullptr) return Wording::get().fields;
+  return fmt::format("there are {}", fmt::join(listNames(), ", "));
+}
+
+}  // namespace
 
 const std::vector<std::string_view>& listNames() {
   static const std::vector<std::string_view> names = [] {
@@ -27,10 +38,9 @@ bool isName(std::string_view name) { return name == currentField || Fields::find
 std::string describeUnknown(const char* kind, std::string_view name) {
   const std::vector<std::string> names(listNames().begin(), listNames().end());
   const std::optional<std::string> near = findNearName(std::string(name), names);
-  return fmt::format(
-      "there is no {} \"{}\"{}", kind,
-      DisplayText::shorten(DisplayText::fromName(std::string(name)), 60),
-      near ? "; did you mean " + *near + "?" : "; kvfound show --format csv names them");
+  return fmt::format("there is no {} \"{}\"; {}", kind,
+                     DisplayText::shorten(DisplayText::fromName(std::string(name)), 60),
+                     near ? "did you mean " + *near + "?" : tellNames());
 }
 
 std::string makeDefaultName(int number) {

@@ -4,8 +4,6 @@
 #include <new>
 
 #include <csv.h>
-#include <fmt/format.h>
-
 #include "files/user_error.h"
 
 namespace Spreadsheets {
@@ -91,7 +89,7 @@ std::size_t measureCells(std::string_view row, char separator, std::size_t count
 bool isBlank(std::string_view line) { return line.find_first_not_of("\r\n") == line.npos; }
 
 [[noreturn]] void fail(const std::string& shownPath, std::size_t line, const char* fault) {
-  throw UserError(fmt::format("{}:{}: {}", shownPath, line, fault));
+  throw DocumentError(shownPath, {line, 0}, fault);
 }
 
 }  // namespace
