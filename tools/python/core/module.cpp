@@ -13,4 +13,5 @@ PYBIND11_MODULE(_core, module) {
   Python::bindNumbers(module);
   Python::bindFoundation(module);
   Python::bindManager(module);
+  Python::bindModel(module);
 }
