@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import copy
 import html
 import os
 import pathlib
@@ -463,6 +464,10 @@ class Model:
     def _repr_html_(self) -> str:
         """A table for notebooks."""
         return _make_table(self)
+
+    def __copy__(self) -> Model:
+        """A model of its own: no foundation is in two of them."""
+        return copy.deepcopy(self)
 
     def __reduce__(self) -> Tuple[Any, ...]:
         """With its bytes and all changes; users do not come along."""
