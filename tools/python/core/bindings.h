@@ -39,5 +39,6 @@ inline void nameAfterPackage(py::object& bound) { bound.attr("__module__") = "kv
 void bindFoundation(py::module_& module);
 void bindManager(py::module_& module);
 void bindModel(py::module_& module);
+void bindTables(py::module_& module);
 
 }  // namespace Python

@@ -14,4 +14,5 @@ PYBIND11_MODULE(_core, module) {
   Python::bindFoundation(module);
   Python::bindManager(module);
   Python::bindModel(module);
+  Python::bindTables(module);
 }

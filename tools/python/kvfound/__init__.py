@@ -9,9 +9,11 @@ from ._failure import Failure
 from ._findings import RULES, Finding, Findings
 from ._model import Merged, Model, diff
 from ._model import open_model as open
+from ._tables import attach as _attach_tables
 from ._values import modify_value
 
 Foundation.modify_value = staticmethod(modify_value)  # type: ignore[method-assign]
+_attach_tables(FoundationManager)
 
 __all__ = [
     "ChangedError",

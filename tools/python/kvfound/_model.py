@@ -24,6 +24,7 @@ from typing import (
 from . import _core
 from ._differences import Differences, Path, warn
 from ._findings import Finding, Findings
+from ._tables import Tables
 
 Units = Tuple[str, str]
 Key = Union[str, int]
@@ -46,7 +47,7 @@ class Merged(NamedTuple):
     losses: Tuple[str, ...]
 
 
-class Model:
+class Model(Tables):
     """A document with foundations: a legacy model, an exchange document, a table or data.
 
     ``Model(form="legacy")`` makes one without foundations; :func:`kvfound.open` reads one. Nothing
