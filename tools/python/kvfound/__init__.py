@@ -12,7 +12,7 @@ from ._model import open_model as open
 from ._tables import attach as _attach_tables
 from ._values import modify_value
 
-Foundation.modify_value = staticmethod(modify_value)  # type: ignore[method-assign]
+setattr(Foundation, "modify_value", staticmethod(modify_value))
 _attach_tables(FoundationManager)
 
 __all__ = [

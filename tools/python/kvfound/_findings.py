@@ -58,7 +58,9 @@ class Findings(Sequence[Finding]):
     def __eq__(self, other: object) -> bool:
         if isinstance(other, Findings):
             return self._findings == other._findings
-        return list(self) == other if isinstance(other, list) else NotImplemented
+        if isinstance(other, list):
+            return self._findings == other
+        return NotImplemented
 
     __hash__ = None  # type: ignore[assignment]
 

@@ -189,7 +189,8 @@ class Model(Tables):
         if "number" not in values:
             values["number"] = _core.find_free_number(self._foundations)
         made = _core.Foundation(name, **values)
-        for key in (made.name, made.number):
+        keys: Tuple[Key, Key] = (made.name, made.number)
+        for key in keys:
             if self.find(key) is not None:
                 raise ValueError(f"{key!r} is taken by another foundation")
         self._foundations.add(made)

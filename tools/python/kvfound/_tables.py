@@ -135,14 +135,15 @@ def _split_frame(frame: pd.DataFrame, by: str) -> Dict[str, Tuple[Any, ...]]:
     if not frame.columns.is_unique:
         twice = frame.columns[frame.columns.duplicated()][0]
         raise ValueError(f"the table has the column {twice!r} twice")
-    return {name: tuple(column.tolist()) for name, column in frame.items()}  # type: ignore[misc]
+    return {name: tuple(column.tolist()) for name, column in frame.items()}
 
 
 def _make_cells(name: str, column: Any) -> Tuple[Any, ...]:
     if isinstance(column, (str, bytes)) or not isinstance(column, Iterable):
         raise TypeError(f"{name}: a column is wanted, not {type(column).__name__}")
-    if getattr(column, "ndim", 1) != 1:
-        raise ValueError(f"{name}: a column has one dimension, not {column.ndim}")
+    dimensions = getattr(column, "ndim", 1)
+    if dimensions != 1:
+        raise ValueError(f"{name}: a column has one dimension, not {dimensions}")
     to_list = getattr(column, "tolist", None)  # of arrays and series: their numbers become Python's
     return tuple(to_list() if to_list is not None else column)
 
