@@ -109,9 +109,10 @@ Written write(Snapshot& snapshot, const Order& order) {
       throw FileError(order.path, "is there already", EEXIST);
     write(order.path, bytes);
   }
-  auto source = std::make_shared<Source>(*describe(*made, rendering->getOptions()));
+  std::vector<std::size_t> items = rendering->listItems(*made);
+  const std::shared_ptr<Source> source = describe(*made, rendering->getOptions());
   source->content.path = order.path;
-  return {source, rendering->listItems(*made)};
+  return {source, std::move(items)};
 }
 
 /// From here on the model is the document that was written.

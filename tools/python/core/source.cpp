@@ -50,7 +50,7 @@ Files::Content readFile(const std::string& path, const std::string& shownPath,
   return content;
 }
 
-std::shared_ptr<const Source> describe(Document& document, const Documents::ReadOptions& options) {
+std::shared_ptr<Source> describe(Document& document, const Documents::ReadOptions& options) {
   auto source = std::make_shared<Source>();
   source->options = options;
   source->form = document.getForm();
@@ -60,7 +60,7 @@ std::shared_ptr<const Source> describe(Document& document, const Documents::Read
   if (document.getSheet() != nullptr) source->dialect = document.getSheet()->dialect;
   source->notes = listLines(document);
   source->isReadWhole = isReadWhole(document);
-  source->content = document.getContent();
+  source->content = document.takeContent();
   return source;
 }
 

@@ -39,9 +39,9 @@ std::unique_ptr<Read> read(Files::Content content, const Documents::ReadOptions&
 Files::Content readFile(const std::string& path, const std::string& shownPath,
                         const Documents::ReadOptions& options);
 
-/// Of an open document, whose elements are still there.
-std::shared_ptr<const Source> describe(Documents::Document& document,
-                                       const Documents::ReadOptions& options);
+/// Of an open document, whose bytes it takes.
+std::shared_ptr<Source> describe(Documents::Document& document,
+                                 const Documents::ReadOptions& options);
 
 /// What a model knows beside its manager. Guarded by the interpreter lock.
 struct ModelState {

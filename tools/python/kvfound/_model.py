@@ -413,7 +413,8 @@ class Model(Tables):
         With ``generated`` alone all generated ones go, with ``used_by`` all that are not used, with
         both the generated ones that are not used. ``used_by`` lists names, numbers or foundations,
         or is a user, as ``foundations.add_user`` takes it; users that were added are asked as well,
-        and may do without it. The others are numbered 1, 2, 3, ... unless ``keep_numbers``.
+        and may do without it. Where generated ones go, the others are numbered 1, 2, 3, ... unless
+        ``keep_numbers``; those of an exchange document of version 1.0 always are.
 
         Raises ValueError where nothing tells what to prune, and where the list names none of the
         foundations, or one that is missing, unless ``ignore_missing``.
