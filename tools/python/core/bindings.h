@@ -38,5 +38,7 @@ inline void nameAfterPackage(py::object& bound) { bound.attr("__module__") = "kv
 
 void bindFoundation(py::module_& module);
 void bindManager(py::module_& module);
+/// What reads and writes a manager in the forms of the library.
+void bindForms(py::class_<ManagerObject>& bound);
 
 }  // namespace Python
