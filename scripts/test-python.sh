@@ -13,4 +13,4 @@ build=${KVFOUND_BUILD:-build/test}
 python=/usr/bin/python3
 cmake --preset test -B "$build" -DKVFOUND_PYTHON=ON -DPython_EXECUTABLE="$python" >/dev/null
 cmake --build "$build" --target kvfound-python
-PYTHONPATH=$build/tools/python exec "$python" -m pytest -p no:cacheprovider "${@:-tests/python}"
+PYTHONPATH=$(realpath "$build")/tools/python exec "$python" -m pytest -p no:cacheprovider "${@:-tests/python}"

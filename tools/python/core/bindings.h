@@ -40,5 +40,7 @@ void bindFoundation(py::module_& module);
 void bindManager(py::module_& module);
 void bindModel(py::module_& module);
 void bindTables(py::module_& module);
+/// What reads and writes a manager in the forms of the library.
+void bindForms(py::class_<ManagerObject>& bound);
 
 }  // namespace Python

@@ -458,8 +458,8 @@ int traverse(PyObject* self, visitproc visit, void* arg) {
   return 0;
 }
 
-/// It has nothing to clear: every circle that it is part of leads through its manager, which clears
-/// its users.
+/// It has nothing to clear: every circle that it is part of leads through its manager, which lets
+/// go of what makes circles.
 void collectGarbage(PyHeapTypeObject* type) {
   makeWhole(type);
   type->ht_type.tp_flags |= Py_TPFLAGS_HAVE_GC;

@@ -27,8 +27,8 @@ kept unique; where something is looked up, the first match wins.
 
 A foundation is in one manager at most: adding one that a manager has already raises ValueError. One
 that leaves its manager, in whatever way, lives on by itself with its last values. One object stands
-for a foundation as long as somebody holds that object; what a subclass of Foundation keeps beside the
-values ends with it.
+for one foundation. Objects are made when they are asked for; those of a subclass of Foundation stay
+with the manager, and so does what they keep beside the values.
 
 Users tell which foundations are in use, see add_user(). While they are asked, and while the manager
 is read into, whatever changes the list or the users raises RuntimeError, in every thread.
@@ -81,7 +81,7 @@ int traverseIterator(PyObject* self, visitproc visit, void* arg) {
   return iterator != nullptr ? visit(iterator->getKeeper().ptr(), arg) : 0;
 }
 
-/// It has nothing to clear: its manager clears its users.
+/// It has nothing to clear: its manager lets go of what makes circles.
 void collectIterator(PyHeapTypeObject* type) {
   refuseMaking(type);
   type->ht_type.tp_flags |= Py_TPFLAGS_HAVE_GC;
@@ -98,7 +98,7 @@ int traverse(PyObject* self, visitproc visit, void* arg) {
 
 int clear(PyObject* self) {
   ManagerObject* const object = findWithin<ManagerObject>(self);
-  if (object != nullptr) object->removeUsers();  // dropped when the list of them is whole again
+  if (object != nullptr) object->clear();
   return 0;
 }
 
@@ -511,6 +511,7 @@ void bindManager(py::module_& module) {
   bindUsers(bound);
   bindMaximum(bound);
   bindAsObject(bound);
+  bindForms(bound);
 }
 
 }  // namespace Python

@@ -84,6 +84,7 @@ ManagerObject::Left ManagerObject::letGo(Foundation* foundation) {
   if (onLeaving) onLeaving(*foundation);
   Left left;
   left.object = findObject(foundation);
+  held.erase(foundation);  // not its end, since it is in `left`
   const auto place = objects.find(foundation);
   if (place == objects.end()) {
     left.foundation.reset(foundation);
@@ -119,11 +120,14 @@ void ManagerObject::add(py::handle given) {
   if (object.manager != nullptr)
     throwValueError("another manager has this foundation; take it out there first, or add a copy");
   py::object keeper = getSelf();
-  objects.emplace(object.foundation, &object);
   try {
+    objects.emplace(object.foundation, &object);
+    if (!py::type::of(given).is(py::type::of<FoundationObject>()))
+      held.emplace(object.foundation, py::reinterpret_borrow<py::object>(given));
     manager.add(object.foundation);
   } catch (...) {
     objects.erase(object.foundation);
+    held.erase(object.foundation);
     throw;
   }
   ++edits;
@@ -136,6 +140,18 @@ void ManagerObject::add(py::handle given) {
 void ManagerObject::add(std::unique_ptr<Foundation> foundation) {
   beginEdit();
   manager.add(std::move(foundation));
+}
+
+void ManagerObject::addAll(std::vector<std::unique_ptr<Foundation>> foundations) {
+  beginEdit();
+  const std::size_t before = getList().size();
+  try {
+    for (const auto& foundation : foundations) manager.add(foundation.get());
+  } catch (...) {
+    while (getList().size() > before) manager.remove(getList().back(), false, false);
+    throw;
+  }
+  for (auto& foundation : foundations) static_cast<void>(foundation.release());
 }
 
 Foundation* ManagerObject::giveFoundation(const std::string& name) {
@@ -175,30 +191,20 @@ void ManagerObject::redo(FoundationObject& object) {
   manager.redo(object.foundation);
 }
 
-void ManagerObject::forgetPutAside() {
+/// Lists these instead of what the library lists now; nothing is deleted.
+void ManagerObject::relist(const std::vector<Foundation*>& listed,
+                           const std::vector<Foundation*>& putAside, Foundation* current) {
   beginEdit();
-  const std::vector<Foundation*> gone = getPutAside();
-  for (Foundation* foundation : gone) {
-    // The library takes nothing off its list of removed ones but by listing it again.
-    manager.redo(foundation);
-    manager.remove(foundation, false, false);
-  }
-  letGo(gone);
-}
-
-void ManagerObject::exchange(Found::FoundationManager& fresh) {
-  beginEdit();
-  const std::vector<Foundation*> gone = getList();
-  // All that may fail comes first, in a manager that is made beside.
-  Found::FoundationManager next;
   const auto dropAll = [](Found::FoundationManager& dropped) {
     dropped = Found::FoundationManager();
   };
+  // All that may fail comes first, in a manager that is made beside.
+  Found::FoundationManager next;
   try {
-    for (Foundation* foundation : getPutAside()) next.remove(foundation, false, true);
+    for (Foundation* foundation : putAside) next.remove(foundation, false, true);
     for (const auto& user : users) next.addUser(user.get());
-    for (Foundation* foundation : fresh.getFoundations()) next.add(foundation);
-    next.setCurrentFoundation(fresh.getCurrentFoundation());
+    for (Foundation* foundation : listed) next.add(foundation);
+    next.setCurrentFoundation(current);
     next.setMaxFoundationValue(manager.getMaxFoundationValue());
     manager = next;
   } catch (...) {
@@ -206,7 +212,20 @@ void ManagerObject::exchange(Found::FoundationManager& fresh) {
     throw;
   }
   dropAll(next);
-  dropAll(fresh);
+}
+
+void ManagerObject::forgetPutAside() {
+  const std::vector<Foundation*> gone = getPutAside();
+  const std::vector<Foundation*> listed = getList();
+  relist(listed, {}, manager.getCurrentFoundation());
+  letGo(gone);
+}
+
+void ManagerObject::exchange(Found::FoundationManager& fresh) {
+  const std::vector<Foundation*> gone = getList();
+  const std::vector<Foundation*> putAside = getPutAside();
+  relist(fresh.getFoundations(), putAside, fresh.getCurrentFoundation());
+  fresh = Found::FoundationManager();
   letGo(gone);
 }
 
@@ -252,11 +271,6 @@ std::unique_ptr<User> ManagerObject::removeUser(std::size_t index) {
   return user;
 }
 
-std::vector<std::unique_ptr<User>> ManagerObject::removeUsers() {
-  for (const auto& user : users) manager.removeUser(user.get());
-  return std::exchange(users, {});
-}
-
 namespace {
 
 /// Tells which object users are asked about, for as long as it lives.
@@ -299,7 +313,16 @@ py::object ManagerObject::giveAsked(const Foundation* foundation) {
 int ManagerObject::traverse(visitproc visit, void* argument) const {
   for (const auto& user : users)
     if (const int result = visit(user->getObject().ptr(), argument)) return result;
+  for (const auto& entry : held)
+    if (const int result = visit(entry.second.ptr(), argument)) return result;
   return 0;
+}
+
+void ManagerObject::clear() {
+  for (const auto& user : users) manager.removeUser(user.get());
+  // Dropped when both lists are whole again, since that may run code of Python.
+  const std::vector<std::unique_ptr<User>> droppedUsers = std::exchange(users, {});
+  const Held droppedObjects = std::exchange(held, {});
 }
 
 py::object makeManager() { return py::cast(std::make_unique<ManagerObject>()); }

@@ -7,6 +7,7 @@ from ._differences import Difference, Differences, FieldDifference, UnitWarning
 from ._errors import ChangedError, ClashError, DocumentError, Error, LossError
 from ._failure import Failure
 from ._findings import RULES, Finding, Findings
+from ._messenger import ReadMessenger
 from ._model import Merged, Model, diff
 from ._model import open_model as open
 from ._tables import attach as _attach_tables
@@ -32,6 +33,7 @@ __all__ = [
     "Merged",
     "Model",
     "RULES",
+    "ReadMessenger",
     "UnitWarning",
     "__version__",
     "diff",
