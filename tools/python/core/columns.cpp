@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -21,99 +22,49 @@ namespace Python {
 namespace {
 
 using Found::Foundation;
-using List = std::vector<Foundation*>;
 using Failure = Foundation::Failure;
 
 constexpr double absent = std::numeric_limits<double>::quiet_NaN();
 
 /// A column that is filled without Python.
 template <class Item>
-class Column {
- public:
-  explicit Column(std::size_t size) : array(static_cast<py::ssize_t>(size)) {}
-
-  template <class Get>
-  void fill(const List& list, const Get& get) {
-    Item* item = array.mutable_data();
-    for (Foundation* const foundation : list) *item++ = get(*foundation);
-  }
+struct Column {
+  explicit Column(std::size_t size)
+      : array(static_cast<py::ssize_t>(size)), items(array.mutable_data()) {}
 
   py::array_t<Item> array;
+  Item* items;
 };
 
-/// What of the foundations becomes objects, when the list is no longer looked at: making an object
-/// may run code of the user.
-struct Texts {
-  explicit Texts(const List& list) {
-    names.reserve(list.size());
-    for (const Foundation* const foundation : list) names.push_back(foundation->getName());
+/// The columns of numbers and flags.
+struct Numbers {
+  explicit Numbers(std::size_t size)
+      : number(size), generated(size), current(size), areaFactor(size), lineFactor(size) {
+    for (const Stiffness& kind : stiffnesses)
+      for (const char* const name : kind.columns)
+        if (name != nullptr) stiffness.emplace_back(size);
   }
 
-  std::vector<std::string> names;
-};
-
-struct Modes {
-  const char* column;
-  Failure (Foundation::*get)();
-  std::vector<Failure> modes = {};
-
-  void fill(const List& list) {
-    modes.reserve(list.size());
-    for (Foundation* const foundation : list) modes.push_back((foundation->*get)());
-  }
-};
-
-/// An object for each item, in an array that numpy has made and not yet filled.
-template <class Items, class Make>
-py::array makeObjects(const Items& items, const Make& make) {
-  py::array array(py::dtype("O"), std::vector<py::ssize_t>{static_cast<py::ssize_t>(items.size())});
-  auto* place = static_cast<PyObject**>(array.mutable_data());
-  for (const auto& item : items) {
-    PyObject* const before = *place;
-    *place++ = make(item).release().ptr();
-    Py_XDECREF(before);
-  }
-  return array;
-}
-
-py::array makeNames(const Texts& texts) {
-  return makeObjects(texts.names, [](const std::string& name) { return decode(name); });
-}
-
-/// Foundations of the same mode share the object of its word.
-py::array makeWords(const std::vector<Failure>& modes) {
-  std::map<Failure, py::object> words;
-  return makeObjects(modes, [&](Failure mode) {
-    py::object& word = words[mode];
-    if (!word) word = decode(Failures::getWord(mode));
-    return word;
-  });
-}
-
-/// All columns but those of objects, not filled yet.
-class Arrays {
- public:
-  explicit Arrays(std::size_t size) : number(size), generated(size), current(size) {
-    for (std::size_t i = 0; i < 7; ++i) stiffness.emplace_back(size);
-    for (std::size_t i = 0; i < 2; ++i) factors.emplace_back(size);
-  }
-
-  void fill(const Found::FoundationManager& manager) {
-    const List& list = manager.getFoundations();
-    number.fill(list, [](const Foundation& f) { return f.getNumber(); });
-    generated.fill(list, [](const Foundation& f) { return f.isGenerated(); });
-    factors[0].fill(list, [](const Foundation& f) { return f.getFactorArea(); });
-    factors[1].fill(list, [](const Foundation& f) { return f.getFactorLine(); });
-    const Foundation* const chosen = manager.getCurrentFoundation();
-    current.fill(list, [chosen](const Foundation& f) { return &f == chosen; });
-    fillStiffness(list);
+  void fill(std::size_t row, const Foundation& foundation) {
+    number.items[row] = foundation.getNumber();
+    generated.items[row] = foundation.isGenerated();
+    areaFactor.items[row] = foundation.getFactorArea();
+    lineFactor.items[row] = foundation.getFactorLine();
+    auto column = stiffness.begin();
+    for (const Stiffness& kind : stiffnesses) {
+      KvVector3D vector;
+      const bool isThere = (foundation.*kind.get)(vector);
+      for (std::size_t i = 0; i < components.size(); ++i)
+        if (kind.columns[i] != nullptr)
+          (column++)->items[row] = isThere ? vector.*components[i] : absent;
+    }
   }
 
   void addTo(py::dict& columns) const {
     columns["number"] = number.array;
     columns["generated"] = generated.array;
-    columns["areaFactor"] = factors[0].array;
-    columns["lineFactor"] = factors[1].array;
+    columns["areaFactor"] = areaFactor.array;
+    columns["lineFactor"] = lineFactor.array;
     columns[Spreadsheets::currentField] = current.array;
     auto column = stiffness.begin();
     for (const Stiffness& kind : stiffnesses)
@@ -121,23 +72,87 @@ class Arrays {
         if (name != nullptr) columns[name] = (column++)->array;
   }
 
- private:
-  void fillStiffness(const List& list) {
-    auto column = stiffness.begin();
-    for (const Stiffness& kind : stiffnesses)
-      for (std::size_t i = 0; i < kind.columns.size(); ++i)
-        if (kind.columns[i] != nullptr)
-          (column++)->fill(list, [&kind, i](const Foundation& f) {
-            KvVector3D vector;
-            return (f.*kind.get)(vector) ? vector.*components[i] : absent;
-          });
-  }
-
   Column<std::int64_t> number;
   Column<bool> generated;
   Column<bool> current;
+  Column<double> areaFactor;
+  Column<double> lineFactor;
   std::vector<Column<double>> stiffness;
-  std::vector<Column<double>> factors;
+};
+
+/// A failure mode of all foundations.
+struct Modes {
+  const char* column;
+  Failure (Foundation::*get)();
+  std::vector<Failure> modes = {};
+};
+
+/// What of the foundations becomes objects when the list is no longer looked at: making an object
+/// may run code of the user.
+class Texts {
+ public:
+  explicit Texts(std::size_t size) {
+    ends.reserve(size);
+    for (Modes& column : columns) column.modes.reserve(size);
+  }
+
+  void append(Foundation& foundation) {
+    names += foundation.getName();
+    ends.push_back(names.size());
+    for (Modes& column : columns) column.modes.push_back((foundation.*column.get)());
+  }
+
+  void addTo(py::dict& table) const {
+    table["name"] = makeNames();
+    for (const Modes& column : columns) table[column.column] = makeWords(column.modes);
+  }
+
+ private:
+  /// An object for each item, in an array that numpy has made and not yet filled.
+  template <class Item, class Make>
+  static py::array makeObjects(const std::vector<Item>& items, const Make& make) {
+    const std::vector<py::ssize_t> shape = {static_cast<py::ssize_t>(items.size())};
+    py::array array(py::dtype("O"), shape);
+    auto* place = static_cast<PyObject**>(array.mutable_data());
+    for (const Item& item : items) {
+      PyObject* const before = *place;
+      *place++ = make(item).release().ptr();
+      Py_XDECREF(before);
+    }
+    return array;
+  }
+
+  py::array makeNames() const {
+    std::size_t begin = 0;
+    return makeObjects(ends, [&](std::size_t end) {
+      const std::string_view name(names.data() + begin, end - begin);
+      begin = end;
+      return decode(name);
+    });
+  }
+
+  /// Foundations of the same mode share the object of its word.
+  static py::array makeWords(const std::vector<Failure>& modes) {
+    std::map<Failure, py::object> words;
+    const py::object* word = nullptr;
+    Failure last = Foundation::None;
+    return makeObjects(modes, [&](Failure mode) {
+      if (word == nullptr || mode != last) {
+        py::object& known = words[mode];
+        if (!known) known = decode(Failures::getWord(mode));
+        word = &known;
+        last = mode;
+      }
+      return *word;
+    });
+  }
+
+  std::string names;  // one behind the other
+  std::vector<std::size_t> ends;
+  Modes columns[4] = {{"areaFailureZ", &Foundation::getFailAreaZ},
+                      {"lineFailureX", &Foundation::getFailLineX},
+                      {"lineFailureY", &Foundation::getFailLineY},
+                      {"lineFailureZ", &Foundation::getFailLineZ}};
 };
 
 /// The columns in the order of the fields.
@@ -159,24 +174,28 @@ struct ToObject {
 }  // namespace
 
 py::dict makeArrays(ManagerObject& manager) {
-  for (;;) {
-    const std::size_t size = manager.getList().size();
-    Arrays arrays(size);
-    if (manager.getList().size() != size) continue;  // code of the user ran
-    arrays.fill(manager.get());
-    const Texts texts(manager.getList());
-    Modes modes[] = {{"areaFailureZ", &Foundation::getFailAreaZ},
-                     {"lineFailureX", &Foundation::getFailLineX},
-                     {"lineFailureY", &Foundation::getFailLineY},
-                     {"lineFailureZ", &Foundation::getFailLineZ}};
-    for (Modes& column : modes) column.fill(manager.getList());
-
-    py::dict columns;
-    arrays.addTo(columns);
-    columns["name"] = makeNames(texts);
-    for (const Modes& column : modes) columns[column.column] = makeWords(column.modes);
-    return sort(columns);
+  const auto getSize = [&] { return manager.getList().size(); };
+  std::size_t size = getSize();
+  auto numbers = std::make_unique<Numbers>(size);
+  while (getSize() != size) {  // making the arrays has run code of the user
+    size = getSize();
+    numbers = std::make_unique<Numbers>(size);
   }
+
+  // Foundations lie anywhere in memory, so each is looked at once.
+  Texts texts(size);
+  const Foundation* const current = manager.get().getCurrentFoundation();
+  for (std::size_t row = 0; row < size; ++row) {
+    Foundation* const foundation = manager.getList()[row];
+    numbers->fill(row, *foundation);
+    numbers->current.items[row] = foundation == current;
+    texts.append(*foundation);
+  }
+
+  py::dict columns;
+  numbers->addTo(columns);
+  texts.addTo(columns);
+  return sort(columns);
 }
 
 py::list makeDicts(ManagerObject& manager) {

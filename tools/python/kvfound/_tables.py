@@ -64,7 +64,8 @@ class Tables:
         pandas, else raises ImportError.
         """
         pandas = _import("pandas", "to_pandas()")
-        frame: pd.DataFrame = pandas.DataFrame(_core.make_arrays(_get_manager(self)))
+        columns = _core.make_arrays(_get_manager(self))
+        frame: pd.DataFrame = pandas.DataFrame(columns, copy=False)  # nobody else has them
         return frame
 
     def update(self, table: Table, *, by: str = "number", add: bool = False) -> int:
