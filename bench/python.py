@@ -121,12 +121,13 @@ def tabulate_tree(root):
         "generated": [e.get("IsGenerated") == "1" for e in elements],
     }
     for names in VECTORS:
-        raw = [[e.get(ATTRIBUTES[name]) for e in elements] for name in names]
-        present = [any(texts) for texts in zip(*raw)]
-        for name, texts in zip(names, raw):
-            columns[name] = numpy.array([
-                float(text or 0) if there else float("nan") for text, there in zip(texts, present)
-            ])
+        values = [numpy.array([float(e.get(ATTRIBUTES[name], 0)) for e in elements])
+                  for name in names]
+        if names[0] != "areaX":  # which is never absent, as the library reads it
+            absent = numpy.logical_not(numpy.any(values, axis=0))
+            for column in values:
+                column[absent] = numpy.nan
+        columns.update(zip(names, values))
     for name, attribute in FACTORS.items():
         columns[name] = numpy.array([float(e.get(attribute, 0)) for e in elements])
     for name, attribute in FAILURES.items():
