@@ -1,4 +1,5 @@
-from typing import Any, Callable, Dict, Iterable, Iterator, List, Mapping, Optional, Protocol
+import os
+from typing import IO, Any, Callable, Dict, Iterable, Iterator, List, Mapping, Optional, Protocol
 from typing import SupportsFloat, SupportsIndex, Tuple, TypeVar, Union, final, overload
 
 import numpy as np
@@ -7,6 +8,11 @@ import pandas as pd
 
 from ._tables import Table
 
+_Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
+_Source = Union[
+    str, bytes, bytearray, memoryview, "os.PathLike[str]", "os.PathLike[bytes]", IO[bytes]
+]
+_Target = Union[_Path, IO[bytes]]
 _Number = Union[SupportsFloat, SupportsIndex]
 
 # Read as a tuple of floats or None, set from any three numbers or None.
@@ -127,6 +133,22 @@ class FoundationManager(metaclass=_Type):
     def is_used(self, foundation: Foundation) -> bool: ...
     @property
     def number_of_used(self) -> int: ...
+    def read_xml(self, source: _Source) -> int: ...
+    def write_xml(self, target: _Target) -> None: ...
+    def update_xml(self, source: _Source, element: str = "SMOD") -> bytes: ...
+    def read_exchange(
+        self, source: _Source, version: str = "2.0", *, messenger: Optional[object] = None
+    ) -> int: ...
+    def write_exchange(
+        self, target: _Target, version: str = "2.0", *, root: str = "Beddings"
+    ) -> None: ...
+    def write_kvml(
+        self,
+        target: _Target,
+        *,
+        areas: Optional[Iterable[Foundation]] = None,
+        beams: Optional[Iterable[Foundation]] = None,
+    ) -> None: ...
     max_value: float
     def update_max_value(self) -> float: ...
     def to_dicts(self) -> List[Dict[str, Any]]: ...
