@@ -38,6 +38,8 @@ inline void nameAfterPackage(py::object& bound) { bound.attr("__module__") = "kv
 
 void bindFoundation(py::module_& module);
 void bindManager(py::module_& module);
+void bindModel(py::module_& module);
+void bindTables(py::module_& module);
 /// What reads and writes a manager in the forms of the library.
 void bindForms(py::class_<ManagerObject>& bound);
 
