@@ -1,5 +1,6 @@
-from typing import Any, Callable, Dict, Iterable, Iterator, List, Mapping, Optional, Protocol
-from typing import SupportsFloat, SupportsIndex, Tuple, TypeVar, Union, final, overload
+import os
+from typing import Any, BinaryIO, Callable, Dict, Iterable, Iterator, List, Mapping, Optional
+from typing import Protocol, SupportsFloat, SupportsIndex, Tuple, TypeVar, Union, final, overload
 
 import numpy as np
 import numpy.typing as npt
@@ -25,6 +26,10 @@ class _UsesFoundation(Protocol):
     def uses_foundation(self, foundation: Foundation) -> bool: ...
 
 _User = TypeVar("_User", bound=Union[Callable[[Foundation], bool], _UsesFoundation])
+
+# A path, or a binary file; to read from also bytes.
+_Target = Union[str, bytes, os.PathLike[str], os.PathLike[bytes], BinaryIO]
+_Source = Union[_Target, bytearray, memoryview]
 
 __version__: str
 
@@ -129,6 +134,22 @@ class FoundationManager(metaclass=_Type):
     def number_of_used(self) -> int: ...
     max_value: float
     def update_max_value(self) -> float: ...
+    def read_xml(self, source: _Source) -> int: ...
+    def write_xml(self, target: _Target) -> None: ...
+    def update_xml(self, source: _Source, element: str = "SMOD") -> bytes: ...
+    def read_exchange(
+        self, source: _Source, version: str = "2.0", *, messenger: Optional[object] = None
+    ) -> int: ...
+    def write_exchange(
+        self, target: _Target, version: str = "2.0", *, root: str = "Beddings"
+    ) -> None: ...
+    def write_kvml(
+        self,
+        target: _Target,
+        *,
+        areas: Optional[Iterable[Foundation]] = None,
+        beams: Optional[Iterable[Foundation]] = None,
+    ) -> None: ...
     def to_dicts(self) -> List[Dict[str, Any]]: ...
     def to_numpy(self) -> Dict[str, npt.NDArray[Any]]: ...
     def to_pandas(self) -> pd.DataFrame: ...
