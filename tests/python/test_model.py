@@ -27,7 +27,8 @@ def test_keys_are_names_and_numbers(model):
     assert model["B"].number == 2
     assert model.find(9) is model.foundations[2]
     assert model.find("C") is None and model.find(1) is None
-    for key in ("C", 1):
+    for key in ("C", 1, 10**30, -1):
+        assert key not in model
         with pytest.raises(KeyError) as caught:
             model[key]
         assert caught.value.args == (key,)
@@ -97,6 +98,7 @@ def test_selections(model):
     assert names("1-7") == [7, 2]
     assert names(9) == [9]
     assert names([2, 9]) == [2, 9]
+    assert names([]) == names(iter(())) == []
     assert names(name="B*") == [2, 9]
     assert names(name="B*", generated=True) == [9]
     assert names(part="line") == [2]

@@ -3,7 +3,9 @@
 import io
 import os
 import stat
+import sys
 import threading
+import time
 
 import pytest
 
@@ -501,6 +503,46 @@ def test_saving_goes_on_while_other_threads_change_the_model(tmp_path):
     model.save()
     assert changes > 0
     assert sorted(f.number for f in kv.open(path)) == list(range(1, 3001))
+
+
+@pytest.mark.parametrize(
+    "work",
+    [
+        lambda model, path: model.to_bytes(),
+        lambda model, path: model.save_as(path),
+        lambda model, path: model.check(),
+        lambda model, path: model.diff(model),
+        lambda model, path: model.merge(model),
+        lambda model, path: model.to_html(),
+    ],
+)
+def test_other_threads_run_meanwhile(tmp_path, work):
+    model = kv.Model()
+    for i in range(5000):
+        model.foundations.add(kv.Foundation(f"F{i}", number=i + 1, area=(1, 2, 3)))
+    counted = 0
+    stop = threading.Event()
+
+    def count():
+        nonlocal counted
+        while not stop.is_set():
+            counted += 1
+
+    switch = sys.getswitchinterval()
+    thread = threading.Thread(target=count)
+    try:
+        thread.start()
+        while counted == 0:
+            time.sleep(0.001)
+        sys.setswitchinterval(0.5)  # too long for threads to be switched by it
+        before = counted
+        work(model, tmp_path / "model.xml")
+        during = counted - before
+    finally:
+        stop.set()
+        thread.join()
+        sys.setswitchinterval(switch)
+    assert during > 1000
 
 
 def test_two_threads_do_not_save_one_model_at_once(path):

@@ -1,6 +1,6 @@
 import os
-from typing import IO, Any, Callable, Dict, Iterable, Iterator, List, Mapping, Optional, Protocol
-from typing import SupportsFloat, SupportsIndex, Tuple, TypeVar, Union, final, overload
+from typing import Any, BinaryIO, Callable, Dict, Iterable, Iterator, List, Mapping, Optional
+from typing import Protocol, SupportsFloat, SupportsIndex, Tuple, TypeVar, Union, final, overload
 
 import numpy as np
 import numpy.typing as npt
@@ -8,11 +8,6 @@ import pandas as pd
 
 from ._tables import Table
 
-_Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
-_Source = Union[
-    str, bytes, bytearray, memoryview, "os.PathLike[str]", "os.PathLike[bytes]", IO[bytes]
-]
-_Target = Union[_Path, IO[bytes]]
 _Number = Union[SupportsFloat, SupportsIndex]
 
 # Read as a tuple of floats or None, set from any three numbers or None.
@@ -31,6 +26,10 @@ class _UsesFoundation(Protocol):
     def uses_foundation(self, foundation: Foundation) -> bool: ...
 
 _User = TypeVar("_User", bound=Union[Callable[[Foundation], bool], _UsesFoundation])
+
+# A path, or a binary file; to read from also bytes.
+_Target = Union[str, bytes, os.PathLike[str], os.PathLike[bytes], BinaryIO]
+_Source = Union[_Target, bytearray, memoryview]
 
 __version__: str
 
@@ -133,6 +132,8 @@ class FoundationManager(metaclass=_Type):
     def is_used(self, foundation: Foundation) -> bool: ...
     @property
     def number_of_used(self) -> int: ...
+    max_value: float
+    def update_max_value(self) -> float: ...
     def read_xml(self, source: _Source) -> int: ...
     def write_xml(self, target: _Target) -> None: ...
     def update_xml(self, source: _Source, element: str = "SMOD") -> bytes: ...
@@ -149,8 +150,6 @@ class FoundationManager(metaclass=_Type):
         areas: Optional[Iterable[Foundation]] = None,
         beams: Optional[Iterable[Foundation]] = None,
     ) -> None: ...
-    max_value: float
-    def update_max_value(self) -> float: ...
     def to_dicts(self) -> List[Dict[str, Any]]: ...
     def to_numpy(self) -> Dict[str, npt.NDArray[Any]]: ...
     def to_pandas(self) -> pd.DataFrame: ...

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import copy
 import html
+import operator
 import os
 import pathlib
 from typing import (
@@ -162,7 +163,9 @@ class Model(Tables):
         """The first foundation of this name (str) or with this number (int), or None."""
         if isinstance(key, str):
             return _core.find_name(self._foundations, key)
-        return _core.find_number(self._foundations, key)
+        number = operator.index(key)
+        is_possible = -(2**31) <= number < 2**31
+        return _core.find_number(self._foundations, number) if is_possible else None
 
     def select(
         self,
@@ -178,7 +181,10 @@ class Model(Tables):
         characters and ? for one; ``generated`` asks for those that were generated; ``part`` for
         those with a stiffness of "area" or "line". Raises ValueError for other texts.
         """
-        return _core.select(self._foundations, _join(numbers), name, bool(generated), part)
+        asked = _join(numbers)
+        if asked == "" and not isinstance(numbers, str):
+            return []
+        return _core.select(self._foundations, asked, name, bool(generated), part)
 
     def new(self, name: str, **values: Any) -> _core.Foundation:
         """Add a foundation of this name and return it.
