@@ -58,6 +58,7 @@ struct Merged {
 
 std::vector<std::string> tell(const std::vector<Comparing::Refusal>& refusals) {
   std::vector<std::string> lines;
+  lines.reserve(refusals.size());
   for (const auto& [file, position, foundation, sentence] : refusals)
     lines.push_back(position.line == 0 ? fmt::format("{}: {} {}", file, foundation, sentence)
                     : position.column == 0

@@ -84,7 +84,7 @@ py::list listRules() {
 }  // namespace
 
 void bindChecking(py::module_& module) {
-  py::class_<Checked>(module, "Checked", "What was found in a document.");
+  const py::class_<Checked> bound(module, "Checked", "What was found in a document.");
   module.def("check", &check, py::arg("state"), py::arg("manager"));
   module.def("make_check_json", [](const py::list& checked) {
     return decode(Results::makeCheckJson(gather(checked)));

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <exception>
+#include <utility>
 
 #include "files/user_error.h"
 #include "kv/xml_error.h"
@@ -39,7 +40,7 @@ void setFileError(const FileError& error) {
 
 void translate(std::exception_ptr thrown) {
   try {
-    if (thrown) std::rethrow_exception(thrown);
+    if (thrown) std::rethrow_exception(std::move(thrown));
   } catch (const KvXmlError& error) {
     setDocumentError(error.getReason(), py::none(), py::int_(error.getLine()),
                      py::int_(error.getColumn()));

@@ -99,7 +99,7 @@ void raise(PyObject* type, const UserError& error, const std::vector<std::string
 
 void translate(std::exception_ptr thrown) {
   try {
-    if (thrown) std::rethrow_exception(thrown);
+    if (thrown) std::rethrow_exception(std::move(thrown));
   } catch (const LossFound& error) {
     raise(lossError, error, error.getLosses());
   } catch (const ClashFound& error) {
@@ -222,7 +222,7 @@ const char* getName(Form form) {
 Units toUnits(const py::object& given) {
   if (given.is_none()) return {};
   if (!py::isinstance<py::tuple>(given) || py::len(given) != 2)
-    throwTypeError("units: a tuple of force and length is wanted, such as (\"kN\", \"m\")");
+    throwTypeError(R"(units: a tuple of force and length is wanted, such as ("kN", "m"))");
   const auto pair = py::reinterpret_borrow<py::tuple>(given);
   Units units = {encode(pair[0], "unit of force"), encode(pair[1], "unit of length")};
   if (units.force.empty() || units.length.empty()) throwValueError("a unit has a name");
