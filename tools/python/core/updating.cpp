@@ -182,6 +182,12 @@ bool areSame(const KvVector3D& a, const KvVector3D& b) {
   return areSame(a.x, b.x) && areSame(a.y, b.y) && areSame(a.z, b.z);
 }
 
+bool areSame(const Value& a, const Value& b) {
+  const auto* const first = std::get_if<double>(&a);
+  const auto* const second = std::get_if<double>(&b);
+  return first != nullptr && second != nullptr ? areSame(*first, *second) : a == b;
+}
+
 /// Whether the foundation has another vector now. The vector goes when the table has nothing for
 /// it, and what the table does not tell is 0.
 bool setStiffness(Foundation& foundation, const StiffnessColumns& given, std::size_t row) {
@@ -229,7 +235,7 @@ class Writer {
     bool changed = false;
     for (const Column* const column : others) {
       const std::optional<Value>& value = column->values[row];
-      if (!value || column->field->get(foundation) == *value) continue;
+      if (!value || areSame(column->field->get(foundation), *value)) continue;
       column->field->set(foundation, *value);
       changed = true;
     }
