@@ -32,21 +32,29 @@ void requireName(const Found::Foundation& foundation) {
 std::string toUtf8(const std::string& bytes) {
   const std::string_view encoding = Markup::readEncoding(bytes);
   const Charset charset = Charset::recognise(encoding, bytes);
-  const std::string text = charset.toUtf8(bytes);
-  if (encoding.empty() || charset.isUtf8() || !Utf8::isValid(text)) return text;
+  std::string text = charset.toUtf8(bytes);
   // The declaration is ASCII, which every encoding that is known here writes alike.
-  const auto place = static_cast<std::size_t>(encoding.data() - bytes.data());
-  std::string declared = text;
-  declared.replace(place, encoding.size(), "UTF-8");
-  return declared;
+  if (!encoding.empty() && !charset.isUtf8() && Utf8::isValid(text))
+    text.replace(static_cast<std::size_t>(encoding.data() - bytes.data()), encoding.size(),
+                 "UTF-8");
+  return text;
 }
+
+namespace {
+
+/// Large documents are seldom anything else, and a copy of one takes a while.
+bool isUtf8(const std::string& bytes) {
+  return Charset::recognise(Markup::readEncoding(bytes), bytes).isUtf8() && Utf8::isValid(bytes);
+}
+
+}  // namespace
 
 template <class Tree>
 std::unique_ptr<Tree> parse(const Given& given) {
-  const std::string text = toUtf8(given.bytes);
   try {
     try {
-      Files::MemoryStream stream(text);
+      const std::string converted = isUtf8(given.bytes) ? std::string() : toUtf8(given.bytes);
+      Files::MemoryStream stream(converted.empty() ? given.bytes : converted);
       return std::make_unique<Tree>(stream);
     } catch (const KvXmlError&) {
       // Again as it was given, for the position in that.
