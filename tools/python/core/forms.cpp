@@ -42,9 +42,10 @@ std::string toUtf8(const std::string& bytes) {
 
 namespace {
 
-/// Large documents are seldom anything else, and a copy of one takes a while.
+/// Large documents are seldom anything else, and looking through one again takes a while. Bytes
+/// that are no UTF-8 are not recognised as such, whatever is declared.
 bool isUtf8(const std::string& bytes) {
-  return Charset::recognise(Markup::readEncoding(bytes), bytes).isUtf8() && Utf8::isValid(bytes);
+  return Charset::recognise(Markup::readEncoding(bytes), bytes).isUtf8();
 }
 
 }  // namespace
