@@ -562,3 +562,8 @@ class TestModels:
         frame = pd.read_csv(tmp_path / "model.csv", comment="#")
         frame["name"] = frame["name"].fillna("")
         assert model.update(frame) == 0
+
+
+def test_a_zero_of_the_other_sign_is_another_value(manager):
+    assert manager.update({"number": [8], "areaX": [-0.0]}) == 1
+    assert math.copysign(1.0, manager[2].area[0]) == -1.0

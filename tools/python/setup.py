@@ -10,6 +10,7 @@ import os
 import pathlib
 import re
 import shlex
+import shutil
 import subprocess
 import sys
 
@@ -24,6 +25,15 @@ PROJECT = HERE.parent.parent
 def find_version():
     text = (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
     return re.search(r"^\s*VERSION ([\d.]+)$", text, re.MULTILINE)[1]
+
+
+def copy_licence(library, folder):
+    """The licence of a library that the wheel carries, where the system keeps it."""
+    owner = subprocess.run(
+        ["dpkg", "--search", f"*/{library}"], stdout=subprocess.PIPE, text=True, check=True
+    ).stdout.split(":")[0]
+    folder.mkdir(exist_ok=True)
+    shutil.copyfile(f"/usr/share/doc/{owner}/copyright", folder / owner)
 
 
 class BuildWithCMake(build_ext):
@@ -49,8 +59,14 @@ class BuildWithCMake(build_ext):
             check=True,
         )
         subprocess.run(["cmake", "--build", folder, "--target", "kvfound-python"], check=True)
+        for old in package.glob("*.so*"):
+            old.unlink()
         install = ["cmake", "--install", folder, "--component", "wheel", "--strip"]
         subprocess.run([*install, "--prefix", package], check=True)
+        for library in package.glob("*.so.*"):
+            if library.is_symlink():  # a wheel would hold it twice
+                copy_licence(library.resolve().name, package / "licenses")
+                library.resolve().rename(library)
 
 
 class RefuseSources(sdist):

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -174,9 +173,13 @@ struct StiffnessColumns {
   }
 };
 
+/// Bit for bit, but that a NaN is like any other.
+bool areSame(double a, double b) {
+  return a == b ? std::signbit(a) == std::signbit(b) : std::isnan(a) && std::isnan(b);
+}
+
 bool areSame(const KvVector3D& a, const KvVector3D& b) {
-  const double first[] = {a.x, a.y, a.z}, second[] = {b.x, b.y, b.z};
-  return std::memcmp(first, second, sizeof first) == 0;
+  return areSame(a.x, b.x) && areSame(a.y, b.y) && areSame(a.z, b.z);
 }
 
 /// Whether the foundation has another vector now. The vector goes when the table has nothing for
