@@ -30,7 +30,7 @@ if [ "${1:-}" = --asan ]; then
   # libraries that throw come with it, or it would not find what catches.
   LD_PRELOAD="$(g++ -print-file-name=libasan.so) $(g++ -print-file-name=libstdc++.so)"
   export LD_PRELOAD PYTHONMALLOC=malloc
-  export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1
+  export ASAN_OPTIONS=detect_leaks=1:malloc_context_size=2:strict_string_checks=1
   export LSAN_OPTIONS=suppressions=$PWD/tests/python/leaks.txt:print_suppressions=0
 else
   build "${KVFOUND_BUILD:-build/test}"

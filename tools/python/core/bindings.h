@@ -19,6 +19,8 @@ ManagerObject& toManager(py::handle value, const char* what);
 template <class Object>
 Object* findWithin(PyObject* self) {
   auto* const instance = reinterpret_cast<py::detail::instance*>(self);
+  // The collector sees an instance before pybind11 has laid it out.
+  if (!instance->simple_layout && instance->nonsimple.status == nullptr) return nullptr;
   const auto* const type = py::detail::get_type_info(typeid(Object));
   auto place = instance->get_value_and_holder(type, false);
   if (place.inst == nullptr || !place.holder_constructed()) return nullptr;
