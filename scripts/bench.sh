@@ -1,25 +1,36 @@
 #!/usr/bin/env bash
-# Builds the benchmarks and prints three tables, or the one that is named:
+# Builds the benchmarks and prints four tables, or the one that is named:
 #   scripts/bench.sh [first [--jobs NAME,...] [--sizes N,...] [--pairs COUNT]]
 #   scripts/bench.sh [repeated [--benchmark_filter=REGEX ...]]
 #   scripts/bench.sh [spreadsheets [--size N] [--pairs COUNT]]
+#   scripts/bench.sh [python [--size N] [--pairs COUNT]]
 # first:    each job once in a process of its own, as ratios to bare pugixml, with their limits and
 #           with the memory that reading takes
 # repeated: time per foundation of jobs that one process repeats, and the ratio to the yardstick of the
 #           same size in the same run
 # spreadsheets: tables and JSON, as processor time and as ratio to Python's modules csv and json
+# python:   reading and tables of the Python package, as processor time and as ratio to the C++ reading,
+#           to a loop over objects and to lxml
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
 tables=${1:-all}
 [ $# -eq 0 ] || shift
-case $tables in first | repeated | spreadsheets | all) ;; *) sed -n '2,5p' "$0" >&2; exit 2 ;; esac
+case $tables in first | repeated | spreadsheets | python | all) ;; *) sed -n '2,6p' "$0" >&2; exit 2 ;; esac
 
-install_packages "${build_packages[@]}" libbenchmark-dev libxml2-dev pkg-config python3
+install_packages "${build_packages[@]}" libbenchmark-dev libxml2-dev pkg-config pybind11-dev python3 \
+  python3-dev python3-lxml python3-numpy python3-pandas
 build=build/bench
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKVFOUND_BENCHMARKS=ON >/dev/null
-cmake --build "$build" --target kvfound_bench kvfound_first_run kvfound_spreadsheets >/dev/null
+python=/usr/bin/python3  # as Debian has it, for which its packages are
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKVFOUND_BENCHMARKS=ON -DKVFOUND_PYTHON=ON \
+  -DPython_EXECUTABLE="$python" >/dev/null
+cmake --build "$build" --target kvfound_bench kvfound_first_run kvfound_spreadsheets kvfound-python >/dev/null
+
+if [ "$tables" = python ] || [ "$tables" = all ]; then
+  "$python" -B bench/python.py "$build/bench/kvfound_first_run" "$build/bench/kvfound_spreadsheets" \
+    "$build/tools/python" "$@"
+fi
 
 if [ "$tables" = spreadsheets ] || [ "$tables" = all ]; then
   python3 bench/spreadsheets.py "$build/bench/kvfound_spreadsheets" "$@"

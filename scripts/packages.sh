@@ -33,4 +33,4 @@ build_packages=(g++ cmake ninja-build libpugixml-dev libfast-float-dev libfmt-de
 test_packages=("${build_packages[@]}" libgtest-dev librapidcheck-dev libxml2-dev libxml2-utils libxerces-c-samples
   locales mandoc python3 python3-jsonschema zsh fish)
 python_packages=("${build_packages[@]}" pybind11-dev python3-dev python3-pytest python3-hypothesis python3-numpy
-  python3-pandas mypy)
+  python3-pandas python3-matplotlib mypy)

@@ -350,6 +350,18 @@ TEST(Editing, RefusesWhatWouldLetOtherBeddingsBeRead) {
   }
 }
 
+TEST(Editing, RefusesNamesThatNoDocumentCanHold) {
+  for (const char* bytes : {"<?xml version=\"1.0\"?>\n<SMOD><FOUNDATIONS><FOUND NAME='A'/>"
+                            "</FOUNDATIONS></SMOD>",
+                            "<B><CurveBedding Number='1' Name='A'/></B>"}) {
+    Documents::Document document({"file", "", bytes});
+    Draft draft(document);
+    draft.getCopy(0).setName(std::string("A\0", 2));
+
+    EXPECT_THROW(edit(document, draft.makeWish()), DocumentError);
+  }
+}
+
 TEST(Editing, NumbersBeddingsOfTheFirstVersionOn) {
   const std::string before =
       "<X><A><Bedding Name='A'/><Bedding Name='B'/></A><C><Bedding Name='C'/></C></X>";

@@ -19,16 +19,30 @@ ManagerObject& toManager(py::handle value, const char* what);
 template <class Object>
 Object* findWithin(PyObject* self) {
   auto* const instance = reinterpret_cast<py::detail::instance*>(self);
+  // The collector sees an instance before pybind11 has laid it out.
+  if (!instance->simple_layout && instance->nonsimple.status == nullptr) return nullptr;
   const auto* const type = py::detail::get_type_info(typeid(Object));
   auto place = instance->get_value_and_holder(type, false);
   if (place.inst == nullptr || !place.holder_constructed()) return nullptr;
   return static_cast<Object*>(place.value_ptr());
 }
 
+/// Sets up a class whose objects only C++ makes: Python's own way to make one would leave it
+/// without an object of C++, for which pybind11 then takes whatever memory holds.
+void refuseMaking(PyHeapTypeObject* type);
+
+/// Sets up a class whose objects are whole before `__init__` is called, and without it: a
+/// foundation or a manager, or both for a class of the user that derives from both.
+void makeWhole(PyHeapTypeObject* type);
+
 /// What users see is named after the package, not after its core.
 inline void nameAfterPackage(py::object& bound) { bound.attr("__module__") = "kvfound"; }
 
 void bindFoundation(py::module_& module);
 void bindManager(py::module_& module);
+void bindModel(py::module_& module);
+void bindTables(py::module_& module);
+/// What reads and writes a manager in the forms of the library.
+void bindForms(py::class_<ManagerObject>& bound);
 
 }  // namespace Python

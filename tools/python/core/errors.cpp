@@ -1,6 +1,8 @@
 #include "errors.h"
 
+#include <cerrno>
 #include <exception>
+#include <utility>
 
 #include "files/user_error.h"
 #include "kv/xml_error.h"
@@ -18,48 +20,38 @@ void setDocumentError(const std::string& reason, const py::object& filename, con
   PyErr_SetObject(documentError, made.ptr());
 }
 
-/// A place and what is wrong there: "model.xml:3:7: sentence", where the place may lack.
-struct Told {
-  explicit Told(const std::string& text) : reason(text) {
-    const std::size_t end = text.find(": ");
-    if (end == std::string::npos) return;
-    std::string place = text.substr(0, end);
-    second = cutNumber(place);
-    first = cutNumber(place);
-    if (second.is_none()) return;
-    if (first.is_none()) std::swap(first, second);
-    filename = decode(place);
-    reason = text.substr(end + 2);
-  }
+/// None for what is not known.
+py::object toNumber(std::size_t number) {
+  return number > 0 ? py::object(py::int_(number)) : py::object(py::none());
+}
 
-  py::object filename = py::none();
-  py::object first = py::none();   // the line
-  py::object second = py::none();  // the column
-  std::string reason;
-
- private:
-  /// Takes a number behind a colon from the end of `place`; None when there is none.
-  static py::object cutNumber(std::string& place) {
-    const std::size_t colon = place.rfind(':');
-    if (colon == std::string::npos || colon == 0) return py::none();
-    const std::string digits = place.substr(colon + 1);
-    if (digits.empty() || digits.size() > 18 ||
-        digits.find_first_not_of("0123456789") != std::string::npos)
-      return py::none();
-    place.resize(colon);
-    return py::int_(std::stoll(digits));
+/// Python chooses the class by the number, such as FileNotFoundError.
+void setFileError(const FileError& error) {
+  if (error.getNumber() == ENOMEM) {
+    PyErr_SetString(PyExc_MemoryError, error.what());
+    return;
   }
-};
+  const py::object path =
+      error.getPath().empty() ? py::object(py::none()) : decode(error.getPath());
+  const py::object made =
+      py::handle(PyExc_OSError)(error.getNumber(), decode(error.getSentence()), path);
+  PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(made.ptr())), made.ptr());
+}
 
 void translate(std::exception_ptr thrown) {
   try {
-    if (thrown) std::rethrow_exception(thrown);
+    if (thrown) std::rethrow_exception(std::move(thrown));
   } catch (const KvXmlError& error) {
     setDocumentError(error.getReason(), py::none(), py::int_(error.getLine()),
                      py::int_(error.getColumn()));
+  } catch (const FileError& error) {
+    setFileError(error);
+  } catch (const DocumentError& error) {
+    const KvXmlPosition place = error.getPosition();
+    setDocumentError(error.getSentence(), decode(error.getPath()), toNumber(place.line),
+                     toNumber(place.column));
   } catch (const UserError& error) {
-    const Told told(error.what());
-    setDocumentError(told.reason, told.filename, told.first, told.second);
+    setDocumentError(error.what(), py::none(), py::none(), py::none());
   }
 }
 

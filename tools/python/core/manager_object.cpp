@@ -1,7 +1,6 @@
 #include "manager_object.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
 #include "errors.h"
@@ -28,6 +27,11 @@ py::object ManagerObject::getSelf() const {
 void ManagerObject::requireUnused() const {
   if (uses > 0)
     throwRuntimeError("the manager cannot be changed while its users are asked or it is read into");
+}
+
+void ManagerObject::beginEdit() {
+  requireUnused();
+  ++edits;
 }
 
 py::object ManagerObject::makeEmpty() { return py::cast(std::make_unique<FoundationObject>()); }
@@ -80,6 +84,7 @@ ManagerObject::Left ManagerObject::letGo(Foundation* foundation) {
   if (onLeaving) onLeaving(*foundation);
   Left left;
   left.object = findObject(foundation);
+  held.erase(foundation);  // not its end, since it is in `left`
   const auto place = objects.find(foundation);
   if (place == objects.end()) {
     left.foundation.reset(foundation);
@@ -115,13 +120,17 @@ void ManagerObject::add(py::handle given) {
   if (object.manager != nullptr)
     throwValueError("another manager has this foundation; take it out there first, or add a copy");
   py::object keeper = getSelf();
-  objects.emplace(object.foundation, &object);
   try {
+    objects.emplace(object.foundation, &object);
+    if (!py::type::of(given).is(py::type::of<FoundationObject>()))
+      held.emplace(object.foundation, py::reinterpret_borrow<py::object>(given));
     manager.add(object.foundation);
   } catch (...) {
     objects.erase(object.foundation);
+    held.erase(object.foundation);
     throw;
   }
+  ++edits;
   static_cast<void>(object.own.release());  // the manager owns it from here on
   object.manager = this;
   object.keeper = std::move(keeper);
@@ -129,8 +138,33 @@ void ManagerObject::add(py::handle given) {
 }
 
 void ManagerObject::add(std::unique_ptr<Foundation> foundation) {
-  requireUnused();
+  beginEdit();
   manager.add(std::move(foundation));
+}
+
+void ManagerObject::addAll(std::vector<std::unique_ptr<Foundation>> foundations) {
+  beginEdit();
+  const std::size_t before = getList().size();
+  try {
+    for (const auto& foundation : foundations) manager.add(foundation.get());
+  } catch (...) {
+    while (getList().size() > before) manager.remove(getList().back(), false, false);
+    throw;
+  }
+  for (auto& foundation : foundations) static_cast<void>(foundation.release());
+}
+
+Foundation* ManagerObject::giveFoundation(const std::string& name) {
+  if (Foundation* const found = manager.findFoundation(name)) return found;
+  beginEdit();
+  return manager.giveFoundation(name);
+}
+
+Foundation* ManagerObject::giveFoundation(const Foundation& foundation, bool findEqual) {
+  if (findEqual)
+    if (Foundation* const equal = manager.findFoundation(foundation)) return equal;
+  beginEdit();
+  return manager.giveFoundation(foundation, false);
 }
 
 void ManagerObject::requirePlace(const FoundationObject& object,
@@ -144,6 +178,7 @@ void ManagerObject::requirePlace(const FoundationObject& object,
 void ManagerObject::remove(FoundationObject& object, bool putAside) {
   requireUnused();
   requirePlace(object, getList(), "the foundation is not in the manager");
+  ++edits;
   Foundation* const foundation = object.foundation;
   manager.remove(foundation, false, putAside);
   if (!putAside) letGo(foundation);
@@ -152,33 +187,24 @@ void ManagerObject::remove(FoundationObject& object, bool putAside) {
 void ManagerObject::redo(FoundationObject& object) {
   requireUnused();
   requirePlace(object, getPutAside(), "the foundation is not among the removed ones");
+  ++edits;
   manager.redo(object.foundation);
 }
 
-void ManagerObject::forgetPutAside() {
-  requireUnused();
-  const std::vector<Foundation*> gone = getPutAside();
-  for (Foundation* foundation : gone) {
-    // The library takes nothing off its list of removed ones but by listing it again.
-    manager.redo(foundation);
-    manager.remove(foundation, false, false);
-  }
-  letGo(gone);
-}
-
-void ManagerObject::exchange(Found::FoundationManager& fresh) {
-  requireUnused();
-  const std::vector<Foundation*> gone = getList();
-  // All that may fail comes first, in a manager that is made beside.
-  Found::FoundationManager next;
+/// Lists these instead of what the library lists now; nothing is deleted.
+void ManagerObject::relist(const std::vector<Foundation*>& listed,
+                           const std::vector<Foundation*>& putAside, Foundation* current) {
+  beginEdit();
   const auto dropAll = [](Found::FoundationManager& dropped) {
     dropped = Found::FoundationManager();
   };
+  // All that may fail comes first, in a manager that is made beside.
+  Found::FoundationManager next;
   try {
-    for (Foundation* foundation : getPutAside()) next.remove(foundation, false, true);
+    for (Foundation* foundation : putAside) next.remove(foundation, false, true);
     for (const auto& user : users) next.addUser(user.get());
-    for (Foundation* foundation : fresh.getFoundations()) next.add(foundation);
-    next.setCurrentFoundation(fresh.getCurrentFoundation());
+    for (Foundation* foundation : listed) next.add(foundation);
+    next.setCurrentFoundation(current);
     next.setMaxFoundationValue(manager.getMaxFoundationValue());
     manager = next;
   } catch (...) {
@@ -186,7 +212,20 @@ void ManagerObject::exchange(Found::FoundationManager& fresh) {
     throw;
   }
   dropAll(next);
-  dropAll(fresh);
+}
+
+void ManagerObject::forgetPutAside() {
+  const std::vector<Foundation*> gone = getPutAside();
+  const std::vector<Foundation*> listed = getList();
+  relist(listed, {}, manager.getCurrentFoundation());
+  letGo(gone);
+}
+
+void ManagerObject::exchange(Found::FoundationManager& fresh) {
+  const std::vector<Foundation*> gone = getList();
+  const std::vector<Foundation*> putAside = getPutAside();
+  relist(fresh.getFoundations(), putAside, fresh.getCurrentFoundation());
+  fresh = Found::FoundationManager();
   letGo(gone);
 }
 
@@ -196,11 +235,18 @@ py::list ManagerObject::prune(const std::function<void(Found::FoundationManager&
   {
     const Use use(*this);
     const std::vector<Foundation*> before = getList();
-    take(manager);
-    const std::unordered_set<const Foundation*> stay(getList().begin(), getList().end());
     std::vector<Foundation*> gone;
-    std::copy_if(before.begin(), before.end(), std::back_inserter(gone),
-                 [&](const Foundation* foundation) { return stay.count(foundation) == 0; });
+    gone.reserve(before.size());
+    take(manager);
+    // Both are in the same order.
+    auto stays = getList().begin();
+    for (Foundation* const foundation : before) {
+      if (stays != getList().end() && *stays == foundation)
+        ++stays;
+      else
+        gone.push_back(foundation);
+    }
+    if (!gone.empty()) ++edits;
     left = letGo(gone);
   }
   py::list objectsOfLeft;
@@ -223,11 +269,6 @@ std::unique_ptr<User> ManagerObject::removeUser(std::size_t index) {
   std::unique_ptr<User> user = std::move(*place);
   users.erase(place);
   return user;
-}
-
-std::vector<std::unique_ptr<User>> ManagerObject::removeUsers() {
-  for (const auto& user : users) manager.removeUser(user.get());
-  return std::exchange(users, {});
 }
 
 namespace {
@@ -272,7 +313,16 @@ py::object ManagerObject::giveAsked(const Foundation* foundation) {
 int ManagerObject::traverse(visitproc visit, void* argument) const {
   for (const auto& user : users)
     if (const int result = visit(user->getObject().ptr(), argument)) return result;
+  for (const auto& entry : held)
+    if (const int result = visit(entry.second.ptr(), argument)) return result;
   return 0;
+}
+
+void ManagerObject::clear() {
+  for (const auto& user : users) manager.removeUser(user.get());
+  // Dropped when both lists are whole again, since that may run code of Python.
+  const std::vector<std::unique_ptr<User>> droppedUsers = std::exchange(users, {});
+  const Held droppedObjects = std::exchange(held, {});
 }
 
 py::object makeManager() { return py::cast(std::make_unique<ManagerObject>()); }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -55,6 +56,8 @@ class ManagerObject {
   };
   /// Throws RuntimeError while the list is in use.
   void requireUnused() const;
+  /// The same, and counts the change that comes.
+  void beginEdit();
 
   /// The object that stands for what `look` returns, a foundation that this manager has or null for
   /// None. Making an object may run code of Python, so `look` is asked again behind that.
@@ -77,11 +80,28 @@ class ManagerObject {
     }
   }
 
+  /// The object that stands for what `change` returns, which may change the list: it is called
+  /// once, behind all that may run code of Python.
+  template <class Change>
+  py::object giveChanged(const Change& change) {
+    py::object made = makeEmpty();
+    return give(*change(), made);
+  }
+
+  /// How often the list was changed.
+  std::size_t getEdits() const { return edits; }
+
+  /// What the library does to find or create a foundation in its list.
+  Found::Foundation* giveFoundation(const std::string& name);
+  Found::Foundation* giveFoundation(const Found::Foundation& foundation, bool findEqual);
+
   /// Takes over the foundation that the object stands for, at the end of the list. Throws
   /// ValueError when a manager has it already.
   void add(py::handle object);
   /// Takes over a foundation that no object stands for.
   void add(std::unique_ptr<Found::Foundation> foundation);
+  /// The same for several, or for none of them when it throws.
+  void addAll(std::vector<std::unique_ptr<Found::Foundation>> foundations);
 
   /// Takes it out of the list; it becomes the object's own, or is put aside for redo. Throws
   /// ValueError when it is not in the list.
@@ -104,7 +124,6 @@ class ManagerObject {
   void addUser(std::unique_ptr<User> user);
   /// Returns the registration that was taken out, for the caller to drop.
   std::unique_ptr<User> removeUser(std::size_t index);
-  std::vector<std::unique_ptr<User>> removeUsers();
   /// Whether a user uses it; it need not be in the list.
   bool isUsed(py::handle object);
   std::size_t countUsed();
@@ -117,8 +136,12 @@ class ManagerObject {
     onLeaving = std::move(told);
   }
 
-  /// For the garbage collector.
+  /// @name For the garbage collector
+  /// @{
   int traverse(visitproc visit, void* argument) const;
+  /// Lets go of what makes circles.
+  void clear();
+  /// @}
 
  private:
   friend class FoundationObject;
@@ -128,6 +151,7 @@ class ManagerObject {
     py::object object;
     std::unique_ptr<Found::Foundation> foundation;
   };
+  using Held = std::unordered_map<const Found::Foundation*, py::object>;
 
   static py::object makeEmpty();
   static py::list makeEmpties(std::size_t count);
@@ -137,14 +161,18 @@ class ManagerObject {
   void forget(const FoundationObject& object);
   Left letGo(Found::Foundation* foundation);
   std::vector<Left> letGo(const std::vector<Found::Foundation*>& gone);
+  void relist(const std::vector<Found::Foundation*>& listed,
+              const std::vector<Found::Foundation*>& putAside, Found::Foundation* current);
   void requirePlace(const FoundationObject& object, const std::vector<Found::Foundation*>& list,
                     const char* otherwise) const;
 
   Found::FoundationManager manager;
   std::unordered_map<const Found::Foundation*, FoundationObject*> objects;
+  Held held;  // of subclasses
   std::vector<std::unique_ptr<User>> users;
   std::vector<PyObject*> asked;  // objects that users are asked about just now; not held
   std::function<void(const Found::Foundation&)> onLeaving;
+  std::size_t edits = 0;
   int uses = 0;
 };
 

@@ -13,4 +13,6 @@ PYBIND11_MODULE(_core, module) {
   Python::bindNumbers(module);
   Python::bindFoundation(module);
   Python::bindManager(module);
+  Python::bindModel(module);
+  Python::bindTables(module);
 }

@@ -20,8 +20,6 @@ bool isNumpyBool(py::handle value) {
   return name == "numpy.bool_" || name == "numpy.bool";
 }
 
-bool isBool(py::handle value) { return PyBool_Check(value.ptr()) || isNumpyBool(value); }
-
 bool isText(py::handle value) {
   return PyUnicode_Check(value.ptr()) || PyBytes_Check(value.ptr()) ||
          PyByteArray_Check(value.ptr());
@@ -42,6 +40,8 @@ bool hasNumber(py::handle value) {
 }
 
 }  // namespace
+
+bool isBool(py::handle value) { return PyBool_Check(value.ptr()) || isNumpyBool(value); }
 
 int toInt(py::handle value, const char* what) {
   if (isBool(value) || !PyIndex_Check(value.ptr())) refuse(what, "an int", value);

@@ -22,6 +22,9 @@ int toInt(py::handle value, const char* what);
 /// OverflowError for an int beyond the range.
 double toDouble(py::handle value, const char* what);
 
+/// A bool, of numpy too.
+bool isBool(py::handle value);
+
 /// From a bool, of numpy too, or the ints 0 and 1. Throws TypeError or ValueError.
 bool toBool(py::handle value, const char* what);
 

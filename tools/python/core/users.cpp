@@ -4,6 +4,7 @@
 
 #include "errors.h"
 #include "manager_object.h"
+#include "threads.h"
 
 namespace Python {
 namespace {
@@ -26,8 +27,9 @@ bool User::usesFoundation(const Found::Foundation* foundation) {
   // A user need not run code of Python, which would look for signals.
   if (PyErr_CheckSignals() != 0) throw py::error_already_set();
   const py::object asked = manager.giveAsked(foundation);
-  const py::object answer =
-      py::hasattr(object, question) ? object.attr(question)(asked) : object(asked);
+  const py::object answer = runCode([&]() -> py::object {
+    return py::hasattr(object, question) ? object.attr(question)(asked) : object(asked);
+  });
   const int truth = PyObject_IsTrue(answer.ptr());
   if (truth < 0) throw py::error_already_set();
   return truth != 0;

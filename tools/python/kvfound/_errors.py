@@ -38,6 +38,29 @@ class DocumentError(Error, ValueError):
         return ": ".join([":".join(place), self.reason]) if place else self.reason
 
 
+class ChangedError(Error):
+    """A file was changed by another program since it was read; nothing was written."""
+
+    __module__ = "kvfound"
+
+
+class ClashError(Error, ValueError):
+    """Foundations that would be merged have number or name of others; nothing was merged.
+
+    ``clashes`` holds a line for each, with the file and the place in it.
+    """
+
+    __module__ = "kvfound"
+
+    def __init__(self, reason: str, clashes: Sequence[str] = ()) -> None:
+        super().__init__(reason, tuple(clashes))
+        self.reason = reason
+        self.clashes = tuple(clashes)
+
+    def __str__(self) -> str:
+        return "\n".join([self.reason, *self.clashes])
+
+
 class LossError(Error):
     """Writing would lose something; nothing was written. ``losses`` holds a sentence for each."""
 

@@ -197,6 +197,10 @@ Document::Document(Files::Content written, Form known)
       readSheet({});
     } else if (form == Form::legacy) {
       model = parseModel(content.bytes);
+      // A host may give foundations names that no document can hold.
+      if (model == nullptr)
+        throw DocumentError(content.shownPath, {},
+                            "cannot be written so that it can be read again");
     } else {
       exchange = parseExchange(content);
       containers = listContainers(exchange->getRoot());

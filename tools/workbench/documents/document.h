@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "documents/element.h"
@@ -41,7 +42,7 @@ class Document {
   /// Throws UserError, which names the file and, where it is malformed, line and column.
   explicit Document(Files::Content read, const ReadOptions& options = {});
 
-  /// A document that is known to be of this form.
+  /// A document that is known to be of this form. Throws UserError where it cannot be read.
   Document(Files::Content written, Form known);
 
   Document(const Document&) = delete;
@@ -50,6 +51,8 @@ class Document {
   /// As messages call the file.
   const std::string& getShownPath() const { return content.shownPath; }
   const Files::Content& getContent() const { return content; }
+  /// The same for whoever needs nothing else but foundations from here on.
+  Files::Content takeContent() { return std::move(content); }
   Form getForm() const { return form; }
   Element getRoot() const;
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 
 #include <fmt/format.h>
 
@@ -27,13 +26,10 @@ std::string describeRenaming(const Entry& entry) {
                      DisplayText::fromName(entry.foundation->getName()));
 }
 
-/// The sentence about an entry; empty for a bedding that is read as it is.
+/// The sentence about an entry that isNoted().
 std::string describe(const Entry& entry) {
   const std::string tag = "<" + DisplayText::fromName(entry.element.getName()) + ">";
   switch (entry.fate) {
-    case Fate::read:
-    case Fate::otherPart:
-      return "";
     case Fate::renamed:
       return describeRenaming(entry);
     case Fate::unknown:
@@ -51,6 +47,8 @@ std::string describe(const Entry& entry) {
     case Fate::nameEmpty:
       return fmt::format("the name of {} is empty; it was skipped", describeNameless(entry, tag));
     case Fate::outside:
+    case Fate::read:
+    case Fate::otherPart:
       break;
   }
   return fmt::format("a {} stands where no foundations are read; it was skipped", tag);
@@ -77,11 +75,9 @@ std::vector<Note> listNotes(Document& document) {
   const std::size_t lists = document.listLists().size();
   std::size_t list = 0;
   for (const Entries& entries : document.getEntries()) {
-    for (const Entry& entry : entries) {
-      std::string sentence = describe(entry);
+    for (const Entry& entry : entries)
       if (isNoted(entry, document.getForm()))
-        notes.push_back({entry.element.getPosition(), std::move(sentence)});
-    }
+        notes.push_back({entry.element.getPosition(), describe(entry)});
     if (list++ < lists && document.getForm() != Form::legacy) notes.push_back(countRead(entries));
   }
   return notes;

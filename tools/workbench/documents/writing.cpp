@@ -196,10 +196,16 @@ std::vector<Losses::Loss> Output::listAllLosses(const FoundationManager& manager
   return losses;
 }
 
+std::vector<Losses::Loss> Output::listLossesOfEdit(const FoundationManager& manager) {
+  std::vector<Losses::Loss> losses = listLosses(manager);
+  const auto isOfNumber = [](const Losses::Loss& loss) { return loss.kind == "number changes"; };
+  if (form == Form::firstExchange)
+    losses.erase(std::remove_if(losses.begin(), losses.end(), isOfNumber), losses.end());
+  return losses;
+}
+
 void Output::requireAll(const FoundationManager& manager) {
-  for (const Losses::Loss& loss : listLosses(manager)) {
-    // The first version stores no numbers: they are the places of the remaining beddings.
-    if (form == Form::firstExchange && loss.kind == "number changes") continue;
+  for (const Losses::Loss& loss : listLossesOfEdit(manager)) {
     throw UserError(fmt::format("{}: was not written, since something would be lost: {}: {}",
                                 getShownPath(), loss.foundation, loss.sentence));
   }

@@ -44,6 +44,9 @@ class Output {
   /// What update() removes from the document in the file.
   std::vector<Losses::Loss> listReplaced();
 
+  /// The same without what no edited document keeps: the first exchange version stores no numbers,
+  /// which are the places of the remaining beddings.
+  std::vector<Losses::Loss> listLossesOfEdit(const Found::FoundationManager& manager);
   /// All that is lost of the foundations, and all that goes from what is there.
   std::vector<Losses::Loss> listAllLosses(const Found::FoundationManager& manager);
 

@@ -1,0 +1,97 @@
+"""Foundations of other models come into a model by the rules of the program."""
+
+import pytest
+
+import kvfound as kv
+
+MODEL = (
+    b'<?xml version="1.0"?>\n<SMOD><FOUNDATIONS CURRENT="A">\n'
+    b'<FOUND NUMBER="1" NAME="A" FZAREA="1" OWN="kept"/>\n<FOUND NUMBER="2" NAME="B" FZLINE="2"/>\n'
+    b"</FOUNDATIONS></SMOD>"
+)
+
+
+def make_table(rows):
+    return kv.open(b"number,name,areaX,areaY,areaZ\n" + rows, form="csv")
+
+
+def test_equal_ones_change_and_others_are_added():
+    model = kv.open(MODEL)
+    first = model["A"]
+    merged = model.merge(make_table(b"1,A,5,6,7\n3,C,1,2,3\n"))
+
+    assert merged.changed == [first] and merged.changed[0] is first
+    assert first.area == (5, 6, 7)
+    assert merged.added == [model["C"]] and merged.added[0] is model["C"]
+    assert merged.left_out == () and merged.losses == ()
+    assert b'OWN="kept"' in model.to_bytes()
+    assert [f.name for f in model] == ["A", "B", "C"]
+
+
+def test_a_merge_with_itself_changes_nothing():
+    model = kv.open(MODEL)
+    assert model.merge(model) == ([], [], (), ())
+    assert model.to_bytes() == MODEL
+
+
+def test_several_come_at_once(tmp_path):
+    path = tmp_path / "table.csv"
+    path.write_bytes(b"number,name\n4,D\n")
+    model = kv.open(MODEL)
+    model.merge(make_table(b"3,C,1,2,3\n"), path)
+
+    assert [f.name for f in model] == ["A", "B", "C", "D"]
+
+
+def test_clashes_are_refused_with_their_places():
+    model = kv.open(MODEL)
+    with pytest.raises(kv.ClashError) as caught:
+        model.merge(make_table(b"5,E,1,2,3\n1,Z,1,2,3\n"))
+    assert caught.value.clashes[0].startswith("<bytes>:3:1: number 1")
+    assert "--" not in str(caught.value)
+    assert model.to_bytes() == MODEL and len(model) == 2
+
+
+@pytest.mark.parametrize(
+    "rule, expected",
+    [
+        ("renumber", [(1, "A"), (2, "B"), (3, "Z")]),
+        ("skip", [(1, "A"), (2, "B")]),
+        ("replace", [(1, "Z"), (2, "B")]),
+    ],
+)
+def test_rules_for_clashes(rule, expected):
+    model = kv.open(MODEL)
+    merged = model.merge(make_table(b"1,Z,1,2,3\n"), on_clash=rule)
+
+    assert [(f.number, f.name) for f in model] == expected
+    assert len(merged.left_out) == (rule == "skip")
+    assert [f.name for f in kv.open(model.to_bytes())] == [name for _, name in expected]
+
+
+def test_names_that_are_taken_can_be_changed():
+    model = kv.open(MODEL)
+    model.merge(make_table(b"8,A,1,2,3\n"), on_clash="rename")
+
+    assert model[8].name != "A" and model["A"].number == 1
+    with pytest.raises(ValueError, match="on_clash"):
+        model.merge(MODEL, on_clash="x")
+
+
+def test_losses_are_refused():
+    table = kv.open(b"number,name,areaZ\n1,A,1\n", form="csv")
+    with pytest.raises(kv.LossError) as caught:
+        table.merge(MODEL)
+    assert caught.value.losses
+    assert len(table) == 1
+
+    merged = table.merge(MODEL, lossy=True)
+    assert merged.losses == caught.value.losses
+    assert [f.name for f in table] == ["A", "B"]
+
+
+def test_units_are_compared():
+    model = kv.open(MODEL)
+    with pytest.warns(kv.UnitWarning):
+        model.merge(kv.open(b"#units,kN,m\nnumber,name\n7,N\n", form="csv"))
+    assert model["N"].number == 7

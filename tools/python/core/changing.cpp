@@ -1,0 +1,328 @@
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "comparing/merging.h"
+#include "comparing/units.h"
+#include "documents/editing.h"
+#include "files/memory_stream.h"
+#include "foundations/conversion.h"
+#include "foundations/fields.h"
+#include "foundations/keep_list.h"
+#include "foundations/numbers.h"
+#include "foundations/scaling.h"
+#include "model.h"
+#include "selecting.h"
+#include "text.h"
+
+namespace Python {
+namespace {
+
+using Found::Foundation;
+using Found::FoundationManager;
+
+// --- Merging
+
+Comparing::OnClash toRule(const std::string& word) {
+  using Comparing::OnClash;
+  const std::pair<const char*, OnClash> words[] = {{"refuse", OnClash::refuse},
+                                                   {"rename", OnClash::rename},
+                                                   {"renumber", OnClash::renumber},
+                                                   {"skip", OnClash::skip},
+                                                   {"replace", OnClash::replace}};
+  for (const auto& [known, rule] : words)
+    if (word == known) return rule;
+  throwValueError("on_clash: only refuse, rename, renumber, skip or replace");
+}
+
+/// What merging makes of the foundations of a snapshot.
+struct Merged {
+  struct Change {
+    std::size_t item;
+    std::vector<Fields::Difference> fields;
+  };
+
+  std::vector<Change> changes;
+  std::vector<std::unique_ptr<Foundation>> added;
+  std::vector<std::string> leftOut;
+  std::vector<std::string> losses;
+  std::vector<std::string> unitNotes;
+};
+
+std::vector<std::string> tell(const std::vector<Comparing::Refusal>& refusals) {
+  std::vector<std::string> lines;
+  lines.reserve(refusals.size());
+  for (const auto& [file, position, foundation, sentence] : refusals)
+    lines.push_back(position.line == 0 ? fmt::format("{}: {} {}", file, foundation, sentence)
+                    : position.column == 0
+                        ? fmt::format("{}:{}: {} {}", file, position.line, foundation, sentence)
+                        : fmt::format("{}:{}:{}: {} {}", file, position.line, position.column,
+                                      foundation, sentence));
+  return lines;
+}
+
+void collect(const Editing::Wish& wish, Documents::Document& into,
+             const std::vector<std::size_t>& items, Merged& merged) {
+  const std::vector<Foundation*>& before = into.getFoundations().getFoundations();
+  std::unordered_map<const Foundation*, std::size_t> places;
+  for (std::size_t i = 0; i < before.size(); ++i) places[before[i]] = items[i];
+  for (const Matching::Pair& pair : wish.pairs) {
+    if (pair.first == nullptr) {
+      merged.added.push_back(duplicate(*pair.second));
+      continue;
+    }
+    std::vector<Fields::Difference> fields = Fields::compare(*pair.first, *pair.second);
+    if (!fields.empty()) merged.changes.push_back({places.at(pair.first), std::move(fields)});
+  }
+}
+
+Merged merge(Snapshot& target, std::vector<std::unique_ptr<Snapshot>>& sources,
+             Comparing::OnClash rule, bool isLossy) {
+  Rendering into(target, {target.source->form, {}});
+  into.requireAll();
+  Documents::Document& document = into.getDocument();
+  Editing::Draft draft(document);
+  Comparing::Merger merger(document, draft, rule);
+  Merged merged;
+  std::vector<std::unique_ptr<Rendering>> renderings;  // which the merger knows by foundations
+  for (const auto& source : sources) {
+    Documents::Document& in = renderings.emplace_back(renderWhole(*source))->getDocument();
+    if (const auto note = Comparing::compareUnits(in, document))
+      merged.unitNotes.push_back(note->about.getShownPath() + ": " + note->sentence);
+    merger.merge(in);
+  }
+  if (!merger.getClashes().empty())
+    throw ClashFound("numbers or names clash; nothing was merged", tell(merger.getClashes()));
+  for (const Losses::Loss& loss : merger.getLosses())
+    merged.losses.push_back(loss.foundation + ": " + loss.sentence);
+  if (!isLossy && !merged.losses.empty())
+    throw LossFound("something would be lost: " + merged.losses.front(), merged.losses);
+  merged.leftOut = tell(merger.getLeftOut());
+  collect(draft.makeWish(), document, into.listItems(document), merged);
+  return merged;
+}
+
+/// Sets what differs and adds what is new, and returns which these are.
+std::pair<std::vector<Foundation*>, std::vector<Foundation*>> apply(Merged& merged,
+                                                                    const Snapshot& snapshot,
+                                                                    const Origins::Watch& watch,
+                                                                    ManagerObject& manager) {
+  std::pair<std::vector<Foundation*>, std::vector<Foundation*>> touched;
+  manager.requireUnused();
+  for (const Merged::Change& change : merged.changes) {
+    if (!watch.isThere(change.item)) continue;
+    auto* const original = const_cast<Foundation*>(snapshot.items[change.item].original);
+    for (const Fields::Difference& field : change.fields) field.field.set(*original, field.second);
+    touched.second.push_back(original);
+  }
+  for (std::unique_ptr<Foundation>& added : merged.added) {
+    touched.first.push_back(added.get());
+    manager.add(std::move(added));
+  }
+  return touched;
+}
+
+py::tuple mergeInto(ModelState& state, py::handle manager, const py::list& others,
+                    const std::string& onClash, bool isLossy) {
+  ManagerObject& owner = toManager(manager, "manager");
+  const Comparing::OnClash rule = toRule(onClash);
+  std::vector<std::unique_ptr<Snapshot>> sources;
+  for (const py::handle other : others) {
+    const auto pair = other.cast<std::pair<py::object, py::object>>();
+    sources.push_back(takeSnapshot(pair.first.cast<const ModelState&>(), pair.second));
+  }
+  const std::unique_ptr<Snapshot> snapshot = takeSnapshot(state, manager);
+  const Origins::Watch watch(*state.origins, snapshot->listOriginals());
+  Merged merged = runUnlocked([&] { return merge(*snapshot, sources, rule, isLossy); });
+  const auto touched = apply(merged, *snapshot, watch, owner);
+  const ManagerObject::Use use(owner);
+  const auto giveAll = [&](const std::vector<Foundation*>& given) {
+    return owner.giveAll([&]() -> const std::vector<Foundation*>& { return given; });
+  };
+  return py::make_tuple(giveAll(touched.first), giveAll(touched.second), toTuple(merged.leftOut),
+                        toTuple(merged.losses), toTuple(merged.unitNotes));
+}
+
+// --- Pruning
+
+/// Numbers of foundations, to be restored in those that are left.
+class Numbering {
+ public:
+  explicit Numbering(const FoundationManager& manager) {
+    for (const Foundation* foundation : manager.getFoundations())
+      numbers[foundation] = foundation->getNumber();
+  }
+
+  void restore(const FoundationManager& manager) const {
+    for (Foundation* foundation : manager.getFoundations())
+      foundation->setNumber(numbers.at(foundation));
+  }
+
+ private:
+  std::unordered_map<const Foundation*, int> numbers;
+};
+
+/// Lets users of Python and a list decide together.
+class ListedUser {
+ public:
+  ListedUser(FoundationManager& asked, KeepList* used) : manager(asked), user(used) {
+    if (user != nullptr) manager.addUser(user);
+  }
+  ~ListedUser() {
+    if (user != nullptr) manager.removeUser(user);
+  }
+  ListedUser(const ListedUser&) = delete;
+  ListedUser& operator=(const ListedUser&) = delete;
+
+ private:
+  FoundationManager& manager;
+  KeepList* user;
+};
+
+void requireMatches(KeepList& list, const FoundationManager& manager, bool ignoresMissing) {
+  for (const Foundation* foundation : manager.getFoundations()) list.usesFoundation(foundation);
+  const std::vector<std::string> unmatched = list.listUnmatched();
+  if (unmatched.empty() || (ignoresMissing && list.hasMatched())) return;
+  throwValueError(list.hasMatched()
+                      ? fmt::format("there is no foundation \"{}\"", unmatched.front())
+                      : "none of the foundations is named; nothing was removed");
+}
+
+py::list prune(const ModelState& state, py::handle manager, bool isGenerated, bool asksUsers,
+               const py::object& lines, bool ignoresMissing, bool keepsNumbers) {
+  ManagerObject& owner = toManager(manager, "manager");
+  std::unique_ptr<KeepList> list;
+  if (!lines.is_none()) {
+    const std::string text = encode(lines, "used_by");
+    Files::MemoryStream in(text);
+    list = std::make_unique<KeepList>(in);
+    if (in.bad()) throw std::bad_alloc();  // or the list would end where memory runs out
+    requireMatches(*list, owner.get(), ignoresMissing);
+  }
+  const Numbering numbering(owner.get());
+  const bool hasNumbers = state.source->form != Documents::Form::firstExchange;
+  return owner.prune([&](FoundationManager& pruned) {
+    const ListedUser user(pruned, list.get());
+    if (!asksUsers)
+      pruned.removeAllGenerated();
+    else if (isGenerated)
+      pruned.removeAllNotUsedGenerated();
+    else
+      pruned.removeAllNotUsed();
+    if (keepsNumbers && hasNumbers) numbering.restore(pruned);
+    if (hasNumbers) return;
+    int number = 0;  // whatever is left reads as 1, 2, 3, ...
+    for (Foundation* foundation : pruned.getFoundations()) foundation->setNumber(++number);
+  });
+}
+
+// --- Units
+
+Scaling::Conversion toConversion(const py::object& units, const py::object& force,
+                                 const py::object& length) {
+  Scaling::Conversion conversion;
+  if (!units.is_none()) return Scaling::readConversion(encode(units, "units"));
+  if (!force.is_none()) conversion.force.over = readDecimal(encode(force, "force"));
+  if (!length.is_none()) conversion.length.over = readDecimal(encode(length, "length"));
+  return conversion;
+}
+
+/// Converts all stiffness, or none where a value would become too large or zero.
+void convertUnits(ModelState& state, py::handle manager, const py::object& units,
+                  const py::object& force, const py::object& length) {
+  const Scaling::Conversion conversion = toConversion(units, force, length);
+  const Source& source = *state.source;
+  const Units named = state.units.value_or(source.units);
+  const Units& from = conversion.from;
+  if (!from.force.empty() && !named.force.empty() && from != named)
+    throwValueError(fmt::format("the units are {} and {}, not {} and {}; nothing was converted",
+                                named.force, named.length, from.force, from.length));
+  if (!source.isReadWhole)
+    throwValueError("what cannot be read of the document would keep its units");
+  FoundationManager& found = toManager(manager, "manager").get();
+  const Scaling::Scale scale(conversion.force, conversion.length);
+  const std::unique_ptr<Snapshot> trial = takeSnapshot(state, manager);
+  try {
+    Scaling::apply(scale, trial->copies);
+  } catch (const std::range_error& error) {
+    throwOverflowError(std::string(error.what()) + "; nothing was converted");
+  }
+  Scaling::apply(scale, found);
+  if (Documents::isSpreadsheet(source.form)) state.units = conversion.to;
+}
+
+// --- Selecting
+
+py::list select(py::handle manager, const py::object& numbers, const py::object& name,
+                bool generated, const py::object& part) {
+  ManagerObject& owner = toManager(manager, "manager");
+  const Selection selection = toSelection(numbers, name, generated, part);
+  std::vector<Foundation*> selected;
+  return owner.giveAll([&]() -> const std::vector<Foundation*>& {
+    selected.clear();
+    for (Foundation* foundation : owner.getList())
+      if (selection.includes(*foundation)) selected.push_back(foundation);
+    return selected;
+  });
+}
+
+py::object findNumber(py::handle manager, int number) {
+  ManagerObject& owner = toManager(manager, "manager");
+  return owner.give([&] { return owner.get().findFoundation(number); });
+}
+
+py::object findName(py::handle manager, const py::object& name) {
+  ManagerObject& owner = toManager(manager, "manager");
+  const std::string wanted = encode(name, "name");
+  return owner.give([&] { return owner.get().findFoundation(wanted); });
+}
+
+int findFreeNumber(py::handle manager) {
+  return Numbers::findFree(toManager(manager, "manager").get());
+}
+
+}  // namespace
+
+Selection toSelection(const py::object& numbers, const py::object& name, bool generated,
+                      const py::object& part) {
+  Selection selection;
+  if (!numbers.is_none()) {
+    const std::string text = encode(numbers, "numbers");
+    try {
+      selection.selectNumbers(text);
+    } catch (const std::invalid_argument& error) {
+      throwValueError("numbers cannot be \"" + text + "\", only " + error.what());
+    }
+  }
+  if (!name.is_none()) selection.selectName(encode(name, "name"));
+  if (generated) selection.selectGenerated();
+  if (part.is_none()) return selection;
+  const std::string wanted = encode(part, "part");
+  if (wanted != "area" && wanted != "line") throwValueError("part: only area or line");
+  selection.selectPart(wanted == "area" ? Selection::Part::area : Selection::Part::line);
+  return selection;
+}
+
+void bindChanging(py::module_& module) {
+  module.def("merge", &mergeInto, py::arg("state"), py::arg("manager"), py::arg("others"),
+             py::arg("on_clash"), py::arg("lossy"));
+  module.def("prune", &prune, py::arg("state"), py::arg("manager"), py::arg("generated"),
+             py::arg("asks_users"), py::arg("lines"), py::arg("ignore_missing"),
+             py::arg("keep_numbers"));
+  module.def("convert_units", &convertUnits, py::arg("state"), py::arg("manager"), py::arg("units"),
+             py::arg("force"), py::arg("length"));
+  module.def("select", &select, py::arg("manager"), py::arg("numbers"), py::arg("name"),
+             py::arg("generated"), py::arg("part"));
+  module.def("find_number", &findNumber, py::arg("manager"), py::arg("number"));
+  module.def("find_name", &findName, py::arg("manager"), py::arg("name"));
+  module.def("find_free_number", &findFreeNumber, py::arg("manager"));
+}
+
+}  // namespace Python
