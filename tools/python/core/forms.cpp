@@ -32,13 +32,12 @@ void requireName(const Found::Foundation& foundation) {
 std::string toUtf8(const std::string& bytes) {
   const std::string_view encoding = Markup::readEncoding(bytes);
   const Charset charset = Charset::recognise(encoding, bytes);
-  const std::string text = charset.toUtf8(bytes);
+  std::string text = charset.toUtf8(bytes);
   if (encoding.empty() || charset.isUtf8() || !Utf8::isValid(text)) return text;
   // The declaration is ASCII, which every encoding that is known here writes alike.
   const auto place = static_cast<std::size_t>(encoding.data() - bytes.data());
-  std::string declared = text;
-  declared.replace(place, encoding.size(), "UTF-8");
-  return declared;
+  text.replace(place, encoding.size(), "UTF-8");
+  return text;
 }
 
 template <class Tree>
