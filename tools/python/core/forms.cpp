@@ -33,10 +33,10 @@ std::string toUtf8(const std::string& bytes) {
   const std::string_view encoding = Markup::readEncoding(bytes);
   const Charset charset = Charset::recognise(encoding, bytes);
   std::string text = charset.toUtf8(bytes);
+  if (encoding.empty() || charset.isUtf8() || !Utf8::isValid(text)) return text;
   // The declaration is ASCII, which every encoding that is known here writes alike.
-  if (!encoding.empty() && !charset.isUtf8() && Utf8::isValid(text))
-    text.replace(static_cast<std::size_t>(encoding.data() - bytes.data()), encoding.size(),
-                 "UTF-8");
+  const auto place = static_cast<std::size_t>(encoding.data() - bytes.data());
+  text.replace(place, encoding.size(), "UTF-8");
   return text;
 }
 

@@ -127,7 +127,7 @@ Foundations takeNew(FoundationManager& manager, std::size_t known) {
 }
 
 std::size_t readExchange(ManagerObject& self, py::handle source, py::handle version,
-                         py::object messenger) {
+                         const py::object& messenger) {
   const std::string wanted = encode(version, "version");
   const Given given = readGiven(source);
   self.requireUnused();

@@ -417,8 +417,8 @@ void bindAsValue(Class& bound) {
       "__eq__($module, self, other, /)\n--\n\nWhether the values are equal; name and number do not "
       "count.");
   bound.attr("__hash__") = py::none();
-  bound.def("__repr__", [](py::object self) { return represent(self); });
-  bound.def("__reduce__", [](py::object self) { return reduce(self); });
+  bound.def("__repr__", [](const py::object& self) { return represent(self); });
+  bound.def("__reduce__", [](const py::object& self) { return reduce(self); });
 }
 
 void bindModifyValue(py::module_& module) {
@@ -433,7 +433,7 @@ void bindModifyValue(py::module_& module) {
       "modify_value(failure, value)\n--\n\nA value as it acts in a direction of this mode.");
   module.def(
       "modify_values",
-      [](py::handle failure, py::buffer values) {
+      [](py::handle failure, const py::buffer& values) {
         const Failure mode = toFailure(failure, "failure");
         const py::buffer_info info = values.request(true);
         if (info.format != "d" || !PyBuffer_IsContiguous(info.view(), 'A'))

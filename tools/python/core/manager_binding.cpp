@@ -97,7 +97,7 @@ int traverse(PyObject* self, visitproc visit, void* arg) {
 }
 
 int clear(PyObject* self) {
-  ManagerObject* const object = findWithin<ManagerObject>(self);
+  auto* const object = findWithin<ManagerObject>(self);
   if (object != nullptr) object->clear();
   return 0;
 }
@@ -475,16 +475,17 @@ py::object callPickling(const char* function, const py::object& self) {
 }
 
 void bindAsObject(Class& bound) {
-  bound.def("__repr__", [](py::object self) {
+  bound.def("__repr__", [](const py::object& self) {
     const std::size_t count = self.cast<ManagerObject&>().getList().size();
     return "<" + py::type::of(self).attr("__name__").cast<std::string>() + " of " +
            std::to_string(count) + (count == 1 ? " foundation>" : " foundations>");
   });
-  bound.def("__reduce__", [](py::object self) { return callPickling("reduce_manager", self); });
-  bound.def("__copy__", [](py::object self) { return callPickling("copy_manager", self); });
+  bound.def("__reduce__",
+            [](const py::object& self) { return callPickling("reduce_manager", self); });
+  bound.def("__copy__", [](const py::object& self) { return callPickling("copy_manager", self); });
   // Of this name pybind11 would make a constructor, which does nothing to an object that is made.
   bound.attr("__setstate__") = py::cpp_function(
-      [](py::object self, py::object state) {
+      [](const py::object& self, const py::object& state) {
         py::module_::import("kvfound._pickling").attr("set_manager_state")(self, state);
       },
       py::name("set_state"), py::is_method(bound));
