@@ -55,7 +55,7 @@ chroot "$1" kvfound diff /tmp/model.xml /tmp/model.xml
 chroot "$1" bash -c '. /usr/share/bash-completion/completions/kvfound && complete -p kvfound'
 zcat "$1/usr/share/man/man1/kvfound.1.gz" | grep -qi '^\.SH NAME'
 ls "$1/usr/share/zsh/vendor-completions/_kvfound" "$1/usr/share/fish/vendor_completions.d/kvfound.fish"
-ls "$1/usr/share/doc/kvfound/docs/host-guide.md" "$1/usr/share/doc/kvfound/examples/model.xml"
+ls "$1/usr/share/doc/kvfound/docs/guide/index.md" "$1/usr/share/doc/kvfound/examples/model.xml"
 dpkg --root="$1" -P libkvfound-dev
 dpkg --root="$1" -i "$2"/newer/*.deb
 show "$1"
