@@ -17,8 +17,8 @@ from reference import Reference, make_header_anchor
 
 LINK = re.compile(r"(!?)\[((?:[^\]\[]|\[[^\]]*\])*)\]\(([^)\s]+)\)")
 OTHER_PAGES = {"CHANGELOG.md": "changelog.md", "CONTRIBUTING.md": "maintainers/contributing.md",
-               "README.md": "index.md"}
-MAYBE_MISSING = {"python.md", "browser.md"}  # in the navigation once they are there
+               "packaging/README.md": "guide/recipes.md", "README.md": "index.md"}
+MAYBE_MISSING = {"browser.md"}  # in the navigation once they are there
 HEADER_FOLDERS = ("include/", "platform/include/")
 SHOWN_AS_THEY_ARE = {".xml", ".json", ".csv", ".md", ".txt", ".png", ".xsd"}
 
