@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr Wording::Words words = {"--from", "--decimal point or --decimal comma",
-                                  "kvfound show --format csv names them",
-                                  "kvfound convert --units does"};
+constexpr Wording::Words ofOptions = {"--from", "--decimal point or --decimal comma",
+                                      "kvfound show --format csv names them",
+                                      "kvfound convert --units does"};
 
 int tellError(const std::string& error, Commands::Notes& notes) {
   notes.tellError(error);
@@ -24,7 +24,7 @@ int tellError(const std::string& error, Commands::Notes& notes) {
 }  // namespace
 
 int Program::run(int argc, const char* const* argv) {
-  Wording::use(words);
+  Wording::use(ofOptions);
   Commands::Notes notes(std::cerr, {argv + 1, argv + argc});
   try {
     const Commands::Status status = CommandLine::run(argc, argv, notes);

@@ -8,11 +8,8 @@
 #include "documents/document.h"
 #include "files/content.h"
 #include "files/output_file.h"
-#include "support/temporary_files.h"
 
 namespace {
-
-using TestSupport::TemporaryFile;
 
 /// What opening a document tells of its fault.
 DocumentError fail(const std::string& path, const std::string& bytes) {

@@ -22,7 +22,7 @@ class OwnWords {
 /// The error of a document that cannot be read.
 std::string open(const std::string& path, const std::string& bytes) {
   try {
-    Documents::Document({path, "", bytes});
+    const Documents::Document document({path, "", bytes});
     return "";
   } catch (const UserError& error) {
     return error.what();
