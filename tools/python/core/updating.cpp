@@ -113,20 +113,20 @@ struct Hash {
 /// Which foundation each row is about; null for a new one. Runs no code of the user unless it
 /// throws.
 std::vector<Foundation*> match(const ManagerObject& manager, const Table& table, bool add) {
-  struct Entry {
+  struct Fitting {
     Foundation* foundation;
     std::size_t count;
     std::optional<std::size_t> row;
   };
-  std::unordered_map<Value, Entry, Hash> entries;
+  std::unordered_map<Value, Fitting, Hash> entries;
   for (Foundation* const foundation : manager.getList())
-    ++entries.try_emplace(table.getKey().get(*foundation), Entry{foundation, 0, {}})
+    ++entries.try_emplace(table.getKey().get(*foundation), Fitting{foundation, 0, {}})
           .first->second.count;
 
   std::vector<Foundation*> matches;
   matches.reserve(table.getSize());
   for (std::size_t row = 0; row < table.getSize(); ++row) {
-    Entry& entry = entries.try_emplace(table.getKey(row), Entry{nullptr, 0, {}}).first->second;
+    Fitting& entry = entries.try_emplace(table.getKey(row), Fitting{nullptr, 0, {}}).first->second;
     if (entry.count > 1)
       throwValueError("row " + std::to_string(row) + ": " + std::to_string(entry.count) +
                       " foundations have the " + table.describe(row));
