@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes the Debian packages, has lintian look at them, builds a host with them, installs them in a bare
-# Debian that has nothing but what they depend on, runs the program there, upgrades the library alone,
+# Debian that has nothing but what they depend on, runs program and module there, upgrades the library alone,
 # and removes all again without a trace.
 #   scripts/check-packages.sh [FOLDER]        with a FOLDER, the packages that are there
 set -euo pipefail
@@ -9,8 +9,8 @@ cd "$(dirname "$0")/.."
 
 install_packages "${build_packages[@]}" file lintian mmdebstrap
 # What is needed to build a package is needed to build at all.
-diff <(sed -n '/^Build-Depends/,/^Standards/ s/^ \([a-z0-9-]*\).*/\1/p' debian/control | grep -v debhelper) \
-  <(printf '%s\n' "${build_packages[@]}" | grep -vx g++ | LC_ALL=C sort) ||
+diff <(sed -n '/^Build-Depends/,/^Standards/ s/^ \([a-z0-9-]*\).*/\1/p' debian/control | grep -v '^d[eh]') \
+  <(printf '%s\n' "${python_build_packages[@]}" | grep -vx g++ | LC_ALL=C sort) ||
   { echo "debian/control and scripts/packages.sh differ in what building takes." >&2; exit 1; }
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
@@ -19,7 +19,7 @@ trap 'rm -rf --one-file-system "$work"' EXIT
 mkdir "$work/build"
 cp "${1:-build/packages}"/*.deb "$work/build"
 packages=("$work"/build/*.deb)
-[ ${#packages[@]} -eq 4 ]
+[ ${#packages[@]} -eq 5 ]
 root=()
 [ "$(id -u)" -ne 0 ] || root=(--allow-root)
 lintian "${root[@]}" --display-info --fail-on error,warning,info "${packages[@]}"
@@ -52,6 +52,7 @@ dpkg --root="$1" -i "$2"/build/*.deb
 for file in model.xml beddings.xml; do cp "$3/$file" "$1/tmp"; done
 show "$1"
 chroot "$1" kvfound diff /tmp/model.xml /tmp/model.xml
+chroot "$1" python3 -c 'import kvfound; print(len(kvfound.open("/tmp/model.xml")))' | grep -qx 12
 chroot "$1" bash -c '. /usr/share/bash-completion/completions/kvfound && complete -p kvfound'
 zcat "$1/usr/share/man/man1/kvfound.1.gz" | grep -qi '^\.SH NAME'
 ls "$1/usr/share/zsh/vendor-completions/_kvfound" "$1/usr/share/fish/vendor_completions.d/kvfound.fish"
@@ -60,7 +61,7 @@ dpkg --root="$1" -P libkvfound-dev
 dpkg --root="$1" -i "$2"/newer/*.deb
 show "$1"
 rm "$1"/tmp/*.xml
-dpkg --root="$1" -P kvfound kvfound-doc libkvfound1
+dpkg --root="$1" -P kvfound kvfound-doc python3-kvfound libkvfound1
 list_files "$1" | diff "$2/before" -
 END
 mmdebstrap --variant=essential --include="$needed" --quiet \

@@ -32,5 +32,6 @@ build_packages=(g++ cmake ninja-build libpugixml-dev libfast-float-dev libfmt-de
   nlohmann-json3-dev libsimdjson-dev libcsv-dev)
 test_packages=("${build_packages[@]}" libgtest-dev librapidcheck-dev libxml2-dev libxml2-utils libxerces-c-samples
   locales mandoc python3 python3-jsonschema zsh fish)
-python_packages=("${build_packages[@]}" pybind11-dev python3-dev python3-pytest python3-hypothesis python3-numpy
+python_build_packages=("${build_packages[@]}" pybind11-dev python3-dev)
+python_packages=("${python_build_packages[@]}" python3-pytest python3-hypothesis python3-numpy
   python3-pandas python3-matplotlib mypy)
