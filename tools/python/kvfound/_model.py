@@ -11,12 +11,14 @@ from typing import (
     IO,
     Any,
     Callable,
+    Dict,
     Iterable,
     Iterator,
     List,
     NamedTuple,
     Optional,
-    Sequence,
+    Set,
+    SupportsIndex,
     Tuple,
     Type,
     Union,
@@ -28,7 +30,7 @@ from ._findings import Finding, Findings
 from ._tables import Tables
 
 Units = Tuple[str, str]
-Key = Union[str, int]
+Key = Union[str, SupportsIndex]  # int, and what counts as one, as of numpy
 Source = Union[str, "os.PathLike[str]", "os.PathLike[bytes]", bytes, bytearray, memoryview, IO[bytes]]
 
 _MOST_ROWS = 60  # of the table in a notebook
@@ -150,7 +152,7 @@ class Model(Tables):
         """Whether this name, this number or this very foundation is in it."""
         if isinstance(key, _core.Foundation):
             return key in self._foundations
-        return isinstance(key, (str, int)) and self.find(key) is not None
+        return isinstance(key, (str, SupportsIndex)) and self.find(key) is not None
 
     def __getitem__(self, key: Key) -> _core.Foundation:
         """The first foundation of this name (str) or with this number (int); else KeyError."""
@@ -163,7 +165,7 @@ class Model(Tables):
         """The first foundation of this name (str) or with this number (int), or None."""
         if isinstance(key, str):
             return _core.find_name(self._foundations, key)
-        number = operator.index(key)
+        number = _take_number(key, "key: a name (str) or a number (int)")
         is_possible = -(2**31) <= number < 2**31
         return _core.find_number(self._foundations, number) if is_possible else None
 
@@ -417,13 +419,14 @@ class Model(Tables):
         """Remove foundations that were generated or are not used, and return them.
 
         With ``generated`` alone all generated ones go, with ``used_by`` all that are not used, with
-        both the generated ones that are not used. ``used_by`` lists names, numbers or foundations,
-        or is a user, as ``foundations.add_user`` takes it; users that were added are asked as well,
-        and may do without it. Where generated ones go, the others are numbered 1, 2, 3, ... unless
+        both the generated ones that are not used. ``used_by`` lists names (str), numbers (int) or
+        foundations, or is a user, as ``foundations.add_user`` takes it; users that were added are
+        asked as well, and may do without it. An empty list uses nothing. Where generated ones go, the others are numbered 1, 2, 3, ... unless
         ``keep_numbers``; those of an exchange document of version 1.0 always are.
 
-        Raises ValueError where nothing tells what to prune, and where the list names none of the
-        foundations, or one that is missing, unless ``ignore_missing``.
+        Raises ValueError where nothing tells what to prune, where the list names none of the
+        foundations, and where it names one that is missing, such as a foundation of another model,
+        unless ``ignore_missing``.
         """
         users = self._foundations.users
         if used_by is None and not generated and not users:
@@ -436,12 +439,11 @@ class Model(Tables):
             )
         if callable(used_by) or hasattr(used_by, "uses_foundation"):
             user: Any = used_by
-            lines = None
         else:
-            user, lines = _split_used(used_by)
+            user = _find_used(self._foundations, used_by, ignore_missing)
         with _Using(self._foundations, user):
             return prune(
-                self._state, self._foundations, generated, asks, lines, ignore_missing, keep_numbers
+                self._state, self._foundations, generated, asks, None, ignore_missing, keep_numbers
             )
 
     def convert_units(self, old: Units, new: Units) -> None:
@@ -559,13 +561,21 @@ def _read(source: Any) -> Tuple[bytes, bytes]:
     return bytes(content), shown
 
 
+def _take_number(number: Any, wanted: str) -> int:
+    try:
+        return operator.index(number)
+    except TypeError:
+        raise TypeError(f"{wanted} is wanted, not {type(number).__name__}") from None
+
+
 def _join(numbers: Union[None, str, int, Iterable[int]]) -> Optional[str]:
     """Numbers as a text such as "3,5-9"."""
     if numbers is None or isinstance(numbers, str):
         return numbers
-    if isinstance(numbers, int):
-        return str(int(numbers))
-    return ",".join(str(int(number)) for number in numbers)
+    wanted = "numbers: a text such as \"3,5-9\" or ints"
+    if isinstance(numbers, Iterable):
+        return ",".join(str(_take_number(number, wanted)) for number in numbers)
+    return str(_take_number(numbers, wanted))
 
 
 def _spell(number: Union[int, float, str]) -> str:
@@ -584,28 +594,39 @@ def _check_units(units: Units) -> Units:
     return force, length
 
 
-def _split_used(
-    used: Iterable[Union[Key, _core.Foundation]]
-) -> Tuple[Optional[Callable[[_core.Foundation], bool]], Optional[str]]:
-    """A user of the foundations that are listed, and the lines that name others."""
-    if isinstance(used, (str, bytes, int)):
+def _find_used(
+    foundations: _core.FoundationManager,
+    used: Iterable[Union[Key, _core.Foundation]],
+    ignore_missing: bool,
+) -> Callable[[_core.Foundation], bool]:
+    """A user of the foundations that are listed."""
+    if isinstance(used, (str, bytes, int)) or not isinstance(used, Iterable):
         raise TypeError("used_by: a list of names, numbers and foundations is wanted")
-    lines: List[str] = []
-    foundations: List[_core.Foundation] = []
-    for one in used:
+    wanted = list(used)
+    listed = foundations.foundations
+    names: Set[str] = set()
+    numbers: Set[int] = set()
+    held: Dict[int, _core.Foundation] = {}
+    for one in wanted:
         if isinstance(one, _core.Foundation):
-            foundations.append(one)
-            continue
-        line = one if isinstance(one, str) else str(int(one))
-        if "\n" in line:
-            raise ValueError("used_by: no name has a line feed")
-        lines.append(line)
-    held = {id(foundation) for foundation in foundations}
+            held[id(one)] = one
+        elif isinstance(one, str):
+            names.add(one)
+        else:
+            numbers.add(_take_number(one, "used_by: a name, a number or a Foundation"))
+    there = {id(one) for one in listed}
+    missing = [repr(one) for key, one in held.items() if key not in there]
+    missing += [f'"{name}"' for name in sorted(names - {one.name for one in listed})]
+    missing += [f"number {number}" for number in sorted(numbers - {one.number for one in listed})]
+    if wanted and len(missing) == len(held) + len(names) + len(numbers):
+        raise ValueError("none of the foundations is named; nothing was removed")
+    if missing and not ignore_missing:
+        raise ValueError(f"there is no foundation {missing[0]}")
 
-    def uses(foundation: _core.Foundation, _hold: Sequence[Any] = tuple(foundations)) -> bool:
-        return id(foundation) in held
-
-    return (uses if foundations else None), ("\n".join(lines) if lines or not foundations else None)
+    for one in listed:  # now, since pruning gives other numbers
+        if one.name in names or one.number in numbers:
+            held[id(one)] = one
+    return lambda foundation: id(foundation) in held
 
 
 class _Using:
