@@ -421,8 +421,9 @@ class Model(Tables):
         With ``generated`` alone all generated ones go, with ``used_by`` all that are not used, with
         both the generated ones that are not used. ``used_by`` lists names (str), numbers (int) or
         foundations, or is a user, as ``foundations.add_user`` takes it; users that were added are
-        asked as well, and may do without it. An empty list uses nothing. Where generated ones go, the others are numbered 1, 2, 3, ... unless
-        ``keep_numbers``; those of an exchange document of version 1.0 always are.
+        asked as well, and may do without it. An empty list uses nothing. Where generated ones go,
+        the others are numbered 1, 2, 3, ... unless ``keep_numbers``; those of an exchange document
+        of version 1.0 always are.
 
         Raises ValueError where nothing tells what to prune, where the list names none of the
         foundations, and where it names one that is missing, such as a foundation of another model,
