@@ -74,8 +74,9 @@ def test_names_that_are_taken_can_be_changed():
     model.merge(make_table(b"8,A,1,2,3\n"), on_clash="rename")
 
     assert model[8].name != "A" and model["A"].number == 1
-    with pytest.raises(ValueError, match="on_clash"):
-        model.merge(MODEL, on_clash="x")
+    for no_way in ("x", None):
+        with pytest.raises(ValueError, match="on_clash"):
+            model.merge(MODEL, on_clash=no_way)
 
 
 def test_losses_are_refused():

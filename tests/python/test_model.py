@@ -199,8 +199,9 @@ def test_units_are_converted_exactly():
         model.convert_units(("kN", "m"), ("N", "mm"))
     with pytest.raises(ValueError, match="there is no unit"):
         model.convert_units(("N", "mm"), ("N", "parsec"))
-    with pytest.raises((TypeError, ValueError)):
-        model.convert_units("kN", ("N", "m"))
+    for no_pair in ("kN", ("kN",), ("kN", "m", "s"), None, 5):
+        with pytest.raises(TypeError, match="^units: a tuple of force and length is wanted"):
+            model.convert_units(no_pair, ("N", "m"))
 
 
 def test_units_are_scaled_by_factors(model):

@@ -470,8 +470,20 @@ def test_new_models_of_every_form(tmp_path):
         assert saved["A"].area == (1, 2, 3)
     with pytest.raises(ValueError, match="there is no form"):
         kv.Model("xml")
-    with pytest.raises(ValueError):
+    with pytest.raises(ValueError, match="only written"):
         kv.Model("kvml")
+
+
+def test_what_cannot_be_written_to_or_with_is_named(tmp_path):
+    model = kv.Model("csv")
+    for target in (5, None):
+        with pytest.raises(TypeError, match="^target: a path or a binary file object is wanted"):
+            model.write(target)
+    for wrong, told in (("|", "separator"), ("", "separator"), (" ", "decimal"), ("", "decimal")):
+        for write in (model.to_bytes, lambda **marks: model.save_as(tmp_path / "x.csv", **marks)):
+            with pytest.raises(ValueError, match=f"^{told}: only"):
+                write(**{told: wrong})
+    assert not list(tmp_path.iterdir())
 
 
 def test_saving_goes_on_while_other_threads_change_the_model(tmp_path):

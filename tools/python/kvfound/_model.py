@@ -35,6 +35,7 @@ Source = Union[str, "os.PathLike[str]", "os.PathLike[bytes]", bytes, bytearray, 
 
 _MOST_ROWS = 60  # of the table in a notebook
 _ENDINGS = {".csv": "csv", ".json": "json"}
+_CLASHES = ("refuse", "rename", "renumber", "skip", "replace")
 
 
 class Merged(NamedTuple):
@@ -70,6 +71,8 @@ class Model(Tables):
     _foundations: _core.FoundationManager
 
     def __init__(self, form: str = "legacy") -> None:
+        if form == "kvml":
+            raise ValueError("a Kvml listing is only written; to_bytes() and write() do")
         content = _core.make_empty(form)
         reading = form if form in _ENDINGS.values() else None
         version = "1.0" if form == "exchange-1.0" else None
@@ -267,6 +270,7 @@ class Model(Tables):
             raise ValueError("a Kvml listing is only written; write() does")
         if existing not in ("refuse", "replace", "update"):
             raise ValueError("existing: only refuse, replace or update")
+        _check_marks(separator, decimal)
         shown = os.fsencode(path)
         _core.save(
             self._state,
@@ -290,6 +294,7 @@ class Model(Tables):
     ) -> bytes:
         """The document as :meth:`save_as` would write it; ``to`` may be "kvml", too."""
         form = self.form if to is None else to
+        _check_marks(separator, decimal)
         return _core.render(self._state, self._foundations, form, separator, decimal, lossy)
 
     def write(
@@ -312,6 +317,9 @@ class Model(Tables):
             content = self.to_bytes(self._choose_form(target, to), **options)  # type: ignore[arg-type]
             _core.write_file(os.path.abspath(os.fsencode(target)), content, replace)
             return
+        if not hasattr(target, "write"):
+            kind = type(target).__name__
+            raise TypeError(f"target: a path or a binary file object is wanted, not {kind}")
         target.write(b"")  # which a file in text mode refuses, before anything is made
         target.write(self.to_bytes(to, **options))  # type: ignore[arg-type]
 
@@ -399,6 +407,8 @@ class Model(Tables):
         the other. Raises LossError where this form has no place for something, unless ``lossy``.
         Warns with UnitWarning where units differ.
         """
+        if on_clash not in _CLASHES:
+            raise ValueError(f"on_clash: only {', '.join(_CLASHES[:-1])} or {_CLASHES[-1]}")
         models = [_open_other(one) for one in (other, *others)]
         pairs = [(model._state, model._foundations) for model in models]
         added, changed, left_out, losses, notes = _core.merge(
@@ -451,7 +461,8 @@ class Model(Tables):
         """Convert all stiffness from units of force and length to others, exactly, by their names.
 
         Of force there are N, kN, MN, lbf and kip, of length m, dm, cm, mm, ft and in. A table or
-        data names the new ones from then on. Raises ValueError for other names, for units that are
+        data names the new ones from then on; a legacy model goes on to name the old ones, since
+        these names are its program's own. Raises ValueError for other names, for units that are
         not those of the document, and where something of it could not be read; OverflowError where
         a value would become too large, or zero.
         """
@@ -513,6 +524,11 @@ def open_model(
         content, name = _read(source)
         opened = _core.open_bytes(content, name, form, version, separator, decimal)
     return Model._adopt(*opened)
+
+
+# Its own name, in help(), in messages, and where pickles and other processes look for it.
+open_model.__name__ = open_model.__qualname__ = "open"
+open_model.__module__ = "kvfound"
 
 
 def diff(
@@ -579,15 +595,25 @@ def _join(numbers: Union[None, str, int, Iterable[int]]) -> Optional[str]:
     return str(_take_number(numbers, wanted))
 
 
+def _check_marks(separator: Optional[str], decimal: Optional[str]) -> None:
+    """Whether a table can be written with these."""
+    if isinstance(separator, str) and separator not in (",", ";", "\t"):
+        raise ValueError(f"separator: only ',', ';' or a tab, not {separator!r}")
+    if isinstance(decimal, str) and decimal not in (".", ","):
+        raise ValueError(f"decimal: only '.' or ',', not {decimal!r}")
+
+
 def _spell(number: Union[int, float, str]) -> str:
     if isinstance(number, str):
         return number
     return repr(number if isinstance(number, int) else float(number))
 
 
-def _check_units(units: Units) -> Units:
-    force, length = units
-    for unit in (force, length):
+def _check_units(units: Any) -> Units:
+    if isinstance(units, str) or not isinstance(units, Iterable) or len(told := tuple(units)) != 2:
+        raise TypeError('units: a tuple of force and length is wanted, such as ("kN", "m")')
+    force, length = told
+    for unit in told:
         if not isinstance(unit, str):
             raise TypeError(f"units: str is wanted, not {type(unit).__name__}")
         if set(unit) & set(",:"):
