@@ -575,3 +575,29 @@ def test_two_threads_do_not_save_one_model_at_once(path):
         thread.join()
     assert set(errors) <= {"another thread saves the model at this moment"}
     assert path.read_bytes() == MODEL
+
+
+@pytest.mark.parametrize("form", ["legacy", "exchange", "exchange-1.0", "csv", "json"])
+def test_rotations_that_no_document_holds_are_losses(tmp_path, form):
+    model = kv.Model(form)
+    model.new("A", line=(1, 2, 3), rotation=(4, 0, 0))
+    path = tmp_path / "model"
+    model.save_as(path, to=form)
+    before = path.read_bytes()
+    for rotation in ((4, 5, 0), (4, 0, float("nan"))):
+        model["A"].rotation = rotation
+        lost = 'number 1 "A": rotation about y and z is lost'
+        assert lost in model.losses()
+        writes = (
+            model.save,
+            model.to_bytes,
+            lambda: model.save_as(tmp_path / "other", to=form),
+            lambda: model.write(tmp_path / "other", to=form),
+        )
+        for write in writes:
+            with pytest.raises(kv.LossError) as caught:
+                write()
+            assert lost in caught.value.losses
+    assert path.read_bytes() == before and not (tmp_path / "other").exists()
+    model.save(lossy=True)
+    assert kv.open(path, form=form if form in ("csv", "json") else None)[1].rotation == (4, 0, 0)

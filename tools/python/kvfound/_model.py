@@ -26,6 +26,7 @@ from typing import (
 
 from . import _core
 from ._differences import Differences, Path, warn
+from ._errors import LossError
 from ._findings import Finding, Findings
 from ._tables import Tables
 
@@ -242,6 +243,7 @@ class Model(Tables):
             raise ValueError("the model came from no file; save_as() takes a path")
         existing = "overwrite" if overwrite else "own"
         shown = self._state.shown_path
+        self._require_stored(self.form, lossy)
         _core.save(
             self._state, self._foundations, path, shown, self.form, None, None, existing, lossy
         )
@@ -272,6 +274,7 @@ class Model(Tables):
             raise ValueError("existing: only refuse, replace or update")
         _check_marks(separator, decimal)
         shown = os.fsencode(path)
+        self._require_stored(form, lossy)
         _core.save(
             self._state,
             self._foundations,
@@ -295,6 +298,7 @@ class Model(Tables):
         """The document as :meth:`save_as` would write it; ``to`` may be "kvml", too."""
         form = self.form if to is None else to
         _check_marks(separator, decimal)
+        self._require_stored(form, lossy)
         return _core.render(self._state, self._foundations, form, separator, decimal, lossy)
 
     def write(
@@ -325,7 +329,24 @@ class Model(Tables):
 
     def losses(self, to: Optional[str] = None) -> Tuple[str, ...]:
         """What would be lost in a document of this form (its own when left out), a line each."""
-        return _core.list_losses(self._state, self._foundations, self.form if to is None else to)
+        form = self.form if to is None else to
+        return _core.list_losses(self._state, self._foundations, form) + self._list_unstored()
+
+    def _list_unstored(self) -> Tuple[str, ...]:
+        """What no form has a place for, so that the core cannot miss it when it reads again."""
+        rotations = ((one, one.rotation) for one in self._foundations.foundations)
+        return tuple(
+            f'number {one.number} "{one.name}": rotation about y and z is lost'
+            for one, rotation in rotations
+            if rotation is not None and (rotation[1] != 0 or rotation[2] != 0)
+        )
+
+    def _require_stored(self, form: str, lossy: bool) -> None:
+        if lossy or not self._list_unstored():
+            return
+        losses = self.losses(form)
+        more = f", and {len(losses) - 1} more" if len(losses) > 1 else ""
+        raise LossError(f"something would be lost: {losses[0]}{more}", losses)
 
     def _choose_form(self, path: Path, to: Optional[str]) -> str:
         if to is not None:
