@@ -474,6 +474,19 @@ def test_new_models_of_every_form(tmp_path):
         kv.Model("kvml")
 
 
+def test_a_path_for_a_listing_gets_one(tmp_path):
+    model = kv.Model()
+    model.new("A", area=(1, 2, 3))
+    path = tmp_path / "model.kvml"
+    with pytest.raises(ValueError, match="only written"):
+        model.save_as(path)
+    assert not path.exists()
+    model.write(path, lossy=True)
+    assert b"<Kvml" in path.read_bytes()
+    model.write(path, to="legacy", replace=True)
+    assert len(kv.open(path)) == 1
+
+
 def test_what_cannot_be_written_to_or_with_is_named(tmp_path):
     model = kv.Model("csv")
     for target in (5, None):

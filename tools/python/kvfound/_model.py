@@ -60,7 +60,8 @@ class Model(Tables):
     else the document holds stays as it is, byte for byte, when it is saved.
 
     ``model["Raft"]`` is the first foundation of this name, ``model[3]`` the first with this
-    *number*; by index they are in ``model.foundations``. Iterating gives the foundations.
+    *number*; by index they are in ``model.foundations``. Iterating gives the foundations. A model
+    equals itself only; :meth:`diff` compares what two hold.
 
     An operation that raises has changed nothing. Reading, checking, comparing and writing let other
     threads run; they work on the foundations as these were at the start.
@@ -261,7 +262,7 @@ class Model(Tables):
         """Save it to another file, which it stands for from then on.
 
         ``to`` is the form; when left out, that of a path that ends with .csv or .json, else its
-        own. In its own form all else that the document holds comes along. ``existing`` tells what
+        own (ValueError for .kvml, a listing, which write() makes). In its own form all else that the document holds comes along. ``existing`` tells what
         happens to a file that is there: "refuse" raises FileExistsError, "replace" replaces it,
         "update" changes only the foundations of the document of that form that it holds. In csv,
         ``separator`` is "," ";" or a tab, and ``decimal`` "." or ",". Raises what :meth:`save`
@@ -313,6 +314,8 @@ class Model(Tables):
     ) -> None:
         """Write a copy to a file or a binary file object; the model keeps its own file.
 
+        ``to`` may be "kvml", too, and is where a path ends with .kvml.
+
         Raises what :meth:`save_as` does; FileExistsError for a file that is there unless
         ``replace``; TypeError for a file object in text mode.
         """
@@ -354,6 +357,8 @@ class Model(Tables):
         ending = os.path.splitext(os.fsdecode(path))[1].lower()
         if ending in _ENDINGS:
             return _ENDINGS[ending]
+        if ending == ".kvml":
+            return "kvml"
         if self.form in _ENDINGS.values() and ending:
             raise ValueError(f"the path ends with {ending}; tell which form is wanted, as in to=\"legacy\"")
         return self.form
