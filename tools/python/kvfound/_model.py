@@ -237,7 +237,8 @@ class Model(Tables):
         LossError when the form of the document cannot store something, unless ``lossy``;
         ChangedError when another program changed the file meanwhile, unless ``overwrite``;
         DocumentError when the result could not be read again or a new number or name is taken;
-        OSError; ValueError for a model that came from no file.
+        OSError; ValueError for a model that came from no file; RuntimeError while another thread
+        saves it.
         """
         path = self._state.path
         if path is None:
@@ -262,10 +263,11 @@ class Model(Tables):
         """Save it to another file, which it stands for from then on.
 
         ``to`` is the form; when left out, that of a path that ends with .csv or .json, else its
-        own (ValueError for .kvml, a listing, which write() makes). In its own form all else that the document holds comes along. ``existing`` tells what
-        happens to a file that is there: "refuse" raises FileExistsError, "replace" replaces it,
-        "update" changes only the foundations of the document of that form that it holds. In csv,
-        ``separator`` is "," ";" or a tab, and ``decimal`` "." or ",". Raises what :meth:`save`
+        own (ValueError for .kvml, a listing, which write() makes). In its own form all else that
+        the document holds comes along. ``existing`` tells what happens to a file that is there:
+        "refuse" raises FileExistsError, "replace" replaces it, "update" changes only the
+        foundations of the document of that form that it holds. In csv, ``separator`` is "," ";" or
+        a tab, and ``decimal`` "." or ",". Raises what :meth:`save`
         does, and LossError also for what was skipped on reading and another form does not get.
         """
         form = self._choose_form(path, to)
@@ -436,13 +438,16 @@ class Model(Tables):
         if on_clash not in _CLASHES:
             raise ValueError(f"on_clash: only {', '.join(_CLASHES[:-1])} or {_CLASHES[-1]}")
         models = [_open_other(one) for one in (other, *others)]
+        unstored = tuple(lost for model in models for lost in model._list_unstored())
+        if unstored and not lossy:
+            raise LossError(f"something would be lost: {unstored[0]}", unstored)
         pairs = [(model._state, model._foundations) for model in models]
         added, changed, left_out, losses, notes = _core.merge(
             self._state, self._foundations, pairs, on_clash, lossy
         )
         for note in notes:
             warn(note)
-        return Merged(added, changed, left_out, losses)
+        return Merged(added, changed, left_out, losses + unstored)
 
     def prune(
         self,
