@@ -1,6 +1,8 @@
 """Findings tell file, line, column and sentence, and which foundation they are about."""
 
+import copy
 import json
+import pickle
 
 import kvfound as kv
 import pytest
@@ -54,6 +56,18 @@ def test_programs_read_json_and_sarif(tmp_path):
     sarif = json.loads(first.to_sarif())
     assert sarif["version"] == "2.1.0"
     assert [r["ruleId"] for r in sarif["runs"][0]["results"]] == ["negative-value", "same-number"]
+
+
+def test_findings_are_copied_and_added():
+    findings = kv.open(MODEL).check()
+    assert copy.copy(findings) == copy.deepcopy(findings) == findings
+    assert copy.deepcopy(findings).to_json() == findings.to_json()
+    assert pickle.loads(pickle.dumps(list(findings))) == findings
+    with pytest.raises(TypeError, match=r"pickle list\(findings\)"):
+        pickle.dumps(findings)
+    for other in ([], None):
+        with pytest.raises(TypeError):
+            findings + other
 
 
 def test_seeds_are_checked(seeds):

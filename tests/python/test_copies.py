@@ -151,3 +151,11 @@ def test_what_is_no_class_of_foundations_is_refused():
 
 def test_a_pickle_is_read_by_its_public_names():
     assert b"kvfound\nFoundation\n" in pickle.dumps(Foundation(), 0)
+
+
+def test_models_and_managers_equal_themselves_only(examples):
+    model = kv.open(examples / "model.xml")
+    other = copy.copy(model)
+    assert model == model != other and not model.diff(other)
+    assert model.foundations == model.foundations != other.foundations
+    assert len({model, other, model.foundations, other.foundations}) == 4

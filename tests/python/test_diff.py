@@ -1,6 +1,8 @@
 """Two models are compared as they are at the moment."""
 
+import copy
 import json
+import pickle
 import warnings
 
 import pytest
@@ -106,3 +108,38 @@ def test_what_was_compared_stays_as_it_was():
 
     assert differences[0].second.area == (0, 0, 5)
     assert "5" in differences.to_json()
+
+
+def test_another_current_foundation_is_told():
+    other = kv.open(MODEL)
+    other.current = None if other.current else other["A"]
+    differences = kv.diff(MODEL, other)
+    assert differences and len(differences) == 0
+    assert repr(differences) == "<Differences: 0, and which one is current>"
+    assert str(differences) == 'current: number 1 "A" -> none'
+    assert str(kv.diff(MODEL, MODEL)) == "" and repr(kv.diff(MODEL, MODEL)) == "<Differences: 0>"
+
+
+def test_differences_are_compared_and_copied_by_value():
+    other = kv.open(MODEL)
+    other["A"].area = (7, 7, 7)
+    differences = kv.diff(MODEL, other)
+    assert differences == kv.diff(MODEL, other)
+    assert differences != kv.diff(MODEL, MODEL)
+    assert copy.copy(differences) == copy.deepcopy(differences) == differences
+    assert copy.deepcopy(differences)[0].first is not differences[0].first
+    assert copy.copy(differences).to_json() == differences.to_json()
+    assert pickle.loads(pickle.dumps(list(differences))) == list(differences)
+    with pytest.raises(TypeError, match=r"pickle list\(differences\)"):
+        pickle.dumps(differences)
+    with pytest.raises(TypeError, match="unhashable"):
+        hash(differences)
+
+
+def test_differences_in_foundations_of_other_names_are_not_equal():
+    model = kv.Model()
+    model.new("A"), model.new("B")
+    without_a, without_b = copy.copy(model), copy.copy(model)
+    without_a.remove("A")
+    without_b.remove("B")
+    assert model.diff(without_a) == model.diff(without_a) != model.diff(without_b)

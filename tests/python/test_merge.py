@@ -74,8 +74,9 @@ def test_names_that_are_taken_can_be_changed():
     model.merge(make_table(b"8,A,1,2,3\n"), on_clash="rename")
 
     assert model[8].name != "A" and model["A"].number == 1
-    with pytest.raises(ValueError, match="on_clash"):
-        model.merge(MODEL, on_clash="x")
+    for no_way in ("x", None):
+        with pytest.raises(ValueError, match="on_clash"):
+            model.merge(MODEL, on_clash=no_way)
 
 
 def test_losses_are_refused():
@@ -95,3 +96,16 @@ def test_units_are_compared():
     with pytest.warns(kv.UnitWarning):
         model.merge(kv.open(b"#units,kN,m\nnumber,name\n7,N\n", form="csv"))
     assert model["N"].number == 7
+
+
+def test_rotations_that_no_document_holds_are_losses():
+    other = kv.Model()
+    other.new("R", number=7, line=(1, 2, 3), rotation=(4, 5, 0))
+    model = kv.open(MODEL)
+    count = len(model)
+    with pytest.raises(kv.LossError, match="rotation about y and z") as caught:
+        model.merge(other)
+    assert len(model) == count and len(caught.value.losses) == 1
+    merged = model.merge(other, lossy=True)
+    assert merged.losses == caught.value.losses
+    assert merged.added[0].rotation == (4, 0, 0)

@@ -109,6 +109,20 @@ def test_selections(model):
         names(part="x")
     with pytest.raises(TypeError):
         names(name=3)
+    with pytest.raises(TypeError, match="^numbers: .* not float$"):
+        names([2.7])
+
+
+def test_what_counts_as_a_number_does_so_everywhere(model):
+    class Two:
+        def __index__(self):
+            return 2
+
+    assert Two() in model and model[Two()] is model.find(Two()) is model[2]
+    assert model.select(Two()) == model.select([Two()]) == [model[2]]
+    assert 2.0 not in model and None not in model
+    with pytest.raises(TypeError, match="^key: a name .* or a number .* is wanted, not slice$"):
+        model[1:3]
 
 
 def test_a_foundation_keeps_its_manager_but_not_the_model():
@@ -185,8 +199,9 @@ def test_units_are_converted_exactly():
         model.convert_units(("kN", "m"), ("N", "mm"))
     with pytest.raises(ValueError, match="there is no unit"):
         model.convert_units(("N", "mm"), ("N", "parsec"))
-    with pytest.raises((TypeError, ValueError)):
-        model.convert_units("kN", ("N", "m"))
+    for no_pair in ("kN", ("kN",), ("kN", "m", "s"), None, 5):
+        with pytest.raises(TypeError, match="^units: a tuple of force and length is wanted"):
+            model.convert_units(no_pair, ("N", "m"))
 
 
 def test_units_are_scaled_by_factors(model):

@@ -1,10 +1,12 @@
 """Documents are read from whatever holds them, or refused with a place and a reason."""
 
 import errno
+import inspect
 import io
 import mmap
 import os
 import pathlib
+import pickle
 import threading
 
 import pytest
@@ -264,3 +266,10 @@ def test_threads_read_the_same_file(examples):
     for thread in threads:
         thread.join()
     assert results == [12] * 8
+
+
+def test_open_is_known_by_its_name(examples):
+    assert pickle.loads(pickle.dumps(kv.open)) is kv.open
+    assert str(inspect.signature(kv.open)).startswith("(source")
+    with pytest.raises(TypeError, match=r"^open\(\) takes 1 positional argument"):
+        kv.open(examples / "model.xml", "r")

@@ -1,5 +1,6 @@
 """Generated and unused foundations are removed as the program removes them."""
 
+import copy
 import gc
 
 import pytest
@@ -91,10 +92,31 @@ def test_lists_that_fit_nothing_are_refused(model):
         model.prune()
     with pytest.raises(TypeError):
         model.prune(used_by="A")
-    with pytest.raises(ValueError, match="line feed"):
-        model.prune(used_by=["A\nB"])
+    for none in (["A\nB"], [""], ["3"], [-1], [kv.Foundation("A")]):
+        with pytest.raises(ValueError, match="none of the foundations"):
+            model.prune(used_by=none)
+    for no_number in (3.0, None, b"A"):
+        with pytest.raises(TypeError, match="^used_by: a name, a number or a Foundation is wanted"):
+            model.prune(used_by=["A", no_number])
     assert len(model) == 4
     model.prune(used_by=["A", "X"], ignore_missing=True)
+    assert tell(model) == [(1, "A")]
+
+
+def test_names_are_no_numbers(model):
+    model["A"].name = "4"
+    assert [f.number for f in copy.copy(model).prune(used_by=["4"])] == [2, 3, 4]
+    assert [f.number for f in model.prune(used_by=[4])] == [1, 2, 3]
+
+
+def test_foundations_of_another_model_are_missing(model):
+    other = copy.copy(model)
+    with pytest.raises(ValueError, match="none of the foundations"):
+        model.prune(used_by=list(other))
+    with pytest.raises(ValueError, match="there is no foundation Foundation"):
+        model.prune(used_by=[model["A"], other["B"]])
+    assert len(model) == 4
+    model.prune(used_by=[model["A"], other["B"]], ignore_missing=True)
     assert tell(model) == [(1, "A")]
 
 

@@ -470,8 +470,33 @@ def test_new_models_of_every_form(tmp_path):
         assert saved["A"].area == (1, 2, 3)
     with pytest.raises(ValueError, match="there is no form"):
         kv.Model("xml")
-    with pytest.raises(ValueError):
+    with pytest.raises(ValueError, match="only written"):
         kv.Model("kvml")
+
+
+def test_a_path_for_a_listing_gets_one(tmp_path):
+    model = kv.Model()
+    model.new("A", area=(1, 2, 3))
+    path = tmp_path / "model.kvml"
+    with pytest.raises(ValueError, match="only written"):
+        model.save_as(path)
+    assert not path.exists()
+    model.write(path, lossy=True)
+    assert b"<Kvml" in path.read_bytes()
+    model.write(path, to="legacy", replace=True)
+    assert len(kv.open(path)) == 1
+
+
+def test_what_cannot_be_written_to_or_with_is_named(tmp_path):
+    model = kv.Model("csv")
+    for target in (5, None):
+        with pytest.raises(TypeError, match="^target: a path or a binary file object is wanted"):
+            model.write(target)
+    for wrong, told in (("|", "separator"), ("", "separator"), (" ", "decimal"), ("", "decimal")):
+        for write in (model.to_bytes, lambda **marks: model.save_as(tmp_path / "x.csv", **marks)):
+            with pytest.raises(ValueError, match=f"^{told}: only"):
+                write(**{told: wrong})
+    assert not list(tmp_path.iterdir())
 
 
 def test_saving_goes_on_while_other_threads_change_the_model(tmp_path):
@@ -563,3 +588,29 @@ def test_two_threads_do_not_save_one_model_at_once(path):
         thread.join()
     assert set(errors) <= {"another thread saves the model at this moment"}
     assert path.read_bytes() == MODEL
+
+
+@pytest.mark.parametrize("form", ["legacy", "exchange", "exchange-1.0", "csv", "json"])
+def test_rotations_that_no_document_holds_are_losses(tmp_path, form):
+    model = kv.Model(form)
+    model.new("A", line=(1, 2, 3), rotation=(4, 0, 0))
+    path = tmp_path / "model"
+    model.save_as(path, to=form)
+    before = path.read_bytes()
+    for rotation in ((4, 5, 0), (4, 0, float("nan"))):
+        model["A"].rotation = rotation
+        lost = 'number 1 "A": rotation about y and z is lost'
+        assert lost in model.losses()
+        writes = (
+            model.save,
+            model.to_bytes,
+            lambda: model.save_as(tmp_path / "other", to=form),
+            lambda: model.write(tmp_path / "other", to=form),
+        )
+        for write in writes:
+            with pytest.raises(kv.LossError) as caught:
+                write()
+            assert lost in caught.value.losses
+    assert path.read_bytes() == before and not (tmp_path / "other").exists()
+    model.save(lossy=True)
+    assert kv.open(path, form=form if form in ("csv", "json") else None)[1].rotation == (4, 0, 0)

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import os
 import warnings
-from typing import Any, List, NamedTuple, Optional, Sequence, Tuple, Union, overload
+from typing import Any, Dict, List, NamedTuple, Optional, Sequence, Tuple, Union, overload
 
 from . import _core
 
@@ -54,7 +54,8 @@ class Differences(Sequence[Difference]):
     """How two models differed when they were compared. True when they did.
 
     ``current`` holds copies of both current foundations where these differ, else ``None``.
-    ``is_complete`` is false when not everything of both documents could be read.
+    ``is_complete`` is false when not everything of both documents could be read. Two are equal when
+    all of this is. Copies are of their own; pickle ``list(differences)``.
     """
 
     __slots__ = ("_comparison", "_differences", "current", "is_complete")
@@ -85,11 +86,39 @@ class Differences(Sequence[Difference]):
     def __bool__(self) -> bool:
         return bool(self._differences) or self.current is not None
 
+    def __eq__(self, other: object) -> bool:
+        if not isinstance(other, Differences):
+            return NotImplemented
+        return self._tell() == other._tell()
+
+    __hash__ = None  # type: ignore[assignment]
+
+    def _tell(self) -> Tuple[Any, ...]:
+        told = [(_tell(one.first), _tell(one.second), one.fields) for one in self]
+        current = None if self.current is None else tuple(map(_tell, self.current))
+        return told, current, self.is_complete
+
+    def __copy__(self) -> Differences:
+        return Differences(self._comparison)
+
+    def __deepcopy__(self, memo: Dict[int, Any]) -> Differences:
+        return Differences(self._comparison)  # whose foundations are copies
+
+    def __reduce__(self) -> Tuple[Any, ...]:
+        raise TypeError("Differences cannot be pickled; pickle list(differences)")
+
     def __repr__(self) -> str:
-        return f"<Differences: {len(self)}>"
+        current = "" if self.current is None else ", and which one is current"
+        return f"<Differences: {len(self)}{current}>"
 
     def __str__(self) -> str:
-        return "\n".join(map(str, self))
+        lines = [str(difference) for difference in self]
+        if self.current is not None:
+            first, second = (
+                "none" if one is None else f'number {one.number} "{one.name}"' for one in self.current
+            )
+            lines.append(f"current: {first} -> {second}")
+        return "\n".join(lines)
 
     def to_json(self) -> str:
         """What ``kvfound diff --format json`` prints."""
@@ -102,6 +131,11 @@ class Differences(Sequence[Difference]):
     def report(self, path: Path) -> None:
         """Write the page to a file, which may replace an older page only (else FileExistsError)."""
         _core.write_page(os.fsencode(path), self.to_html())
+
+
+def _tell(foundation: Optional[_core.Foundation]) -> Any:
+    """What makes a foundation, with name and number, which its own equality leaves out."""
+    return None if foundation is None else (foundation.number, foundation.name, foundation)
 
 
 def warn(note: str, level: int = 3) -> None:

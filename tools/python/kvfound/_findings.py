@@ -2,7 +2,8 @@
 
 from __future__ import annotations
 
-from typing import Dict, Iterable, List, NamedTuple, Optional, Sequence, Union, overload
+import copy
+from typing import Any, Dict, Iterable, List, NamedTuple, Optional, Sequence, Tuple, Union, overload
 
 from . import _core
 
@@ -32,7 +33,10 @@ class Finding(NamedTuple):
 
 
 class Findings(Sequence[Finding]):
-    """The findings of a document, in its order. True when there are any."""
+    """The findings of a document, in its order. True when there are any.
+
+    Copies are of their own; pickle ``list(findings)``, which holds all but the documents.
+    """
 
     __slots__ = ("_checked", "_findings")
 
@@ -53,6 +57,8 @@ class Findings(Sequence[Finding]):
         return len(self._findings)
 
     def __add__(self, other: Findings) -> Findings:
+        if not isinstance(other, Findings):
+            return NotImplemented
         return Findings([*self, *other], [*self._checked, *other._checked])
 
     def __eq__(self, other: object) -> bool:
@@ -63,6 +69,15 @@ class Findings(Sequence[Finding]):
         return NotImplemented
 
     __hash__ = None  # type: ignore[assignment]
+
+    def __copy__(self) -> Findings:
+        return Findings(self._findings, self._checked)
+
+    def __deepcopy__(self, memo: Dict[int, Any]) -> Findings:
+        return Findings(copy.deepcopy(self._findings, memo), self._checked)
+
+    def __reduce__(self) -> Tuple[Any, ...]:
+        raise TypeError("Findings cannot be pickled; pickle list(findings)")
 
     def __repr__(self) -> str:
         return f"<Findings: {len(self)}>"

@@ -11,12 +11,14 @@ from typing import (
     IO,
     Any,
     Callable,
+    Dict,
     Iterable,
     Iterator,
     List,
     NamedTuple,
     Optional,
-    Sequence,
+    Set,
+    SupportsIndex,
     Tuple,
     Type,
     Union,
@@ -24,15 +26,17 @@ from typing import (
 
 from . import _core
 from ._differences import Differences, Path, warn
+from ._errors import LossError
 from ._findings import Finding, Findings
 from ._tables import Tables
 
 Units = Tuple[str, str]
-Key = Union[str, int]
+Key = Union[str, SupportsIndex]  # int, and what counts as one, as of numpy
 Source = Union[str, "os.PathLike[str]", "os.PathLike[bytes]", bytes, bytearray, memoryview, IO[bytes]]
 
 _MOST_ROWS = 60  # of the table in a notebook
 _ENDINGS = {".csv": "csv", ".json": "json"}
+_CLASHES = ("refuse", "rename", "renumber", "skip", "replace")
 
 
 class Merged(NamedTuple):
@@ -56,7 +60,8 @@ class Model(Tables):
     else the document holds stays as it is, byte for byte, when it is saved.
 
     ``model["Raft"]`` is the first foundation of this name, ``model[3]`` the first with this
-    *number*; by index they are in ``model.foundations``. Iterating gives the foundations.
+    *number*; by index they are in ``model.foundations``. Iterating gives the foundations. A model
+    equals itself only; :meth:`diff` compares what two hold.
 
     An operation that raises has changed nothing. Reading, checking, comparing and writing let other
     threads run; they work on the foundations as these were at the start.
@@ -68,6 +73,8 @@ class Model(Tables):
     _foundations: _core.FoundationManager
 
     def __init__(self, form: str = "legacy") -> None:
+        if form == "kvml":
+            raise ValueError("a Kvml listing is only written; to_bytes() and write() do")
         content = _core.make_empty(form)
         reading = form if form in _ENDINGS.values() else None
         version = "1.0" if form == "exchange-1.0" else None
@@ -150,7 +157,7 @@ class Model(Tables):
         """Whether this name, this number or this very foundation is in it."""
         if isinstance(key, _core.Foundation):
             return key in self._foundations
-        return isinstance(key, (str, int)) and self.find(key) is not None
+        return isinstance(key, (str, SupportsIndex)) and self.find(key) is not None
 
     def __getitem__(self, key: Key) -> _core.Foundation:
         """The first foundation of this name (str) or with this number (int); else KeyError."""
@@ -163,7 +170,7 @@ class Model(Tables):
         """The first foundation of this name (str) or with this number (int), or None."""
         if isinstance(key, str):
             return _core.find_name(self._foundations, key)
-        number = operator.index(key)
+        number = _take_number(key, "key: a name (str) or a number (int)")
         is_possible = -(2**31) <= number < 2**31
         return _core.find_number(self._foundations, number) if is_possible else None
 
@@ -230,13 +237,15 @@ class Model(Tables):
         LossError when the form of the document cannot store something, unless ``lossy``;
         ChangedError when another program changed the file meanwhile, unless ``overwrite``;
         DocumentError when the result could not be read again or a new number or name is taken;
-        OSError; ValueError for a model that came from no file.
+        OSError; ValueError for a model that came from no file; RuntimeError while another thread
+        saves it.
         """
         path = self._state.path
         if path is None:
             raise ValueError("the model came from no file; save_as() takes a path")
         existing = "overwrite" if overwrite else "own"
         shown = self._state.shown_path
+        self._require_stored(self.form, lossy)
         _core.save(
             self._state, self._foundations, path, shown, self.form, None, None, existing, lossy
         )
@@ -254,10 +263,11 @@ class Model(Tables):
         """Save it to another file, which it stands for from then on.
 
         ``to`` is the form; when left out, that of a path that ends with .csv or .json, else its
-        own. In its own form all else that the document holds comes along. ``existing`` tells what
-        happens to a file that is there: "refuse" raises FileExistsError, "replace" replaces it,
-        "update" changes only the foundations of the document of that form that it holds. In csv,
-        ``separator`` is "," ";" or a tab, and ``decimal`` "." or ",". Raises what :meth:`save`
+        own (ValueError for .kvml, a listing, which write() makes). In its own form all else that
+        the document holds comes along. ``existing`` tells what happens to a file that is there:
+        "refuse" raises FileExistsError, "replace" replaces it, "update" changes only the
+        foundations of the document of that form that it holds. In csv, ``separator`` is "," ";" or
+        a tab, and ``decimal`` "." or ",". Raises what :meth:`save`
         does, and LossError also for what was skipped on reading and another form does not get.
         """
         form = self._choose_form(path, to)
@@ -265,7 +275,9 @@ class Model(Tables):
             raise ValueError("a Kvml listing is only written; write() does")
         if existing not in ("refuse", "replace", "update"):
             raise ValueError("existing: only refuse, replace or update")
+        _check_marks(separator, decimal)
         shown = os.fsencode(path)
+        self._require_stored(form, lossy)
         _core.save(
             self._state,
             self._foundations,
@@ -288,6 +300,8 @@ class Model(Tables):
     ) -> bytes:
         """The document as :meth:`save_as` would write it; ``to`` may be "kvml", too."""
         form = self.form if to is None else to
+        _check_marks(separator, decimal)
+        self._require_stored(form, lossy)
         return _core.render(self._state, self._foundations, form, separator, decimal, lossy)
 
     def write(
@@ -302,6 +316,8 @@ class Model(Tables):
     ) -> None:
         """Write a copy to a file or a binary file object; the model keeps its own file.
 
+        ``to`` may be "kvml", too, and is where a path ends with .kvml.
+
         Raises what :meth:`save_as` does; FileExistsError for a file that is there unless
         ``replace``; TypeError for a file object in text mode.
         """
@@ -310,12 +326,32 @@ class Model(Tables):
             content = self.to_bytes(self._choose_form(target, to), **options)  # type: ignore[arg-type]
             _core.write_file(os.path.abspath(os.fsencode(target)), content, replace)
             return
+        if not hasattr(target, "write"):
+            kind = type(target).__name__
+            raise TypeError(f"target: a path or a binary file object is wanted, not {kind}")
         target.write(b"")  # which a file in text mode refuses, before anything is made
         target.write(self.to_bytes(to, **options))  # type: ignore[arg-type]
 
     def losses(self, to: Optional[str] = None) -> Tuple[str, ...]:
         """What would be lost in a document of this form (its own when left out), a line each."""
-        return _core.list_losses(self._state, self._foundations, self.form if to is None else to)
+        form = self.form if to is None else to
+        return _core.list_losses(self._state, self._foundations, form) + self._list_unstored()
+
+    def _list_unstored(self) -> Tuple[str, ...]:
+        """What no form has a place for, so that the core cannot miss it when it reads again."""
+        rotations = ((one, one.rotation) for one in self._foundations.foundations)
+        return tuple(
+            f'number {one.number} "{one.name}": rotation about y and z is lost'
+            for one, rotation in rotations
+            if rotation is not None and (rotation[1] != 0 or rotation[2] != 0)
+        )
+
+    def _require_stored(self, form: str, lossy: bool) -> None:
+        if lossy or not self._list_unstored():
+            return
+        losses = self.losses(form)
+        more = f", and {len(losses) - 1} more" if len(losses) > 1 else ""
+        raise LossError(f"something would be lost: {losses[0]}{more}", losses)
 
     def _choose_form(self, path: Path, to: Optional[str]) -> str:
         if to is not None:
@@ -323,6 +359,8 @@ class Model(Tables):
         ending = os.path.splitext(os.fsdecode(path))[1].lower()
         if ending in _ENDINGS:
             return _ENDINGS[ending]
+        if ending == ".kvml":
+            return "kvml"
         if self.form in _ENDINGS.values() and ending:
             raise ValueError(f"the path ends with {ending}; tell which form is wanted, as in to=\"legacy\"")
         return self.form
@@ -397,14 +435,19 @@ class Model(Tables):
         the other. Raises LossError where this form has no place for something, unless ``lossy``.
         Warns with UnitWarning where units differ.
         """
+        if on_clash not in _CLASHES:
+            raise ValueError(f"on_clash: only {', '.join(_CLASHES[:-1])} or {_CLASHES[-1]}")
         models = [_open_other(one) for one in (other, *others)]
+        unstored = tuple(lost for model in models for lost in model._list_unstored())
+        if unstored and not lossy:
+            raise LossError(f"something would be lost: {unstored[0]}", unstored)
         pairs = [(model._state, model._foundations) for model in models]
         added, changed, left_out, losses, notes = _core.merge(
             self._state, self._foundations, pairs, on_clash, lossy
         )
         for note in notes:
             warn(note)
-        return Merged(added, changed, left_out, losses)
+        return Merged(added, changed, left_out, losses + unstored)
 
     def prune(
         self,
@@ -417,13 +460,15 @@ class Model(Tables):
         """Remove foundations that were generated or are not used, and return them.
 
         With ``generated`` alone all generated ones go, with ``used_by`` all that are not used, with
-        both the generated ones that are not used. ``used_by`` lists names, numbers or foundations,
-        or is a user, as ``foundations.add_user`` takes it; users that were added are asked as well,
-        and may do without it. Where generated ones go, the others are numbered 1, 2, 3, ... unless
-        ``keep_numbers``; those of an exchange document of version 1.0 always are.
+        both the generated ones that are not used. ``used_by`` lists names (str), numbers (int) or
+        foundations, or is a user, as ``foundations.add_user`` takes it; users that were added are
+        asked as well, and may do without it. An empty list uses nothing. Where generated ones go,
+        the others are numbered 1, 2, 3, ... unless ``keep_numbers``; those of an exchange document
+        of version 1.0 always are.
 
-        Raises ValueError where nothing tells what to prune, and where the list names none of the
-        foundations, or one that is missing, unless ``ignore_missing``.
+        Raises ValueError where nothing tells what to prune, where the list names none of the
+        foundations, and where it names one that is missing, such as a foundation of another model,
+        unless ``ignore_missing``.
         """
         users = self._foundations.users
         if used_by is None and not generated and not users:
@@ -436,19 +481,19 @@ class Model(Tables):
             )
         if callable(used_by) or hasattr(used_by, "uses_foundation"):
             user: Any = used_by
-            lines = None
         else:
-            user, lines = _split_used(used_by)
+            user = _find_used(self._foundations, used_by, ignore_missing)
         with _Using(self._foundations, user):
             return prune(
-                self._state, self._foundations, generated, asks, lines, ignore_missing, keep_numbers
+                self._state, self._foundations, generated, asks, None, ignore_missing, keep_numbers
             )
 
     def convert_units(self, old: Units, new: Units) -> None:
         """Convert all stiffness from units of force and length to others, exactly, by their names.
 
         Of force there are N, kN, MN, lbf and kip, of length m, dm, cm, mm, ft and in. A table or
-        data names the new ones from then on. Raises ValueError for other names, for units that are
+        data names the new ones from then on; a legacy model goes on to name the old ones, since
+        these names are its program's own. Raises ValueError for other names, for units that are
         not those of the document, and where something of it could not be read; OverflowError where
         a value would become too large, or zero.
         """
@@ -512,6 +557,11 @@ def open_model(
     return Model._adopt(*opened)
 
 
+# Its own name, in help(), in messages, and where pickles and other processes look for it.
+open_model.__name__ = open_model.__qualname__ = "open"
+open_model.__module__ = "kvfound"
+
+
 def diff(
     first: Union[Model, Source],
     second: Union[Model, Source],
@@ -559,13 +609,29 @@ def _read(source: Any) -> Tuple[bytes, bytes]:
     return bytes(content), shown
 
 
+def _take_number(number: Any, wanted: str) -> int:
+    try:
+        return operator.index(number)
+    except TypeError:
+        raise TypeError(f"{wanted} is wanted, not {type(number).__name__}") from None
+
+
 def _join(numbers: Union[None, str, int, Iterable[int]]) -> Optional[str]:
     """Numbers as a text such as "3,5-9"."""
     if numbers is None or isinstance(numbers, str):
         return numbers
-    if isinstance(numbers, int):
-        return str(int(numbers))
-    return ",".join(str(int(number)) for number in numbers)
+    wanted = "numbers: a text such as \"3,5-9\" or ints"
+    if isinstance(numbers, Iterable):
+        return ",".join(str(_take_number(number, wanted)) for number in numbers)
+    return str(_take_number(numbers, wanted))
+
+
+def _check_marks(separator: Optional[str], decimal: Optional[str]) -> None:
+    """Whether a table can be written with these."""
+    if isinstance(separator, str) and separator not in (",", ";", "\t"):
+        raise ValueError(f"separator: only ',', ';' or a tab, not {separator!r}")
+    if isinstance(decimal, str) and decimal not in (".", ","):
+        raise ValueError(f"decimal: only '.' or ',', not {decimal!r}")
 
 
 def _spell(number: Union[int, float, str]) -> str:
@@ -574,9 +640,11 @@ def _spell(number: Union[int, float, str]) -> str:
     return repr(number if isinstance(number, int) else float(number))
 
 
-def _check_units(units: Units) -> Units:
-    force, length = units
-    for unit in (force, length):
+def _check_units(units: Any) -> Units:
+    if isinstance(units, str) or not isinstance(units, Iterable) or len(told := tuple(units)) != 2:
+        raise TypeError('units: a tuple of force and length is wanted, such as ("kN", "m")')
+    force, length = told
+    for unit in told:
         if not isinstance(unit, str):
             raise TypeError(f"units: str is wanted, not {type(unit).__name__}")
         if set(unit) & set(",:"):
@@ -584,28 +652,39 @@ def _check_units(units: Units) -> Units:
     return force, length
 
 
-def _split_used(
-    used: Iterable[Union[Key, _core.Foundation]]
-) -> Tuple[Optional[Callable[[_core.Foundation], bool]], Optional[str]]:
-    """A user of the foundations that are listed, and the lines that name others."""
-    if isinstance(used, (str, bytes, int)):
+def _find_used(
+    foundations: _core.FoundationManager,
+    used: Iterable[Union[Key, _core.Foundation]],
+    ignore_missing: bool,
+) -> Callable[[_core.Foundation], bool]:
+    """A user of the foundations that are listed."""
+    if isinstance(used, (str, bytes, int)) or not isinstance(used, Iterable):
         raise TypeError("used_by: a list of names, numbers and foundations is wanted")
-    lines: List[str] = []
-    foundations: List[_core.Foundation] = []
-    for one in used:
+    wanted = list(used)
+    listed = foundations.foundations
+    names: Set[str] = set()
+    numbers: Set[int] = set()
+    held: Dict[int, _core.Foundation] = {}
+    for one in wanted:
         if isinstance(one, _core.Foundation):
-            foundations.append(one)
-            continue
-        line = one if isinstance(one, str) else str(int(one))
-        if "\n" in line:
-            raise ValueError("used_by: no name has a line feed")
-        lines.append(line)
-    held = {id(foundation) for foundation in foundations}
+            held[id(one)] = one
+        elif isinstance(one, str):
+            names.add(one)
+        else:
+            numbers.add(_take_number(one, "used_by: a name, a number or a Foundation"))
+    there = {id(one) for one in listed}
+    missing = [repr(one) for key, one in held.items() if key not in there]
+    missing += [f'"{name}"' for name in sorted(names - {one.name for one in listed})]
+    missing += [f"number {number}" for number in sorted(numbers - {one.number for one in listed})]
+    if wanted and len(missing) == len(held) + len(names) + len(numbers):
+        raise ValueError("none of the foundations is named; nothing was removed")
+    if missing and not ignore_missing:
+        raise ValueError(f"there is no foundation {missing[0]}")
 
-    def uses(foundation: _core.Foundation, _hold: Sequence[Any] = tuple(foundations)) -> bool:
-        return id(foundation) in held
-
-    return (uses if foundations else None), ("\n".join(lines) if lines or not foundations else None)
+    for one in listed:  # now, since pruning gives other numbers
+        if one.name in names or one.number in numbers:
+            held[id(one)] = one
+    return lambda foundation: id(foundation) in held
 
 
 class _Using:

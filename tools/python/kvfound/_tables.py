@@ -74,9 +74,10 @@ class Tables:
         ``table`` is a frame of pandas, a mapping of columns (arrays, lists) or an iterable of
         mappings, one a row. ``by`` is the column, "number" or "name", that tells which foundation
         a row is about; an index of that name does as well. Columns that are missing leave their
-        values alone, keys that a row lacks and rows that are missing likewise. With ``add``, rows about no foundation become new
-        ones at the end, without a name unless the table has one, and numbered on from the highest
-        number unless the table has numbers.
+        values alone, keys that a row lacks and rows that are missing likewise. With ``add``, rows
+        about no foundation become new ones at the end, without a name unless the table has one,
+        and numbered on from the highest number unless the table has numbers. Names and numbers
+        that another foundation has are taken over, as when they are set; saving refuses them.
 
         A stiffness that is None, NaN or missing to pandas is absent: a component of a vector of
         which another has a value counts as 0, and the vector goes when nothing is left of it. (So

@@ -25,7 +25,8 @@ def modify_value(failure: int, value: Any) -> Union[float, Any]:
     """A stiffness as it acts in a direction with this failure mode.
 
     1e-5 where it is positive and fails in compression, -1e-5 where it is negative and fails in
-    tension, otherwise the value itself. It is never 0, so that equations stay solvable.
+    tension, otherwise the value itself, be it 0. What fails is not 0, so that equations stay
+    solvable.
 
     A number gives a float, a numpy array of any shape an array of that shape. Raises TypeError for
     anything else.
