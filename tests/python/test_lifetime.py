@@ -461,6 +461,7 @@ def test_objects_of_all_kinds_may_outlive_the_interpreter():
 def test_an_interruption_ends_many_questions():
     ended = run(
         "import kvfound as kv, signal, threading, os, time\n"
+        "signal.signal(signal.SIGINT, signal.default_int_handler)  # a shell may have it ignored\n"
         "m = kv.FoundationManager(kv.Foundation() for _ in range(300_000))\n"
         "m.add_user([].__contains__)\n"
         "threading.Timer(0.05, lambda: os.kill(os.getpid(), signal.SIGINT)).start()\n"
