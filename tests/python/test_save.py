@@ -563,3 +563,56 @@ def test_two_threads_do_not_save_one_model_at_once(path):
         thread.join()
     assert set(errors) <= {"another thread saves the model at this moment"}
     assert path.read_bytes() == MODEL
+
+
+def start_saving(model, path):
+    """Saves in a thread to a pipe, which nobody reads; behind it that has begun."""
+
+    def save():
+        while True:
+            try:
+                model.save_as(path, existing="replace")
+                return
+            except RuntimeError:  # the other thread was at it
+                pass
+
+    os.mkfifo(path)
+    thread = threading.Thread(target=save)
+    thread.start()
+    while True:
+        try:
+            model.save_as(path.with_name("other"), to=model.form, existing="replace")
+        except RuntimeError as error:
+            assert "another thread saves" in str(error)
+            return thread
+
+
+@pytest.mark.skipif(not hasattr(os, "mkfifo"), reason="needs a pipe that a thread waits for")
+@pytest.mark.parametrize("by_hand", [False, True])
+def test_units_that_come_while_it_is_saved_stay(tmp_path, by_hand):
+    model = kv.Model("csv")
+    model.units = ("kN", "m")
+    model.new("A", area=(1e6, 2e6, 3e6))
+    thread = start_saving(model, tmp_path / "pipe.csv")
+    if by_hand:
+        model.units = ("N", "mm")
+        model["A"].area = (1, 2, 3)
+    else:
+        model.convert_units(("kN", "m"), ("N", "mm"))
+    written = kv.open((tmp_path / "pipe.csv").read_bytes(), form="csv")
+    thread.join()
+
+    assert written.units == ("kN", "m") and written["A"].area == (1e6, 2e6, 3e6)
+    assert model.units == ("N", "mm") and model["A"].area == (1, 2, 3)
+    model.save_as(tmp_path / "next.csv")
+    written = kv.open(tmp_path / "next.csv")
+    assert written.units == ("N", "mm") and written["A"].area == (1, 2, 3)
+
+
+def test_units_that_were_written_are_those_of_the_document(tmp_path):
+    model = kv.Model("csv")
+    model.units = ("kN", "m")
+    model.save_as(tmp_path / "table.csv")
+    assert model.units == ("kN", "m")
+    model.save_as(tmp_path / "model.xml", to="legacy")
+    assert model.units is None

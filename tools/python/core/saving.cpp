@@ -126,7 +126,9 @@ void settle(ModelState& state, const Snapshot& snapshot, const Origins::Watch& w
   }
   state.origins->reset(std::move(places));
   state.source = std::move(written.source);
-  state.units.reset();
+  // Units that were given meanwhile are not those that were written.
+  if (state.units == snapshot.units || !Documents::isSpreadsheet(state.source->form))
+    state.units.reset();
 }
 
 void save(ModelState& state, py::handle manager, const py::bytes& path, const py::bytes& shownPath,
