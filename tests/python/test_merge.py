@@ -1,5 +1,7 @@
 """Foundations of other models come into a model by the rules of the program."""
 
+import warnings
+
 import pytest
 
 import kvfound as kv
@@ -95,3 +97,21 @@ def test_units_are_compared():
     with pytest.warns(kv.UnitWarning):
         model.merge(kv.open(b"#units,kN,m\nnumber,name\n7,N\n", form="csv"))
     assert model["N"].number == 7
+
+
+def test_a_warning_that_is_an_error_comes_before_anything_changes():
+    model = kv.open(MODEL)
+    other = kv.open(b"#units,kN,m\nnumber,name,areaX\n1,A,9\n7,N,1\n", form="csv")
+    with warnings.catch_warnings():
+        warnings.simplefilter("error")
+        with pytest.raises(kv.UnitWarning):
+            model.merge(other)
+        with pytest.raises(kv.UnitWarning):
+            model.diff(other)
+    assert model.to_bytes() == MODEL and len(model) == 2
+
+
+def test_warnings_tell_the_line_that_merges():
+    with pytest.warns(kv.UnitWarning) as caught:
+        kv.open(MODEL).merge(kv.open(b"#units,kN,m\nnumber,name\n7,N\n", form="csv"))
+    assert caught[0].filename == __file__

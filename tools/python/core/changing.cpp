@@ -21,6 +21,8 @@
 #include "model.h"
 #include "selecting.h"
 #include "text.h"
+#include "threads.h"
+#include "users.h"
 
 namespace Python {
 namespace {
@@ -129,8 +131,9 @@ std::pair<std::vector<Foundation*>, std::vector<Foundation*>> apply(Merged& merg
   return touched;
 }
 
+/// `warn` is told of units before anything changes, since a warning may be made an error.
 py::tuple mergeInto(ModelState& state, py::handle manager, const py::list& others,
-                    const std::string& onClash, bool isLossy) {
+                    const std::string& onClash, bool isLossy, const py::object& warn) {
   ManagerObject& owner = toManager(manager, "manager");
   const Comparing::OnClash rule = toRule(onClash);
   std::vector<std::unique_ptr<Snapshot>> sources;
@@ -141,13 +144,14 @@ py::tuple mergeInto(ModelState& state, py::handle manager, const py::list& other
   const std::unique_ptr<Snapshot> snapshot = takeSnapshot(state, manager);
   const Origins::Watch watch(*state.origins, snapshot->listOriginals());
   Merged merged = runUnlocked([&] { return merge(*snapshot, sources, rule, isLossy); });
+  for (const std::string& note : merged.unitNotes) runCode([&] { warn(decode(note)); });
   const auto touched = apply(merged, *snapshot, watch, owner);
   const ManagerObject::Use use(owner);
   const auto giveAll = [&](const std::vector<Foundation*>& given) {
     return owner.giveAll([&]() -> const std::vector<Foundation*>& { return given; });
   };
   return py::make_tuple(giveAll(touched.first), giveAll(touched.second), toTuple(merged.leftOut),
-                        toTuple(merged.losses), toTuple(merged.unitNotes));
+                        toTuple(merged.losses));
 }
 
 // --- Pruning
@@ -169,21 +173,22 @@ class Numbering {
   std::unordered_map<const Foundation*, int> numbers;
 };
 
-/// Lets users of Python and a list decide together.
-class ListedUser {
+/// Lets a user decide together with those that were added, for as long as it lives.
+class PassingUser {
  public:
-  ListedUser(FoundationManager& asked, KeepList* used) : manager(asked), user(used) {
+  PassingUser(FoundationManager& asked, Found::FoundationUser* passing)
+      : manager(asked), user(passing) {
     if (user != nullptr) manager.addUser(user);
   }
-  ~ListedUser() {
+  ~PassingUser() {
     if (user != nullptr) manager.removeUser(user);
   }
-  ListedUser(const ListedUser&) = delete;
-  ListedUser& operator=(const ListedUser&) = delete;
+  PassingUser(const PassingUser&) = delete;
+  PassingUser& operator=(const PassingUser&) = delete;
 
  private:
   FoundationManager& manager;
-  KeepList* user;
+  Found::FoundationUser* user;
 };
 
 void requireMatches(KeepList& list, const FoundationManager& manager, bool ignoresMissing) {
@@ -196,8 +201,10 @@ void requireMatches(KeepList& list, const FoundationManager& manager, bool ignor
 }
 
 py::list prune(const ModelState& state, py::handle manager, bool isGenerated, bool asksUsers,
-               const py::object& lines, bool ignoresMissing, bool keepsNumbers) {
+               const py::object& user, const py::object& lines, bool ignoresMissing, bool keepsNumbers) {
   ManagerObject& owner = toManager(manager, "manager");
+  std::unique_ptr<User> asked;
+  if (!user.is_none()) asked = std::make_unique<User>(owner, user);
   std::unique_ptr<KeepList> list;
   if (!lines.is_none()) {
     const std::string text = encode(lines, "used_by");
@@ -209,7 +216,8 @@ py::list prune(const ModelState& state, py::handle manager, bool isGenerated, bo
   const Numbering numbering(owner.get());
   const bool hasNumbers = state.source->form != Documents::Form::firstExchange;
   return owner.prune([&](FoundationManager& pruned) {
-    const ListedUser user(pruned, list.get());
+    const PassingUser first(pruned, asked.get());
+    const PassingUser second(pruned, list.get());
     if (!asksUsers)
       pruned.removeAllGenerated();
     else if (isGenerated)
@@ -312,9 +320,9 @@ Selection toSelection(const py::object& numbers, const py::object& name, bool ge
 
 void bindChanging(py::module_& module) {
   module.def("merge", &mergeInto, py::arg("state"), py::arg("manager"), py::arg("others"),
-             py::arg("on_clash"), py::arg("lossy"));
+             py::arg("on_clash"), py::arg("lossy"), py::arg("warn"));
   module.def("prune", &prune, py::arg("state"), py::arg("manager"), py::arg("generated"),
-             py::arg("asks_users"), py::arg("lines"), py::arg("ignore_missing"),
+             py::arg("asks_users"), py::arg("user"), py::arg("lines"), py::arg("ignore_missing"),
              py::arg("keep_numbers"));
   module.def("convert_units", &convertUnits, py::arg("state"), py::arg("manager"), py::arg("units"),
              py::arg("force"), py::arg("length"));

@@ -298,12 +298,14 @@ def merge(
     others: List[Tuple[ModelState, FoundationManager]],
     on_clash: str,
     lossy: bool,
-) -> Tuple[List[Foundation], List[Foundation], _Texts, _Texts, _Texts]: ...
+    warn: Callable[[str], None],
+) -> Tuple[List[Foundation], List[Foundation], _Texts, _Texts]: ...
 def prune(
     state: ModelState,
     manager: FoundationManager,
     generated: bool,
     asks_users: bool,
+    user: object,
     lines: Optional[str],
     ignore_missing: bool,
     keep_numbers: bool,

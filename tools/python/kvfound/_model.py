@@ -399,12 +399,9 @@ class Model(Tables):
         """
         models = [_open_other(one) for one in (other, *others)]
         pairs = [(model._state, model._foundations) for model in models]
-        added, changed, left_out, losses, notes = _core.merge(
-            self._state, self._foundations, pairs, on_clash, lossy
+        return Merged(
+            *_core.merge(self._state, self._foundations, pairs, on_clash, lossy, warn)
         )
-        for note in notes:
-            warn(note)
-        return Merged(added, changed, left_out, losses)
 
     def prune(
         self,
@@ -429,20 +426,22 @@ class Model(Tables):
         if used_by is None and not generated and not users:
             raise ValueError("tell what to prune: generated=True, used_by=... or both")
         asks = used_by is not None or (bool(users) and not generated)
-        prune = _core.prune
-        if used_by is None:
-            return prune(
-                self._state, self._foundations, generated, asks, None, ignore_missing, keep_numbers
-            )
+        user: Any = None
+        lines = None
         if callable(used_by) or hasattr(used_by, "uses_foundation"):
-            user: Any = used_by
-            lines = None
-        else:
+            user = used_by
+        elif used_by is not None:
             user, lines = _split_used(used_by)
-        with _Using(self._foundations, user):
-            return prune(
-                self._state, self._foundations, generated, asks, lines, ignore_missing, keep_numbers
-            )
+        return _core.prune(
+            self._state,
+            self._foundations,
+            generated,
+            asks,
+            user,
+            lines,
+            ignore_missing,
+            keep_numbers,
+        )
 
     def convert_units(self, old: Units, new: Units) -> None:
         """Convert all stiffness from units of force and length to others, exactly, by their names.
@@ -606,22 +605,6 @@ def _split_used(
         return id(foundation) in held
 
     return (uses if foundations else None), ("\n".join(lines) if lines or not foundations else None)
-
-
-class _Using:
-    """Adds a user, if there is one, and removes it in the end."""
-
-    def __init__(self, foundations: _core.FoundationManager, user: Any) -> None:
-        self.foundations = foundations
-        self.user = user
-
-    def __enter__(self) -> None:
-        if self.user is not None:
-            self.foundations.add_user(self.user)
-
-    def __exit__(self, *_: object) -> None:
-        if self.user is not None:
-            self.foundations.remove_user(self.user)
 
 
 def _restore(cls: Type[Model], foundations: _core.FoundationManager, state: Any) -> Model:
