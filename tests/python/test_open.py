@@ -264,3 +264,28 @@ def test_threads_read_the_same_file(examples):
     for thread in threads:
         thread.join()
     assert results == [12] * 8
+
+
+def test_a_dash_is_the_name_of_a_file(tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    with pytest.raises(FileNotFoundError) as caught:
+        kv.open("-")
+    assert caught.value.filename == "-"
+    (tmp_path / "-").write_bytes(kv.Model().to_bytes())
+    model = kv.open("-")
+    assert model.path == tmp_path / "-"
+    model.new("A", area=(1, 2, 3))
+    model.save()
+    assert [f.name for f in kv.open("-")] == ["A"]
+
+
+def test_messages_call_a_file_as_it_was_called(tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    (tmp_path / "bad.xml").write_bytes(b"<SMOD>")
+    with pytest.raises(kv.DocumentError) as caught:
+        kv.open("bad.xml")
+    assert caught.value.filename == "bad.xml"
+    for name, error in [("none.xml", FileNotFoundError), ("", FileNotFoundError), (".", OSError)]:
+        with pytest.raises(error) as failed:
+            kv.open(name)
+        assert failed.value.filename == (name or None)
