@@ -151,3 +151,14 @@ def test_what_is_no_class_of_foundations_is_refused():
 
 def test_a_pickle_is_read_by_its_public_names():
     assert b"kvfound\nFoundation\n" in pickle.dumps(Foundation(), 0)
+
+
+def test_a_manager_is_of_one_model():
+    model = kv.Model()
+    model.new("A")
+    restore, state = model.__reduce__()
+    with pytest.raises(ValueError, match="another model"):
+        restore(*state)
+    both = copy.deepcopy([model, model.foundations, model["A"]])
+    assert both[0].foundations is both[1] and both[0]["A"] is both[2]
+    assert both[1] is not model.foundations
