@@ -616,3 +616,23 @@ def test_units_that_were_written_are_those_of_the_document(tmp_path):
     assert model.units == ("kN", "m")
     model.save_as(tmp_path / "model.xml", to="legacy")
     assert model.units is None
+
+
+class Wandering:
+    """A path that is another one each time."""
+
+    def __init__(self, folder):
+        self.paths = iter([folder / "first.xml", folder / "second.csv", folder / "third.json"])
+
+    def __fspath__(self):
+        return str(next(self.paths))
+
+
+@pytest.mark.parametrize("operation", ["save_as", "write", "report"])
+def test_a_path_is_asked_for_once(path, tmp_path, operation):
+    path = path.rename(tmp_path / "model")
+    getattr(kv.open(path), operation)(Wandering(tmp_path))
+
+    assert sorted(p.name for p in tmp_path.iterdir()) == ["first.xml", "model"]
+    if operation != "report":
+        assert (tmp_path / "first.xml").read_bytes() == MODEL

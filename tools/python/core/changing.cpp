@@ -292,8 +292,32 @@ py::object findName(py::handle manager, const py::object& name) {
   return owner.give([&] { return owner.get().findFoundation(wanted); });
 }
 
-int findFreeNumber(py::handle manager) {
-  return Numbers::findFree(toManager(manager, "manager").get());
+/// Adds one that nothing of the model may clash with, and numbers it unless it has a number. As one
+/// call, so that no other thread takes the number meanwhile.
+py::object addNew(py::handle manager, const py::object& given, bool hasNumber) {
+  ManagerObject& owner = toManager(manager, "manager");
+  Foundation& foundation = toFoundation(given, "foundation").get();
+  const int number = hasNumber ? foundation.getNumber() : Numbers::findFree(owner.get());
+  const auto fail = [](const py::object& key) {
+    throwValueError(std::string(py::repr(key)) + " is taken by another foundation");
+  };
+  if (owner.get().findFoundation(foundation.getName()) != nullptr)
+    fail(decode(foundation.getName()));
+  if (owner.get().findFoundation(number) != nullptr) fail(py::int_(number));
+  owner.add(given);
+  foundation.setNumber(number);
+  return given;
+}
+
+/// Adds one, with a free number unless it has one.
+py::object add(py::handle manager, const py::object& given) {
+  ManagerObject& owner = toManager(manager, "manager");
+  Foundation& foundation = toFoundation(given, "foundation").get();
+  const bool hasNumber = foundation.getNumber() >= 1;
+  const int number = hasNumber ? foundation.getNumber() : Numbers::findFree(owner.get());
+  owner.add(given);
+  foundation.setNumber(number);
+  return given;
 }
 
 }  // namespace
@@ -330,7 +354,8 @@ void bindChanging(py::module_& module) {
              py::arg("generated"), py::arg("part"));
   module.def("find_number", &findNumber, py::arg("manager"), py::arg("number"));
   module.def("find_name", &findName, py::arg("manager"), py::arg("name"));
-  module.def("find_free_number", &findFreeNumber, py::arg("manager"));
+  module.def("add_new", &addNew, py::arg("manager"), py::arg("foundation"), py::arg("has_number"));
+  module.def("add", &add, py::arg("manager"), py::arg("foundation"));
 }
 
 }  // namespace Python

@@ -192,25 +192,15 @@ class Model(Tables):
         ``values`` are those of :class:`Foundation`. Its number is one above the highest, unless
         ``number`` is given. Raises ValueError when another one has its name or number.
         """
-        if "number" not in values:
-            values["number"] = _core.find_free_number(self._foundations)
         made = _core.Foundation(name, **values)
-        keys: Tuple[Key, Key] = (made.name, made.number)
-        for key in keys:
-            if self.find(key) is not None:
-                raise ValueError(f"{key!r} is taken by another foundation")
-        self._foundations.add(made)
-        return made
+        return _core.add_new(self._foundations, made, "number" in values)
 
     def add(self, foundation: _core.Foundation) -> _core.Foundation:
         """Add a foundation that no manager has and return it.
 
         It gets a free number where its own is below 1. Raises ValueError when a manager has it.
         """
-        self._foundations.add(foundation)
-        if foundation.number < 1:
-            foundation.number = _core.find_free_number(self._foundations)
-        return foundation
+        return _core.add(self._foundations, foundation)
 
     def remove(self, foundation: Union[Key, _core.Foundation]) -> _core.Foundation:
         """Take a foundation out, by itself, its name or its number, and return it.
@@ -260,6 +250,7 @@ class Model(Tables):
         ``separator`` is "," ";" or a tab, and ``decimal`` "." or ",". Raises what :meth:`save`
         does, and LossError also for what was skipped on reading and another form does not get.
         """
+        path = os.fspath(path)  # once: it may tell another one each time
         form = self._choose_form(path, to)
         if form == "kvml":
             raise ValueError("a Kvml listing is only written; write() does")
@@ -307,6 +298,7 @@ class Model(Tables):
         """
         options = {"lossy": lossy, "separator": separator, "decimal": decimal}
         if isinstance(target, (str, bytes, os.PathLike)):
+            target = os.fspath(target)  # once: it may tell another one each time
             content = self.to_bytes(self._choose_form(target, to), **options)  # type: ignore[arg-type]
             _core.write_file(os.path.abspath(os.fsencode(target)), content, replace)
             return
