@@ -115,3 +115,18 @@ def test_warnings_tell_the_line_that_merges():
     with pytest.warns(kv.UnitWarning) as caught:
         kv.open(MODEL).merge(kv.open(b"#units,kN,m\nnumber,name\n7,N\n", form="csv"))
     assert caught[0].filename == __file__
+
+
+def test_rotation_that_no_document_stores_is_a_loss_of_what_comes():
+    model = kv.open(MODEL)
+    model["A"].rotation = (0, 2, 0)
+    other = kv.Model("json")
+    other.new("C", number=3, line=(1, 1, 1))
+    model.merge(other)
+    assert model["A"].rotation == (0, 2, 0) and "C" in model
+
+    other["C"].rotation = (0, 0, 3)
+    with pytest.raises(kv.LossError):
+        model.merge(other)
+    assert model["C"].rotation is None or model["C"].rotation == (0, 0, 0)
+    assert model.merge(other, lossy=True).losses == ('number 3 "C": lineRotationZ 3 is lost',)

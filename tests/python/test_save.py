@@ -1,6 +1,7 @@
 """A document is saved with what changed, and every other byte stays."""
 
 import io
+import math
 import os
 import stat
 import sys
@@ -636,3 +637,29 @@ def test_a_path_is_asked_for_once(path, tmp_path, operation):
     assert sorted(p.name for p in tmp_path.iterdir()) == ["first.xml", "model"]
     if operation != "report":
         assert (tmp_path / "first.xml").read_bytes() == MODEL
+
+
+ROTATED = ('number 1 "A": lineRotationY 2 is lost', 'number 1 "A": lineRotationZ -3.5 is lost')
+
+
+@pytest.mark.parametrize("form", ["legacy", "exchange", "exchange-1.0", "csv", "json"])
+def test_rotation_about_y_and_z_is_lost_in_every_form(tmp_path, form):
+    model = kv.Model(form)
+    raft = model.new("A", line=(1, 1, 1), rotation=(1, 2, -3.5), area=(0, 0, 0))
+    assert set(ROTATED) <= set(model.losses())
+    for save in (model.to_bytes, lambda: model.save_as(tmp_path / "m", to=form), model.check):
+        with pytest.raises(kv.LossError) as caught:
+            save()
+        assert set(ROTATED) <= set(caught.value.losses)
+    assert not (tmp_path / "m").exists()
+    model.save_as(tmp_path / "m", to=form, lossy=True)
+    assert raft.rotation == (1, 2, -3.5)
+    raft.rotation = (1, 0, -0.0)
+    assert not any("Rotation" in line for line in model.losses())
+
+
+@pytest.mark.parametrize("form", ["kvml", "legacy", "csv"])
+def test_rotation_about_y_alone_is_lost_in_other_forms(form):
+    model = kv.Model("json")
+    model.new("A", rotation=(0, math.nan, 0))
+    assert 'number 1 "A": lineRotationY nan is lost' in model.losses(form)

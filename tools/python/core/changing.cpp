@@ -88,14 +88,16 @@ void collect(const Editing::Wish& wish, Documents::Document& into,
 Merged merge(Snapshot& target, std::vector<std::unique_ptr<Snapshot>>& sources,
              Comparing::OnClash rule, bool isLossy) {
   Rendering into(target, {target.source->form, {}});
-  into.requireAll();
+  into.requireFields();  // its rotations stay, since merging sets other fields
   Documents::Document& document = into.getDocument();
   Editing::Draft draft(document);
   Comparing::Merger merger(document, draft, rule);
   Merged merged;
   std::vector<std::unique_ptr<Rendering>> renderings;  // which the merger knows by foundations
   for (const auto& source : sources) {
-    Documents::Document& in = renderings.emplace_back(renderWhole(*source))->getDocument();
+    const Rendering& rendering = *renderings.emplace_back(renderWhole(*source));
+    for (const std::string& lost : rendering.getLostRotations()) merged.losses.push_back(lost);
+    Documents::Document& in = renderings.back()->getDocument();
     if (const auto note = Comparing::compareUnits(in, document))
       merged.unitNotes.push_back(note->about.getShownPath() + ": " + note->sentence);
     merger.merge(in);

@@ -160,7 +160,7 @@ py::bytes render(const ModelState& state, py::handle manager, const std::string&
 py::tuple listLosses(const ModelState& state, py::handle manager, const std::string& form) {
   const Target target = {toForm(form), {}};
   const std::unique_ptr<Snapshot> snapshot = takeSnapshot(state, manager);
-  return toTuple(runUnlocked([&] { return Rendering(*snapshot, target).getLosses(); }));
+  return toTuple(runUnlocked([&] { return Rendering(*snapshot, target).listLosses(); }));
 }
 
 /// Bytes that were made before, such as those of another form.
