@@ -663,3 +663,30 @@ def test_rotation_about_y_alone_is_lost_in_other_forms(form):
     model = kv.Model("json")
     model.new("A", rotation=(0, math.nan, 0))
     assert 'number 1 "A": lineRotationY nan is lost' in model.losses(form)
+
+
+def test_the_first_exchange_version_counts_what_was_saved(tmp_path, examples):
+    path = tmp_path / "beddings.xml"
+    model = kv.open(examples / "beddings-1.0.xml")
+    fourth = model[4]
+    model.remove(3)
+    model.to_bytes()
+    assert fourth.number == 4
+    model.save_as(path)
+
+    assert fourth.number == 3
+    assert [(f.number, f.name) for f in model] == [(f.number, f.name) for f in kv.open(path)]
+    model.remove(1)
+    model.new("Last", line=(1, 1, 1))
+    model.save()
+    assert fourth.number == 2 and model["Last"].number == 11
+    assert [(f.number, f.name) for f in model] == [(f.number, f.name) for f in kv.open(path)]
+
+
+def test_other_forms_keep_the_numbers_that_were_saved(tmp_path):
+    model = kv.Model()
+    model.new("A", number=10, area=(1, 1, 1))
+    model.save_as(tmp_path / "model.xml")
+    assert model["A"].number == 10
+    model.save_as(tmp_path / "first.xml", to="exchange-1.0", lossy=True)
+    assert model["A"].number == 1

@@ -216,7 +216,8 @@ class Model(Tables):
     def save(self, *, lossy: bool = False, overwrite: bool = False) -> None:
         """Save it to its file, in which every byte stays that no change concerns.
 
-        The file is replaced as a whole or not at all, and not touched where nothing changed. Raises
+        The file is replaced as a whole or not at all, and not touched where nothing changed. One of
+        version 1.0 of exchange holds no numbers: the foundations get those a reader counts. Raises
         LossError when the form of the document cannot store something, unless ``lossy``;
         ChangedError when another program changed the file meanwhile, unless ``overwrite``;
         DocumentError when the result could not be read again or a new number or name is taken;
