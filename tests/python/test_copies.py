@@ -159,3 +159,14 @@ def test_models_and_managers_equal_themselves_only(examples):
     assert model == model != other and not model.diff(other)
     assert model.foundations == model.foundations != other.foundations
     assert len({model, other, model.foundations, other.foundations}) == 4
+
+
+def test_a_manager_is_of_one_model():
+    model = kv.Model()
+    model.new("A")
+    restore, state = model.__reduce__()
+    with pytest.raises(ValueError, match="another model"):
+        restore(*state)
+    both = copy.deepcopy([model, model.foundations, model["A"]])
+    assert both[0].foundations is both[1] and both[0]["A"] is both[2]
+    assert both[1] is not model.foundations

@@ -1,5 +1,7 @@
 """Foundations of other models come into a model by the rules of the program."""
 
+import warnings
+
 import pytest
 
 import kvfound as kv
@@ -98,14 +100,34 @@ def test_units_are_compared():
     assert model["N"].number == 7
 
 
-def test_rotations_that_no_document_holds_are_losses():
-    other = kv.Model()
-    other.new("R", number=7, line=(1, 2, 3), rotation=(4, 5, 0))
+def test_a_warning_that_is_an_error_comes_before_anything_changes():
     model = kv.open(MODEL)
-    count = len(model)
-    with pytest.raises(kv.LossError, match="rotation about y and z") as caught:
+    other = kv.open(b"#units,kN,m\nnumber,name,areaX\n1,A,9\n7,N,1\n", form="csv")
+    with warnings.catch_warnings():
+        warnings.simplefilter("error")
+        with pytest.raises(kv.UnitWarning):
+            model.merge(other)
+        with pytest.raises(kv.UnitWarning):
+            model.diff(other)
+    assert model.to_bytes() == MODEL and len(model) == 2
+
+
+def test_warnings_tell_the_line_that_merges():
+    with pytest.warns(kv.UnitWarning) as caught:
+        kv.open(MODEL).merge(kv.open(b"#units,kN,m\nnumber,name\n7,N\n", form="csv"))
+    assert caught[0].filename == __file__
+
+
+def test_rotation_that_no_document_stores_is_a_loss_of_what_comes():
+    model = kv.open(MODEL)
+    model["A"].rotation = (0, 2, 0)
+    other = kv.Model("json")
+    other.new("C", number=3, line=(1, 1, 1))
+    model.merge(other)
+    assert model["A"].rotation == (0, 2, 0) and "C" in model
+
+    other["C"].rotation = (0, 0, 3)
+    with pytest.raises(kv.LossError):
         model.merge(other)
-    assert len(model) == count and len(caught.value.losses) == 1
-    merged = model.merge(other, lossy=True)
-    assert merged.losses == caught.value.losses
-    assert merged.added[0].rotation == (4, 0, 0)
+    assert model["C"].rotation is None or model["C"].rotation == (0, 0, 0)
+    assert model.merge(other, lossy=True).losses == ('number 3 "C": lineRotationZ 3 is lost',)

@@ -4,6 +4,8 @@ import copy
 import gc
 import html.parser
 import pickle
+import sys
+import threading
 import weakref
 
 import pytest
@@ -272,3 +274,49 @@ def test_operations_that_change_the_list_are_refused_while_users_are_asked(model
     with pytest.raises(RuntimeError):
         model.prune(used_by=user)
     assert len(model) == 3 and model.foundations.users == []
+
+
+@pytest.mark.parametrize("make", ["new", "add"])
+def test_no_number_is_given_twice_in_threads(make):
+    model = kv.Model()
+    refused = []
+
+    def work(thread):
+        for i in range(100):
+            name = f"{thread} {i}"
+            if make == "add":
+                model.add(kv.Foundation(name))
+                continue
+            model.new(name)
+            try:
+                model.new(f"of all {i}")
+            except ValueError:
+                refused.append(i)
+
+    switch = sys.getswitchinterval()
+    sys.setswitchinterval(1e-6)
+    try:
+        threads = [threading.Thread(target=work, args=(i,)) for i in range(4)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+    finally:
+        sys.setswitchinterval(switch)
+    count = 500 if make == "new" else 400
+    assert [f.number for f in model] == list(range(1, count + 1))
+    assert len({f.name for f in model}) == count
+    assert len(refused) == (300 if make == "new" else 0)
+
+
+def test_new_refuses_what_is_taken_and_adds_nothing():
+    model = kv.Model()
+    first = model.new("A", number=5)
+    assert model.new("B").number == 6
+    with pytest.raises(ValueError, match="'A' is taken"):
+        model.new("A")
+    with pytest.raises(ValueError, match="5 is taken"):
+        model.new("C", number=5)
+    with pytest.raises(ValueError):
+        model.add(first)
+    assert [f.name for f in model] == ["A", "B"] and first.number == 5

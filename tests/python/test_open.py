@@ -273,3 +273,28 @@ def test_open_is_known_by_its_name(examples):
     assert str(inspect.signature(kv.open)).startswith("(source")
     with pytest.raises(TypeError, match=r"^open\(\) takes 1 positional argument"):
         kv.open(examples / "model.xml", "r")
+
+
+def test_a_dash_is_the_name_of_a_file(tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    with pytest.raises(FileNotFoundError) as caught:
+        kv.open("-")
+    assert caught.value.filename == "-"
+    (tmp_path / "-").write_bytes(kv.Model().to_bytes())
+    model = kv.open("-")
+    assert model.path == tmp_path / "-"
+    model.new("A", area=(1, 2, 3))
+    model.save()
+    assert [f.name for f in kv.open("-")] == ["A"]
+
+
+def test_messages_call_a_file_as_it_was_called(tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    (tmp_path / "bad.xml").write_bytes(b"<SMOD>")
+    with pytest.raises(kv.DocumentError) as caught:
+        kv.open("bad.xml")
+    assert caught.value.filename == "bad.xml"
+    for name, error in [("none.xml", FileNotFoundError), ("", FileNotFoundError), (".", OSError)]:
+        with pytest.raises(error) as failed:
+            kv.open(name)
+        assert failed.value.filename == (name or None)

@@ -2,6 +2,8 @@
 
 import copy
 import gc
+import sys
+import threading
 
 import pytest
 
@@ -142,3 +144,68 @@ def test_the_first_exchange_version_is_numbered_on(examples):
     model.prune(used_by=[2, 5], keep_numbers=True)
 
     assert [f.number for f in model] == [1, 2]
+
+
+class Uncomparable:
+    def uses_foundation(self, foundation):
+        return False
+
+    def __eq__(self, other):
+        raise ArithmeticError("compared")
+
+
+def test_users_are_not_compared(model):
+    added = Uncomparable()
+    model.foundations.add_user(added)
+    removed = model.prune(used_by=lambda foundation: foundation.number == 1)
+
+    assert len(removed) == 3 and tell(model) == [(1, "A")]
+    assert [user is added for user in model.foundations.users] == [True]
+
+
+def test_a_user_of_one_pruning_is_none_of_the_model(model):
+    seen = []
+
+    def user(foundation):
+        seen.append(model.foundations.users)
+        return True
+
+    assert model.prune(used_by=user) == []
+    assert seen and not any(seen)
+    with pytest.raises(TypeError):
+        model.prune(used_by=3)
+
+
+def test_threads_that_prune_ask_their_own_users():
+    switch = sys.getswitchinterval()
+    sys.setswitchinterval(1e-6)
+    try:
+        for _ in range(100):
+            prune_in_two_threads()
+    finally:
+        sys.setswitchinterval(switch)
+
+
+def prune_in_two_threads():
+    model = kv.Model()
+    for number in range(1, 7):
+        model.new(str(number), number=number)
+    kept = ({1, 2, 3}, {3, 4, 5})
+    done = []
+    both = threading.Barrier(2)
+
+    def prune(keep):
+        both.wait()
+        try:
+            model.prune(used_by=lambda foundation: foundation.number in keep)
+            done.append(keep)
+        except RuntimeError:  # the other thread was at it
+            pass
+
+    threads = [threading.Thread(target=prune, args=(keep,)) for keep in kept]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    assert done and {f.number for f in model} == set.intersection(*done)
+    assert model.foundations.users == []

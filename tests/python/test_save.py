@@ -1,6 +1,7 @@
 """A document is saved with what changed, and every other byte stays."""
 
 import io
+import math
 import os
 import stat
 import sys
@@ -590,27 +591,127 @@ def test_two_threads_do_not_save_one_model_at_once(path):
     assert path.read_bytes() == MODEL
 
 
+def start_saving(model, path):
+    """Saves in a thread to a pipe, which nobody reads; behind it that has begun."""
+
+    def save():
+        while True:
+            try:
+                model.save_as(path, existing="replace")
+                return
+            except RuntimeError:  # the other thread was at it
+                pass
+
+    os.mkfifo(path)
+    thread = threading.Thread(target=save)
+    thread.start()
+    while True:
+        try:
+            model.save_as(path.with_name("other"), to=model.form, existing="replace")
+        except RuntimeError as error:
+            assert "another thread saves" in str(error)
+            return thread
+
+
+@pytest.mark.skipif(not hasattr(os, "mkfifo"), reason="needs a pipe that a thread waits for")
+@pytest.mark.parametrize("by_hand", [False, True])
+def test_units_that_come_while_it_is_saved_stay(tmp_path, by_hand):
+    model = kv.Model("csv")
+    model.units = ("kN", "m")
+    model.new("A", area=(1e6, 2e6, 3e6))
+    thread = start_saving(model, tmp_path / "pipe.csv")
+    if by_hand:
+        model.units = ("N", "mm")
+        model["A"].area = (1, 2, 3)
+    else:
+        model.convert_units(("kN", "m"), ("N", "mm"))
+    written = kv.open((tmp_path / "pipe.csv").read_bytes(), form="csv")
+    thread.join()
+
+    assert written.units == ("kN", "m") and written["A"].area == (1e6, 2e6, 3e6)
+    assert model.units == ("N", "mm") and model["A"].area == (1, 2, 3)
+    model.save_as(tmp_path / "next.csv")
+    written = kv.open(tmp_path / "next.csv")
+    assert written.units == ("N", "mm") and written["A"].area == (1, 2, 3)
+
+
+def test_units_that_were_written_are_those_of_the_document(tmp_path):
+    model = kv.Model("csv")
+    model.units = ("kN", "m")
+    model.save_as(tmp_path / "table.csv")
+    assert model.units == ("kN", "m")
+    model.save_as(tmp_path / "model.xml", to="legacy")
+    assert model.units is None
+
+
+class Wandering:
+    """A path that is another one each time."""
+
+    def __init__(self, folder):
+        self.paths = iter([folder / "first.xml", folder / "second.csv", folder / "third.json"])
+
+    def __fspath__(self):
+        return str(next(self.paths))
+
+
+@pytest.mark.parametrize("operation", ["save_as", "write", "report"])
+def test_a_path_is_asked_for_once(path, tmp_path, operation):
+    path = path.rename(tmp_path / "model")
+    getattr(kv.open(path), operation)(Wandering(tmp_path))
+
+    assert sorted(p.name for p in tmp_path.iterdir()) == ["first.xml", "model"]
+    if operation != "report":
+        assert (tmp_path / "first.xml").read_bytes() == MODEL
+
+
+ROTATED = ('number 1 "A": lineRotationY 2 is lost', 'number 1 "A": lineRotationZ -3.5 is lost')
+
+
 @pytest.mark.parametrize("form", ["legacy", "exchange", "exchange-1.0", "csv", "json"])
-def test_rotations_that_no_document_holds_are_losses(tmp_path, form):
+def test_rotation_about_y_and_z_is_lost_in_every_form(tmp_path, form):
     model = kv.Model(form)
-    model.new("A", line=(1, 2, 3), rotation=(4, 0, 0))
-    path = tmp_path / "model"
-    model.save_as(path, to=form)
-    before = path.read_bytes()
-    for rotation in ((4, 5, 0), (4, 0, float("nan"))):
-        model["A"].rotation = rotation
-        lost = 'number 1 "A": rotation about y and z is lost'
-        assert lost in model.losses()
-        writes = (
-            model.save,
-            model.to_bytes,
-            lambda: model.save_as(tmp_path / "other", to=form),
-            lambda: model.write(tmp_path / "other", to=form),
-        )
-        for write in writes:
-            with pytest.raises(kv.LossError) as caught:
-                write()
-            assert lost in caught.value.losses
-    assert path.read_bytes() == before and not (tmp_path / "other").exists()
-    model.save(lossy=True)
-    assert kv.open(path, form=form if form in ("csv", "json") else None)[1].rotation == (4, 0, 0)
+    raft = model.new("A", line=(1, 1, 1), rotation=(1, 2, -3.5), area=(0, 0, 0))
+    assert set(ROTATED) <= set(model.losses())
+    for save in (model.to_bytes, lambda: model.save_as(tmp_path / "m", to=form), model.check):
+        with pytest.raises(kv.LossError) as caught:
+            save()
+        assert set(ROTATED) <= set(caught.value.losses)
+    assert not (tmp_path / "m").exists()
+    model.save_as(tmp_path / "m", to=form, lossy=True)
+    assert raft.rotation == (1, 2, -3.5)
+    raft.rotation = (1, 0, -0.0)
+    assert not any("Rotation" in line for line in model.losses())
+
+
+@pytest.mark.parametrize("form", ["kvml", "legacy", "csv"])
+def test_rotation_about_y_alone_is_lost_in_other_forms(form):
+    model = kv.Model("json")
+    model.new("A", rotation=(0, math.nan, 0))
+    assert 'number 1 "A": lineRotationY nan is lost' in model.losses(form)
+
+
+def test_the_first_exchange_version_counts_what_was_saved(tmp_path, examples):
+    path = tmp_path / "beddings.xml"
+    model = kv.open(examples / "beddings-1.0.xml")
+    fourth = model[4]
+    model.remove(3)
+    model.to_bytes()
+    assert fourth.number == 4
+    model.save_as(path)
+
+    assert fourth.number == 3
+    assert [(f.number, f.name) for f in model] == [(f.number, f.name) for f in kv.open(path)]
+    model.remove(1)
+    model.new("Last", line=(1, 1, 1))
+    model.save()
+    assert fourth.number == 2 and model["Last"].number == 11
+    assert [(f.number, f.name) for f in model] == [(f.number, f.name) for f in kv.open(path)]
+
+
+def test_other_forms_keep_the_numbers_that_were_saved(tmp_path):
+    model = kv.Model()
+    model.new("A", number=10, area=(1, 1, 1))
+    model.save_as(tmp_path / "model.xml")
+    assert model["A"].number == 10
+    model.save_as(tmp_path / "first.xml", to="exchange-1.0", lossy=True)
+    assert model["A"].number == 1

@@ -21,6 +21,8 @@
 #include "model.h"
 #include "selecting.h"
 #include "text.h"
+#include "threads.h"
+#include "users.h"
 
 namespace Python {
 namespace {
@@ -86,14 +88,16 @@ void collect(const Editing::Wish& wish, Documents::Document& into,
 Merged merge(Snapshot& target, std::vector<std::unique_ptr<Snapshot>>& sources,
              Comparing::OnClash rule, bool isLossy) {
   Rendering into(target, {target.source->form, {}});
-  into.requireAll();
+  into.requireFields();  // its rotations stay, since merging sets other fields
   Documents::Document& document = into.getDocument();
   Editing::Draft draft(document);
   Comparing::Merger merger(document, draft, rule);
   Merged merged;
   std::vector<std::unique_ptr<Rendering>> renderings;  // which the merger knows by foundations
   for (const auto& source : sources) {
-    Documents::Document& in = renderings.emplace_back(renderWhole(*source))->getDocument();
+    const Rendering& rendering = *renderings.emplace_back(renderWhole(*source));
+    for (const std::string& lost : rendering.getLostRotations()) merged.losses.push_back(lost);
+    Documents::Document& in = renderings.back()->getDocument();
     if (const auto note = Comparing::compareUnits(in, document))
       merged.unitNotes.push_back(note->about.getShownPath() + ": " + note->sentence);
     merger.merge(in);
@@ -129,8 +133,9 @@ std::pair<std::vector<Foundation*>, std::vector<Foundation*>> apply(Merged& merg
   return touched;
 }
 
+/// `warn` is told of units before anything changes, since a warning may be made an error.
 py::tuple mergeInto(ModelState& state, py::handle manager, const py::list& others,
-                    const std::string& onClash, bool isLossy) {
+                    const std::string& onClash, bool isLossy, const py::object& warn) {
   ManagerObject& owner = toManager(manager, "manager");
   const Comparing::OnClash rule = toRule(onClash);
   std::vector<std::unique_ptr<Snapshot>> sources;
@@ -141,13 +146,14 @@ py::tuple mergeInto(ModelState& state, py::handle manager, const py::list& other
   const std::unique_ptr<Snapshot> snapshot = takeSnapshot(state, manager);
   const Origins::Watch watch(*state.origins, snapshot->listOriginals());
   Merged merged = runUnlocked([&] { return merge(*snapshot, sources, rule, isLossy); });
+  for (const std::string& note : merged.unitNotes) runCode([&] { warn(decode(note)); });
   const auto touched = apply(merged, *snapshot, watch, owner);
   const ManagerObject::Use use(owner);
   const auto giveAll = [&](const std::vector<Foundation*>& given) {
     return owner.giveAll([&]() -> const std::vector<Foundation*>& { return given; });
   };
   return py::make_tuple(giveAll(touched.first), giveAll(touched.second), toTuple(merged.leftOut),
-                        toTuple(merged.losses), toTuple(merged.unitNotes));
+                        toTuple(merged.losses));
 }
 
 // --- Pruning
@@ -169,21 +175,22 @@ class Numbering {
   std::unordered_map<const Foundation*, int> numbers;
 };
 
-/// Lets users of Python and a list decide together.
-class ListedUser {
+/// Lets a user decide together with those that were added, for as long as it lives.
+class PassingUser {
  public:
-  ListedUser(FoundationManager& asked, KeepList* used) : manager(asked), user(used) {
+  PassingUser(FoundationManager& asked, Found::FoundationUser* passing)
+      : manager(asked), user(passing) {
     if (user != nullptr) manager.addUser(user);
   }
-  ~ListedUser() {
+  ~PassingUser() {
     if (user != nullptr) manager.removeUser(user);
   }
-  ListedUser(const ListedUser&) = delete;
-  ListedUser& operator=(const ListedUser&) = delete;
+  PassingUser(const PassingUser&) = delete;
+  PassingUser& operator=(const PassingUser&) = delete;
 
  private:
   FoundationManager& manager;
-  KeepList* user;
+  Found::FoundationUser* user;
 };
 
 void requireMatches(KeepList& list, const FoundationManager& manager, bool ignoresMissing) {
@@ -196,8 +203,10 @@ void requireMatches(KeepList& list, const FoundationManager& manager, bool ignor
 }
 
 py::list prune(const ModelState& state, py::handle manager, bool isGenerated, bool asksUsers,
-               const py::object& lines, bool ignoresMissing, bool keepsNumbers) {
+               const py::object& user, const py::object& lines, bool ignoresMissing, bool keepsNumbers) {
   ManagerObject& owner = toManager(manager, "manager");
+  std::unique_ptr<User> asked;
+  if (!user.is_none()) asked = std::make_unique<User>(owner, user);
   std::unique_ptr<KeepList> list;
   if (!lines.is_none()) {
     const std::string text = encode(lines, "used_by");
@@ -209,7 +218,8 @@ py::list prune(const ModelState& state, py::handle manager, bool isGenerated, bo
   const Numbering numbering(owner.get());
   const bool hasNumbers = state.source->form != Documents::Form::firstExchange;
   return owner.prune([&](FoundationManager& pruned) {
-    const ListedUser user(pruned, list.get());
+    const PassingUser first(pruned, asked.get());
+    const PassingUser second(pruned, list.get());
     if (!asksUsers)
       pruned.removeAllGenerated();
     else if (isGenerated)
@@ -284,8 +294,32 @@ py::object findName(py::handle manager, const py::object& name) {
   return owner.give([&] { return owner.get().findFoundation(wanted); });
 }
 
-int findFreeNumber(py::handle manager) {
-  return Numbers::findFree(toManager(manager, "manager").get());
+/// Adds one that nothing of the model may clash with, and numbers it unless it has a number. As one
+/// call, so that no other thread takes the number meanwhile.
+py::object addNew(py::handle manager, const py::object& given, bool hasNumber) {
+  ManagerObject& owner = toManager(manager, "manager");
+  Foundation& foundation = toFoundation(given, "foundation").get();
+  const int number = hasNumber ? foundation.getNumber() : Numbers::findFree(owner.get());
+  const auto fail = [](const py::object& key) {
+    throwValueError(std::string(py::repr(key)) + " is taken by another foundation");
+  };
+  if (owner.get().findFoundation(foundation.getName()) != nullptr)
+    fail(decode(foundation.getName()));
+  if (owner.get().findFoundation(number) != nullptr) fail(py::int_(number));
+  owner.add(given);
+  foundation.setNumber(number);
+  return given;
+}
+
+/// Adds one, with a free number unless it has one.
+py::object add(py::handle manager, const py::object& given) {
+  ManagerObject& owner = toManager(manager, "manager");
+  Foundation& foundation = toFoundation(given, "foundation").get();
+  const bool hasNumber = foundation.getNumber() >= 1;
+  const int number = hasNumber ? foundation.getNumber() : Numbers::findFree(owner.get());
+  owner.add(given);
+  foundation.setNumber(number);
+  return given;
 }
 
 }  // namespace
@@ -312,9 +346,9 @@ Selection toSelection(const py::object& numbers, const py::object& name, bool ge
 
 void bindChanging(py::module_& module) {
   module.def("merge", &mergeInto, py::arg("state"), py::arg("manager"), py::arg("others"),
-             py::arg("on_clash"), py::arg("lossy"));
+             py::arg("on_clash"), py::arg("lossy"), py::arg("warn"));
   module.def("prune", &prune, py::arg("state"), py::arg("manager"), py::arg("generated"),
-             py::arg("asks_users"), py::arg("lines"), py::arg("ignore_missing"),
+             py::arg("asks_users"), py::arg("user"), py::arg("lines"), py::arg("ignore_missing"),
              py::arg("keep_numbers"));
   module.def("convert_units", &convertUnits, py::arg("state"), py::arg("manager"), py::arg("units"),
              py::arg("force"), py::arg("length"));
@@ -322,7 +356,8 @@ void bindChanging(py::module_& module) {
              py::arg("generated"), py::arg("part"));
   module.def("find_number", &findNumber, py::arg("manager"), py::arg("number"));
   module.def("find_name", &findName, py::arg("manager"), py::arg("name"));
-  module.def("find_free_number", &findFreeNumber, py::arg("manager"));
+  module.def("add_new", &addNew, py::arg("manager"), py::arg("foundation"), py::arg("has_number"));
+  module.def("add", &add, py::arg("manager"), py::arg("foundation"));
 }
 
 }  // namespace Python

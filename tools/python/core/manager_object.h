@@ -135,6 +135,8 @@ class ManagerObject {
   void setOnLeaving(std::function<void(const Found::Foundation&)> told) {
     onLeaving = std::move(told);
   }
+  /// Whether somebody is told.
+  bool tellsLeaving() const { return static_cast<bool>(onLeaving); }
 
   /// @name For the garbage collector
   /// @{

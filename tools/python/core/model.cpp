@@ -183,6 +183,7 @@ std::unique_ptr<ModelState> restoreState(py::handle manager, const py::bytes& pa
     state->units = Units{encode(force, "unit"), encode(length, "unit")};
   }
   ManagerObject& owner = toManager(manager, "manager");
+  if (owner.tellsLeaving()) throwValueError("another model has these foundations");
   if (places.size() != owner.getList().size()) throwValueError("this is no state of a model");
   std::vector<Origins::Place> known;
   for (std::size_t i = 0; i < places.size(); ++i)

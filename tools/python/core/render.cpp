@@ -65,13 +65,35 @@ void requireDistinct(const Snapshot& snapshot, Document& base) {
   }
 }
 
+/// No document stores rotation about y and z, and no field tells it.
+std::vector<std::string> listRotations(const Snapshot& snapshot) {
+  std::vector<std::string> lines;
+  for (const Snapshot::Item& item : snapshot.items) {
+    KvVector3D rotation;
+    if (!item.copy->getRotLine(rotation)) continue;
+    for (const auto& [axis, value] : {std::pair('Y', rotation.y), std::pair('Z', rotation.z)})
+      if (value != 0.0)
+        lines.push_back(fmt::format("{}: lineRotation{} {} is lost", Fields::describe(*item.copy),
+                                    axis, Fields::show(value)));
+  }
+  return lines;
+}
+
+void requireNone(const std::vector<std::string>& losses) {
+  if (losses.empty()) return;
+  const std::string more =
+      losses.size() == 1 ? "" : fmt::format(", and {} more", losses.size() - 1);
+  throw LossFound("something would be lost: " + losses.front() + more, losses);
+}
+
 }  // namespace
 
 Rendering::Rendering(Snapshot& rendered, const Target& target)
     : snapshot(rendered),
       options(chooseOptions(*rendered.source, target)),
       base(rendered.source->content, rendered.source->options),
-      file(unused, rendered.source->content.shownPath) {
+      file(unused, rendered.source->content.shownPath),
+      rotations(listRotations(rendered)) {
   requireDistinct(snapshot, base);
   const Spreadsheets::Dialect dialect = options.dialect;
   output = std::make_unique<Writing::Output>(file, target.form, base, dialect);
@@ -83,7 +105,8 @@ Rendering::Rendering(Snapshot& rendered, const Target& target, const std::string
     : snapshot(rendered),
       options(chooseOptions(*rendered.source, {target.form, target.dialect})),
       base(rendered.source->content, rendered.source->options),
-      file(into) {
+      file(into),
+      rotations(listRotations(rendered)) {
   requireDistinct(snapshot, base);
   output = std::make_unique<Writing::Output>(file, target.form, base,
                                              target.dialect.value_or(Spreadsheets::Dialect()));
@@ -148,12 +171,15 @@ Editing::Wish Rendering::makeWish() {
   return wish;
 }
 
-void Rendering::requireAll() const {
-  if (losses.empty()) return;
-  const std::string more =
-      losses.size() == 1 ? "" : fmt::format(", and {} more", losses.size() - 1);
-  throw LossFound("something would be lost: " + losses.front() + more, losses);
+std::vector<std::string> Rendering::listLosses() const {
+  std::vector<std::string> all = losses;
+  all.insert(all.end(), rotations.begin(), rotations.end());
+  return all;
 }
+
+void Rendering::requireAll() const { requireNone(listLosses()); }
+
+void Rendering::requireFields() const { requireNone(losses); }
 
 std::unique_ptr<Document> Rendering::readBack(const std::string& path) {
   Document& made = getDocument();
@@ -191,7 +217,7 @@ std::vector<std::size_t> Rendering::listItems(Document& made) const {
 
 std::unique_ptr<Rendering> renderWhole(Snapshot& snapshot) {
   auto own = std::make_unique<Rendering>(snapshot, Target{snapshot.source->form, {}});
-  if (own->getLosses().empty()) return own;
+  if (own->getLostFields().empty()) return own;
   return std::make_unique<Rendering>(snapshot, Target{Form::json, {}});
 }
 

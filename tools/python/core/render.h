@@ -68,9 +68,13 @@ class Rendering {
   const Documents::ReadOptions& getOptions() const { return options; }
 
   /// What gets lost, a line each.
-  const std::vector<std::string>& getLosses() const { return losses; }
+  std::vector<std::string> listLosses() const;
+  /// Of the fields alone, and of what no field tells: rotation about y and z.
+  const std::vector<std::string>& getLostFields() const { return losses; }
+  const std::vector<std::string>& getLostRotations() const { return rotations; }
   /// Throws LossFound.
   void requireAll() const;
+  void requireFields() const;
 
   /// Reads the document anew, as hosts do. Throws UserError where that gives something else.
   std::unique_ptr<Documents::Document> readBack(const std::string& path);
@@ -95,6 +99,7 @@ class Rendering {
   std::unique_ptr<Writing::Output> output;
   std::vector<std::size_t> order;  // of the items, as an edited document has them
   std::vector<std::string> losses;
+  std::vector<std::string> rotations;
 };
 
 /// A document that holds all of the model: in its own form where that can be, else as data.

@@ -81,6 +81,7 @@ void requireUnchanged(const std::string& path, const Source& source) {
 struct Written {
   std::shared_ptr<const Source> source;
   std::vector<std::size_t> items;  // of the snapshot, in the order of the document
+  std::vector<int> numbers;        // which the document gives them, if it does
 };
 
 struct Order {
@@ -90,6 +91,15 @@ struct Order {
   Existing existing;
   bool isLossy;
 };
+
+/// A document of the first exchange version does not store numbers, but counts what it holds.
+std::vector<int> listNumbers(Documents::Document& document) {
+  std::vector<int> numbers;
+  if (document.getForm() != Documents::Form::firstExchange) return numbers;
+  for (const Found::Foundation* foundation : document.getFoundations().getFoundations())
+    numbers.push_back(foundation->getNumber());
+  return numbers;
+}
 
 Written write(Snapshot& snapshot, const Order& order) {
   const bool isUpdate = order.existing == Existing::update && isThere(order.path);
@@ -110,9 +120,10 @@ Written write(Snapshot& snapshot, const Order& order) {
     write(order.path, bytes);
   }
   std::vector<std::size_t> items = rendering->listItems(*made);
+  std::vector<int> numbers = listNumbers(*made);
   const std::shared_ptr<Source> source = describe(*made, rendering->getOptions());
   source->content.path = order.path;
-  return {source, std::move(items)};
+  return {source, std::move(items), std::move(numbers)};
 }
 
 /// From here on the model is the document that was written.
@@ -121,12 +132,18 @@ void settle(ModelState& state, const Snapshot& snapshot, const Origins::Watch& w
   std::vector<Origins::Place> places;
   for (std::size_t place = 0; place < written.items.size(); ++place) {
     const std::size_t item = written.items[place];
-    if (item != Origins::nowhere && watch.isThere(item))
-      places.emplace_back(snapshot.items[item].original, place);
+    if (item == Origins::nowhere || !watch.isThere(item)) continue;
+    const Snapshot::Item& known = snapshot.items[item];
+    places.emplace_back(known.original, place);
+    // Unless it has got another number meanwhile.
+    if (!written.numbers.empty() && known.original->getNumber() == known.copy->getNumber())
+      const_cast<Found::Foundation*>(known.original)->setNumber(written.numbers[place]);
   }
   state.origins->reset(std::move(places));
   state.source = std::move(written.source);
-  state.units.reset();
+  // Units that were given meanwhile are not those that were written.
+  if (state.units == snapshot.units || !Documents::isSpreadsheet(state.source->form))
+    state.units.reset();
 }
 
 void save(ModelState& state, py::handle manager, const py::bytes& path, const py::bytes& shownPath,
@@ -158,7 +175,7 @@ py::bytes render(const ModelState& state, py::handle manager, const std::string&
 py::tuple listLosses(const ModelState& state, py::handle manager, const std::string& form) {
   const Target target = {toForm(form), {}};
   const std::unique_ptr<Snapshot> snapshot = takeSnapshot(state, manager);
-  return toTuple(runUnlocked([&] { return Rendering(*snapshot, target).getLosses(); }));
+  return toTuple(runUnlocked([&] { return Rendering(*snapshot, target).listLosses(); }));
 }
 
 /// Bytes that were made before, such as those of another form.

@@ -1,12 +1,14 @@
 #include "source.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include <fmt/format.h>
 
 #include "documents/markup.h"
 #include "documents/notes.h"
+#include "files/user_error.h"
 #include "foundation_object.h"
 
 namespace Python {
@@ -45,9 +47,16 @@ bool isReadWhole(Document& document) {
 
 Files::Content readFile(const std::string& path, const std::string& shownPath,
                         const Documents::ReadOptions& options) {
-  Files::Content content = Documents::readFile(shownPath, options.form);
-  if (!content.path.empty()) content.path = path;  // a relative one would change its meaning
-  return content;
+  if (shownPath.empty()) throw FileError("", "the name of the file to read is empty", ENOENT);
+  try {
+    // A relative path would change its meaning, and "-" means standard input.
+    Files::Content content = Documents::readFile(path, options.form);
+    content.shownPath = shownPath;
+    if (!content.path.empty()) content.path = path;
+    return content;
+  } catch (const FileError& error) {
+    throw FileError(shownPath, error.getSentence(), error.getNumber());
+  }
 }
 
 std::shared_ptr<Source> describe(Document& document, const Documents::ReadOptions& options) {

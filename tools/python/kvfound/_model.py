@@ -26,7 +26,6 @@ from typing import (
 
 from . import _core
 from ._differences import Differences, Path, warn
-from ._errors import LossError
 from ._findings import Finding, Findings
 from ._tables import Tables
 
@@ -199,25 +198,15 @@ class Model(Tables):
         ``values`` are those of :class:`Foundation`. Its number is one above the highest, unless
         ``number`` is given. Raises ValueError when another one has its name or number.
         """
-        if "number" not in values:
-            values["number"] = _core.find_free_number(self._foundations)
         made = _core.Foundation(name, **values)
-        keys: Tuple[Key, Key] = (made.name, made.number)
-        for key in keys:
-            if self.find(key) is not None:
-                raise ValueError(f"{key!r} is taken by another foundation")
-        self._foundations.add(made)
-        return made
+        return _core.add_new(self._foundations, made, "number" in values)
 
     def add(self, foundation: _core.Foundation) -> _core.Foundation:
         """Add a foundation that no manager has and return it.
 
         It gets a free number where its own is below 1. Raises ValueError when a manager has it.
         """
-        self._foundations.add(foundation)
-        if foundation.number < 1:
-            foundation.number = _core.find_free_number(self._foundations)
-        return foundation
+        return _core.add(self._foundations, foundation)
 
     def remove(self, foundation: Union[Key, _core.Foundation]) -> _core.Foundation:
         """Take a foundation out, by itself, its name or its number, and return it.
@@ -233,7 +222,8 @@ class Model(Tables):
     def save(self, *, lossy: bool = False, overwrite: bool = False) -> None:
         """Save it to its file, in which every byte stays that no change concerns.
 
-        The file is replaced as a whole or not at all, and not touched where nothing changed. Raises
+        The file is replaced as a whole or not at all, and not touched where nothing changed. One of
+        version 1.0 of exchange holds no numbers: the foundations get those a reader counts. Raises
         LossError when the form of the document cannot store something, unless ``lossy``;
         ChangedError when another program changed the file meanwhile, unless ``overwrite``;
         DocumentError when the result could not be read again or a new number or name is taken;
@@ -245,7 +235,6 @@ class Model(Tables):
             raise ValueError("the model came from no file; save_as() takes a path")
         existing = "overwrite" if overwrite else "own"
         shown = self._state.shown_path
-        self._require_stored(self.form, lossy)
         _core.save(
             self._state, self._foundations, path, shown, self.form, None, None, existing, lossy
         )
@@ -270,6 +259,7 @@ class Model(Tables):
         a tab, and ``decimal`` "." or ",". Raises what :meth:`save`
         does, and LossError also for what was skipped on reading and another form does not get.
         """
+        path = os.fspath(path)  # once: it may tell another one each time
         form = self._choose_form(path, to)
         if form == "kvml":
             raise ValueError("a Kvml listing is only written; write() does")
@@ -277,7 +267,6 @@ class Model(Tables):
             raise ValueError("existing: only refuse, replace or update")
         _check_marks(separator, decimal)
         shown = os.fsencode(path)
-        self._require_stored(form, lossy)
         _core.save(
             self._state,
             self._foundations,
@@ -301,7 +290,6 @@ class Model(Tables):
         """The document as :meth:`save_as` would write it; ``to`` may be "kvml", too."""
         form = self.form if to is None else to
         _check_marks(separator, decimal)
-        self._require_stored(form, lossy)
         return _core.render(self._state, self._foundations, form, separator, decimal, lossy)
 
     def write(
@@ -323,6 +311,7 @@ class Model(Tables):
         """
         options = {"lossy": lossy, "separator": separator, "decimal": decimal}
         if isinstance(target, (str, bytes, os.PathLike)):
+            target = os.fspath(target)  # once: it may tell another one each time
             content = self.to_bytes(self._choose_form(target, to), **options)  # type: ignore[arg-type]
             _core.write_file(os.path.abspath(os.fsencode(target)), content, replace)
             return
@@ -335,23 +324,7 @@ class Model(Tables):
     def losses(self, to: Optional[str] = None) -> Tuple[str, ...]:
         """What would be lost in a document of this form (its own when left out), a line each."""
         form = self.form if to is None else to
-        return _core.list_losses(self._state, self._foundations, form) + self._list_unstored()
-
-    def _list_unstored(self) -> Tuple[str, ...]:
-        """What no form has a place for, so that the core cannot miss it when it reads again."""
-        rotations = ((one, one.rotation) for one in self._foundations.foundations)
-        return tuple(
-            f'number {one.number} "{one.name}": rotation about y and z is lost'
-            for one, rotation in rotations
-            if rotation is not None and (rotation[1] != 0 or rotation[2] != 0)
-        )
-
-    def _require_stored(self, form: str, lossy: bool) -> None:
-        if lossy or not self._list_unstored():
-            return
-        losses = self.losses(form)
-        more = f", and {len(losses) - 1} more" if len(losses) > 1 else ""
-        raise LossError(f"something would be lost: {losses[0]}{more}", losses)
+        return _core.list_losses(self._state, self._foundations, form)
 
     def _choose_form(self, path: Path, to: Optional[str]) -> str:
         if to is not None:
@@ -438,16 +411,10 @@ class Model(Tables):
         if on_clash not in _CLASHES:
             raise ValueError(f"on_clash: only {', '.join(_CLASHES[:-1])} or {_CLASHES[-1]}")
         models = [_open_other(one) for one in (other, *others)]
-        unstored = tuple(lost for model in models for lost in model._list_unstored())
-        if unstored and not lossy:
-            raise LossError(f"something would be lost: {unstored[0]}", unstored)
         pairs = [(model._state, model._foundations) for model in models]
-        added, changed, left_out, losses, notes = _core.merge(
-            self._state, self._foundations, pairs, on_clash, lossy
+        return Merged(
+            *_core.merge(self._state, self._foundations, pairs, on_clash, lossy, warn)
         )
-        for note in notes:
-            warn(note)
-        return Merged(added, changed, left_out, losses + unstored)
 
     def prune(
         self,
@@ -474,19 +441,21 @@ class Model(Tables):
         if used_by is None and not generated and not users:
             raise ValueError("tell what to prune: generated=True, used_by=... or both")
         asks = used_by is not None or (bool(users) and not generated)
-        prune = _core.prune
-        if used_by is None:
-            return prune(
-                self._state, self._foundations, generated, asks, None, ignore_missing, keep_numbers
-            )
+        user: Any = None
         if callable(used_by) or hasattr(used_by, "uses_foundation"):
-            user: Any = used_by
-        else:
+            user = used_by
+        elif used_by is not None:
             user = _find_used(self._foundations, used_by, ignore_missing)
-        with _Using(self._foundations, user):
-            return prune(
-                self._state, self._foundations, generated, asks, None, ignore_missing, keep_numbers
-            )
+        return _core.prune(
+            self._state,
+            self._foundations,
+            generated,
+            asks,
+            user,
+            None,
+            ignore_missing,
+            keep_numbers,
+        )
 
     def convert_units(self, old: Units, new: Units) -> None:
         """Convert all stiffness from units of force and length to others, exactly, by their names.
@@ -685,22 +654,6 @@ def _find_used(
         if one.name in names or one.number in numbers:
             held[id(one)] = one
     return lambda foundation: id(foundation) in held
-
-
-class _Using:
-    """Adds a user, if there is one, and removes it in the end."""
-
-    def __init__(self, foundations: _core.FoundationManager, user: Any) -> None:
-        self.foundations = foundations
-        self.user = user
-
-    def __enter__(self) -> None:
-        if self.user is not None:
-            self.foundations.add_user(self.user)
-
-    def __exit__(self, *_: object) -> None:
-        if self.user is not None:
-            self.foundations.remove_user(self.user)
 
 
 def _restore(cls: Type[Model], foundations: _core.FoundationManager, state: Any) -> Model:
