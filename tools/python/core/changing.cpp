@@ -203,7 +203,8 @@ void requireMatches(KeepList& list, const FoundationManager& manager, bool ignor
 }
 
 py::list prune(const ModelState& state, py::handle manager, bool isGenerated, bool asksUsers,
-               const py::object& user, const py::object& lines, bool ignoresMissing, bool keepsNumbers) {
+               const py::object& user, const py::object& lines, bool ignoresMissing,
+               bool keepsNumbers) {
   ManagerObject& owner = toManager(manager, "manager");
   std::unique_ptr<User> asked;
   if (!user.is_none()) asked = std::make_unique<User>(owner, user);
