@@ -131,3 +131,18 @@ def test_rotation_that_no_document_stores_is_a_loss_of_what_comes():
         model.merge(other)
     assert model["C"].rotation is None or model["C"].rotation == (0, 0, 0)
     assert model.merge(other, lossy=True).losses == ('number 3 "C": lineRotationZ 3 is lost',)
+
+
+@pytest.mark.parametrize("name, number", [("N", 3), ("Other", 7), ("Other", 8)])
+def test_what_comes_meanwhile_may_clash(name, number):
+    model = kv.open(MODEL)
+    other = kv.open(b"#units,kN,m\nnumber,name,areaX\n1,A,9\n7,N,1\n", form="csv")
+    with warnings.catch_warnings():
+        warnings.simplefilter("always")
+        warnings.showwarning = lambda *_: model.new(name, number=number)
+        if number == 8:
+            assert model.merge(other).added == [model["N"]]
+            return
+        with pytest.raises(RuntimeError, match="meanwhile; nothing was merged"):
+            model.merge(other)
+    assert [f.name for f in model] == ["A", "B", name] and model["A"].area == (0, 0, 1)

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -113,6 +114,27 @@ Merged merge(Snapshot& target, std::vector<std::unique_ptr<Snapshot>>& sources,
   return merged;
 }
 
+/// Foundations may have come to the model while others were merged; they were not compared.
+void requireFree(const Merged& merged, const Snapshot& snapshot, const Origins::Watch& watch,
+                 const ManagerObject& manager) {
+  std::unordered_set<const Foundation*> known;
+  for (std::size_t i = 0; i < snapshot.items.size(); ++i)
+    if (watch.isThere(i)) known.insert(snapshot.items[i].original);
+  std::unordered_set<int> numbers;
+  std::unordered_set<std::string> names;
+  for (const Foundation* foundation : manager.getList()) {
+    if (known.count(foundation) != 0) continue;
+    numbers.insert(foundation->getNumber());
+    names.insert(foundation->getName());
+  }
+  const bool hasNumbers = snapshot.source->form != Documents::Form::firstExchange;
+  for (const auto& added : merged.added)
+    if (names.count(added->getName()) != 0 ||
+        (hasNumbers && numbers.count(added->getNumber()) != 0))
+      throwRuntimeError(Fields::describe(*added) +
+                        " clashes with one that came to the model meanwhile; nothing was merged");
+}
+
 /// Sets what differs and adds what is new, and returns which these are.
 std::pair<std::vector<Foundation*>, std::vector<Foundation*>> apply(Merged& merged,
                                                                     const Snapshot& snapshot,
@@ -120,6 +142,7 @@ std::pair<std::vector<Foundation*>, std::vector<Foundation*>> apply(Merged& merg
                                                                     ManagerObject& manager) {
   std::pair<std::vector<Foundation*>, std::vector<Foundation*>> touched;
   manager.requireUnused();
+  requireFree(merged, snapshot, watch, manager);
   for (const Merged::Change& change : merged.changes) {
     if (!watch.isThere(change.item)) continue;
     auto* const original = const_cast<Foundation*>(snapshot.items[change.item].original);
@@ -203,7 +226,8 @@ void requireMatches(KeepList& list, const FoundationManager& manager, bool ignor
 }
 
 py::list prune(const ModelState& state, py::handle manager, bool isGenerated, bool asksUsers,
-               const py::object& user, const py::object& lines, bool ignoresMissing, bool keepsNumbers) {
+               const py::object& user, const py::object& lines, bool ignoresMissing,
+               bool keepsNumbers) {
   ManagerObject& owner = toManager(manager, "manager");
   std::unique_ptr<User> asked;
   if (!user.is_none()) asked = std::make_unique<User>(owner, user);

@@ -406,7 +406,8 @@ class Model(Tables):
         one whose number or name another one has: "refuse" raises ClashError, "rename" gives it a
         free name, "renumber" a free number, "skip" leaves it out, "replace" puts it in the place of
         the other. Raises LossError where this form has no place for something, unless ``lossy``.
-        Warns with UnitWarning where units differ.
+        Warns with UnitWarning where units differ. Raises RuntimeError where a foundation that
+        another thread adds meanwhile has the name or number of one that comes.
         """
         if on_clash not in _CLASHES:
             raise ValueError(f"on_clash: only {', '.join(_CLASHES[:-1])} or {_CLASHES[-1]}")
