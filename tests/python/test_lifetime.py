@@ -425,6 +425,22 @@ def test_threads_may_run_while_the_interpreter_ends():
     assert (ended.returncode, ended.stderr) == (0, "")
 
 
+@pytest.mark.parametrize("work", ["kv.open(content, form='csv')", "model.to_bytes()", "model.diff(model)", "model.check()"])
+def test_threads_may_work_on_a_model_while_the_interpreter_ends(work):
+    ended = run(
+        "import threading, time, kvfound as kv\n"
+        "model = kv.Model('csv')\n"
+        "for i in range(1000): model.add(kv.Foundation(f'n{i}', area=(1, 2, i + 1)))\n"
+        "content = model.to_bytes()\n"
+        "def work():\n"
+        f"    while True: {work}\n"
+        "for _ in range(3): threading.Thread(target=work, daemon=True).start()\n"
+        "time.sleep(0.2)\n"
+    )
+
+    assert (ended.returncode, ended.stderr) == (0, "")
+
+
 DYING = {
     "manager": "manager = make(); manager.add_user(Collecting()); manager = None",
     "manager of a subclass": "manager = Sub(); manager.add_user(Collecting()); manager = None",
