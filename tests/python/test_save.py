@@ -428,6 +428,75 @@ def test_tables_are_written_as_told():
         model.to_bytes("json", separator=";")
 
 
+class Raw(io.RawIOBase):
+    """Takes what `take` makes of the count of bytes that it is given."""
+
+    def __init__(self, take):
+        self.take = take
+        self.got = b""
+
+    def writable(self):
+        return True
+
+    def write(self, data):
+        count = self.take(len(data))
+        self.got += bytes(data[:count])
+        return count
+
+
+def write_xml(model, file):
+    model.foundations.write_xml(file)
+
+
+WRITES = pytest.mark.parametrize("write", [kv.Model.write, write_xml])
+
+
+@WRITES
+@pytest.mark.parametrize("most", [1, 100, 10**6])
+def test_a_raw_file_gets_everything(path, write, most):
+    model = kv.open(path)
+    whole = io.BytesIO()
+    write(model, whole)
+
+    raw = Raw(lambda size: min(most, size))
+    write(model, raw)
+
+    assert raw.got == whole.getvalue()
+
+
+@WRITES
+@pytest.mark.parametrize("bad, error", [(0, OSError), (None, BlockingIOError), (-1, OSError), (2**64 - 1, OSError),
+                                        (10**30, OSError), ("9", TypeError)])  # fmt: skip
+def test_a_raw_file_that_takes_nothing_more_raises(path, write, bad, error):
+    class Full(Raw):
+        def write(self, data):
+            return super().write(data) if len(self.got) < 20 else bad
+
+    with pytest.raises(error):
+        write(kv.open(path), Full(lambda size: min(10, size)))
+
+
+@WRITES
+def test_a_count_above_what_was_given_raises(path, write):
+    with pytest.raises(OSError, match="not between 0 and"):
+        write(kv.open(path), Raw(lambda size: size + 1 if size else 0))
+
+
+@WRITES
+def test_a_file_object_may_tell_no_count(path, write):
+    class Untold:
+        got = b""
+
+        def write(self, data):
+            self.got += data
+
+    untold, told = Untold(), io.BytesIO()
+    write(kv.open(path), untold)
+    write(kv.open(path), told)
+
+    assert untold.got == told.getvalue()
+
+
 def test_a_copy_is_written_to_files_and_file_objects(path, tmp_path):
     model = kv.open(path)
     buffer = io.BytesIO()
