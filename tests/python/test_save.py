@@ -2,7 +2,9 @@
 
 import io
 import os
+import pathlib
 import stat
+import subprocess
 import sys
 import threading
 import time
@@ -632,3 +634,34 @@ def test_two_threads_do_not_save_one_model_at_once(path):
         thread.join()
     assert set(errors) <= {"another thread saves the model at this moment"}
     assert path.read_bytes() == MODEL
+
+
+@pytest.mark.skipif(not hasattr(os, "fork"), reason="only a fork takes over what threads are at")
+def test_a_child_saves_a_model_that_a_thread_was_saving(tmp_path):
+    done = subprocess.run(
+        [
+            sys.executable,
+            "-c",
+            "import os, threading, time, kvfound as kv\n"
+            "model = kv.Model('csv')\n"
+            "for i in range(5000): model.foundations.add(kv.Foundation(f'n{i}', number=i + 1, area=(1, 2, 3)))\n"
+            "def work():\n"
+            "    while True: model.save_as('thread.csv', existing='replace')\n"
+            "threading.Thread(target=work, daemon=True).start()\n"
+            "for i in range(5):\n"
+            "    time.sleep(0.05)\n"
+            "    child = os.fork()\n"
+            "    if child == 0:\n"
+            "        try: model.save_as(f'child{i}.csv')\n"
+            "        finally: os._exit(0)\n"
+            "    os.waitpid(child, 0)\n",
+        ],
+        cwd=tmp_path,
+        env={**os.environ, "PYTHONPATH": str(pathlib.Path(kv.__file__).absolute().parents[1])},
+        capture_output=True,
+        text=True,
+        timeout=60,
+    )
+
+    assert (done.returncode, done.stderr) == (0, "")
+    assert [len(kv.open(tmp_path / f"child{i}.csv")) for i in range(5)] == [5000] * 5
