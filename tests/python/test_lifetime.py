@@ -425,6 +425,60 @@ def test_threads_may_run_while_the_interpreter_ends():
     assert (ended.returncode, ended.stderr) == (0, "")
 
 
+@pytest.mark.parametrize("work", ["kv.open(content, form='csv')", "model.to_bytes()", "model.diff(model)", "model.check()"])
+def test_threads_may_work_on_a_model_while_the_interpreter_ends(work):
+    ended = run(
+        "import threading, time, kvfound as kv\n"
+        "model = kv.Model('csv')\n"
+        "for i in range(1000): model.add(kv.Foundation(f'n{i}', area=(1, 2, i + 1)))\n"
+        "content = model.to_bytes()\n"
+        "def work():\n"
+        f"    while True: {work}\n"
+        "for _ in range(3): threading.Thread(target=work, daemon=True).start()\n"
+        "time.sleep(0.2)\n"
+    )
+
+    assert (ended.returncode, ended.stderr) == (0, "")
+
+
+DYING = {
+    "manager": "manager = make(); manager.add_user(Collecting()); manager = None",
+    "manager of a subclass": "manager = Sub(); manager.add_user(Collecting()); manager = None",
+    "manager, weakly known": "manager = make(); known = weakref.ref(manager, collect); manager = None",
+    "foundation": "keep = manager[0]; known = weakref.ref(keep, collect); del keep",
+    "foundation of its own": "f = kv.Foundation(); known = weakref.ref(f, collect); del f",
+    "foundation of a subclass": "f = SubFoundation(); f.x = Collecting(); known = weakref.ref(f, collect); del f",
+    "manager of the last foundation": "f = make()[0]; f.manager.add_user(Collecting()); del f",
+    "iterator": "walk = iter(make()); known = weakref.ref(walk, collect); del walk",
+    "manager of an iterator": "n = make(); n.add_user(Collecting()); walk = iter(n); del n; del walk",
+    "circle": "n = Sub(); n.me = n; n.add_user(Collecting()); del n; gc.collect()",
+}
+
+
+@pytest.mark.parametrize("dying", DYING.values(), ids=DYING)
+def test_the_collector_may_run_while_an_object_dies(dying):
+    ended = run(
+        "import gc, weakref, kvfound as kv\n"
+        "class Sub(kv.FoundationManager): pass\n"
+        "class SubFoundation(kv.Foundation): pass\n"
+        "def make(): return kv.FoundationManager([kv.Foundation('a'), SubFoundation('b')])\n"
+        "def collect(*_):\n"
+        "    gc.collect()\n"
+        "    return [make() for _ in range(9)], manager and manager.foundations\n"
+        "class Collecting:\n"
+        "    def __call__(self, f): return True\n"
+        "    def __del__(self): collect()\n"
+        "for _ in range(30):\n"
+        "    manager = make()\n"
+        f"    {dying}\n"
+        "    [kv.FoundationManager() for _ in range(9)], [kv.Foundation() for _ in range(9)]\n"
+        "    manager = None\n"
+        "print('ended')\n"
+    )
+
+    assert (ended.returncode, ended.stdout, ended.stderr) == (0, "ended\n", "")
+
+
 def test_two_threads_may_import_numpy_first():
     ended = run(
         "import threading, sys, kvfound as kv\n"

@@ -167,6 +167,65 @@ def test_components_are_numbers_themselves():
         kv.Foundation(line=(1, 2, "3"))
 
 
+NO_NUMBERS = [
+    numpy.complex128(3 + 4j),
+    numpy.datetime64(5, "ns"),
+    numpy.timedelta64(7, "ns"),
+    numpy.array(["12"]),
+    numpy.array("12"),
+    numpy.array([b"9"]),
+    numpy.array([5], "timedelta64[ns]"),
+    numpy.array(True),
+    numpy.array(["12"], dtype=object),
+    numpy.array([1j], dtype=object),
+    numpy.array([numpy.complex128(1)], dtype=object),
+    numpy.array([1, 2], dtype=object),
+]
+
+
+@pytest.mark.parametrize("value", NO_NUMBERS, ids=repr)
+def test_what_only_numpy_takes_for_a_number_is_refused(value):
+    foundation = kv.Foundation("Raft", number=1, area=(1, 2, 3))
+    manager = kv.FoundationManager([foundation])
+
+    with pytest.raises(TypeError, match="^area: a number is wanted, not "):
+        foundation.area = (value, 0, 0)
+    with pytest.raises(TypeError, match="^areaX in row 0: a number is wanted, not "):
+        manager.update({"number": [1], "areaX": [value]})
+    with pytest.raises(TypeError, match="number"):
+        kv.modify_value(0, value)
+
+    assert foundation.area == (1.0, 2.0, 3.0)
+
+
+@pytest.mark.parametrize("kind", [float, numpy.float16, numpy.longdouble, ">f8", numpy.int8, numpy.uint64, object])
+def test_an_array_of_one_number_is_a_number(kind):
+    value = numpy.array(3).astype(kind)
+
+    assert kv.Foundation(area=(value, value, value)).area == (3.0, 3.0, 3.0)
+
+
+def test_a_number_may_have_a_dtype_of_its_own():
+    class Number:
+        dtype = "mine"
+
+        def __float__(self):
+            return 2.5
+
+    assert kv.Foundation(factor_area=Number()).factor_area == 2.5
+
+
+def test_what_asking_for_a_dtype_raises_arrives():
+    class Number:
+        dtype = property(lambda self: {}["mine"])
+
+        def __float__(self):
+            return 2.5
+
+    with pytest.raises(KeyError, match="mine"):
+        kv.Foundation(factor_area=Number())
+
+
 def test_a_table_is_no_vector():
     with pytest.raises(TypeError):
         kv.Foundation(area=numpy.zeros((3, 3)))

@@ -298,3 +298,23 @@ def test_messages_call_a_file_as_it_was_called(tmp_path, monkeypatch):
         with pytest.raises(error) as failed:
             kv.open(name)
         assert failed.value.filename == (name or None)
+
+
+@pytest.mark.parametrize("content", [5, 10**11, list(b"<SMOD/>"), None, "<SMOD/>", 1.5])
+@pytest.mark.parametrize("read", [kv.open, kv.FoundationManager().read_xml])
+def test_a_file_object_that_reads_no_bytes_is_refused(read, content):
+    class File:
+        def read(self):
+            return content
+
+    with pytest.raises(TypeError):
+        read(File())
+
+
+@pytest.mark.parametrize("kind", [bytes, bytearray, memoryview])
+def test_a_file_object_may_read_anything_with_a_buffer(kind):
+    class File:
+        def read(self):
+            return kind(kv.Model().to_bytes())
+
+    assert len(kv.open(File())) == 0

@@ -3,7 +3,9 @@
 import io
 import math
 import os
+import pathlib
 import stat
+import subprocess
 import sys
 import threading
 import time
@@ -429,6 +431,75 @@ def test_tables_are_written_as_told():
         model.to_bytes("json", separator=";")
 
 
+class Raw(io.RawIOBase):
+    """Takes what `take` makes of the count of bytes that it is given."""
+
+    def __init__(self, take):
+        self.take = take
+        self.got = b""
+
+    def writable(self):
+        return True
+
+    def write(self, data):
+        count = self.take(len(data))
+        self.got += bytes(data[:count])
+        return count
+
+
+def write_xml(model, file):
+    model.foundations.write_xml(file)
+
+
+WRITES = pytest.mark.parametrize("write", [kv.Model.write, write_xml])
+
+
+@WRITES
+@pytest.mark.parametrize("most", [1, 100, 10**6])
+def test_a_raw_file_gets_everything(path, write, most):
+    model = kv.open(path)
+    whole = io.BytesIO()
+    write(model, whole)
+
+    raw = Raw(lambda size: min(most, size))
+    write(model, raw)
+
+    assert raw.got == whole.getvalue()
+
+
+@WRITES
+@pytest.mark.parametrize("bad, error", [(0, OSError), (None, BlockingIOError), (-1, OSError), (2**64 - 1, OSError),
+                                        (10**30, OSError), ("9", TypeError)])  # fmt: skip
+def test_a_raw_file_that_takes_nothing_more_raises(path, write, bad, error):
+    class Full(Raw):
+        def write(self, data):
+            return super().write(data) if len(self.got) < 20 else bad
+
+    with pytest.raises(error):
+        write(kv.open(path), Full(lambda size: min(10, size)))
+
+
+@WRITES
+def test_a_count_above_what_was_given_raises(path, write):
+    with pytest.raises(OSError, match="not between 0 and"):
+        write(kv.open(path), Raw(lambda size: size + 1 if size else 0))
+
+
+@WRITES
+def test_a_file_object_may_tell_no_count(path, write):
+    class Untold:
+        got = b""
+
+        def write(self, data):
+            self.got += data
+
+    untold, told = Untold(), io.BytesIO()
+    write(kv.open(path), untold)
+    write(kv.open(path), told)
+
+    assert untold.got == told.getvalue()
+
+
 def test_a_copy_is_written_to_files_and_file_objects(path, tmp_path):
     model = kv.open(path)
     buffer = io.BytesIO()
@@ -715,3 +786,34 @@ def test_other_forms_keep_the_numbers_that_were_saved(tmp_path):
     assert model["A"].number == 10
     model.save_as(tmp_path / "first.xml", to="exchange-1.0", lossy=True)
     assert model["A"].number == 1
+
+
+@pytest.mark.skipif(not hasattr(os, "fork"), reason="only a fork takes over what threads are at")
+def test_a_child_saves_a_model_that_a_thread_was_saving(tmp_path):
+    done = subprocess.run(
+        [
+            sys.executable,
+            "-c",
+            "import os, threading, time, kvfound as kv\n"
+            "model = kv.Model('csv')\n"
+            "for i in range(5000): model.foundations.add(kv.Foundation(f'n{i}', number=i + 1, area=(1, 2, 3)))\n"
+            "def work():\n"
+            "    while True: model.save_as('thread.csv', existing='replace')\n"
+            "threading.Thread(target=work, daemon=True).start()\n"
+            "for i in range(5):\n"
+            "    time.sleep(0.05)\n"
+            "    child = os.fork()\n"
+            "    if child == 0:\n"
+            "        try: model.save_as(f'child{i}.csv')\n"
+            "        finally: os._exit(0)\n"
+            "    os.waitpid(child, 0)\n",
+        ],
+        cwd=tmp_path,
+        env={**os.environ, "PYTHONPATH": str(pathlib.Path(kv.__file__).absolute().parents[1])},
+        capture_output=True,
+        text=True,
+        timeout=60,
+    )
+
+    assert (done.returncode, done.stderr) == (0, "")
+    assert [len(kv.open(tmp_path / f"child{i}.csv")) for i in range(5)] == [5000] * 5

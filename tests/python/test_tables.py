@@ -322,6 +322,13 @@ class TestAbsence:
 
 
 class TestRefusals:
+    @pytest.mark.parametrize("unit", ["s", "ns"])
+    @pytest.mark.parametrize("kind", ["datetime64", "timedelta64"])
+    @pytest.mark.parametrize("column", ["number", "areaX"])
+    def test_of_times(self, manager, kind, unit, column):
+        table = {"number": [3], "areaX": [7.0], column: np.array([3], f"{kind}[{unit}]")}
+        refused(manager, TypeError, f"{column}: times are no values", table)
+
     @pytest.mark.parametrize(
         "column, value, error, text",
         [

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "bindings.h"
+#include "collected.h"
 #include "errors.h"
 #include "foundation_object.h"
 #include "numbers.h"
@@ -462,8 +463,7 @@ int traverse(PyObject* self, visitproc visit, void* arg) {
 /// go of what makes circles.
 void collectGarbage(PyHeapTypeObject* type) {
   makeWhole(type);
-  type->ht_type.tp_flags |= Py_TPFLAGS_HAVE_GC;
-  type->ht_type.tp_traverse = traverse;
+  makeCollected(type, traverse, nullptr);
 }
 
 }  // namespace

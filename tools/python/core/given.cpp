@@ -40,19 +40,56 @@ std::string encodePath(const py::object& path) {
   return copyBytes(py::reinterpret_steal<py::object>(converted));
 }
 
-void writeFile(const py::object& file, const std::string& bytes) {
-  const py::bytes all(bytes);
-  // A file without a buffer may write less than it is given.
+[[noreturn]] void throwError(PyObject* type, const std::string& message) {
+  PyErr_SetString(type, message.c_str());
+  throw py::error_already_set();
+}
+
+/// A raw file that must not wait has written nothing then; other files say nothing and write all.
+std::size_t countUntold(const py::object& file, std::size_t given) {
+  if (py::isinstance(file, py::module_::import("io").attr("RawIOBase")))
+    throwError(PyExc_BlockingIOError, "the file would have to wait to be written");
+  return given;
+}
+
+/// From what write() returned for so many bytes.
+std::size_t toCount(const py::object& file, const py::object& count, std::size_t given) {
+  if (count.is_none()) return countUntold(file, given);
+  if (!PyIndex_Check(count.ptr()))
+    throwTypeError("write() returned " + nameType(count) + ", not a count of bytes");
+  const py::ssize_t written = PyNumber_AsSsize_t(count.ptr(), nullptr);  // cuts what is too large
+  if (PyErr_Occurred() != nullptr) throw py::error_already_set();
+  if (written < 0 || static_cast<std::size_t>(written) > given)
+    throwError(PyExc_OSError,
+               "write() returned a count that is not between 0 and " + std::to_string(given));
+  if (written == 0) throwError(PyExc_OSError, "the file takes no more: write() returned 0");
+  return static_cast<std::size_t>(written);
+}
+
+/// A file without a buffer may write less than it is given.
+void writeAll(const py::object& file, const py::bytes& all) {
+  const auto size = static_cast<std::size_t>(PyBytes_GET_SIZE(all.ptr()));
   std::size_t written = 0;
-  do {
+  while (written < size) {
     const py::object rest =
-        written == 0 ? py::object(all) : py::object(py::bytes(bytes.substr(written)));
-    const py::object count = runCode([&] { return py::object(file.attr("write")(rest)); });
-    if (!PyLong_Check(count.ptr())) return;
-    const auto more = count.cast<std::size_t>();
-    if (more == 0) break;
-    written += more;
-  } while (written < bytes.size());
+        written == 0 ? py::object(all)
+                     : py::object(py::memoryview(all)[py::slice(
+                           static_cast<py::ssize_t>(written), static_cast<py::ssize_t>(size), 1)]);
+    written += toCount(file, file.attr("write")(rest), size - written);
+  }
+}
+
+void writeFile(const py::object& file, const py::bytes& bytes) {
+  runCode([&] { writeAll(file, bytes); });
+}
+
+std::string readPath(const py::object& path) {
+  return runCode([&] {
+    const py::object file = py::module_::import("io").attr("open")(path, "rb");
+    std::string bytes = readFile(file);
+    file.attr("close")();
+    return bytes;
+  });
 }
 
 }  // namespace
@@ -67,21 +104,22 @@ Given readGiven(py::handle source) {
   }
   const py::object path = findPath(source);
   const std::string shown = encodePath(path);
-  const py::object file = py::module_::import("io").attr("open")(path, "rb");
-  std::string bytes = readFile(file);
-  file.attr("close")();
-  return {std::move(bytes), shown};
+  return {readPath(path), shown};
 }
 
 void writeGiven(py::handle target, const std::string& bytes) {
   if (py::hasattr(target, "write"))
-    return writeFile(py::reinterpret_borrow<py::object>(target), bytes);
+    return writeFile(py::reinterpret_borrow<py::object>(target), py::bytes(bytes));
   const std::string path = encodePath(findPath(target));
   const Unlocked unlocked;
   OutputFile file(path);
   file.create();
   file.write(bytes);
   file.commit();
+}
+
+void bindGiven(py::module_& module) {
+  module.def("write_object", &writeFile, py::arg("file"), py::arg("content"));
 }
 
 }  // namespace Python

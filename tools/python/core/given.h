@@ -19,7 +19,10 @@ struct Given {
 Given readGiven(py::handle source);
 
 /// Writes all to a path (str, bytes or os.PathLike), as a whole or not at all, or to a binary file
-/// object.
+/// object, which may take a part at a time. Throws OSError when it takes nothing more or tells a
+/// count that cannot be, BlockingIOError when it is a raw one that would have to wait.
 void writeGiven(py::handle target, const std::string& bytes);
+
+void bindGiven(py::module_& module);
 
 }  // namespace Python

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bindings.h"
+#include "collected.h"
 #include "errors.h"
 #include "manager_object.h"
 #include "numbers.h"
@@ -84,8 +85,7 @@ int traverseIterator(PyObject* self, visitproc visit, void* arg) {
 /// It has nothing to clear: its manager lets go of what makes circles.
 void collectIterator(PyHeapTypeObject* type) {
   refuseMaking(type);
-  type->ht_type.tp_flags |= Py_TPFLAGS_HAVE_GC;
-  type->ht_type.tp_traverse = traverseIterator;
+  makeCollected(type, traverseIterator, nullptr);
 }
 
 int traverse(PyObject* self, visitproc visit, void* arg) {
@@ -104,9 +104,7 @@ int clear(PyObject* self) {
 
 void collectGarbage(PyHeapTypeObject* type) {
   makeWhole(type);
-  type->ht_type.tp_flags |= Py_TPFLAGS_HAVE_GC;
-  type->ht_type.tp_traverse = traverse;
-  type->ht_type.tp_clear = clear;
+  makeCollected(type, traverse, clear);
 }
 
 /// All foundations of an iterable, each of them one that can be added.

@@ -10,6 +10,7 @@
 #include "errors.h"
 #include "render.h"
 #include "source.h"
+#include "threads.h"
 
 /// What the files that bind models share.
 namespace Python {
@@ -19,7 +20,7 @@ namespace py = pybind11;
 /// Does work that sees no object of Python without the interpreter lock.
 template <class Work>
 auto runUnlocked(const Work& work) {
-  const py::gil_scoped_release release;
+  const Unlocked unlocked;
   return work();
 }
 

@@ -2,6 +2,7 @@
 
 #include "bindings.h"
 #include "errors.h"
+#include "given.h"
 #include "numbers.h"
 
 PYBIND11_MODULE(_core, module) {
@@ -13,6 +14,7 @@ PYBIND11_MODULE(_core, module) {
   Python::bindNumbers(module);
   Python::bindFoundation(module);
   Python::bindManager(module);
+  Python::bindGiven(module);
   Python::bindModel(module);
   Python::bindTables(module);
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <limits>
 #include <string>
+#include <string_view>
 
 #include "errors.h"
 
@@ -39,6 +40,44 @@ bool hasNumber(py::handle value) {
   throwTypeError(std::string(what) + ": " + wanted + " is wanted, not " + nameType(given));
 }
 
+/// Null without such an attribute.
+py::object findAttribute(py::handle value, const char* name) {
+  auto found = py::reinterpret_steal<py::object>(PyObject_GetAttrString(value.ptr(), name));
+  if (found) return found;
+  if (!PyErr_ExceptionMatches(PyExc_AttributeError)) throw py::error_already_set();
+  PyErr_Clear();
+  return found;
+}
+
+/// What numpy calls a kind of values, '\0' for what is none of numpy's.
+char findKind(const py::object& dtype) {
+  if (!dtype) return '\0';
+  const py::object kind = findAttribute(dtype, "kind");
+  if (!kind || !PyUnicode_Check(kind.ptr()) || PyUnicode_GET_LENGTH(kind.ptr()) != 1) return '\0';
+  return static_cast<char>(PyUnicode_READ_CHAR(kind.ptr(), 0));
+}
+
+double convert(py::handle value, const char* what) {
+  const double number = PyFloat_AsDouble(value.ptr());
+  if (number != -1.0 || PyErr_Occurred() == nullptr) return number;
+  if (!PyLong_Check(value.ptr()) || !PyErr_ExceptionMatches(PyExc_OverflowError))
+    throw py::error_already_set();
+  PyErr_Clear();
+  throwOverflowError(std::string(what) + ": the int is beyond the range of a float");
+}
+
+bool isNumber(py::handle value) { return !isBool(value) && !isText(value) && hasNumber(value); }
+
+/// The one object of an array of objects, itself no array.
+py::object getOnly(py::handle array, const char* what) {
+  auto item = py::reinterpret_steal<py::object>(PyObject_CallMethod(array.ptr(), "item", nullptr));
+  if (!item && !PyErr_ExceptionMatches(PyExc_ValueError)) throw py::error_already_set();
+  PyErr_Clear();
+  if (!item) refuse(what, "a number", array);
+  if (!isNumber(item) || findAttribute(item, "dtype")) refuse(what, "a number", item);
+  return item;
+}
+
 }  // namespace
 
 bool isBool(py::handle value) { return PyBool_Check(value.ptr()) || isNumpyBool(value); }
@@ -56,14 +95,17 @@ int toInt(py::handle value, const char* what) {
 }
 
 double toDouble(py::handle value, const char* what) {
-  // numpy makes numbers of arrays of texts, which Python does not.
-  if (isBool(value) || isText(value) || !hasNumber(value)) refuse(what, "a number", value);
-  const double number = PyFloat_AsDouble(value.ptr());
-  if (number != -1.0 || PyErr_Occurred() == nullptr) return number;
-  if (!PyLong_Check(value.ptr()) || !PyErr_ExceptionMatches(PyExc_OverflowError))
-    throw py::error_already_set();
-  PyErr_Clear();
-  throwOverflowError(std::string(what) + ": the int is beyond the range of a float");
+  if (PyFloat_CheckExact(value.ptr())) return PyFloat_AS_DOUBLE(value.ptr());
+  if (!isNumber(value)) refuse(what, "a number", value);
+  if (PyLong_CheckExact(value.ptr())) return convert(value, what);
+  // numpy makes numbers of times, of texts and of half a complex number, which Python does not.
+  const py::object dtype = findAttribute(value, "dtype");
+  const char kind = findKind(dtype);
+  if (kind == 'O') return convert(getOnly(value, what), what);
+  if (kind != '\0' && std::string_view("iuf").find(kind) == std::string_view::npos)
+    throwTypeError(std::string(what) + ": a number is wanted, not numpy's " +
+                   py::cast<std::string>(py::str(dtype)));
+  return convert(value, what);
 }
 
 bool toBool(py::handle value, const char* what) {

@@ -43,14 +43,19 @@ Target toTarget(const std::string& form, const py::object& separator, const py::
   return target;
 }
 
+/// A child that a fork has made has none of the threads that were at work.
+int getProcess() { return py::module_::import("os").attr("getpid")().cast<int>(); }
+
 /// Only one thread at a time saves a model.
 class Saving {
  public:
   explicit Saving(ModelState& saved) : state(saved) {
-    if (state.isSaved) throwRuntimeError("another thread saves the model at this moment");
-    state.isSaved = true;
+    const int process = getProcess();
+    if (state.savedBy == process)
+      throwRuntimeError("another thread saves the model at this moment");
+    state.savedBy = process;
   }
-  ~Saving() { state.isSaved = false; }
+  ~Saving() { state.savedBy = 0; }
   Saving(const Saving&) = delete;
   Saving& operator=(const Saving&) = delete;
 

@@ -48,7 +48,7 @@ struct ModelState {
   std::shared_ptr<const Source> source;
   std::shared_ptr<Origins> origins;
   std::optional<Units> units;  // that it names from now on
-  bool isSaved = false;        // at this moment, by some thread
+  int savedBy = 0;             // the process that has a thread save it at this moment
 };
 
 /// Foundations as they were at one moment, for work without the lock.

@@ -1,5 +1,5 @@
 import os
-from typing import Any, BinaryIO, Callable, Dict, Iterable, Iterator, List, Mapping, Optional
+from typing import IO, Any, BinaryIO, Callable, Dict, Iterable, Iterator, List, Mapping, Optional
 from typing import Protocol, SupportsFloat, SupportsIndex, Tuple, TypeVar, Union, final, overload
 
 import numpy as np
@@ -267,6 +267,7 @@ def render(
     lossy: bool,
 ) -> bytes: ...
 def list_losses(state: ModelState, manager: FoundationManager, form: str) -> _Texts: ...
+def write_object(file: IO[bytes], content: bytes) -> None: ...
 def write_file(path: bytes, content: bytes, replace: bool) -> None: ...
 def check(
     state: ModelState, manager: FoundationManager

@@ -307,7 +307,8 @@ class Model(Tables):
         ``to`` may be "kvml", too, and is where a path ends with .kvml.
 
         Raises what :meth:`save_as` does; FileExistsError for a file that is there unless
-        ``replace``; TypeError for a file object in text mode.
+        ``replace``; TypeError for a file object in text mode; OSError for one that takes no more,
+        such as BlockingIOError for a raw one that would have to wait.
         """
         options = {"lossy": lossy, "separator": separator, "decimal": decimal}
         if isinstance(target, (str, bytes, os.PathLike)):
@@ -319,7 +320,7 @@ class Model(Tables):
             kind = type(target).__name__
             raise TypeError(f"target: a path or a binary file object is wanted, not {kind}")
         target.write(b"")  # which a file in text mode refuses, before anything is made
-        target.write(self.to_bytes(to, **options))  # type: ignore[arg-type]
+        _core.write_object(target, self.to_bytes(to, **options))  # type: ignore[arg-type]
 
     def losses(self, to: Optional[str] = None) -> Tuple[str, ...]:
         """What would be lost in a document of this form (its own when left out), a line each."""
@@ -574,9 +575,14 @@ def _read(source: Any) -> Tuple[bytes, bytes]:
     content = read()
     if isinstance(content, str):
         raise TypeError("source: the file is open in text mode; open it with mode \"rb\"")
+    try:
+        content = memoryview(content).tobytes()  # bytes() would take a count or a list of ints, too
+    except TypeError:
+        kind = type(content).__name__
+        raise TypeError(f"source: read() returned {kind}, not bytes") from None
     name = getattr(source, "name", None)
     shown = os.fsencode(name) if isinstance(name, (str, bytes)) and name else b"<bytes>"
-    return bytes(content), shown
+    return content, shown
 
 
 def _take_number(number: Any, wanted: str) -> int:

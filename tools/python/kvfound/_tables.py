@@ -146,6 +146,9 @@ def _make_cells(name: str, column: Any) -> Tuple[Any, ...]:
     dimensions = getattr(column, "ndim", 1)
     if dimensions != 1:
         raise ValueError(f"{name}: a column has one dimension, not {dimensions}")
+    dtype = getattr(column, "dtype", None)
+    if getattr(dtype, "kind", None) in ("M", "m"):  # some of which would become plain ints
+        raise TypeError(f"{name}: times are no values: a column of {dtype}")
     to_list = getattr(column, "tolist", None)  # of arrays and series: their numbers become Python's
     return tuple(to_list() if to_list is not None else column)
 
