@@ -9,7 +9,10 @@ install_npm_packages() {
   command -v npm >/dev/null || install_packages npm
   rm -rf "$folder"
   mkdir -p "$folder"
-  npm install --silent --prefer-offline --no-audit --no-fund --ignore-scripts --prefix "$folder" "$@"
+  # Where no registry answers, npm alone would go on trying in silence.
+  quietly timeout --kill-after=10 "${KVFOUND_NPM_SECONDS:-600}" npm install --loglevel=error --prefer-offline \
+    --no-audit --no-fund --ignore-scripts --fetch-retries=1 --fetch-timeout=60000 --prefix "$folder" "$@" ||
+    { echo "npm did not install $*: see above, or no registry of npm answers here." >&2; return 1; }
   echo "$*" >"$folder/packages"
 }
 
