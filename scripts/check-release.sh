@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes a release twice, the second time in another place and without a cache, and fails unless both are
 # the same, byte for byte. Then installs or builds each part: a host with the archive of the sources, the
-# Debian packages, program and host of the archive for Windows under Wine.
+# Debian packages, the wheel, program and host of the archive for Windows under Wine.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
@@ -38,6 +38,10 @@ expect "The archive of the sources" "15 foundations, 12 kept" \
 # --- Debian
 
 scripts/check-packages.sh "$release"
+
+# --- Python
+
+scripts/check-wheel.sh "$release"/kvfound-*.whl
 
 # --- Windows
 

@@ -1,20 +1,14 @@
 #!/usr/bin/env bash
 # Makes the wheel of the Python package, installs it in a fresh virtual environment, and uses it there:
-# it must carry every library that not each Linux has. Leaves the wheel in build/wheel/dist.
+# it must carry every library that not each Linux has.
+#   scripts/check-wheel.sh [WHEEL]        with a WHEEL, the one that is there
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-install_packages "${build_packages[@]}" pybind11-dev python3-dev python3-build python3-setuptools \
-  python3-wheel python3-venv python3-numpy python3-pandas binutils
+install_packages python3 python3-venv python3-numpy python3-pandas binutils
 python=/usr/bin/python3  # as Debian has it, for which its packages are
-dist=build/wheel/dist
-rm -rf "$dist"
-mkdir -p "$dist"
-log=build/wheel/build.log
-"$python" -m build --no-isolation --wheel --outdir "$dist" tools/python >"$log" 2>&1 ||
-  { tail -30 "$log" >&2; exit 1; }
-wheel=$(echo "$dist"/kvfound-*.whl)
+wheel=${1:-$(scripts/make-wheel.sh)}
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
