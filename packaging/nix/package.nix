@@ -9,6 +9,7 @@ stdenv.mkDerivation {
   buildInputs = [ pugixml fast-float fmt utf8proc cli11 nlohmann_json simdjson libcsv ];
   cmakeFlags = [
     "-DKVFOUND_TOOLS=ON"
+    "-DKVFOUND_PYTHON=OFF"
     "-DKVFOUND_EXAMPLES=OFF"
     "-DKVFOUND_TESTS=OFF"
     "-DKVFOUND_BENCHMARKS=OFF"
