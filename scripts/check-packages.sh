@@ -59,6 +59,8 @@ ls "$1/usr/share/zsh/vendor-completions/_kvfound" "$1/usr/share/fish/vendor_comp
 ls "$1/usr/share/doc/kvfound/docs/guide/index.md" "$1/usr/share/doc/kvfound/examples/model.xml"
 dpkg --root="$1" -P libkvfound-dev
 dpkg --root="$1" -i "$2"/newer/*.deb
+# dpkg does not ask whether the program wants the older one; apt does, and would remove the program.
+APT_CONFIG=$MMDEBSTRAP_APT_CONFIG apt-get check
 show "$1"
 rm "$1"/tmp/*.xml
 dpkg --root="$1" -P kvfound kvfound-doc python3-kvfound libkvfound1
