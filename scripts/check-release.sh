@@ -13,6 +13,8 @@ trap 'rm -rf "$work"' EXIT
 
 # What the libraries for Windows stand on is built once: only what is ours is judged.
 release=build/release-$version
+KVFOUND_RELEASE_COMMIT=$(git rev-parse HEAD)  # whatever is committed meanwhile
+export KVFOUND_RELEASE_COMMIT
 scripts/make-release.sh "$release" >/dev/null
 mkdir -p "$work/build/windows"
 cp -r build/release-build/windows/sysroot "$work/build/windows"
