@@ -43,7 +43,7 @@ import kvfound
 
 assert kvfound.__version__ == importlib.metadata.version("kvfound") == sys.argv[1]
 files = {path.name for path in importlib.metadata.files("kvfound")}
-assert {"LICENSE", "py.typed", "_core.pyi"} <= files, files
+assert {"LICENSE", "THIRD-PARTY-NOTICES.md", "py.typed", "_core.pyi"} <= files, files
 carried = [name for name in files if ".so." in name]
 licences = list((pathlib.Path(kvfound.__file__).parent / "licenses").iterdir())
 assert len(carried) == len(licences) > 0, (carried, licences)
