@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the Debian packages, has lintian look at them, builds a host with them, installs them in a bare
+# Makes the Debian packages, has lintian look at them and at their source, builds a host with them, installs them in a bare
 # Debian that has nothing but what they depend on, runs program and module there, upgrades the library alone,
 # and removes all again without a trace.
 #   scripts/check-packages.sh [FOLDER]        with a FOLDER, the packages that are there
@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-install_packages "${build_packages[@]}" file lintian mmdebstrap
+install_packages "${build_packages[@]}" dpkg-dev file lintian mmdebstrap
 # What is needed to build a package is needed to build at all.
 diff <(sed -n '/^Build-Depends/,/^Standards/ s/^ \([a-z0-9-]*\).*/\1/p' debian/control | grep -v '^d[eh]') \
   <(printf '%s\n' "${python_build_packages[@]}" | grep -vx g++ | LC_ALL=C sort) ||
@@ -20,9 +20,13 @@ mkdir "$work/build"
 cp "${1:-build/packages}"/*.deb "$work/build"
 packages=("$work"/build/*.deb)
 [ ${#packages[@]} -eq 5 ]
+mkdir -p "$work/source/kvfound"
+tar -c --exclude ./build --exclude ./.git . | tar -x -C "$work/source/kvfound"
+(cd "$work/source" && quietly dpkg-source -b kvfound)
 root=()
 [ "$(id -u)" -ne 0 ] || root=(--allow-root)
-lintian "${root[@]}" --display-info --fail-on error,warning,info "${packages[@]}"
+lintian "${root[@]}" --display-info --pedantic --fail-on error,warning,info,pedantic \
+  "${packages[@]}" "$work"/source/*.dsc
 
 # A host, with the packages unpacked.
 for package in "${packages[@]}"; do dpkg-deb -x "$package" "$work/unpacked"; done
