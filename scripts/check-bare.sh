@@ -23,6 +23,7 @@ machine=$(mktemp -d)
 trap 'rm -rf --one-file-system "$machine"' EXIT
 quietly debootstrap --variant=minbase "$release" "$machine" "$mirror"
 list_archives "deb \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" >"$machine/etc/apt/sources.list"
+echo "127.0.0.1 localhost" >"$machine/etc/hosts"  # the installer of Debian writes it, debootstrap does not
 mkdir "$machine/kvfound"
 git archive HEAD | tar -x -C "$machine/kvfound"
 
