@@ -132,7 +132,6 @@ class Check:
         self.project = project
         self.build = build
         self.kvfound = kvfound  # None where it is not built
-        self.stem = name_programs(document, project)
         self.failures = 0
 
     def fail(self, block, reason):
@@ -148,6 +147,12 @@ class Check:
         if result.returncode != 0 or result.stderr:
             self.fail(block, f"ends with {result.returncode}: {result.stderr}")
         return result.stdout
+
+    def run_programs(self, document):
+        """What the programs of a document print."""
+        stem = name_programs(document, self.project)
+        return [self.run(block, self.programs / f"{stem}_program{number}")
+                for number, block in enumerate(filter(is_program, find_blocks(document)), 1)]
 
     def check_shell(self, block):
         syntax = subprocess.run(["bash", "-n"], input=block.text, stderr=subprocess.PIPE, text=True)
@@ -223,14 +228,12 @@ class Check:
         blocks = find_blocks(self.document)
         texts = [path.read_text() for path in (self.project / "examples").iterdir()
                  if path.suffix in (".xml", ".kvml", ".csv")]
-        number = 0
+        above = self.document.parent.with_suffix(".md")  # its programs print for the folder's pages, too
+        texts += self.run_programs(above) if above.exists() else []
+        texts += self.run_programs(self.document)
         for block in blocks:
-            if is_program(block):
-                number += 1
-                program = self.programs / f"{self.stem}_program{number}"
-                texts.append(self.run(block, program))
-            elif is_fragment(block):
-                program = self.programs / f"{self.stem}_fragments"
+            if is_fragment(block):
+                program = self.programs / f"{name_programs(self.document, self.project)}_fragments"
                 texts.append(self.run(block, program, str(block.line)))
             elif block.language == "sh":
                 self.check_shell(block)
