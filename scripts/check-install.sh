@@ -87,6 +87,9 @@ git=(git -C "$work/sources" -c user.name=KvFound -c user.email=kvfound@example.o
 "${git[@]}" tag release
 fetch tag "GIT_REPOSITORY;$work/sources;GIT_TAG;release"
 
+build loose tests/consume/loose
+expect "add_subdirectory, with options of its own" '.* FXAREA="nan" FYAREA="-inf" FZAREA="-0" .*' "$work/loose/loose_host"
+
 build guest tests/consume/guest
 printf '<?xml version="1.0"?>\n<SMOD>\n' >"$work/broken.xml"
 expect "a plugin" "350731 -2 -1" "$work/guest/guest_host" examples/model.xml "$work/broken.xml" "$work/none.xml"

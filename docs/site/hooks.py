@@ -8,6 +8,16 @@ WITHOUT_LINKS = re.compile(r"(<(a|h[1-6]|pre)\b.*?</\2>)", re.DOTALL)
 CODE = re.compile(r"<code>([\w:]+)(\([^<()]*\))?</code>")
 
 
+def on_env(env, **_):
+    env.filters["breakable"] = make_breakable
+    return env
+
+
+def make_breakable(title):
+    """Names in narrow columns break between their words."""
+    return re.sub(r"(?<=[a-z])(?=[A-Z])|(?<=::)", "<wbr>", title)
+
+
 def on_page_content(html, page, config, **_):
     if not page.url.startswith("reference/"):
         names = json.loads((pathlib.Path(config["docs_dir"]).parent / "names.json").read_text())

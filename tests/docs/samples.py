@@ -70,12 +70,29 @@ def is_type(block):
     return block.language == "cpp" and re.match(r"(//.*\n)*(class|struct) ", block.text) is not None
 
 
+def is_headers(block):
+    return block.language == "cpp" and re.fullmatch(r"(#include .*\n|\n)+", block.text) is not None
+
+
 def is_fragment(block):
     return block.language == "cpp" and not is_program(block) and not is_type(block)
 
 
 def make_program(document, block):
     return f'#line {block.line} "{document}"\n{block.text}'
+
+
+def join_growing(blocks):
+    """Where a block has nothing but headers, it goes to the top of the first program, and the blocks behind it
+    go to the end of that program's main. The blocks, with the whole program in place of all these."""
+    at = next((at for at, block in enumerate(blocks) if is_headers(block)), None)
+    if at is None:
+        return blocks
+    first = next(block for block in blocks if is_program(block))
+    parts = [block.text for block in blocks[at + 1:] if block.language == "cpp"]
+    text = "#undef NDEBUG\n" + blocks[at].text + re.sub(r"\}\n$", "", first.text) + "".join(parts) + "}\n"
+    return [block for block in blocks if block.language != "cpp" or block is first] + \
+        [first._replace(line=blocks[at].line, text=text)]
 
 
 def make_fragments(document, blocks):
@@ -105,7 +122,7 @@ def write(folder, project, documents):
     sources = {}
     calls = []
     for document in documents:
-        blocks = find_blocks(document)
+        blocks = join_growing(find_blocks(document))
         if not blocks:
             continue
         stem = name_programs(document, project)
@@ -132,7 +149,6 @@ class Check:
         self.project = project
         self.build = build
         self.kvfound = kvfound  # None where it is not built
-        self.stem = name_programs(document, project)
         self.failures = 0
 
     def fail(self, block, reason):
@@ -148,6 +164,12 @@ class Check:
         if result.returncode != 0 or result.stderr:
             self.fail(block, f"ends with {result.returncode}: {result.stderr}")
         return result.stdout
+
+    def run_programs(self, document):
+        """What the programs of a document print."""
+        stem = name_programs(document, self.project)
+        return [self.run(block, self.programs / f"{stem}_program{number}")
+                for number, block in enumerate(filter(is_program, join_growing(find_blocks(document))), 1)]
 
     def check_shell(self, block):
         syntax = subprocess.run(["bash", "-n"], input=block.text, stderr=subprocess.PIPE, text=True)
@@ -220,17 +242,15 @@ class Check:
             self.fail(block, f"kvfound shows something else:\n{shown}")
 
     def check(self):
-        blocks = find_blocks(self.document)
+        blocks = join_growing(find_blocks(self.document))
         texts = [path.read_text() for path in (self.project / "examples").iterdir()
                  if path.suffix in (".xml", ".kvml", ".csv")]
-        number = 0
+        above = self.document.parent.with_suffix(".md")  # its programs print for the folder's pages, too
+        texts += self.run_programs(above) if above.exists() else []
+        texts += self.run_programs(self.document)
         for block in blocks:
-            if is_program(block):
-                number += 1
-                program = self.programs / f"{self.stem}_program{number}"
-                texts.append(self.run(block, program))
-            elif is_fragment(block):
-                program = self.programs / f"{self.stem}_fragments"
+            if is_fragment(block):
+                program = self.programs / f"{name_programs(self.document, self.project)}_fragments"
                 texts.append(self.run(block, program, str(block.line)))
             elif block.language == "sh":
                 self.check_shell(block)

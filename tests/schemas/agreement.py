@@ -35,7 +35,7 @@ SECOND_LIST = Kind("second-list")
 MISPLACED = Kind("misplaced-element")
 NOT_NUMBERED = Kind("unreadable-number", "counts as missing", ("legacy",))
 
-# What `kvfound check` tells of and the schemas take, with the reason. The page on formats has this, too.
+# What `kvfound check` tells of and the schemas take, with the reason. The page on schemas has this, too.
 TAKEN = {
     "The library writes every value that a host sets.": [
         Kind("negative-value"), Kind("infinite-value"), Kind("number-below-one"), NOT_NUMBERED,

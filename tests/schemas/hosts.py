@@ -46,7 +46,7 @@ IN_SITE = [("<FOUND N", "<FUND N"), ("<SurfaceBedding", "<Bedding"), ('<Bedding 
 
 
 def read_sample(page):
-    """The schema of a host on the page on formats."""
+    """The schema of a host on the page on schemas."""
     block = re.search(r"^    <xs:schema.*?^    </xs:schema>\n", page, re.MULTILINE | re.DOTALL)[0]
     return textwrap.dedent(block)
 
@@ -77,7 +77,7 @@ def list_missing(project, build, prefix):
 
 def main(xmllint, xerces, project, build):
     project = pathlib.Path(project)
-    page = (project / "docs/formats.md").read_text(encoding="utf-8")
+    page = (project / "docs/formats/schemas.md").read_text(encoding="utf-8")
     model = (project / "examples/model.xml").read_text(encoding="utf-8")
     validators = (Xmllint(xmllint), Xerces(xerces))
     with tempfile.TemporaryDirectory() as name:

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Fails when the schemas, the tables of the page on formats and what the tools know are not the same.
+"""Fails when the schemas, the tables of the pages on formats and what the tools know are not the same.
 
     tables.py PROJECT
 """
@@ -10,9 +10,6 @@ import sys
 import xml.etree.ElementTree as ET
 
 from declarations import FORMS, XS, find_schema, list_files, list_undocumented, read_elements
-
-SECTIONS = {"legacy": "Legacy model document", "exchange": "Exchange document, current version",
-            "exchange-1.0": 'Exchange document, version "1.0"', "kvml": "Kvml listing"}
 
 TYPES = {"KvFoundInteger": "integer", "KvFoundFailureNumber": "integer", "KvFoundDouble": "double",
          "KvFoundFailureText": "failure text", "KvFoundOneDecimal": "double, one decimal",
@@ -124,7 +121,7 @@ def list_owners(caption, rows):
     return {name: [row for row in rows if row["of"] in ("both", f"`{name}`")] for name in names}
 
 
-def compare_section(form, text, elements):
+def compare_page(text, elements):
     told = set()
     for caption, rows in read_tables(text):
         if "element" in rows[0]:
@@ -176,21 +173,20 @@ def compare_rules(page, source):
 
 def main(project):
     project = pathlib.Path(project)
-    page = (project / "docs/formats.md").read_text(encoding="utf-8")
-    sections = dict(part.split("\n", 1) for part in re.split(r"^## ", page, flags=re.MULTILINE)[1:])
+    pages = {path.stem: path.read_text(encoding="utf-8") for path in (project / "docs/formats").glob("*.md")}
     known = {}
     for form in FORMS:
         schema = find_schema(project / "schemas", form)
         elements = read_elements(schema)
-        told = compare_section(form, sections[SECTIONS[form]], elements)
+        told = compare_page(pages[form], elements)
         own = {name for name, element in elements.items() if element.attributes} - known.keys()
         expect_same(f"the elements of {form} with attributes", sorted(told), sorted(own))
         if form != "kvml":  # the tools do not read it
             known.update({name: elements[name] for name in own})
         faults.extend(f"{text} is not documented" for file in list_files(schema)
                       for text in list_undocumented(file))
-    compare_failures(page, project / "schemas")
-    compare_rules(page, (project / "tools/workbench/checks/rule.h").read_text())
+    compare_failures(pages["values"], project / "schemas")
+    compare_rules(pages["schemas"], (project / "tools/workbench/checks/rule.h").read_text())
     compare_vocabulary((project / "tools/workbench/documents/vocabulary.h").read_text(), known)
     expect_same("the elements that the tools know", [], sorted(known))
     print("\n".join(faults))
