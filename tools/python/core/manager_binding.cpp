@@ -418,9 +418,11 @@ void bindUsers(Class& bound) {
       "add_user($module, self, user)\n--\n\n"
       "Register a user and return it, so that this decorates functions too.\n\n"
       "A user is an object with uses_foundation(foundation), or a callable of a foundation; it\n"
-      "returns whether it refers to that. The manager holds it. Registered twice, it is asked\n"
-      "twice and must be removed twice. What it raises arrives at the caller, and the manager is\n"
-      "as before.");
+      "returns whether it refers to that: a bool, of numpy as well, or an int, such as a count. "
+      "Any\n"
+      "other answer, also the None of a forgotten return, raises TypeError where it is asked. The\n"
+      "manager holds it. Registered twice, it is asked twice and must be removed twice. What it\n"
+      "raises arrives at the caller, and the manager is as before.");
   bound.def("remove_user", &removeUser, py::arg("user"),
             "remove_user($module, self, user)\n--\n\n"
             "Take out the first registration of a user that is or equals this one.\n\n"
