@@ -340,3 +340,4 @@ def update(
     add: bool,
     untold: object,
 ) -> Tuple[int, int]: ...
+    unique: List[str],
