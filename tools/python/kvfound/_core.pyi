@@ -307,8 +307,6 @@ def prune(
     generated: bool,
     asks_users: bool,
     user: object,
-    lines: Optional[str],
-    ignore_missing: bool,
     keep_numbers: bool,
 ) -> List[Foundation]: ...
 def convert_units(

@@ -449,14 +449,7 @@ class Model(Tables):
         elif used_by is not None:
             user = _find_used(self._foundations, used_by, ignore_missing)
         return _core.prune(
-            self._state,
-            self._foundations,
-            generated,
-            asks,
-            user,
-            None,
-            ignore_missing,
-            keep_numbers,
+            self._state, self._foundations, generated, asks, user, keep_numbers
         )
 
     def convert_units(self, old: Units, new: Units) -> None:
