@@ -396,3 +396,16 @@ def test_seeds_are_read_or_refused(seeds, method, folders):
             [repr(foundation) for foundation in manager]
 
     assert read > 0 and refused > 0
+
+
+@pytest.mark.parametrize("method", ["write_xml", "write_exchange", "write_kvml"])
+def test_a_file_that_is_there_is_replaced_when_told_only(method, tmp_path):
+    path = tmp_path / "there.xml"
+    path.write_bytes(b"mine")
+    write_to = getattr(FoundationManager([Foundation("a", number=1, area=(1, 2, 3))]), method)
+
+    with pytest.raises(FileExistsError) as caught:
+        write_to(path)
+    assert caught.value.filename == str(path) and path.read_bytes() == b"mine"
+    write_to(path, replace=True)
+    assert b"<" in path.read_bytes()
