@@ -409,3 +409,13 @@ def test_a_file_that_is_there_is_replaced_when_told_only(method, tmp_path):
     assert caught.value.filename == str(path) and path.read_bytes() == b"mine"
     write_to(path, replace=True)
     assert b"<" in path.read_bytes()
+
+
+@pytest.mark.parametrize("messenger", [object(), 1, "messenger", print])
+def test_what_hears_nothing_is_no_messenger(messenger):
+    manager = named("a")
+
+    with pytest.raises(TypeError, match="^messenger: an object with methods of ReadMessenger is wanted, not "):
+        manager.read_exchange(exchange(SURFACE % (7, "b")), messenger=messenger)
+
+    assert names(manager) == ["a"]

@@ -131,6 +131,7 @@ Foundations takeNew(FoundationManager& manager, std::size_t known) {
 std::size_t readExchange(ManagerObject& self, py::handle source, py::handle version,
                          const py::object& messenger) {
   const std::string wanted = encode(version, "version");
+  if (!messenger.is_none()) requireMessenger(messenger);
   const Given given = readGiven(source);
   self.requireUnused();
   Foundations read;
