@@ -419,3 +419,17 @@ def test_what_hears_nothing_is_no_messenger(messenger):
         manager.read_exchange(exchange(SURFACE % (7, "b")), messenger=messenger)
 
     assert names(manager) == ["a"]
+
+
+@pytest.mark.parametrize("encoding", ["utf-16", "utf-16-le", "utf-16-be", "utf-32", "utf-32-be"])
+def test_wide_documents_are_refused(encoding):
+    wide = "<?xml version='1.0'?><SMOD/>".encode(encoding)
+    for read in (FoundationManager().read_xml, FoundationManager().read_exchange, kv.open):
+        with pytest.raises(kv.DocumentError, match="this is in UTF-16 or UTF-32; save it in UTF-8$"):
+            read(wide)
+
+
+def test_an_error_in_bytes_has_no_filename():
+    with pytest.raises(kv.DocumentError, match="^the root is no <SMOD>$") as caught:
+        named("a").update_xml(b"<OTHER/>")
+    assert caught.value.filename is None
