@@ -296,8 +296,9 @@ py::object findName(py::handle manager, const py::object& name) {
   return owner.give([&] { return owner.get().findFoundation(wanted); });
 }
 
-/// Adds one that nothing of the model may clash with, and numbers it unless it has a number. As one
-/// call, so that no other thread takes the number meanwhile.
+/// Adds one that nothing of the model may clash with, and numbers it unless it has a number.
+/// Without a name it gets a default one. As one call, so that no other thread takes the number
+/// meanwhile.
 py::object addNew(py::handle manager, const py::object& given, bool hasNumber) {
   ManagerObject& owner = toManager(manager, "manager");
   Foundation& foundation = toFoundation(given, "foundation").get();
@@ -305,11 +306,14 @@ py::object addNew(py::handle manager, const py::object& given, bool hasNumber) {
   const auto fail = [](const py::object& key) {
     throwValueError(std::string(py::repr(key)) + " is taken by another foundation");
   };
-  if (owner.get().findFoundation(foundation.getName()) != nullptr)
-    fail(decode(foundation.getName()));
+  const bool hasName = !foundation.getName().empty();
+  const std::string name =
+      hasName ? foundation.getName() : owner.get().giveNextFoundationName(number);
+  if (owner.get().findFoundation(name) != nullptr) fail(decode(name));
   if (owner.get().findFoundation(number) != nullptr) fail(py::int_(number));
   owner.add(given);
   foundation.setNumber(number);
+  if (!hasName) foundation.setName(name);
   return given;
 }
 
