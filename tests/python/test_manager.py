@@ -1,5 +1,6 @@
 """What a manager does, see include/found/foundation_manager.h."""
 
+import collections.abc
 import itertools
 
 import pytest
@@ -329,3 +330,22 @@ def test_thousands_are_handled_in_no_time():
     manager.reset()
 
     assert all(foundation.manager is None for foundation in kept)
+
+
+def test_a_manager_is_a_sequence_to_python():
+    manager = named("a", "b", "a")
+
+    assert isinstance(manager, collections.abc.Sequence)
+    assert [manager.count(one) for one in (manager[0], Foundation("a"), "a")] == [1, 0, 0]
+    assert manager.index(manager[2], 1) == manager.index(manager[2], -1, 10**30) == 2
+    for bounds in ((0, 2), (3,), (None, -1)):
+        with pytest.raises(ValueError, match="^the foundation is not in the manager$"):
+            manager.index(manager[2], *bounds)
+    with pytest.raises(ValueError, match="^the foundation is not in the manager$"):
+        manager.index("a")
+
+
+def test_an_int_that_can_be_no_number_is_not_found():
+    assert [named("a").find(number) for number in (10**30, -(10**30), 2**31, -(2**31) - 1)] == [None] * 4
+    with pytest.raises(TypeError):
+        named("a").find(True)
