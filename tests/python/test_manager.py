@@ -2,6 +2,7 @@
 
 import collections.abc
 import itertools
+import re
 
 import pytest
 
@@ -349,3 +350,42 @@ def test_an_int_that_can_be_no_number_is_not_found():
     assert [named("a").find(number) for number in (10**30, -(10**30), 2**31, -(2**31) - 1)] == [None] * 4
     with pytest.raises(TypeError):
         named("a").find(True)
+
+
+@pytest.mark.parametrize(
+    "call, sentence",
+    [
+        (lambda: Foundation(nmae="a"), "Foundation() got an unexpected keyword argument 'nmae'"),
+        (lambda: kv.Model().new("a", nmae="b"), "Foundation() got an unexpected keyword argument 'nmae'"),
+        (lambda: Foundation("a", 3), "Foundation() takes 1 positional argument but 2 were given"),
+        (lambda: Foundation("a", name="b"), "Foundation() got multiple values for argument 'name'"),
+        (lambda: FoundationManager(foundation=[]), "FoundationManager() got an unexpected keyword argument 'foundation'"),
+        (lambda: FoundationManager([], []), "FoundationManager() takes 1 positional argument but 2 were given"),
+    ],
+)
+def test_arguments_that_do_not_fit_are_told_as_in_python(call, sentence):
+    with pytest.raises(TypeError, match=f"^{re.escape(sentence)}$"):
+        call()
+
+
+def test_odd_keywords_raise():
+    for keyword in ("\ud800", "\udcff", ""):
+        with pytest.raises((TypeError, ValueError)):
+            Foundation(**{keyword: 1})
+
+
+def test_a_subclass_may_take_other_arguments():
+    class Pile(Foundation):
+        def __init__(self, length, *, head):
+            super().__init__(f"Pile {length}")
+            self.head = head
+
+    assert (Pile(12, head=3).name, Pile(12, head=3).head) == ("Pile 12", 3)
+
+
+def test_messages_name_what_is_public():
+    for made in (Foundation(), FoundationManager()):
+        with pytest.raises(AttributeError, match=f"^'kvfound.{type(made).__name__}' object has no attribute 'nmae'"):
+            made.nmae
+    with pytest.raises(TypeError, match="unlike kvfound.Foundation$"):
+        FoundationManager().add_user(Foundation())

@@ -535,7 +535,7 @@ ManagerObject& toManager(py::handle value, const char* what) {
 
 void bindManager(py::module_& module) {
   Class bound(module, "FoundationManager", classDoc, py::custom_type_setup(collectGarbage));
-  nameAfterPackage(bound);
+  nameAfterPackage(bound, "kvfound.FoundationManager");
   bindInit(bound);
   bindSequence(bound, module);
   bindCollection(bound);
