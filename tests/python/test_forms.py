@@ -396,3 +396,40 @@ def test_seeds_are_read_or_refused(seeds, method, folders):
             [repr(foundation) for foundation in manager]
 
     assert read > 0 and refused > 0
+
+
+@pytest.mark.parametrize("method", ["write_xml", "write_exchange", "write_kvml"])
+def test_a_file_that_is_there_is_replaced_when_told_only(method, tmp_path):
+    path = tmp_path / "there.xml"
+    path.write_bytes(b"mine")
+    write_to = getattr(FoundationManager([Foundation("a", number=1, area=(1, 2, 3))]), method)
+
+    with pytest.raises(FileExistsError) as caught:
+        write_to(path)
+    assert caught.value.filename == str(path) and path.read_bytes() == b"mine"
+    write_to(path, replace=True)
+    assert b"<" in path.read_bytes()
+
+
+@pytest.mark.parametrize("messenger", [object(), 1, "messenger", print])
+def test_what_hears_nothing_is_no_messenger(messenger):
+    manager = named("a")
+
+    with pytest.raises(TypeError, match="^messenger: an object with methods of ReadMessenger is wanted, not "):
+        manager.read_exchange(exchange(SURFACE % (7, "b")), messenger=messenger)
+
+    assert names(manager) == ["a"]
+
+
+@pytest.mark.parametrize("encoding", ["utf-16", "utf-16-le", "utf-16-be", "utf-32", "utf-32-be"])
+def test_wide_documents_are_refused(encoding):
+    wide = "<?xml version='1.0'?><SMOD/>".encode(encoding)
+    for read in (FoundationManager().read_xml, FoundationManager().read_exchange, kv.open):
+        with pytest.raises(kv.DocumentError, match="this is in UTF-16 or UTF-32; save it in UTF-8$"):
+            read(wide)
+
+
+def test_an_error_in_bytes_has_no_filename():
+    with pytest.raises(kv.DocumentError, match="^the root is no <SMOD>$") as caught:
+        named("a").update_xml(b"<OTHER/>")
+    assert caught.value.filename is None

@@ -254,6 +254,37 @@ def test_a_collection_may_empty_the_manager():
     assert len(done) == 6
 
 
+@pytest.mark.parametrize("count", [3, 2000])
+def test_listing_ends_although_every_collection_adds_some(count):
+    model = kv.Model()
+    manager = model.foundations
+
+    def add(phase, info):
+        if phase == "stop":
+            for _ in range(count):
+                manager.add(Foundation("late"))
+
+    thresholds = gc.get_threshold()
+    refusals = []
+    gc.callbacks.append(add)
+    try:
+        for call in (lambda: manager.foundations, lambda: manager[:], lambda: model.select(name="*")):
+            manager.reset()
+            manager.extend(Foundation(letter) for letter in "abcdefgh")
+            gc.set_threshold(1, 1, 1)
+            try:
+                call()
+            except RuntimeError as error:
+                gc.set_threshold(*thresholds)
+                refusals.append(str(error))
+    finally:
+        gc.set_threshold(*thresholds)
+        gc.callbacks.remove(add)
+
+    assert refusals == ["the manager was changed again and again while its foundations were listed"] * 3
+    assert len(manager.foundations) == len(manager) > 8
+
+
 class Pile(Foundation):
     """Keeps more than the values."""
 

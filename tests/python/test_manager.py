@@ -1,6 +1,8 @@
 """What a manager does, see include/found/foundation_manager.h."""
 
+import collections.abc
 import itertools
+import re
 
 import pytest
 
@@ -329,3 +331,61 @@ def test_thousands_are_handled_in_no_time():
     manager.reset()
 
     assert all(foundation.manager is None for foundation in kept)
+
+
+def test_a_manager_is_a_sequence_to_python():
+    manager = named("a", "b", "a")
+
+    assert isinstance(manager, collections.abc.Sequence)
+    assert [manager.count(one) for one in (manager[0], Foundation("a"), "a")] == [1, 0, 0]
+    assert manager.index(manager[2], 1) == manager.index(manager[2], -1, 10**30) == 2
+    for bounds in ((0, 2), (3,), (None, -1)):
+        with pytest.raises(ValueError, match="^the foundation is not in the manager$"):
+            manager.index(manager[2], *bounds)
+    with pytest.raises(ValueError, match="^the foundation is not in the manager$"):
+        manager.index("a")
+
+
+def test_an_int_that_can_be_no_number_is_not_found():
+    assert [named("a").find(number) for number in (10**30, -(10**30), 2**31, -(2**31) - 1)] == [None] * 4
+    with pytest.raises(TypeError):
+        named("a").find(True)
+
+
+@pytest.mark.parametrize(
+    "call, sentence",
+    [
+        (lambda: Foundation(nmae="a"), "Foundation() got an unexpected keyword argument 'nmae'"),
+        (lambda: kv.Model().new("a", nmae="b"), "Foundation() got an unexpected keyword argument 'nmae'"),
+        (lambda: Foundation("a", 3), "Foundation() takes 1 positional argument but 2 were given"),
+        (lambda: Foundation("a", name="b"), "Foundation() got multiple values for argument 'name'"),
+        (lambda: FoundationManager(foundation=[]), "FoundationManager() got an unexpected keyword argument 'foundation'"),
+        (lambda: FoundationManager([], []), "FoundationManager() takes 1 positional argument but 2 were given"),
+    ],
+)
+def test_arguments_that_do_not_fit_are_told_as_in_python(call, sentence):
+    with pytest.raises(TypeError, match=f"^{re.escape(sentence)}$"):
+        call()
+
+
+def test_odd_keywords_raise():
+    for keyword in ("\ud800", "\udcff", ""):
+        with pytest.raises((TypeError, ValueError)):
+            Foundation(**{keyword: 1})
+
+
+def test_a_subclass_may_take_other_arguments():
+    class Pile(Foundation):
+        def __init__(self, length, *, head):
+            super().__init__(f"Pile {length}")
+            self.head = head
+
+    assert (Pile(12, head=3).name, Pile(12, head=3).head) == ("Pile 12", 3)
+
+
+def test_messages_name_what_is_public():
+    for made in (Foundation(), FoundationManager()):
+        with pytest.raises(AttributeError, match=f"^'kvfound.{type(made).__name__}' object has no attribute 'nmae'"):
+            made.nmae
+    with pytest.raises(TypeError, match="unlike kvfound.Foundation$"):
+        FoundationManager().add_user(Foundation())

@@ -320,3 +320,10 @@ def test_new_refuses_what_is_taken_and_adds_nothing():
     with pytest.raises(ValueError):
         model.add(first)
     assert [f.name for f in model] == ["A", "B"] and first.number == 5
+
+
+def test_a_new_one_without_a_name_gets_one():
+    model = kv.Model()
+    made = [model.new(), model.new("", number=7), model.new(area=(1, 2, 3))]
+
+    assert [(one.number, one.name) for one in made] == [(1, "Found0001"), (7, "Found0007"), (8, "Found0008")]

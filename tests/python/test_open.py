@@ -318,3 +318,14 @@ def test_a_file_object_may_read_anything_with_a_buffer(kind):
             return kind(kv.Model().to_bytes())
 
     assert len(kv.open(File())) == 0
+
+
+@pytest.mark.parametrize("form, content, sentence", [
+    ("csv", b"<?xml version='1.0'?>\n<SMOD>\n</SMOD>\n", "this is legacy, not csv"),
+    ("json", b'<Beddings version="2.0"/>', "this is exchange, not json"),
+    ("csv", b'{"foundations": []}', "this is json, not csv"),
+])  # fmt: skip
+def test_a_form_that_is_not_that_of_the_document_is_refused(form, content, sentence):
+    assert kv.open(content).form
+    with pytest.raises(kv.DocumentError, match=f"^<bytes>: {sentence}$"):
+        kv.open(content, form=form)

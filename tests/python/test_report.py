@@ -1,5 +1,7 @@
 """Pages show a model or some of its foundations, with the findings of all."""
 
+import os
+
 import pytest
 
 import kvfound as kv
@@ -46,3 +48,10 @@ def test_units_are_labels(examples):
     with pytest.raises(TypeError):
         table.to_html(units="kN")
     assert "kN/m" in table.to_html()
+
+
+@pytest.mark.skipif(not os.path.exists("/proc/self/mem"), reason="needs a file that cannot be read")
+def test_a_file_that_cannot_be_read_is_not_replaced(examples):
+    with pytest.raises(OSError) as caught:
+        kv.open(examples / "model.xml").report("/proc/self/mem")
+    assert caught.value.filename == "/proc/self/mem"

@@ -817,3 +817,11 @@ def test_a_child_saves_a_model_that_a_thread_was_saving(tmp_path):
 
     assert (done.returncode, done.stderr) == (0, "")
     assert [len(kv.open(tmp_path / f"child{i}.csv")) for i in range(5)] == [5000] * 5
+
+
+def test_a_name_that_becomes_another_is_told_in_quotes():
+    model = kv.Model()
+    model.foundations.add(kv.Foundation("", number=3, area=(1, 2, 3)))
+
+    with pytest.raises(kv.LossError, match='^something would be lost: number 3 "": name "" becomes Found0001$'):
+        model.to_bytes()

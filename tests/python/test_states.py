@@ -352,6 +352,7 @@ class Managers(RuleBasedStateMachine):
                     manager.remove(foundation)
             foundation.name = name
             gc.collect(0)
+            return False
 
         manager.add_user(changing)
         asked = [f for f in self.model(manager).list if not self.used(manager, f)]

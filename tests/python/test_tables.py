@@ -1,5 +1,6 @@
 """Foundations as tables: what columns hold, and what comes back."""
 
+import copy
 import decimal
 import gc
 import math
@@ -574,3 +575,76 @@ class TestModels:
 def test_a_zero_of_the_other_sign_is_another_value(manager):
     assert manager.update({"number": [8], "areaX": [-0.0]}) == 1
     assert math.copysign(1.0, manager[2].area[0]) == -1.0
+
+
+class TestUniqueness:
+    """A model takes no table after which it could not be saved."""
+
+    @pytest.fixture
+    def model(self, manager):
+        made = kv.Model()
+        made.foundations.extend(copy.copy(one) for one in manager)
+        return made
+
+    @pytest.mark.parametrize(
+        "table, by, sentence",
+        [
+            ({"name": ["Raft"], "number": [5]}, "name", 'row 0: number 5 is taken by number 5 "Stützwand"'),
+            ({"number": [3, 8], "name": ["Raft", "Stützwand"]}, "number", 'row 1: the name \'Stützwand\' is taken by number 5 "Stützwand"'),
+            ({"number": [20, 21], "name": ["Tank", "Tank"]}, "number", "row 0: the name 'Tank' is taken by number 21 \"Tank\""),
+            ({"name": ["A", "B"], "number": [20, 20]}, "name", "row 0: number 20 is taken by"),
+            ({"number": [20], "name": ["Raft"], "areaZ": [1]}, "number", "row 0: the name 'Raft' is taken by number 3"),
+        ],
+    )
+    def test_what_another_one_has_is_refused(self, model, table, by, sentence):
+        before = model.to_dicts()
+
+        with pytest.raises(ValueError, match="^" + re.escape(sentence)):
+            model.update(table, by=by, add=True)
+
+        assert model.to_dicts() == before
+
+    def test_numbers_and_names_may_be_swapped(self, model):
+        model.update({"number": [3, 5], "name": ["Stützwand", "Raft"]})
+        model.update({"name": ["Stützwand", "Raft"], "number": [5, 3]}, by="name")
+
+        assert [(one.number, one.name) for one in model] == [(5, "Stützwand"), (3, "Raft"), (8, "Pile cap")]
+        model.to_bytes(lossy=True)
+
+    def test_what_was_there_twice_may_stay(self, model):
+        model.foundations.add(kv.Foundation("Raft", number=9, area=(1, 1, 1)))
+
+        assert model.update({"number": [3, 9], "name": ["Raft", "Raft"], "areaZ": [7, 8]}) == 2
+
+    def test_several_may_come_without_a_name(self, model):
+        assert model.update({"number": [20, 21]}, add=True) == 2
+
+    def test_numbers_that_no_document_stores_may_be_the_same(self):
+        model = kv.Model("exchange-1.0")
+        model.foundations.extend([kv.Foundation("A", number=1), kv.Foundation("B", number=2)])
+
+        assert model.update({"name": ["B"], "number": [1]}, by="name") == 1
+        with pytest.raises(ValueError, match="^row 0: the name 'B' is taken by "):
+            model.update({"number": [7], "name": ["B"]}, add=True)
+
+    def test_a_manager_takes_them(self, manager):
+        assert manager.update({"name": ["Raft"], "number": [5]}, by="name") == 1
+
+
+class TestFactorsThatAreNan:
+    """They come back, and cannot be stored."""
+
+    def test_what_comes_back_changes_nothing(self, manager):
+        manager[0].factor_area = manager[1].factor_line = NAN
+        for one in manager:
+            one.changed = False
+
+        assert manager.update(manager.to_dicts()) == manager.update(manager.to_pandas()) == 0
+        assert math.isnan(manager[0].factor_area) and not any(one.changed for one in manager)
+
+    def test_others_stay_refused(self, manager):
+        manager[0].factor_area = NAN
+
+        for table in ({"number": [5], "areaFactor": [NAN]}, {"number": [3], "areaFactor": [None]}, {"number": [20], "areaFactor": [NAN]}):
+            with pytest.raises(ValueError, match="^areaFactor in row 0: the value is missing$"):
+                manager.update(table, add=True)

@@ -1,9 +1,11 @@
 """Users of foundations, written in Python."""
 
 import gc
+import re
 import traceback
 import weakref
 
+import numpy as np
 import pytest
 
 import kvfound as kv
@@ -18,6 +20,16 @@ class Beam:
 
     def uses_foundation(self, foundation):
         return any(foundation is used for used in self.used)
+
+
+class Answering:
+    """Answers always the same."""
+
+    def __init__(self, answer):
+        self.answer = answer
+
+    def uses_foundation(self, foundation):
+        return self.answer
 
 
 def named(*names):
@@ -73,12 +85,28 @@ def test_one_of_no_manager_can_be_asked_about():
     assert manager.is_used(other) and not manager.is_used(Foundation("other"))
 
 
-@pytest.mark.parametrize("answer, used", [(1, True), ("", False), (None, False), ([0], True)])
-def test_any_answer_counts_by_its_truth(answer, used):
+@pytest.mark.parametrize("answer, used", [(True, True), (np.True_, True), (np.False_, False), (2, True), (0, False)])
+def test_a_user_answers_with_a_bool_or_a_count(answer, used):
     manager = named("a")
     manager.add_user(lambda f: answer)
 
     assert manager.is_used(manager[0]) is used
+
+
+@pytest.mark.parametrize("answer", [None, "", "yes", [0], 0.0, np.array([True])])
+def test_another_answer_raises_and_nothing_goes(answer):
+    model = kv.Model()
+    model.foundations.extend([Foundation("a", number=1), Foundation("b", number=2)])
+    kind = re.escape(type(answer).__name__)
+
+    with pytest.raises(TypeError, match=f"^a user must return bool, not .*{kind}$"):
+        model.prune(used_by=lambda f: answer)
+    model.foundations.add_user(Answering(answer))
+    for ask in (model.foundations.remove_all_not_used, lambda: model.foundations.is_used(model[1])):
+        with pytest.raises(TypeError, match=f"^a user must return bool, not .*{kind}$"):
+            ask()
+
+    assert names(model) == ["a", "b"]
 
 
 @pytest.mark.parametrize("user", [None, 1, "user", object()])
@@ -190,7 +218,7 @@ def test_a_user_cannot_change_the_list(change):
 
 def test_a_user_may_change_values():
     manager = named("a")
-    manager.add_user(lambda f: setattr(f, "area", (1, 2, 3)))
+    manager.add_user(lambda f: setattr(f, "area", (1, 2, 3)) is None)
 
     manager.is_used(manager[0])
 

@@ -66,6 +66,13 @@ TEST(LossesOfNumbers, AreThoseGivenTwice) {
                     "number 1 \"B\": is lost, since its number is given twice"}));
 }
 
+TEST(Losses, TellAnEmptyNameInQuotes) {
+  const Found::Foundation nameless;
+  const Fields::Difference named = {*Fields::find("name"), std::string(), std::string("A")};
+
+  EXPECT_EQ(::Losses::describe(nameless, named).sentence, "name \"\" becomes A");
+}
+
 TEST(Losses, AreValuesThatAreGoneOrOthersAndNotWhatWasThere) {
   Document wanted({"file", "",
                    "<?xml?>\n<SMOD><FOUNDATIONS><FOUND NUMBER='1' NAME='A' FZAREA='7' FZLINE='2' "

@@ -35,8 +35,11 @@ void refuseMaking(PyHeapTypeObject* type);
 /// foundation or a manager, or both for a class of the user that derives from both.
 void makeWhole(PyHeapTypeObject* type);
 
-/// What users see is named after the package, not after its core.
-inline void nameAfterPackage(py::object& bound) { bound.attr("__module__") = "kvfound"; }
+/// What users see is named after the package, not after its core; `name` lives on.
+inline void nameAfterPackage(py::object& bound, const char* name) {
+  bound.attr("__module__") = "kvfound";
+  reinterpret_cast<PyTypeObject*>(bound.ptr())->tp_name = name;  // which messages tell
+}
 
 void bindFoundation(py::module_& module);
 void bindManager(py::module_& module);

@@ -29,10 +29,6 @@ bool isNothing(py::handle cell) {
          type == "pandas._libs.tslibs.nattype.NaTType";
 }
 
-[[noreturn]] void refuseMissing(const Place& place) {
-  throwValueError(place.getText() + ": the value is missing");
-}
-
 /// What pandas has for nothing in columns of other values.
 bool isPlainNan(py::handle cell) {
   return PyFloat_Check(cell.ptr()) && std::isnan(PyFloat_AS_DOUBLE(cell.ptr()));
@@ -85,9 +81,14 @@ std::string Place::getText() const {
   return std::string(column) + " in row " + std::to_string(row);
 }
 
+void refuseMissing(const Place& place) {
+  throwValueError(place.getText() + ": the value is missing");
+}
+
 Value toValue(Type type, py::handle cell, const Place& place) {
   if (isNothing(cell) || isPlainNan(cell)) {
     if (type == Type::stiffness) return {};
+    if (type == Type::factor && isPlainNan(cell)) return std::numeric_limits<double>::quiet_NaN();
     refuseMissing(place);
   }
   switch (type) {
@@ -104,9 +105,8 @@ Value toValue(Type type, py::handle cell, const Place& place) {
       break;
   }
   const double number = toFloat(cell, place);
-  if (!std::isnan(number)) return number;
-  if (type == Type::factor) refuseMissing(place);
-  return {};
+  if (std::isnan(number) && type == Type::stiffness) return {};
+  return number;
 }
 
 }  // namespace Python

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <memory>
-#include <new>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
@@ -13,10 +12,8 @@
 #include "comparing/merging.h"
 #include "comparing/units.h"
 #include "documents/editing.h"
-#include "files/memory_stream.h"
 #include "foundations/conversion.h"
 #include "foundations/fields.h"
-#include "foundations/keep_list.h"
 #include "foundations/numbers.h"
 #include "foundations/scaling.h"
 #include "model.h"
@@ -216,34 +213,15 @@ class PassingUser {
   Found::FoundationUser* user;
 };
 
-void requireMatches(KeepList& list, const FoundationManager& manager, bool ignoresMissing) {
-  for (const Foundation* foundation : manager.getFoundations()) list.usesFoundation(foundation);
-  const std::vector<std::string> unmatched = list.listUnmatched();
-  if (unmatched.empty() || (ignoresMissing && list.hasMatched())) return;
-  throwValueError(list.hasMatched()
-                      ? fmt::format("there is no foundation \"{}\"", unmatched.front())
-                      : "none of the foundations is named; nothing was removed");
-}
-
 py::list prune(const ModelState& state, py::handle manager, bool isGenerated, bool asksUsers,
-               const py::object& user, const py::object& lines, bool ignoresMissing,
-               bool keepsNumbers) {
+               const py::object& user, bool keepsNumbers) {
   ManagerObject& owner = toManager(manager, "manager");
   std::unique_ptr<User> asked;
   if (!user.is_none()) asked = std::make_unique<User>(owner, user);
-  std::unique_ptr<KeepList> list;
-  if (!lines.is_none()) {
-    const std::string text = encode(lines, "used_by");
-    Files::MemoryStream in(text);
-    list = std::make_unique<KeepList>(in);
-    if (in.bad()) throw std::bad_alloc();  // or the list would end where memory runs out
-    requireMatches(*list, owner.get(), ignoresMissing);
-  }
   const Numbering numbering(owner.get());
   const bool hasNumbers = state.source->form != Documents::Form::firstExchange;
   return owner.prune([&](FoundationManager& pruned) {
-    const PassingUser first(pruned, asked.get());
-    const PassingUser second(pruned, list.get());
+    const PassingUser passing(pruned, asked.get());
     if (!asksUsers)
       pruned.removeAllGenerated();
     else if (isGenerated)
@@ -318,8 +296,9 @@ py::object findName(py::handle manager, const py::object& name) {
   return owner.give([&] { return owner.get().findFoundation(wanted); });
 }
 
-/// Adds one that nothing of the model may clash with, and numbers it unless it has a number. As one
-/// call, so that no other thread takes the number meanwhile.
+/// Adds one that nothing of the model may clash with, and numbers it unless it has a number.
+/// Without a name it gets a default one. As one call, so that no other thread takes the number
+/// meanwhile.
 py::object addNew(py::handle manager, const py::object& given, bool hasNumber) {
   ManagerObject& owner = toManager(manager, "manager");
   Foundation& foundation = toFoundation(given, "foundation").get();
@@ -327,11 +306,14 @@ py::object addNew(py::handle manager, const py::object& given, bool hasNumber) {
   const auto fail = [](const py::object& key) {
     throwValueError(std::string(py::repr(key)) + " is taken by another foundation");
   };
-  if (owner.get().findFoundation(foundation.getName()) != nullptr)
-    fail(decode(foundation.getName()));
+  const bool hasName = !foundation.getName().empty();
+  const std::string name =
+      hasName ? foundation.getName() : owner.get().giveNextFoundationName(number);
+  if (owner.get().findFoundation(name) != nullptr) fail(decode(name));
   if (owner.get().findFoundation(number) != nullptr) fail(py::int_(number));
   owner.add(given);
   foundation.setNumber(number);
+  if (!hasName) foundation.setName(name);
   return given;
 }
 
@@ -372,8 +354,7 @@ void bindChanging(py::module_& module) {
   module.def("merge", &mergeInto, py::arg("state"), py::arg("manager"), py::arg("others"),
              py::arg("on_clash"), py::arg("lossy"), py::arg("warn"));
   module.def("prune", &prune, py::arg("state"), py::arg("manager"), py::arg("generated"),
-             py::arg("asks_users"), py::arg("user"), py::arg("lines"), py::arg("ignore_missing"),
-             py::arg("keep_numbers"));
+             py::arg("asks_users"), py::arg("user"), py::arg("keep_numbers"));
   module.def("convert_units", &convertUnits, py::arg("state"), py::arg("manager"), py::arg("units"),
              py::arg("force"), py::arg("length"));
   module.def("select", &select, py::arg("manager"), py::arg("numbers"), py::arg("name"),

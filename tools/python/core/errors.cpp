@@ -48,8 +48,9 @@ void translate(std::exception_ptr thrown) {
     setFileError(error);
   } catch (const DocumentError& error) {
     const KvXmlPosition place = error.getPosition();
-    setDocumentError(error.getSentence(), decode(error.getPath()), toNumber(place.line),
-                     toNumber(place.column));
+    const std::string& path = error.getPath();  // empty for bytes that are given to a manager
+    setDocumentError(error.getSentence(), path.empty() ? py::none() : py::object(decode(path)),
+                     toNumber(place.line), toNumber(place.column));
   } catch (const UserError& error) {
     setDocumentError(error.what(), py::none(), py::none(), py::none());
   }

@@ -6,6 +6,7 @@
 #include "foundation_object.h"
 #include "kv/xml_n.h"
 #include "kv/xml_tree.h"
+#include "text.h"
 #include "text/charset.h"
 #include "text/utf8.h"
 
@@ -52,6 +53,7 @@ bool isUtf8(const std::string& bytes) {
 
 template <class Tree>
 std::unique_ptr<Tree> parse(const Given& given) {
+  if (isWide(given.bytes)) throw DocumentError(given.shownPath, {}, wideIsRefused);
   try {
     try {
       const std::string converted = isUtf8(given.bytes) ? std::string() : toUtf8(given.bytes);

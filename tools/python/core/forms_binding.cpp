@@ -19,6 +19,7 @@
 #include "kv/xml_tree.h"
 #include "manager_object.h"
 #include "messenger.h"
+#include "numbers.h"
 #include "text.h"
 #include "threads.h"
 
@@ -104,9 +105,10 @@ std::size_t readLegacy(ManagerObject& self, py::handle source) {
   return count;
 }
 
-void writeLegacy(ManagerObject& self, py::handle target) {
+void writeLegacy(ManagerObject& self, py::handle target, py::handle replace) {
+  const bool replaces = toBool(replace, "replace");
   Snapshot snapshot(self.get());
-  writeGiven(target, runUnlocked([&] { return printLegacy(snapshot.get()); }));
+  writeGiven(target, runUnlocked([&] { return printLegacy(snapshot.get()); }), replaces);
 }
 
 py::bytes updateXml(ManagerObject& self, py::handle source, py::handle element) {
@@ -129,6 +131,7 @@ Foundations takeNew(FoundationManager& manager, std::size_t known) {
 std::size_t readExchange(ManagerObject& self, py::handle source, py::handle version,
                          const py::object& messenger) {
   const std::string wanted = encode(version, "version");
+  if (!messenger.is_none()) requireMessenger(messenger);
   const Given given = readGiven(source);
   self.requireUnused();
   Foundations read;
@@ -147,11 +150,14 @@ std::size_t readExchange(ManagerObject& self, py::handle source, py::handle vers
   return count;
 }
 
-void writeExchange(ManagerObject& self, py::handle target, py::handle version, py::handle root) {
+void writeExchange(ManagerObject& self, py::handle target, py::handle version, py::handle root,
+                   py::handle replace) {
+  const bool replaces = toBool(replace, "replace");
   const std::string wanted = encode(version, "version");
   const std::string name = encode(root, "root");
   Snapshot snapshot(self.get());
-  writeGiven(target, runUnlocked([&] { return printExchange(snapshot.get(), wanted, name); }));
+  writeGiven(target, runUnlocked([&] { return printExchange(snapshot.get(), wanted, name); }),
+             replaces);
 }
 
 std::vector<py::object> collect(py::handle foundations, const char* what) {
@@ -174,7 +180,9 @@ std::set<Foundation*> copyTo(Snapshot& owner, const std::vector<py::object>& fou
   return copies;
 }
 
-void writeKvml(ManagerObject& self, py::handle target, py::handle areas, py::handle beams) {
+void writeKvml(ManagerObject& self, py::handle target, py::handle areas, py::handle beams,
+               py::handle replace) {
+  const bool replaces = toBool(replace, "replace");
   const std::vector<py::object> wantedAreas = collect(areas, "areas");
   const std::vector<py::object> wantedBeams = collect(beams, "beams");
   Listing listing;
@@ -186,10 +194,11 @@ void writeKvml(ManagerObject& self, py::handle target, py::handle areas, py::han
     if (beams.is_none() && foundation->hasLineValues())
       listing.beams.insert(listing.owner.add(*foundation));
   }
-  writeGiven(target, runUnlocked([&] {
-               Forms::requireNames(listing.owner.get());
-               return printKvml(listing);
-             }));
+  const std::string text = runUnlocked([&] {
+    Forms::requireNames(listing.owner.get());
+    return printKvml(listing);
+  });
+  writeGiven(target, text, replaces);
 }
 
 }  // namespace
@@ -204,11 +213,12 @@ void bindForms(py::class_<ManagerObject>& bound) {
       "encoding. Without the list of a legacy model there are none. Raises DocumentError for\n"
       "what is not well-formed and OSError for what cannot be read; then nothing has changed.");
   bound.def(
-      "write_xml", &writeLegacy, py::arg("target"),
-      "write_xml($module, self, target)\n--\n\n"
+      "write_xml", &writeLegacy, py::arg("target"), py::kw_only(), py::arg("replace") = false,
+      "write_xml($module, self, target, *, replace=False)\n--\n\n"
       "Write a legacy document of the foundations to a path, as a whole or not at all, or to a\n"
       "binary file object.\n\n"
-      "Raises DocumentError for names that it cannot hold (control characters), OSError.");
+      "Raises DocumentError for names that it cannot hold (control characters), OSError:\n"
+      "FileExistsError for a file that is there unless replace.");
   bound.def(
       "update_xml", &updateXml, py::arg("source"), py::arg("element") = "SMOD",
       "update_xml($module, self, source, element='SMOD')\n--\n\n"
@@ -228,19 +238,22 @@ void bindForms(py::class_<ManagerObject>& bound) {
       "OSError, and what the messenger raises; then nothing has changed.");
   bound.def(
       "write_exchange", &writeExchange, py::arg("target"), py::arg("version") = "2.0",
-      py::kw_only(), py::arg("root") = "Beddings",
-      "write_exchange($module, self, target, version='2.0', *, root='Beddings')\n--\n\n"
+      py::kw_only(), py::arg("root") = "Beddings", py::arg("replace") = false,
+      "write_exchange($module, self, target, version='2.0', *, root='Beddings', "
+      "replace=False)\n--\n\n"
       "Write an exchange document to a path, as a whole or not at all, or to a binary file.\n\n"
       "Lost are fail_line_x, rotation about y and z, the flags, in version '1.0' the number, in\n"
       "every other version foundations without stiffness. Raises DocumentError for names that\n"
-      "it cannot hold, ValueError for a root that is no XML name, OSError.");
+      "it cannot hold, ValueError for a root that is no XML name, OSError: FileExistsError for a\n"
+      "file that is there unless replace.");
   bound.def(
       "write_kvml", &writeKvml, py::arg("target"), py::kw_only(), py::arg("areas") = py::none(),
-      py::arg("beams") = py::none(),
-      "write_kvml($module, self, target, *, areas=None, beams=None)\n--\n\n"
+      py::arg("beams") = py::none(), py::arg("replace") = false,
+      "write_kvml($module, self, target, *, areas=None, beams=None, replace=False)\n--\n\n"
       "Write a Kvml listing, made to be read by people, to a path or a binary file object.\n\n"
       "areas and beams are iterables of the foundations to show, of this manager or not; None\n"
-      "shows those of this manager that have area or line values.");
+      "shows those of this manager that have area or line values. Raises FileExistsError for a\n"
+      "file that is there unless replace.");
 }
 
 }  // namespace Python

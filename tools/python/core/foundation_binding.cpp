@@ -478,7 +478,7 @@ FoundationObject& toFoundation(py::handle value, const char* what) {
 
 void bindFoundation(py::module_& module) {
   Class bound(module, "Foundation", classDoc, py::custom_type_setup(collectGarbage));
-  nameAfterPackage(bound);
+  nameAfterPackage(bound, "kvfound.Foundation");
   bindInit(bound);
   bindIdentity(bound);
   bindProperties(bound);

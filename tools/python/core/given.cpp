@@ -1,7 +1,13 @@
 #include "given.h"
 
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
 #include "errors.h"
 #include "files/output_file.h"
+#include "files/paths.h"
+#include "files/user_error.h"
 #include "text.h"
 #include "threads.h"
 
@@ -107,15 +113,23 @@ Given readGiven(py::handle source) {
   return {readPath(path), shown};
 }
 
-void writeGiven(py::handle target, const std::string& bytes) {
+void writeGiven(py::handle target, const std::string& bytes, bool replaces) {
   if (py::hasattr(target, "write"))
     return writeFile(py::reinterpret_borrow<py::object>(target), py::bytes(bytes));
   const std::string path = encodePath(findPath(target));
   const Unlocked unlocked;
+  if (!replaces) requireNoFile(path);
   OutputFile file(path);
   file.create();
   file.write(bytes);
   file.commit();
+}
+
+void requireNoFile(const std::string& path) {
+  std::error_code ignored;
+  const auto status = std::filesystem::status(Paths::fromText(path), ignored);
+  if (std::filesystem::exists(status) && !std::filesystem::is_directory(status))
+    throw FileError(path, "is there already", EEXIST);
 }
 
 void bindGiven(py::module_& module) {

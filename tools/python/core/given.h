@@ -20,8 +20,12 @@ Given readGiven(py::handle source);
 
 /// Writes all to a path (str, bytes or os.PathLike), as a whole or not at all, or to a binary file
 /// object, which may take a part at a time. Throws OSError when it takes nothing more or tells a
-/// count that cannot be, BlockingIOError when it is a raw one that would have to wait.
-void writeGiven(py::handle target, const std::string& bytes);
+/// count that cannot be, BlockingIOError when it is a raw one that would have to wait. Unless it
+/// `replaces`, throws FileExistsError for a path where something is.
+void writeGiven(py::handle target, const std::string& bytes, bool replaces);
+
+/// Throws FileError where something is there but a folder, which nothing is written to anyway.
+void requireNoFile(const std::string& path);
 
 void bindGiven(py::module_& module);
 

@@ -1,7 +1,14 @@
+#include <algorithm>
+#include <initializer_list>
 #include <memory>
+#include <string>
+#include <string_view>
+
+#include <fmt/format.h>
 
 #include "bindings.h"
 #include "errors.h"
+#include "text.h"
 
 namespace Python {
 namespace {
@@ -28,8 +35,43 @@ void makePart(py::handle self) {
   }
 }
 
-PyObject* make(PyTypeObject* type, PyObject* /*arguments*/, PyObject* /*keywords*/) {
+using Names = std::initializer_list<std::string_view>;
+
+/// Throws TypeError in words of Python, which those of pybind11 are not. The first parameter may
+/// come without its name.
+void requireParameters(std::string_view type, std::string_view first, Names parameters,
+                       const py::tuple& arguments, const py::dict& keywords) {
+  if (arguments.size() > 1)
+    throwTypeError(
+        fmt::format("{}() takes 1 positional argument but {} were given", type, arguments.size()));
+  for (const auto& entry : keywords) {
+    const std::string name = encode(entry.first, "keyword");
+    if (std::find(parameters.begin(), parameters.end(), name) == parameters.end())
+      throwTypeError(fmt::format("{}() got an unexpected keyword argument '{}'", type, name));
+    if (arguments.size() == 1 && name == first)
+      throwTypeError(fmt::format("{}() got multiple values for argument '{}'", type, name));
+  }
+}
+
+/// A class of the user may have parameters of its own.
+void requireParameters(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
+  const auto of = py::reinterpret_borrow<py::tuple>(arguments);
+  const auto named = keywords != nullptr ? py::reinterpret_borrow<py::dict>(keywords) : py::dict();
+  const py::handle made(reinterpret_cast<PyObject*>(type));
+  if (made.is(py::type::of<FoundationObject>()))
+    requireParameters(
+        "Foundation", "name",
+        {"name", "number", "area", "line", "rotation", "fail_area_z", "fail_line_x", "fail_line_y",
+         "fail_line_z", "fail_possible", "factor_area", "factor_line", "generated"},
+        of, named);
+  else if (made.is(py::type::of<ManagerObject>()))
+    requireParameters("FoundationManager", "foundations", {"foundations"}, of, named);
+}
+
+PyObject* make(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
   try {
+    if (PyTuple_GET_SIZE(arguments) > 1 || keywords != nullptr)
+      requireParameters(type, arguments, keywords);
     auto self = py::reinterpret_steal<py::object>(py::detail::make_new_instance(type));
     makePart(self);
     return self.release().ptr();

@@ -1,3 +1,4 @@
+#include <limits>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -187,11 +188,23 @@ bool contains(ManagerObject& self, py::handle value) {
   return object.getManager() == &self && self.isListed(&object.get());
 }
 
-std::size_t findIndex(ManagerObject& self, py::handle value) {
-  const Foundation* const wanted = &toFoundation(value, "foundation").get();
-  const List& list = self.getList();
-  for (std::size_t i = 0; i < list.size(); ++i)
-    if (list[i] == wanted) return i;
+/// Bounds are those of a slice, also None.
+std::size_t findIndex(ManagerObject& self, py::handle value, const py::object& start,
+                      const py::object& stop) {
+  const auto bounds =
+      py::reinterpret_steal<py::object>(PySlice_New(start.ptr(), stop.ptr(), nullptr));
+  if (!bounds) throw py::error_already_set();
+  py::ssize_t from = 0;
+  py::ssize_t to = 0;
+  py::ssize_t step = 1;
+  if (PySlice_Unpack(bounds.ptr(), &from, &to, &step) < 0) throw py::error_already_set();
+  if (contains(self, value)) {
+    const Foundation* const wanted = &toFoundation(value, "foundation").get();
+    const List& list = self.getList();
+    PySlice_AdjustIndices(static_cast<py::ssize_t>(list.size()), &from, &to, step);
+    for (py::ssize_t i = from; i < to; ++i)
+      if (list[static_cast<std::size_t>(i)] == wanted) return static_cast<std::size_t>(i);
+  }
   throwValueError("the foundation is not in the manager");
 }
 
@@ -211,9 +224,17 @@ void bindSequence(Class& bound, py::module_& module) {
   bound.def("__contains__", &contains);
   bound.def("__iter__", [](py::object self) { return Iterator(std::move(self), false); });
   bound.def("__reversed__", [](py::object self) { return Iterator(std::move(self), true); });
-  bound.def("index", &findIndex, py::arg("foundation"),
-            "index($module, self, foundation)\n--\n\n"
-            "The index of this very foundation. Raises ValueError when it is not in the list.");
+  bound.def(
+      "index", &findIndex, py::arg("foundation"), py::arg("start") = 0,
+      py::arg("stop") = py::none(),
+      "index($module, self, foundation, start=0, stop=None)\n--\n\n"
+      "The index of this very foundation, within such a slice of the list. Raises ValueError\n"
+      "when it is not there.");
+  bound.def(
+      "count", [](ManagerObject& self, py::handle value) { return contains(self, value) ? 1 : 0; },
+      py::arg("foundation"),
+      "count($module, self, foundation)\n--\n\n"
+      "How often this very foundation is in the list: 1 or 0.");
   bound.def_property_readonly(
       "foundations",
       [](ManagerObject& self) {
@@ -291,16 +312,27 @@ struct Wanted {
       name = encode(key, "name");
     else if (py::isinstance<FoundationObject>(key))
       equal = &toFoundation(key, "foundation").get();
-    else if (PyIndex_Check(key.ptr()))
-      number = toInt(key, "number");
+    else if (PyIndex_Check(key.ptr()) && !isBool(key))
+      number = toPossible(key);
     else
       throwTypeError("a name, a number or a Foundation is wanted, not " + nameType(key));
   }
 
   Foundation* findIn(const Found::FoundationManager& manager) const {
     if (name) return manager.findFoundation(*name);
-    if (number) return manager.findFoundation(*number);
-    return manager.findFoundation(*equal);
+    if (equal != nullptr) return manager.findFoundation(*equal);
+    return number ? manager.findFoundation(*number) : nullptr;
+  }
+
+  /// None for an int that no foundation can have as its number.
+  static std::optional<int> toPossible(py::handle key) {
+    const auto index = py::reinterpret_steal<py::object>(PyNumber_Index(key.ptr()));
+    if (!index) throw py::error_already_set();
+    int overflow = 0;
+    const long long number = PyLong_AsLongLongAndOverflow(index.ptr(), &overflow);
+    using Limits = std::numeric_limits<int>;
+    if (overflow != 0 || number < Limits::min() || number > Limits::max()) return std::nullopt;
+    return static_cast<int>(number);
   }
 
   std::optional<std::string> name;
@@ -325,7 +357,7 @@ void bindLookUp(Class& bound) {
       py::arg("key"),
       "find($module, self, key)\n--\n\n"
       "The first foundation of this name (str), this number (int), or with the values of this\n"
-      "Foundation; None when there is none.");
+      "Foundation; None when there is none, also for an int that can be no number.");
   bound.def(
       "give",
       [](ManagerObject& self, py::handle key, py::handle findEqual) {
@@ -418,9 +450,11 @@ void bindUsers(Class& bound) {
       "add_user($module, self, user)\n--\n\n"
       "Register a user and return it, so that this decorates functions too.\n\n"
       "A user is an object with uses_foundation(foundation), or a callable of a foundation; it\n"
-      "returns whether it refers to that. The manager holds it. Registered twice, it is asked\n"
-      "twice and must be removed twice. What it raises arrives at the caller, and the manager is\n"
-      "as before.");
+      "returns whether it refers to that: a bool, of numpy as well, or an int, such as a count. "
+      "Any\n"
+      "other answer, also the None of a forgotten return, raises TypeError where it is asked. The\n"
+      "manager holds it. Registered twice, it is asked twice and must be removed twice. What it\n"
+      "raises arrives at the caller, and the manager is as before.");
   bound.def("remove_user", &removeUser, py::arg("user"),
             "remove_user($module, self, user)\n--\n\n"
             "Take out the first registration of a user that is or equals this one.\n\n"
@@ -501,7 +535,7 @@ ManagerObject& toManager(py::handle value, const char* what) {
 
 void bindManager(py::module_& module) {
   Class bound(module, "FoundationManager", classDoc, py::custom_type_setup(collectGarbage));
-  nameAfterPackage(bound);
+  nameAfterPackage(bound, "kvfound.FoundationManager");
   bindInit(bound);
   bindSequence(bound, module);
   bindCollection(bound);

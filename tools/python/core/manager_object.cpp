@@ -34,13 +34,18 @@ void ManagerObject::beginEdit() {
   ++edits;
 }
 
+void ManagerObject::failToGive() {
+  throwRuntimeError("the manager was changed again and again while its foundations were listed");
+}
+
 py::object ManagerObject::makeEmpty() { return py::cast(std::make_unique<FoundationObject>()); }
 
-py::list ManagerObject::makeEmpties(std::size_t count) {
+/// A list with so many gaps, and at least as many empty objects.
+py::list ManagerObject::makeList(std::size_t count, std::vector<py::object>& empties) {
+  empties.reserve(count);
+  while (empties.size() < count) empties.push_back(makeEmpty());
   py::list made(count);
   PyObject_GC_UnTrack(made.ptr());  // nobody sees it while it has gaps
-  for (std::size_t i = 0; i < count; ++i)
-    PyList_SET_ITEM(made.ptr(), static_cast<Py_ssize_t>(i), makeEmpty().release().ptr());
   return made;
 }
 
@@ -64,12 +69,11 @@ py::object ManagerObject::give(Foundation& foundation, py::object& empty) {
   return std::move(empty);
 }
 
-py::list ManagerObject::fill(py::list made, const std::vector<Foundation*>& found) {
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    PyObject** const slot = &PyList_GET_ITEM(made.ptr(), static_cast<Py_ssize_t>(i));
-    auto empty = py::reinterpret_steal<py::object>(std::exchange(*slot, nullptr));
-    *slot = give(*found[i], empty).release().ptr();
-  }
+py::list ManagerObject::fill(py::list made, std::vector<py::object>& empties,
+                             const std::vector<Foundation*>& found) {
+  for (std::size_t i = 0; i < found.size(); ++i)
+    PyList_SET_ITEM(made.ptr(), static_cast<Py_ssize_t>(i),
+                    give(*found[i], empties[i]).release().ptr());
   PyObject_GC_Track(made.ptr());
   return made;
 }

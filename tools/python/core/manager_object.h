@@ -71,13 +71,17 @@ class ManagerObject {
   }
 
   /// The objects that stand for what `look` returns, a vector of foundations that this manager has.
+  /// Throws RuntimeError when code that runs while they are made changes their count every time.
   template <class Look>
   py::list giveAll(const Look& look) {
-    for (;;) {
-      py::list made = makeEmpties(look().size());
+    const std::size_t most = 4 * look().size() + 1000;  // beyond, no end is to be expected
+    std::vector<py::object> empties;  // kept, since making one may run code each time
+    for (int tries = 0; tries < mostTries && look().size() <= most; ++tries) {
+      py::list made = makeList(look().size(), empties);
       const std::vector<Found::Foundation*>& found = look();
-      if (found.size() == made.size()) return fill(std::move(made), found);
+      if (found.size() == made.size()) return fill(std::move(made), empties, found);
     }
+    failToGive();
   }
 
   /// The object that stands for what `change` returns, which may change the list: it is called
@@ -155,11 +159,15 @@ class ManagerObject {
   };
   using Held = std::unordered_map<const Found::Foundation*, py::object>;
 
+  static constexpr int mostTries = 10;
+
+  [[noreturn]] static void failToGive();
   static py::object makeEmpty();
-  static py::list makeEmpties(std::size_t count);
+  static py::list makeList(std::size_t count, std::vector<py::object>& empties);
   py::object findObject(const Found::Foundation* foundation) const;
   py::object give(Found::Foundation& foundation, py::object& empty);
-  py::list fill(py::list made, const std::vector<Found::Foundation*>& found);
+  py::list fill(py::list made, std::vector<py::object>& empties,
+                const std::vector<Found::Foundation*>& found);
   void forget(const FoundationObject& object);
   Left letGo(Found::Foundation* foundation);
   std::vector<Left> letGo(const std::vector<Found::Foundation*>& gone);

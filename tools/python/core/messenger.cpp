@@ -1,5 +1,9 @@
 #include "messenger.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "errors.h"
 #include "text.h"
 #include "threads.h"
 
@@ -11,7 +15,21 @@ struct ToPython {
   py::object operator()(const std::string& text) const { return decode(text); }
 };
 
+constexpr const char* methods[] = {
+    "on_read_finished",  "on_unknown_element",      "on_missing_name",
+    "on_empty_name",     "on_missing_bedding_name", "on_empty_bedding_name",
+    "on_missing_number", "on_invalid_number",       "on_name_changed"};
+
 }  // namespace
+
+void requireMessenger(const py::object& messenger) {
+  const bool hasOne = std::any_of(std::begin(methods), std::end(methods), [&](const char* method) {
+    return py::hasattr(messenger, method);
+  });
+  if (!hasOne)
+    throwTypeError("messenger: an object with methods of ReadMessenger is wanted, not " +
+                   nameType(messenger));
+}
 
 void Recorder::replay(const py::object& messenger) const {
   for (const Message& message : messages) {

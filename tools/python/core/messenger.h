@@ -12,6 +12,9 @@ namespace Python {
 
 namespace py = pybind11;
 
+/// Throws TypeError for what has none of the methods of ReadMessenger.
+void requireMessenger(const py::object& messenger);
+
 /// Keeps what the reader tells, since no code of Python runs while it reads.
 class Recorder final : public Found::Umo::ReadMessenger {
  public:

@@ -1,7 +1,10 @@
+#include <cerrno>
+#include <ios>
 #include <memory>
 #include <string>
 
 #include "files/output_file.h"
+#include "files/user_error.h"
 #include "model.h"
 #include "report/frame.h"
 #include "report/page.h"
@@ -32,12 +35,21 @@ py::str report(const ModelState& state, py::handle manager, const py::object& un
   return decode(runUnlocked([&] { return makePage(*snapshot, selection, labels); }));
 }
 
+void requireReplaceable(const OutputFile& file) {
+  try {
+    Report::requireReplaceable(file);
+  } catch (const std::ios_base::failure&) {
+    // Some files of the system can be opened, but not read.
+    throw FileError(file.getShownPath(), "cannot be read", EIO);
+  }
+}
+
 /// Writes a page where nothing but an older page is.
 void writePage(const py::bytes& path, const std::string& page) {
   const std::string where = toPath(path);
   runUnlocked([&] {
     OutputFile file(where);
-    Report::requireReplaceable(file);
+    requireReplaceable(file);
     file.create();
     file.write(page);
     file.commit();

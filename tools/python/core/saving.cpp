@@ -1,4 +1,3 @@
-#include <cerrno>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -8,6 +7,7 @@
 #include "files/content.h"
 #include "files/output_file.h"
 #include "files/paths.h"
+#include "given.h"
 #include "model.h"
 #include "text.h"
 
@@ -120,8 +120,7 @@ Written write(Snapshot& snapshot, const Order& order) {
     // Not even the time of the file changes.
   } else {
     if (order.existing == Existing::own) requireUnchanged(order.path, *snapshot.source);
-    if (order.existing == Existing::refuse && isThere(order.path))
-      throw FileError(order.path, "is there already", EEXIST);
+    if (order.existing == Existing::refuse) requireNoFile(order.path);
     write(order.path, bytes);
   }
   std::vector<std::size_t> items = rendering->listItems(*made);
@@ -188,7 +187,7 @@ void writeFile(const py::bytes& path, const py::bytes& bytes, bool replaces) {
   const std::string where = toPath(path);
   const std::string content = bytes;
   runUnlocked([&] {
-    if (!replaces && isThere(where)) throw FileError(where, "is there already", EEXIST);
+    if (!replaces) requireNoFile(where);
     write(where, content);
   });
 }

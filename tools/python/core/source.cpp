@@ -10,6 +10,8 @@
 #include "documents/notes.h"
 #include "files/user_error.h"
 #include "foundation_object.h"
+#include "model.h"
+#include "text.h"
 
 namespace Python {
 namespace {
@@ -74,7 +76,12 @@ std::shared_ptr<Source> describe(Document& document, const Documents::ReadOption
 }
 
 std::unique_ptr<Read> read(Files::Content content, const Documents::ReadOptions& options) {
+  if (isWide(content.bytes)) throw DocumentError(content.shownPath, {}, wideIsRefused);
   Document document(std::move(content), options);
+  if (options.form && document.getForm() != *options.form)
+    throw DocumentError(
+        document.getShownPath(), {},
+        fmt::format("this is {}, not {}", getName(document.getForm()), getName(*options.form)));
   document.requireReadable();
   auto result = std::make_unique<Read>();
   result->source = describe(document, options);

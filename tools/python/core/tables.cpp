@@ -1,3 +1,8 @@
+#include <pybind11/stl.h>
+
+#include <string>
+#include <vector>
+
 #include "bindings.h"
 #include "columns.h"
 #include "numbers.h"
@@ -18,15 +23,16 @@ void bindTables(py::module_& module) {
   module.def(
       "update",
       [](py::handle manager, const py::dict& columns, py::handle by, py::handle add,
-         py::handle untold) {
+         const std::vector<std::string>& unique, py::handle untold) {
         ManagerObject& object = toManager(manager, "manager");
         const std::string key = encode(by, "by");
         const bool adds = toBool(add, "add");
-        const Update done = update(object, columns, key, adds, untold);
+        const Update done = update(object, columns, key, adds, unique, untold);
         return py::make_tuple(done.changed, done.added);
       },
-      py::arg("manager"), py::arg("columns"), py::arg("by"), py::arg("add"), py::arg("untold"),
-      "update(manager, columns, by, add, untold)\n--\n\n"
+      py::arg("manager"), py::arg("columns"), py::arg("by"), py::arg("add"), py::arg("unique"),
+      py::arg("untold"),
+      "update(manager, columns, by, add, unique, untold)\n--\n\n"
       "Give the foundations the values of a dict of tuples; how many changed and were added.");
 }
 

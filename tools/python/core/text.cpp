@@ -21,4 +21,12 @@ std::string encode(py::handle text, const char* what) {
                      static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.ptr())));
 }
 
+bool isWide(std::string_view bytes) {
+  using namespace std::string_view_literals;
+  for (const std::string_view start :
+       {"\xff\xfe"sv, "\xfe\xff"sv, "\0\0\xfe\xff"sv, "<\0"sv, "\0<"sv, "\0\0\0<"sv})
+    if (bytes.substr(0, start.size()) == start) return true;
+  return false;
+}
+
 }  // namespace Python

@@ -17,4 +17,8 @@ py::str decode(std::string_view utf8);
 /// a surrogate that decode() does not make.
 std::string encode(py::handle text, const char* what);
 
+/// Whether a document starts as one in UTF-16 or UTF-32 does.
+bool isWide(std::string_view bytes);
+constexpr const char* wideIsRefused = "this is in UTF-16 or UTF-32; save it in UTF-8";
+
 }  // namespace Python

@@ -275,6 +275,85 @@ void setCurrent(ManagerObject& manager, const Table& table,
     manager.get().setCurrentFoundation(nullptr);
 }
 
+/// A table cannot store a NaN as a factor, but one that came from a foundation comes back.
+void requireFactors(const Table& table, const std::vector<Foundation*>& foundations) {
+  for (const Column& column : table.getColumns()) {
+    if (column.field == nullptr || column.field->type != Fields::Type::factor) continue;
+    for (std::size_t row = 0; row < foundations.size(); ++row) {
+      const std::optional<Value>& value = column.values[row];
+      if (!value || !std::isnan(std::get<double>(*value))) continue;
+      Foundation* const known = foundations[row];
+      if (known == nullptr || !areSame(column.field->get(*known), *value))
+        refuseMissing({column.field->name, row});
+    }
+  }
+}
+
+/// What foundations will have as number or name, as far as that is kept unique.
+class Uniqueness {
+ public:
+  Uniqueness(const Table& table, const char* name)
+      : field(*Fields::find(name)), column(table.find(name)) {}
+
+  /// Throws ValueError where a row brings what another foundation has then. As `foundations` come
+  /// those that are new as well, with what they have from their rows.
+  void require(const ManagerObject& manager, const std::vector<Foundation*>& known,
+               const std::vector<Foundation*>& foundations) const {
+    const std::vector<std::size_t> rows = listChanges(known, foundations);
+    if (rows.empty()) return;
+    const Holders holders = listHolders(manager, known, foundations);
+    for (const std::size_t row : rows) {
+      const Value value = getValue(*foundations[row], row);
+      const auto [begin, end] = holders.equal_range(value);
+      for (auto holder = begin; holder != end; ++holder)
+        if (holder->second != foundations[row]) fail(row, value, *holder->second);
+    }
+  }
+
+ private:
+  using Holders = std::unordered_multimap<Value, const Foundation*, Hash>;
+
+  Value getValue(Foundation& foundation, std::size_t row) const {
+    const bool isTold = column != nullptr && column->values[row];
+    return isTold ? *column->values[row] : field.get(foundation);
+  }
+
+  /// The rows that bring another value. Several without a name may get one later.
+  std::vector<std::size_t> listChanges(const std::vector<Foundation*>& known,
+                                       const std::vector<Foundation*>& foundations) const {
+    std::vector<std::size_t> rows;
+    for (std::size_t row = 0; row < known.size(); ++row) {
+      const Value value = getValue(*foundations[row], row);
+      const bool isChange = known[row] == nullptr || field.get(*known[row]) != value;
+      if (isChange && value != Value(std::string())) rows.push_back(row);
+    }
+    return rows;
+  }
+
+  Holders listHolders(const ManagerObject& manager, const std::vector<Foundation*>& known,
+                      const std::vector<Foundation*>& foundations) const {
+    std::unordered_map<Foundation*, std::size_t> rows;
+    for (std::size_t row = 0; row < known.size(); ++row) rows.emplace(foundations[row], row);
+    Holders holders;
+    for (Foundation* const listed : manager.getList())
+      if (rows.count(listed) == 0) holders.emplace(field.get(*listed), listed);
+    for (const auto& [foundation, row] : rows)
+      holders.emplace(getValue(*foundation, row), foundation);
+    return holders;
+  }
+
+  [[noreturn]] void fail(std::size_t row, const Value& value, const Foundation& holder) const {
+    const auto* const name = std::get_if<std::string>(&value);
+    const std::string what = name != nullptr ? "the name " + quote(*name)
+                                             : "number " + std::to_string(std::get<int>(value));
+    throwValueError("row " + std::to_string(row) + ": " + what + " is taken by " +
+                    Fields::describe(holder));
+  }
+
+  const Field& field;
+  const Column* column;  // null where the table does not tell it
+};
+
 std::vector<std::unique_ptr<Foundation>> makeNew(ManagerObject& manager, const Table& table,
                                                  const Writer& writer,
                                                  std::vector<Foundation*>& foundations) {
@@ -294,13 +373,16 @@ std::vector<std::unique_ptr<Foundation>> makeNew(ManagerObject& manager, const T
 }  // namespace
 
 Update update(ManagerObject& manager, const py::dict& columns, const std::string& by, bool add,
-              py::handle untold) {
+              const std::vector<std::string>& unique, py::handle untold) {
   const Table table(columns, by, untold);
   std::vector<Foundation*> foundations = match(manager, table, add);
   findCurrent(table);  // throws before anything is changed
+  requireFactors(table, foundations);
   const std::vector<Foundation*> known = foundations;
   const Writer writer(table);
   std::vector<std::unique_ptr<Foundation>> made = makeNew(manager, table, writer, foundations);
+  for (const std::string& field : unique)
+    Uniqueness(table, field.c_str()).require(manager, known, foundations);
   if (!made.empty()) manager.requireUnused();
 
   Update result;

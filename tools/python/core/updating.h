@@ -3,6 +3,8 @@
 #include <pybind11/pybind11.h>
 
 #include <cstddef>
+#include <string>
+#include <vector>
 
 #include "manager_object.h"
 
@@ -17,9 +19,10 @@ struct Update {
 /// Gives the foundations what a table has for them, or does nothing at all and throws. `columns` is
 /// a dict of tuples of the same length under the names of the fields and "current"; `by`, "number"
 /// or "name", is the column that tells which foundation a row is about. A cell that is the object
-/// `untold` leaves its value alone. With `add`, rows about none
-/// become new ones at the end; they need no number, which is then one above the highest.
+/// `untold` leaves its value alone. With `add`, rows about none become new ones at the end; they
+/// need no number, which is then one above the highest. Of "number" and "name", those that are
+/// `unique` must not become those of another foundation.
 Update update(ManagerObject& manager, const py::dict& columns, const std::string& by, bool add,
-              py::handle untold);
+              const std::vector<std::string>& unique, py::handle untold);
 
 }  // namespace Python

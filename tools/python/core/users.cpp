@@ -4,6 +4,7 @@
 
 #include "errors.h"
 #include "manager_object.h"
+#include "numbers.h"
 #include "threads.h"
 
 namespace Python {
@@ -13,6 +14,15 @@ constexpr const char* question = "uses_foundation";
 
 bool canBeAsked(py::handle user) {
   return py::hasattr(user, question) || PyCallable_Check(user.ptr()) != 0;
+}
+
+/// A user that forgets to answer would let everything go.
+bool toAnswer(const py::object& answer) {
+  if (!isBool(answer) && !PyLong_Check(answer.ptr()))
+    throwTypeError("a user must return bool, not " + nameType(answer));
+  const int truth = PyObject_IsTrue(answer.ptr());
+  if (truth < 0) throw py::error_already_set();
+  return truth != 0;
 }
 
 }  // namespace
@@ -30,9 +40,7 @@ bool User::usesFoundation(const Found::Foundation* foundation) {
   const py::object answer = runCode([&]() -> py::object {
     return py::hasattr(object, question) ? object.attr(question)(asked) : object(asked);
   });
-  const int truth = PyObject_IsTrue(answer.ptr());
-  if (truth < 0) throw py::error_already_set();
-  return truth != 0;
+  return toAnswer(answer);
 }
 
 }  // namespace Python

@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+from collections.abc import Sequence as _Sequence
+
 from ._core import Foundation, FoundationManager, __version__
 from ._differences import Difference, Differences, FieldDifference, UnitWarning
 from ._errors import ChangedError, ClashError, DocumentError, Error, LossError
@@ -15,6 +17,7 @@ from ._values import modify_value
 
 setattr(Foundation, "modify_value", staticmethod(modify_value))
 _attach_tables(FoundationManager)
+_Sequence.register(FoundationManager)
 
 __all__ = [
     "ChangedError",

@@ -6,8 +6,8 @@ from __future__ import annotations
 class ReadMessenger:
     """Told what :meth:`FoundationManager.read_exchange` reads and refuses.
 
-    Derive from it and override what you want to hear; any other object with some of these methods
-    does as well. Each element that is refused is told once, with the reason, and skipped.
+    Derive from it and override what you want to hear; any other object with at least one of these
+    methods does as well. Each element that is refused is told once, with the reason, and skipped.
 
     The messages come in the order of the document, when it has been read and before its foundations
     are in the manager, whose list cannot be changed meanwhile. When one raises, nothing is added.

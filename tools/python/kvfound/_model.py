@@ -192,10 +192,11 @@ class Model(Tables):
             return []
         return _core.select(self._foundations, asked, name, bool(generated), part)
 
-    def new(self, name: str, **values: Any) -> _core.Foundation:
+    def new(self, name: str = "", **values: Any) -> _core.Foundation:
         """Add a foundation of this name and return it.
 
-        ``values`` are those of :class:`Foundation`. Its number is one above the highest, unless
+        Without a name it gets a default one that is free, such as "Found0013". ``values`` are those
+        of :class:`Foundation`. Its number is one above the highest, unless
         ``number`` is given. Raises ValueError when another one has its name or number.
         """
         made = _core.Foundation(name, **values)
@@ -449,14 +450,7 @@ class Model(Tables):
         elif used_by is not None:
             user = _find_used(self._foundations, used_by, ignore_missing)
         return _core.prune(
-            self._state,
-            self._foundations,
-            generated,
-            asks,
-            user,
-            None,
-            ignore_missing,
-            keep_numbers,
+            self._state, self._foundations, generated, asks, user, keep_numbers
         )
 
     def convert_units(self, old: Units, new: Units) -> None:

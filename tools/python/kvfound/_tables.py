@@ -76,25 +76,26 @@ class Tables:
         a row is about; an index of that name does as well. Columns that are missing leave their
         values alone, keys that a row lacks and rows that are missing likewise. With ``add``, rows
         about no foundation become new ones at the end, without a name unless the table has one,
-        and numbered on from the highest number unless the table has numbers. Names and numbers
-        that another foundation has are taken over, as when they are set; saving refuses them.
+        and numbered on from the highest number unless the table has numbers. A model refuses names
+        and numbers that another of its foundations has then, as saving would; a manager takes them.
 
         A stiffness that is None, NaN or missing to pandas is absent: a component of a vector of
         which another has a value counts as 0, and the vector goes when nothing is left of it. (So
-        a table cannot store a NaN; one that is there stays.) In other columns nothing may be
-        missing. Whole floats such as 7.0 are fine as numbers, 7.5 is not. Failures are words,
-        :class:`Failure` or int.
+        a table cannot store a NaN; one that is there stays, as a factor likewise.) In other columns
+        nothing may be missing. Whole floats such as 7.0 are fine as numbers, 7.5 is not. Failures
+        are words, :class:`Failure` or int.
 
         Returns how many foundations have changed or are new. Raises ValueError for columns that
         there are not, rows about the same foundation or about none, a number or name that several
-        foundations have, two current ones, and wrong or missing values; TypeError for values of
-        another type; OverflowError for numbers beyond the range of 32 bits; RuntimeError where
-        rows would be added while the list of foundations is in use.
+        foundations have or would have, two current ones, and wrong or missing values; TypeError
+        for values of another type; OverflowError for numbers beyond the range of 32 bits;
+        RuntimeError where rows would be added while the list of foundations is in use.
         """
         if by not in ("number", "name"):
             raise ValueError(f"by: 'number' or 'name' is wanted, not {by!r}")
         columns = _make_columns(table, by)
-        changed, added = _core.update(_get_manager(self), columns, by, add, _UNTOLD)
+        unique = _list_unique(self)
+        changed, added = _core.update(_get_manager(self), columns, by, add, unique, _UNTOLD)
         return changed + added
 
 
@@ -109,6 +110,13 @@ def _get_manager(owner: Any) -> _core.FoundationManager:
         return owner
     manager: _core.FoundationManager = owner.foundations
     return manager
+
+
+def _list_unique(owner: Any) -> List[str]:
+    """What no two foundations of it may have alike: all that its document stores of these."""
+    if isinstance(owner, _core.FoundationManager):
+        return []
+    return ["name"] if owner.form == "exchange-1.0" else ["number", "name"]
 
 
 def _import(name: str, what: str) -> Any:

@@ -111,12 +111,16 @@ void listOfKvml(Foundation& wanted, std::vector<Loss>& losses) {
 }  // namespace
 
 Loss describe(const Foundation& foundation, const Fields::Difference& lost) {
+  const auto show = [](const Fields::Value& value) {
+    const std::string text = Fields::show(value);
+    return text.empty() ? R"("")" : text;
+  };
   const bool isGone = std::holds_alternative<std::monostate>(lost.second);
   const char* const name = lost.field.name;
-  const std::string value = Fields::show(lost.first);
+  const std::string value = show(lost.first);
   return {Fields::describe(foundation), fmt::format(isGone ? "{} is lost" : "{} changes", name),
           isGone ? fmt::format("{} {} is lost", name, value)
-                 : fmt::format("{} {} becomes {}", name, value, Fields::show(lost.second))};
+                 : fmt::format("{} {} becomes {}", name, value, show(lost.second))};
 }
 
 std::vector<Loss> list(const FoundationManager& wanted, const FoundationManager& readBack,
