@@ -24,7 +24,7 @@ wait();
 WIDTH = 1280
 PHONE = 320
 # A page of each kind: with samples, with wide tables, of a class, of a namespace, of the program.
-KINDS = ["index.html", "tutorial.html", "guide/exceptions.html", "formats/legacy.html", "program.html",
+KINDS = ["index.html", "tutorial.html", "guide/what-is-left.html", "formats/legacy.html", "program.html",
          "manual-page.html", "glossary.html", "reference/Found-Foundation.html", "reference/Found.html",
          "reference/headers.html", "maintainers/contributing.html"]
 OPEN_ALL = "for (const d of document.querySelectorAll('details')) d.open = true"
