@@ -511,7 +511,8 @@ def open_model(
     ``separator`` ("," ";" or a tab) and ``decimal`` ("." or ",") are those of a table.
 
     Raises DocumentError, with ``filename``, ``lineno``, ``colno`` and ``reason``, for what cannot be
-    read; OSError such as FileNotFoundError; TypeError for a file object in text mode.
+    read, is in UTF-16 or UTF-32, or is of another form than ``form``; OSError such as
+    FileNotFoundError; TypeError for a file object in text mode.
     """
     if isinstance(source, (str, os.PathLike)):
         shown = os.fsencode(source)
