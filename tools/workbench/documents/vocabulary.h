@@ -8,6 +8,9 @@
 
 /// The names of elements and attributes in each form of document, and the values that they may
 /// have.
+///
+/// Here and elsewhere in the workbench constants are never destroyed, since threads may still work
+/// with them while the process of a host ends.
 namespace Documents {
 
 enum class Kind {
@@ -45,25 +48,26 @@ constexpr const char* project = "PROJECT";  // a child of the root
 constexpr const char* unitOfForce = "UNITFORCE";
 constexpr const char* unitOfLength = "UNITLENGTH";
 
-inline const ElementWord list = {"FOUNDATIONS", {{current, Kind::identity}}};
+inline const ElementWord& list = *new const ElementWord{"FOUNDATIONS", {{current, Kind::identity}}};
 
-inline const ElementWord foundation = {"FOUND",
-                                       {{number, Kind::identity, "number"},
-                                        {name, Kind::identity, "name"},
-                                        {"FXAREA", Kind::stiffness, "areaX"},
-                                        {"FYAREA", Kind::stiffness, "areaY"},
-                                        {"FZAREA", Kind::stiffness, "areaZ"},
-                                        {"FXLINE", Kind::lineStiffness, "lineX"},
-                                        {"FYLINE", Kind::lineStiffness, "lineY"},
-                                        {"FZLINE", Kind::lineStiffness, "lineZ"},
-                                        {"FXX", Kind::lineStiffness, "lineRotationX"},
-                                        {"FAILZAREA", Kind::failureNumber, "areaFailureZ"},
-                                        {"FAILXLINE", Kind::failureNumber, "lineFailureX"},
-                                        {"FAILYLINE", Kind::failureNumber, "lineFailureY"},
-                                        {"FAILZLINE", Kind::failureNumber, "lineFailureZ"},
-                                        {"FACAREA", Kind::factor, "areaFactor"},
-                                        {"FACLINE", Kind::factor, "lineFactor"},
-                                        {"IsGenerated", Kind::flag, "generated"}}};
+inline const ElementWord& foundation =
+    *new const ElementWord{"FOUND",
+                           {{number, Kind::identity, "number"},
+                            {name, Kind::identity, "name"},
+                            {"FXAREA", Kind::stiffness, "areaX"},
+                            {"FYAREA", Kind::stiffness, "areaY"},
+                            {"FZAREA", Kind::stiffness, "areaZ"},
+                            {"FXLINE", Kind::lineStiffness, "lineX"},
+                            {"FYLINE", Kind::lineStiffness, "lineY"},
+                            {"FZLINE", Kind::lineStiffness, "lineZ"},
+                            {"FXX", Kind::lineStiffness, "lineRotationX"},
+                            {"FAILZAREA", Kind::failureNumber, "areaFailureZ"},
+                            {"FAILXLINE", Kind::failureNumber, "lineFailureX"},
+                            {"FAILYLINE", Kind::failureNumber, "lineFailureY"},
+                            {"FAILZLINE", Kind::failureNumber, "lineFailureZ"},
+                            {"FACAREA", Kind::factor, "areaFactor"},
+                            {"FACLINE", Kind::factor, "lineFactor"},
+                            {"IsGenerated", Kind::flag, "generated"}}};
 
 }  // namespace Legacy
 
@@ -76,43 +80,45 @@ constexpr const char* number = "Number";
 constexpr const char* name = "Name";
 
 /// The line part of a foundation.
-inline const ElementWord curve = {"CurveBedding",
-                                  {{number, Kind::identity, "number"},
-                                   {name, Kind::identity, "name"},
-                                   {"StiffnessX", Kind::stiffness, "lineX"},
-                                   {"StiffnessY", Kind::stiffness, "lineY"},
-                                   {"StiffnessZ", Kind::stiffness, "lineZ"},
-                                   {"StiffnessXX", Kind::stiffness, "lineRotationX"},
-                                   {"StiffnessYFailure", Kind::failureWord, "lineFailureY"},
-                                   {"StiffnessZFailure", Kind::failureWord, "lineFailureZ"},
-                                   {"TangentialStiffnessXFactor", Kind::factor, "lineFactor"}}};
+inline const ElementWord& curve =
+    *new const ElementWord{"CurveBedding",
+                           {{number, Kind::identity, "number"},
+                            {name, Kind::identity, "name"},
+                            {"StiffnessX", Kind::stiffness, "lineX"},
+                            {"StiffnessY", Kind::stiffness, "lineY"},
+                            {"StiffnessZ", Kind::stiffness, "lineZ"},
+                            {"StiffnessXX", Kind::stiffness, "lineRotationX"},
+                            {"StiffnessYFailure", Kind::failureWord, "lineFailureY"},
+                            {"StiffnessZFailure", Kind::failureWord, "lineFailureZ"},
+                            {"TangentialStiffnessXFactor", Kind::factor, "lineFactor"}}};
 
 /// The area part of a foundation.
-inline const ElementWord surface = {"SurfaceBedding",
-                                    {{number, Kind::identity, "number"},
-                                     {name, Kind::identity, "name"},
-                                     {"StiffnessX", Kind::stiffness, "areaX"},
-                                     {"StiffnessY", Kind::stiffness, "areaY"},
-                                     {"StiffnessZ", Kind::stiffness, "areaZ"},
-                                     {"StiffnessZFailure", Kind::failureWord, "areaFailureZ"},
-                                     {"TangentialStiffnessXYFactor", Kind::factor, "areaFactor"}}};
+inline const ElementWord& surface =
+    *new const ElementWord{"SurfaceBedding",
+                           {{number, Kind::identity, "number"},
+                            {name, Kind::identity, "name"},
+                            {"StiffnessX", Kind::stiffness, "areaX"},
+                            {"StiffnessY", Kind::stiffness, "areaY"},
+                            {"StiffnessZ", Kind::stiffness, "areaZ"},
+                            {"StiffnessZFailure", Kind::failureWord, "areaFailureZ"},
+                            {"TangentialStiffnessXYFactor", Kind::factor, "areaFactor"}}};
 
 /// A whole foundation. Only the first version has these; they have no numbers.
-inline const ElementWord whole = {
-    "Bedding",
-    {{name, Kind::identity, "name"},
-     {"SurfaceStiffnessX", Kind::stiffness, "areaX"},
-     {"SurfaceStiffnessY", Kind::stiffness, "areaY"},
-     {"SurfaceStiffnessZ", Kind::stiffness, "areaZ"},
-     {"SurfaceStiffnessZFailure", Kind::failureWord, "areaFailureZ"},
-     {"TangentialSurfaceStiffnessXYFactor", Kind::factor, "areaFactor"},
-     {"CurveStiffnessX", Kind::stiffness, "lineX"},
-     {"CurveStiffnessY", Kind::stiffness, "lineY"},
-     {"CurveStiffnessZ", Kind::stiffness, "lineZ"},
-     {"CurveStiffnessXX", Kind::stiffness, "lineRotationX"},
-     {"CurveStiffnessYFailure", Kind::failureWord, "lineFailureY"},
-     {"CurveStiffnessZFailure", Kind::failureWord, "lineFailureZ"},
-     {"TangentialCurveStiffnessX", Kind::factor, "lineFactor"}}};
+inline const ElementWord& whole =
+    *new const ElementWord{"Bedding",
+                           {{name, Kind::identity, "name"},
+                            {"SurfaceStiffnessX", Kind::stiffness, "areaX"},
+                            {"SurfaceStiffnessY", Kind::stiffness, "areaY"},
+                            {"SurfaceStiffnessZ", Kind::stiffness, "areaZ"},
+                            {"SurfaceStiffnessZFailure", Kind::failureWord, "areaFailureZ"},
+                            {"TangentialSurfaceStiffnessXYFactor", Kind::factor, "areaFactor"},
+                            {"CurveStiffnessX", Kind::stiffness, "lineX"},
+                            {"CurveStiffnessY", Kind::stiffness, "lineY"},
+                            {"CurveStiffnessZ", Kind::stiffness, "lineZ"},
+                            {"CurveStiffnessXX", Kind::stiffness, "lineRotationX"},
+                            {"CurveStiffnessYFailure", Kind::failureWord, "lineFailureY"},
+                            {"CurveStiffnessZFailure", Kind::failureWord, "lineFailureZ"},
+                            {"TangentialCurveStiffnessX", Kind::factor, "lineFactor"}}};
 
 /// The description of the element of this name; null when it does not describe a foundation.
 inline const ElementWord* findWord(std::string_view element) {

@@ -23,18 +23,18 @@ struct Unit {
 using Table = std::vector<Unit>;
 
 const Table& listForces() {
-  static const Table forces = {{"N", {1, 0}},  // of which the others are so many
-                               {"kN", {1, 3}},
-                               {"MN", {1, 6}},
-                               {"lbf", {44482216152605, -13}},
-                               {"kip", {44482216152605, -10}}};
+  static const auto& forces = *new const Table{{"N", {1, 0}},  // of which the others are so many
+                                               {"kN", {1, 3}},
+                                               {"MN", {1, 6}},
+                                               {"lbf", {44482216152605, -13}},
+                                               {"kip", {44482216152605, -10}}};
   return forces;
 }
 
 const Table& listLengths() {
-  static const Table lengths = {{"m", {1, 0}},  // of which the others are so many
-                                {"dm", {1, -1}},    {"cm", {1, -2}},  {"mm", {1, -3}},
-                                {"ft", {3048, -4}}, {"in", {254, -4}}};
+  static const auto& lengths = *new const Table{
+      {"m", {1, 0}},  // of which the others are so many
+      {"dm", {1, -1}}, {"cm", {1, -2}}, {"mm", {1, -3}}, {"ft", {3048, -4}}, {"in", {254, -4}}};
   return lengths;
 }
 

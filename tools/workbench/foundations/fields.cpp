@@ -105,7 +105,7 @@ Value parseNumber(const std::string& text, const char* advice) {
 }  // namespace
 
 const std::vector<Field>& list() {
-  static const std::vector<Field> fields = {
+  static const auto& fields = *new const std::vector<Field>{
       {"number", Type::integer, get<&Foundation::getNumber>, set<int, &Foundation::setNumber>},
       {"name", Type::text, get<&Foundation::getName>, set<std::string, &Foundation::setName>},
       {"generated", Type::flag, get<&Foundation::isGenerated>,

@@ -24,12 +24,12 @@ std::string tellNames() {
 }  // namespace
 
 const std::vector<std::string_view>& listNames() {
-  static const std::vector<std::string_view> names = [] {
+  static const auto& names = *new const std::vector<std::string_view>([] {
     std::vector<std::string_view> all;
     for (const Fields::Field& field : Fields::list()) all.emplace_back(field.name);
     all.emplace_back(currentField);
     return all;
-  }();
+  }());
   return names;
 }
 
