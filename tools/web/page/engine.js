@@ -286,9 +286,9 @@ export class Doc {
   // --- Saving
 
   /**
-   * What gets lost in a document of this form.
+   * What gets lost in a document of this form, a line each.
    * @param {Form} form
-   * @returns {Promise<import("./types.js").Loss[]>}
+   * @returns {Promise<string[]>}
    */
   async losses(form) {
     return this.#instance.ask("losses", { form });

@@ -118,12 +118,8 @@
  * @property {Difference[]} differences
  * @property {Refusal[]} clashes
  * @property {Refusal[]} leftOut
- * @property {Loss[]} losses     what does not come since the form has no place for it
+ * @property {string[]} losses   what does not come since the form has no place for it, a line each
  * @property {string[]} unitNotes
- *
- * @typedef {object} Loss
- * @property {string} foundation as messages call it; "" where it is about none
- * @property {string} sentence
  *
  * @typedef {object} PruneOptions
  * @property {boolean} [generated]    of generated foundations only
