@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 . scripts/sources.sh
 
 packages=(eslint@9.39.1 @eslint/js@9.39.1 stylelint@16.25.0 stylelint-config-recommended@16.0.0)
-folder=build/web
+folder=build/lint
 install_npm_packages "$folder" "${packages[@]}"
 
 export NODE_PATH=$PWD/$folder/node_modules

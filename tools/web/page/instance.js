@@ -1,40 +1,186 @@
 // @ts-check
-/** An instance of the engine, and how requests and answers come through its memory. */
+/**
+ * Instances of the engine, and how requests and answers come through their memory. The page holds
+ * the code, packed, in an element of its own.
+ */
 
 /**
+ * @typedef {object} Exports
+ * @property {WebAssembly.Memory} memory
+ * @property {() => void} _initialize
+ * @property {(size: number) => number} makeRoomForValues
+ * @property {(size: number) => number} makeRoomForBytes
+ * @property {() => number} ask
+ * @property {() => number} getAnswer
+ * @property {() => number} getAnswerSize
+ * @property {() => void} forgetAnswer
+ */
+
+/** @type {WebAssembly.Module} */
+let module;
+/** @type {typeof import("./engine.js").EngineError} */
+let EngineError;
+
+/**
+ * Reads the code once, for all instances.
  * @param {BufferSource | undefined} code
- * @param {typeof import("./engine.js").EngineError} error
- * @returns {Promise<void>}
+ * @param {typeof import("./engine.js").EngineError} error what errors are told with
  */
 export async function prepare(code, error) {
-  throw new error(`not built yet: ${code}`);
+  EngineError = error;
+  module = await WebAssembly.compile(code ?? (await unpack()));
+}
+
+/** The code that the page holds. */
+async function unpack() {
+  const text = document.getElementById("engine")?.textContent ?? "";
+  const packed = Uint8Array.from(atob(text.trim()), (character) => character.charCodeAt(0));
+  const stream = new Blob([packed]).stream().pipeThrough(new DecompressionStream("gzip"));
+  return new Response(stream).arrayBuffer();
 }
 
 export class Instance {
-  /** @returns {Promise<Instance>} */
+  /** @type {Exports | null} */
+  #exports;
+
+  /** @param {Exports} exports */
+  constructor(exports) {
+    this.#exports = exports;
+    exports._initialize();
+  }
+
   static async create() {
-    throw new Error("not built yet");
+    /** @type {{exports?: Exports}} */
+    const made = {};
+    const instance = await WebAssembly.instantiate(module, makeImports(made));
+    made.exports = /** @type {Exports} */ (/** @type {unknown} */ (instance.exports));
+    return new Instance(made.exports);
   }
 
   /**
+   * Gives what the engine answers to a request.
    * @param {string} name
-   * @param {object} [request]
-   * @param {Uint8Array} [bytes]
+   * @param {object} [values]
+   * @param {Uint8Array} [bytes] of a document
    * @returns {any}
    */
-  ask(name, request, bytes) {
-    throw new Error(`not built yet: ${name} ${request} ${bytes}`);
+  ask(name, values, bytes) {
+    return JSON.parse(decode(this.take(name, values, bytes)));
   }
 
   /**
+   * The same for requests that are answered with bytes.
    * @param {string} name
-   * @param {object} [request]
-   * @param {Uint8Array} [bytes]
+   * @param {object} [values]
+   * @param {Uint8Array} [bytes] of a document
    * @returns {Uint8Array}
    */
-  take(name, request, bytes) {
-    throw new Error(`not built yet: ${name} ${request} ${bytes}`);
+  take(name, values = {}, bytes = undefined) {
+    const engine = this.#exports;
+    if (engine === null) throw new EngineError("the document is closed", { isFatal: true });
+    try {
+      if (bytes !== undefined) write(engine, engine.makeRoomForBytes(bytes.length), bytes);
+      const text = new TextEncoder().encode(JSON.stringify({ ...values, request: name }));
+      write(engine, engine.makeRoomForValues(text.length), text);
+      const isDone = engine.ask() !== 0;
+      const answer = copy(engine, engine.getAnswer(), engine.getAnswerSize());
+      engine.forgetAnswer();
+      if (isDone) return answer;
+      const { message, ...place } = JSON.parse(decode(answer));
+      throw new EngineError(message, place);
+    } catch (error) {
+      throw error instanceof EngineError ? error : this.#fail(error);
+    }
   }
 
-  close() {}
+  /** Lets the memory go. */
+  close() {
+    this.#exports = null;
+  }
+
+  /**
+   * The engine stopped in the middle of its work and cannot go on.
+   * @param {unknown} error
+   */
+  #fail(error) {
+    this.close();
+    return new EngineError(`the engine failed at this document (${error})`, { isFatal: true });
+  }
+}
+
+/**
+ * @param {Exports} engine
+ * @param {number} place
+ * @param {Uint8Array} bytes
+ */
+function write(engine, place, bytes) {
+  if (place === 0) throw new EngineError("is too large for the memory of this page");
+  new Uint8Array(engine.memory.buffer, place, bytes.length).set(bytes);
+}
+
+/**
+ * @param {Exports} engine
+ * @param {number} place
+ * @param {number} size
+ */
+function copy(engine, place, size) {
+  return new Uint8Array(engine.memory.buffer, place, size).slice();
+}
+
+/** @param {Uint8Array} bytes */
+function decode(bytes) {
+  return new TextDecoder("utf-8", { ignoreBOM: true }).decode(bytes);
+}
+
+/**
+ * What the engine needs of a system: the time, and that there are neither files nor an environment.
+ * @param {{exports?: Exports}} made whose exports come later
+ */
+function makeImports(made) {
+  const view = () => new DataView(/** @type {Exports} */ (made.exports).memory.buffer);
+  /** @type {Record<string, Record<string, Function>>} */
+  const known = {
+    wasi_snapshot_preview1: {
+      clock_time_get: (/** @type {number} */ _clock, /** @type {bigint} */ _precision, /** @type {number} */ place) => {
+        view().setBigUint64(place, BigInt(Date.now()) * 1000000n, true);
+        return 0;
+      },
+    },
+    env: {
+      _localtime_js: (/** @type {number} */ time, /** @type {number} */ place) =>
+        writeDate(view(), new Date(view().getInt32(time, true) * 1000), place),
+    },
+  };
+  /** @type {WebAssembly.Imports} */
+  const imports = {};
+  for (const { module: from, name } of WebAssembly.Module.imports(module)) {
+    imports[from] ??= {};
+    imports[from][name] = known[from]?.[name] ?? makeStub(name);
+  }
+  return imports;
+}
+
+/** @param {string} name */
+function makeStub(name) {
+  const notFound = -44; // ENOENT, to those who ask for a file
+  return () => (name.startsWith("__syscall") ? notFound : 0);
+}
+
+/**
+ * Writes a struct tm.
+ * @param {DataView} view
+ * @param {Date} date
+ * @param {number} place
+ */
+function writeDate(view, date, place) {
+  const fields = [
+    date.getSeconds(),
+    date.getMinutes(),
+    date.getHours(),
+    date.getDate(),
+    date.getMonth(),
+    date.getFullYear() - 1900,
+    date.getDay(),
+  ];
+  fields.forEach((field, index) => view.setInt32(place + 4 * index, field, true));
 }
