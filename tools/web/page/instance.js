@@ -133,54 +133,51 @@ function decode(bytes) {
 }
 
 /**
- * What the engine needs of a system: the time, and that there are neither files nor an environment.
+ * What the engine needs of a system: the time of the day here. There are no files.
  * @param {{exports?: Exports}} made whose exports come later
  */
 function makeImports(made) {
-  const view = () => new DataView(/** @type {Exports} */ (made.exports).memory.buffer);
-  /** @type {Record<string, Record<string, Function>>} */
+  const memory = () => /** @type {Exports} */ (made.exports).memory.buffer;
+  const zone = new TextEncoder().encode(`TZ=${nameZone()}\0`);
+  /** @type {Record<string, Function>} */
   const known = {
-    wasi_snapshot_preview1: {
-      clock_time_get: (/** @type {number} */ _clock, /** @type {bigint} */ _precision, /** @type {number} */ place) => {
-        view().setBigUint64(place, BigInt(Date.now()) * 1000000n, true);
-        return 0;
-      },
+    /** @type {(clock: number, precision: bigint, place: number) => number} */
+    clock_time_get(_clock, _precision, place) {
+      new DataView(memory()).setBigUint64(place, BigInt(Date.now()) * 1000000n, true);
+      return 0;
     },
-    env: {
-      _localtime_js: (/** @type {number} */ time, /** @type {number} */ place) =>
-        writeDate(view(), new Date(view().getInt32(time, true) * 1000), place),
+    /** @type {(count: number, size: number) => number} */
+    environ_sizes_get(count, size) {
+      new DataView(memory()).setUint32(count, 1, true);
+      new DataView(memory()).setUint32(size, zone.length, true);
+      return 0;
+    },
+    /** @type {(list: number, texts: number) => number} */
+    environ_get(list, texts) {
+      new DataView(memory()).setUint32(list, texts, true);
+      new Uint8Array(memory(), texts, zone.length).set(zone);
+      return 0;
     },
   };
   /** @type {WebAssembly.Imports} */
   const imports = {};
   for (const { module: from, name } of WebAssembly.Module.imports(module)) {
     imports[from] ??= {};
-    imports[from][name] = known[from]?.[name] ?? makeStub(name);
+    imports[from][name] = known[name] ?? makeStub(name);
   }
   return imports;
+}
+
+/** The time zone as POSIX writes it, such as <here>-02:00 east of Greenwich. */
+function nameZone() {
+  const minutes = new Date().getTimezoneOffset();
+  const pad = (/** @type {number} */ number) => String(Math.floor(number)).padStart(2, "0");
+  const distance = Math.abs(minutes);
+  return `<here>${minutes < 0 ? "-" : ""}${pad(distance / 60)}:${pad(distance % 60)}`;
 }
 
 /** @param {string} name */
 function makeStub(name) {
   const notFound = -44; // ENOENT, to those who ask for a file
   return () => (name.startsWith("__syscall") ? notFound : 0);
-}
-
-/**
- * Writes a struct tm.
- * @param {DataView} view
- * @param {Date} date
- * @param {number} place
- */
-function writeDate(view, date, place) {
-  const fields = [
-    date.getSeconds(),
-    date.getMinutes(),
-    date.getHours(),
-    date.getDate(),
-    date.getMonth(),
-    date.getFullYear() - 1900,
-    date.getDay(),
-  ];
-  fields.forEach((field, index) => view.setInt32(place + 4 * index, field, true));
 }
