@@ -18,7 +18,7 @@ export function showAdding(view) {
   dialog.element.classList.add("broad");
   for (const group of new Set(columns.map((column) => column.group))) {
     const own = fields.filter(({ column }) => column.group === group);
-    const labels = own.map(({ column, field }) => makeLabel(column.label, field, column.unit));
+    const labels = own.map(({ column, field }) => makeLabel([column.label, column.unit].join(" ").trim(), field));
     const legend = group === "" ? "Foundation" : group;
     dialog.body.append(make("fieldset", { class: "fields" }, make("legend", {}, legend), ...labels));
   }

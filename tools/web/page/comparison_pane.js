@@ -34,6 +34,7 @@ export class ComparisonPane {
       makeLabel("Show", this.way),
       makeButton("Open another …", () => this.#open()),
     );
+    this.form = form;
     this.result = make("div", { class: "result" });
     this.element = make("div", { class: "pane table" }, form, this.result);
   }
@@ -61,8 +62,11 @@ export class ComparisonPane {
 
   async #compare() {
     const other = this.view.workspace.find(this.other.value)?.view;
+    this.form.hidden = !other;
     if (!other) {
-      this.result.replaceChildren(make("p", { class: "empty" }, "Open a second document to compare this one with."));
+      const open = makeButton("Open another …", () => this.#open(), { class: "primary" });
+      this.result.classList.remove("frame");
+      this.result.replaceChildren(make("div", { class: "empty" }, make("p", {}, "Open a second document to compare this one with."), open));
       return;
     }
     const by = /** @type {"" | "number" | "name"} */ (this.by.value);

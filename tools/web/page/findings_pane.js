@@ -3,6 +3,7 @@
 
 import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
 import { makeExcerpt } from "./excerpt.js";
+import { capitalise } from "./notices.js";
 
 /** @typedef {import("./types.js").Finding} Finding */
 
@@ -37,9 +38,9 @@ export class FindingsPane {
 
   #draw() {
     const { findings } = this.view;
-    this.lead.textContent =
-      findings.length === 0 ? "The check finds nothing." : `The check finds ${count(findings.length, "place")} to look at.`;
-    this.lead.classList.toggle("good", findings.length === 0);
+    const isGood = findings.length === 0;
+    this.lead.textContent = isGood ? "✓ The check finds nothing." : `The check finds ${count(findings.length, "place")} to look at.`;
+    this.lead.className = isGood ? "lead good empty" : "lead";
     this.filter.hidden = findings.length === 0;
     const chosen = this.rule.value;
     const counts = new Map();
@@ -69,7 +70,7 @@ export class FindingsPane {
     if (line > 0)
       places.append(makeButton(`Line ${line}, column ${column}`, () => this.view.goToLine(line), { class: "link" }));
     if (index >= 0) places.append(makeButton(foundation, () => this.view.goToRow(index), { class: "link" }));
-    const said = make("div", { class: "said-of" }, make("p", { class: "sentence" }, finding.sentence), places);
+    const said = make("div", { class: "said-of" }, make("p", { class: "sentence" }, capitalise(finding.sentence)), places);
     return make("li", {}, said, line > 0 ? makeExcerpt(finding.excerpt, line) : "");
   }
 }

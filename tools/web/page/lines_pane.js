@@ -22,7 +22,7 @@ export class LinesPane {
   constructor(view) {
     this.doc = view.doc;
     this.layer = make("div", { class: "layer" });
-    this.port = make("div", { class: "text", tabindex: 0, role: "region", "aria-label": "Lines of the document" }, this.layer);
+    this.port = make("div", { class: "source", tabindex: 0, role: "region", "aria-label": "Lines of the document" }, this.layer);
     this.scroller = new Scroller(this.port, this.layer, rowHeight, (list) => this.#makeRows(list));
     this.line = make("input", { type: "number", min: 1, inputmode: "numeric" });
     this.total = make("span", { class: "soft" });
@@ -109,7 +109,7 @@ export class LinesPane {
     if (position + 1 === this.#marked) classes.push("marked");
     const row = make("div", { class: classes.join(" ") }, make("span", { class: "number" }, String(position + 1)));
     row.append(make("code", {}, line?.text ?? "", line?.isCut ? " …" : ""));
-    if (sentences.length > 0) row.append(make("span", { class: "remark" }, sentences.join("; ")));
+    if (sentences.length > 0) row.append(make("span", { class: "remark", title: sentences.join("\n") }, sentences.join("; ")));
     return row;
   }
 }

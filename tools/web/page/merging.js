@@ -33,9 +33,12 @@ export async function showMerging(view) {
   });
   const getOptions = () => ({ onClash: /** @type {import("./types.js").OnClash} */ (rule.value) });
 
+  const otherField = makeLabel("Foundations of", other);
+  const ruleField = makeLabel("Where numbers or names clash", rule);
   const offer = () => {
     const others = workspace.documents.filter((entry) => entry.view !== view);
     other.replaceChildren(...others.map(({ id, name }) => make("option", { value: id }, name)));
+    for (const field of [otherField, ruleField]) field.hidden = others.length === 0;
   };
   const show = async () => {
     dialog.action.disabled = true;
@@ -63,7 +66,7 @@ export async function showMerging(view) {
   other.addEventListener("change", show);
   rule.addEventListener("change", show);
   dialog.element.classList.add("broad");
-  const fields = make("div", { class: "fields" }, makeLabel("Foundations of", other), makeLabel("Where numbers or names clash", rule), makeButton("Open another …", open));
+  const fields = make("div", { class: "fields" }, otherField, ruleField, makeButton("Open another …", open));
   dialog.body.append(fields, preview);
   offer();
   await show();

@@ -53,11 +53,12 @@ export function listLines(lines) {
 }
 
 /**
- * A sentence of the program stands behind the name of a file and so starts small.
+ * A sentence of the program stands behind the name of a file and so starts small. What is quoted of
+ * a document stays as it is.
  * @param {string} sentence
  */
 export function capitalise(sentence) {
-  return sentence.charAt(0).toUpperCase() + sentence.slice(1);
+  return sentence.replace(/^[a-z]+(?=[ ,])/, (word) => word.charAt(0).toUpperCase() + word.slice(1));
 }
 
 /**

@@ -5,7 +5,7 @@ import { get, make, makeButton, makeId, count } from "./dom.js";
 import { DocumentView } from "./document_view.js";
 import { EngineError, open } from "./engine.js";
 import { choose as ask } from "./dialog.js";
-import { during, say, tell } from "./notices.js";
+import { during, say } from "./notices.js";
 import { makeProblem } from "./problem.js";
 
 /** @typedef {import("./types.js").OpenOptions} OpenOptions */
@@ -22,12 +22,16 @@ export class Workspace {
   entries = [];
   /** @type {Entry | null} */
   current = null;
+  /** @type {(last: Entry | undefined) => void} what waits for files */
+  #chosen = () => {};
+  #isChosenShown = true;
 
   constructor() {
     this.main = get("main", HTMLElement);
     this.list = get("documents", HTMLElement);
     this.start = get("start", HTMLElement);
     this.files = get("files", HTMLInputElement);
+    for (const event of ["change", "cancel"]) this.files.addEventListener(event, () => this.#takeFiles());
   }
 
   /** Those that could be read. */
@@ -53,17 +57,18 @@ export class Workspace {
    */
   choose(isShown = true) {
     return new Promise((resolve) => {
-      const done = async () => {
-        this.files.removeEventListener("change", done);
-        this.files.removeEventListener("cancel", done);
-        const files = [...(this.files.files ?? [])];
-        this.files.value = "";
-        resolve(await this.openFiles(files, isShown));
-      };
-      this.files.addEventListener("change", done);
-      this.files.addEventListener("cancel", done);
+      this.#chosen = resolve;
+      this.#isChosenShown = isShown;
       this.files.click();
     });
+  }
+
+  async #takeFiles() {
+    const [files, isShown, chosen] = [[...(this.files.files ?? [])], this.#isChosenShown, this.#chosen];
+    this.files.value = "";
+    this.#chosen = () => {};
+    this.#isChosenShown = true;
+    chosen(await this.openFiles(files, isShown));
   }
 
   /**
@@ -106,7 +111,7 @@ export class Workspace {
     const id = makeId();
     try {
       const view = new DocumentView(await open(name, bytes, options), this);
-      tell(`${view.name}: ${count(view.doc.count, "foundation")}`);
+      say(`${view.name}: ${count(view.doc.count, "foundation")}`);
       return { id, name: view.name, view, element: view.element };
     } catch (error) {
       if (!(error instanceof EngineError)) throw error;
