@@ -62,10 +62,11 @@ std::string Lines::makeVisible(std::string_view text) const {
 
 Json Lines::cut(KvXmlPosition position) const {
   const std::string_view line = get(position.line);
-  const std::size_t place = std::min(position.column > 0 ? position.column - 1 : 0, line.size());
-  const std::size_t length = std::min(measureMark(line.substr(place)), mostMarked);
+  const bool isOfLine = position.column == 0;
+  const std::size_t place = isOfLine ? 0 : std::min(position.column - 1, line.size());
+  const std::size_t length = isOfLine ? line.size() : measureMark(line.substr(place));
   const std::size_t begin = place > mostBefore ? align(line, place - mostBefore) : 0;
-  const std::size_t marked = position.column > 0 ? align(line, place + length) : place;
+  const std::size_t marked = align(line, place + std::min(length, mostMarked));
   const std::size_t end = align(line, std::min(marked + mostAfter, line.size()));
   return {{"before", makeVisible(line.substr(begin, place - begin))},
           {"marked", makeVisible(line.substr(place, marked - place))},
