@@ -10,6 +10,8 @@ export class CellEditor {
   /** @type {HTMLElement | null} */
   #bubble = null;
   #before = "";
+  /** Whether the value is being taken, while the row is made anew and the field leaves the page. */
+  #isTaking = false;
 
   /** @param {import("./grid.js").Grid} grid */
   constructor(grid) {
@@ -67,7 +69,9 @@ export class CellEditor {
       this.cancel();
       return true;
     }
+    this.#isTaking = true;
     const problem = this.grid.take(field.value, forAll);
+    this.#isTaking = false;
     if (problem === "") {
       this.cancel();
       this.grid.refresh();
@@ -133,7 +137,7 @@ export class CellEditor {
 
   /** What was written is taken, or else the field stays open. */
   #leave() {
-    if (this.#field && document.hasFocus()) this.commit();
+    if (this.#field && !this.#isTaking && document.hasFocus()) this.commit();
   }
 
   /** @param {KeyboardEvent} event */

@@ -175,7 +175,7 @@ export class DocumentView {
       make("span", { class: "together" }, makeButton("Prune …", () => showPruning(this)), makeButton("Merge …", () => showMerging(this))),
       make("span", { class: "together" }, makeButton("Print", () => this.print()), makeButton("Save …", () => this.save(), { class: "primary", "aria-keyshortcuts": "Control+S" })),
     );
-    this.heading = make("h2", {}, make("bdi", {}, this.info.name));
+    this.heading = make("h1", {}, make("bdi", {}, this.info.name));
     this.state = make("span", { class: "chip warn", hidden: true }, "not saved");
     return make("div", { class: "top" }, make("div", { class: "title" }, make("div", {}, this.heading, this.state), this.facts), tools);
   }

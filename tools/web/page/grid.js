@@ -131,19 +131,19 @@ export class Grid {
   // --- What is drawn
 
   #setWidths() {
-    const list = this.columns.map((column) => (column.key === "name" ? "minmax(15rem, 1fr)" : `${widths[column.kind]}rem`));
-    const sum = this.columns.reduce((total, column) => total + widths[column.kind], tickWidth);
+    const list = this.columns.map((column) => (column.key === "name" ? "var(--name)" : `${widths[column.kind]}rem`));
+    const sum = this.columns.reduce((total, column) => total + (column.key === "name" ? 0 : widths[column.kind]), tickWidth);
     this.element.style.setProperty("--columns", `${tickWidth}rem ${list.join(" ")}`);
-    this.element.style.setProperty("--width", `${sum}rem`);
+    this.element.style.setProperty("--others", `${sum}rem`);
   }
 
   #drawHead() {
-    const groups = [make("div", { role: "columnheader", class: "group", "aria-colspan": 1 })];
+    const groups = [make("div", { role: "gridcell", class: "group" })];
     for (let i = 0; i < this.columns.length; ) {
       const { group } = this.columns[i];
       const next = this.columns.findIndex((column, at) => at > i && column.group !== group);
       const span = (next < 0 ? this.columns.length : next) - i;
-      const cell = make("div", { role: "columnheader", class: "group", "aria-colspan": span, "aria-colindex": i + 2 }, group);
+      const cell = make("div", { role: group === "" ? "gridcell" : "columnheader", class: "group", "aria-colspan": span, "aria-colindex": i + 2 }, group);
       cell.style.gridColumn = `span ${span}`;
       groups.push(cell);
       i += span;

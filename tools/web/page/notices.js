@@ -49,7 +49,7 @@ export function listLines(lines) {
   const items = lines.slice(0, mostLines).map((line) => make("li", {}, line));
   const left = lines.length - items.length;
   if (left > 0) items.push(make("li", { class: "soft" }, `and ${left} more`));
-  return make("ul", { class: "lines" }, ...items);
+  return make("ul", { class: "lines", tabindex: 0 }, ...items);
 }
 
 /**

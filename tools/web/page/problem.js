@@ -14,7 +14,7 @@ import { describe } from "./notices.js";
  * @param {() => void} close
  */
 export function makeProblem(name, error, readAgain, close) {
-  const card = make("div", { class: "card problem", role: "alert" }, make("h2", {}, make("bdi", {}, name), " cannot be read"), ...describe(error));
+  const card = make("div", { class: "card problem", role: "alert" }, make("h1", {}, make("bdi", {}, name), " cannot be read"), ...describe(error));
   if (error.line > 0) card.append(make("p", { class: "soft" }, `Line ${error.line}, column ${error.column}:`));
   if (error.excerpt) card.append(makeExcerpt(error.excerpt, error.line));
   return make("section", { class: "unread", "aria-label": name }, card, makeAgain(readAgain), make("p", {}, makeButton("Close", close)));
