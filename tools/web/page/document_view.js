@@ -44,11 +44,24 @@ export class DocumentView {
     this.table = new TablePane(this);
     this.lines = new LinesPane(this);
     this.report = new ReportPane(this);
-    this.#panes = [this.table, new FindingsPane(this), this.lines, this.report, new ComparisonPane(this)];
+    this.#panes = [
+      this.table,
+      new FindingsPane(this),
+      this.lines,
+      this.report,
+      new ComparisonPane(this),
+    ];
     this.current = this.#panes[0];
     this.facts = make("p", { class: "facts" });
     this.tabs = this.#makeTabs();
-    this.element = make("section", { class: "document", "aria-label": this.info.name }, this.#makeTop(), this.#makeNotes(), this.tabs, ...this.#makePanels());
+    this.element = make(
+      "section",
+      { class: "document", "aria-label": this.info.name },
+      this.#makeTop(),
+      this.#makeNotes(),
+      this.tabs,
+      ...this.#makePanels(),
+    );
     this.#showState();
   }
 
@@ -171,13 +184,36 @@ export class DocumentView {
       "div",
       { class: "tools", role: "group", "aria-label": "What to do with the document" },
       make("span", { class: "together" }, this.undoButton, this.redoButton),
-      make("span", { class: "together" }, makeButton("Add …", () => showAdding(this)), this.removeButton),
-      make("span", { class: "together" }, makeButton("Prune …", () => showPruning(this)), makeButton("Merge …", () => showMerging(this))),
-      make("span", { class: "together" }, makeButton("Print", () => this.print()), makeButton("Save …", () => this.save(), { class: "primary", "aria-keyshortcuts": "Control+S" })),
+      make(
+        "span",
+        { class: "together" },
+        makeButton("Add …", () => showAdding(this)),
+        this.removeButton,
+      ),
+      make(
+        "span",
+        { class: "together" },
+        makeButton("Prune …", () => showPruning(this)),
+        makeButton("Merge …", () => showMerging(this)),
+      ),
+      make(
+        "span",
+        { class: "together" },
+        makeButton("Print", () => this.print()),
+        makeButton("Save …", () => this.save(), {
+          class: "primary",
+          "aria-keyshortcuts": "Control+S",
+        }),
+      ),
     );
     this.heading = make("h1", {}, make("bdi", {}, this.info.name));
     this.state = make("span", { class: "chip warn", hidden: true }, "not saved");
-    return make("div", { class: "top" }, make("div", { class: "title" }, make("div", {}, this.heading, this.state), this.facts), tools);
+    return make(
+      "div",
+      { class: "top" },
+      make("div", { class: "title" }, make("div", {}, this.heading, this.state), this.facts),
+      tools,
+    );
   }
 
   #makeNotes() {
@@ -210,13 +246,21 @@ export class DocumentView {
         keydown: (/** @type {KeyboardEvent} */ event) => this.#pressTab(event, i),
       }),
     );
-    return make("div", { class: "tabs", role: "tablist", "aria-label": "Ways to look at the document" }, ...tabs);
+    return make(
+      "div",
+      { class: "tabs", role: "tablist", "aria-label": "Ways to look at the document" },
+      ...tabs,
+    );
   }
 
   #makePanels() {
     const panels = this.#panes.map((pane, i) => {
       const tab = this.tabs.children[i];
-      const panel = make("div", { class: "panel", role: "tabpanel", id: makeId(), "aria-labelledby": tab.id }, pane.element);
+      const panel = make(
+        "div",
+        { class: "panel", role: "tabpanel", id: makeId(), "aria-labelledby": tab.id },
+        pane.element,
+      );
       tab.setAttribute("aria-controls", panel.id);
       return panel;
     });
@@ -257,7 +301,13 @@ export class DocumentView {
   #showState() {
     const { doc, info } = this;
     const units = info.units ? [`${info.units.force} and ${info.units.length}`] : [];
-    const facts = [info.formLabel, count(doc.count, "foundation"), ...units, info.encoding, showSize(info.size)];
+    const facts = [
+      info.formLabel,
+      count(doc.count, "foundation"),
+      ...units,
+      info.encoding,
+      showSize(info.size),
+    ];
     this.facts.replaceChildren(...facts.map((fact) => make("span", {}, fact)));
     if (!this.undoButton || !this.redoButton || !this.state) return;
     this.state.hidden = !doc.isChanged;
