@@ -9,10 +9,10 @@ import { capitalise, listLines } from "./notices.js";
 
 const rules = /** @type {Array<[string, string]>} */ ([
   ["refuse", "stop"],
-  ["rename", "give the other one a new name and number"],
-  ["renumber", "give the other one a new number"],
+  ["rename", "give the other one a free name"],
+  ["renumber", "give the other one a free number"],
   ["skip", "leave the other one out"],
-  ["replace", "take the values of the other one"],
+  ["replace", "put the other one in its place"],
 ]);
 
 /**

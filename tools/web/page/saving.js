@@ -26,7 +26,8 @@ export async function showSaving(view) {
     label: `as it is: ${info.formLabel}`,
     isTable: false,
   };
-  const offered = [kept, ...forms()];
+  // In its own form a document stays as it is, except that a table can get other signs.
+  const offered = [kept, ...forms().filter(({ form, isTable }) => isTable || form !== info.form)];
   const group = makeId();
   const radios = offered.map((form, i) =>
     make("input", { type: "radio", name: group, value: form.form, checked: i === 0 }),

@@ -63,6 +63,7 @@ export class TablePane {
     );
     this.none = make("p", { class: "empty", hidden: true });
     this.element = make("div", { class: "pane table" }, form, this.none, this.grid.element);
+    /** @type {Int32Array} of the rows that are shown */
     this.order = new Int32Array();
   }
 
