@@ -27,7 +27,7 @@ export function showAdding(view) {
     );
     const legend = group === "" ? "Foundation" : group;
     dialog.body.append(
-      make("fieldset", { class: "fields" }, make("legend", {}, legend), ...labels),
+      make("fieldset", { class: "cells" }, make("legend", {}, legend), ...labels),
     );
   }
   return dialog.show();
@@ -42,5 +42,6 @@ function makeField(column) {
     spellcheck: "false",
     autocomplete: "off",
     required: column.key === "name",
+    autofocus: column.key === "name",
   });
 }
