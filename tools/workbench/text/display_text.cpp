@@ -67,7 +67,7 @@ std::string fromNumber(double value) {
   if (std::isnan(value)) return "nan";  // whatever its sign, which means nothing
   // Not every standard library prints doubles. What is used instead begins with exponents
   // elsewhere.
-  const std::string text = fmt::format("{}", value);
+  std::string text = fmt::format("{}", value);
   const std::string sign = value < 0.0 ? "-" : "";
   const double magnitude = std::fabs(value);
   if (magnitude >= 1e15 && magnitude < 1e16) {
