@@ -9,6 +9,7 @@ import pathlib
 import re
 import sys
 import tempfile
+import time
 import unittest
 
 from page import ROOT, VIEW, Keys, Page, Program
@@ -200,6 +201,15 @@ class Table(PageTest):
         self.page.settle()
         self.run_program("remove", "model.xml", "1-2")
         self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_rows_that_moved_are_no_longer_selected(self):
+        self.page.go_to_cell(0, "number")
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.press(Keys.DELETE)
+        self.page.settle()
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.undo()
+        self.assertEqual(self.page.find_all(f"{VIEW} [aria-selected=true][data-row]"), [])
 
     def test_a_foundation_is_added(self):
         self.page.open_dialog("Add")
@@ -495,13 +505,30 @@ class Safety(PageTest):
 
 
 class Large(PageTest):
-    def test_only_visible_rows_of_many_are_made(self):
+    def write_large(self):
         rows = "".join(f'<FOUND NUMBER="{i}" NAME="Pad {i}" FXAREA="1" FYAREA="2" FZAREA="{1000 + i}"/>\n'
                        for i in range(1, 100_001))
         path = self.folder / "large.xml"
         path.write_text('<?xml version="1.0"?>\n<SMOD VERSION="12">\n<FOUNDATIONS>\n' + rows
                         + "</FOUNDATIONS>\n</SMOD>\n", encoding="utf-8")
+        return path
+
+    def test_many_foundations_open_in_five_times_the_time_of_the_program(self):
+        path = self.write_large()
+        start = time.monotonic()
+        self.run_program("show", path)
+        program = time.monotonic() - start
+        self.page.run(f"""document.getElementById("files").addEventListener("change",
+                () => {{ window.started = performance.now(); }}, {{capture: true}});
+            new MutationObserver(() => {{
+              if (!window.took && document.querySelector("{VIEW} .grid [data-row]"))
+                window.took = performance.now() - window.started;
+            }}).observe(document.body, {{subtree: true, childList: true}})""")
         self.page.choose(path)
+        self.assertLess(self.page.run("return window.took") / 1000, 5 * program)
+
+    def test_only_visible_rows_of_many_are_made(self):
+        self.page.choose(self.write_large())
         self.page.go_to_cell(0, "name")
         self.page.hold([Keys.CONTROL], Keys.END)
         self.page.settle()
@@ -520,6 +547,25 @@ class Large(PageTest):
             }};
             requestAnimationFrame(step)""")
         self.assertLess(median, 100)  # ms a picture, on a machine that does other things as well
+
+
+    def test_memory_goes_back_when_documents_are_closed(self):
+        path = self.write_large()
+
+        def open_and_close():
+            """What the document takes more than what is left when it is closed, and the latter."""
+            self.page.choose(path)
+            opened = self.page.measure_memory()
+            self.page.find("#documents .close").click()
+            self.page.find("#start")
+            closed = self.page.measure_memory()
+            return opened - closed, closed
+
+        _, before = open_and_close()
+        for _ in range(3):
+            taken, left = open_and_close()
+            self.assertGreater(taken, 30_000_000)
+            self.assertLess(left, before + 15_000_000)
 
 
 class Access(PageTest):
@@ -582,6 +628,12 @@ class Access(PageTest):
         for name in ("KvFound, to the start", "Open …", "Paste …", "Undo", "Add …", "Prune …", "Merge …",
                      "Print", "Save …", "Table", "Foundations", "Close model.xml"):
             self.assertIn(name, reached)
+
+    def test_the_focus_stays_when_a_button_can_no_longer_be_used(self):
+        self.page.choose(MODEL)
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.click("Undo")
+        self.assertEqual(self.page.run("return document.activeElement.role"), "tab")
 
     def test_what_happens_is_told(self):
         self.page.choose(MODEL)

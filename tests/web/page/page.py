@@ -1,6 +1,7 @@
 """The page for browsers, as a user has it before him: opened from a file."""
 
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -109,6 +110,32 @@ class Page:
 
     def read_focus(self):
         return self.run("return document.activeElement.id || document.activeElement.textContent")
+
+    def measure_memory(self):
+        """The memory of the processes that show pages, in bytes, once what is not needed is gone."""
+        for _ in range(3):
+            self.browser.command("HeapProfiler.collectGarbage")
+            time.sleep(0.3)
+        parents = {}
+        renderers = []
+        for process in pathlib.Path("/proc").iterdir():
+            if not process.name.isdigit():
+                continue
+            try:
+                status = (process / "stat").read_text().rsplit(")", 1)[1].split()
+                parents[process.name] = status[1]
+                if b"--type=renderer" in (process / "cmdline").read_bytes():
+                    renderers.append(process)
+            except OSError:
+                pass  # it has ended
+        own = str(self.driver.service.process.pid)
+
+        def is_own(name):
+            while name in parents and name != own:
+                name = parents[name]
+            return name == own
+        return sum(int(re.search(r"^Pss:\s+(\d+)", (process / "smaps_rollup").read_text(), re.M)[1])
+                   for process in renderers if is_own(process.name)) * 1024
 
     # --- Working
 

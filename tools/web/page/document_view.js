@@ -30,6 +30,7 @@ export class DocumentView {
   #panes;
   #timer = 0;
   #isChecked = false;
+  #count = 0;
 
   /**
    * @param {import("./engine.js").Doc} doc
@@ -39,6 +40,7 @@ export class DocumentView {
     this.doc = doc;
     this.workspace = workspace;
     this.info = doc.info();
+    this.#count = doc.count;
     /** @type {import("./types.js").Finding[]} */
     this.findings = [];
     this.table = new TablePane(this);
@@ -104,13 +106,29 @@ export class DocumentView {
   /** @param {Change} change that was done */
   took(change) {
     if (change.label !== "") say(`Done: ${change.label}`);
+    this.#keepSelection();
     this.#isChecked = false;
     this.#showState();
     for (const pane of this.#panes) pane.outdate();
     this.current.show();
+    this.#keepFocus();
     this.table.lookAt(change.indexes);
     this.workspace.refresh();
     this.#checkSoon();
+  }
+
+  /** A button that can no longer be used would take the focus with it. */
+  #keepFocus() {
+    const focused = document.activeElement;
+    if (!(focused instanceof HTMLButtonElement) || !focused.disabled) return;
+    const tab = this.tabs.querySelector("[aria-selected=true]");
+    if (tab instanceof HTMLElement) tab.focus();
+  }
+
+  /** Rows that are selected are known by their places, which change with how many there are. */
+  #keepSelection() {
+    if (this.doc.count !== this.#count) this.table.grid.clearSelection();
+    this.#count = this.doc.count;
   }
 
   undo() {
