@@ -20,7 +20,7 @@ History::Step History::makeStep(std::string label, const Rows& before, const Row
 }
 
 void History::change(std::string label, Rows changed) {
-  constexpr std::size_t never = static_cast<std::size_t>(-1);
+  constexpr auto never = static_cast<std::size_t>(-1);
   Step step = makeStep(std::move(label), rows, changed);
   if (saved > done.size()) saved = never;  // what was saved can no longer be reached
   done.push_back(std::move(step));

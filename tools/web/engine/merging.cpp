@@ -74,6 +74,7 @@ Json listDifferences(const Session& session, const Merged& merged) {
 
 std::vector<std::string> listLines(const std::vector<Comparing::Refusal>& refusals) {
   std::vector<std::string> lines;
+  lines.reserve(refusals.size());
   for (const Comparing::Refusal& refusal : refusals) lines.push_back(Models::makeLine(refusal));
   return lines;
 }

@@ -27,6 +27,7 @@ struct Pruned {
 
 std::vector<std::string> describe(const std::vector<std::string>& unmatched) {
   std::vector<std::string> lines;
+  lines.reserve(unmatched.size());
   for (const std::string& line : unmatched)
     lines.push_back("there is no foundation \"" + DisplayText::fromName(line) + "\"");
   return lines;
@@ -35,7 +36,7 @@ std::vector<std::string> describe(const std::vector<std::string>& unmatched) {
 std::vector<std::string> requireMatches(KeepList& list, const Found::FoundationManager& manager,
                                         bool ignoresMissing) {
   for (const Foundation* foundation : manager.getFoundations()) list.usesFoundation(foundation);
-  const std::vector<std::string> unmatched = describe(list.listUnmatched());
+  std::vector<std::string> unmatched = describe(list.listUnmatched());
   if (!list.hasMatched())
     throw DetailedError("names none of the foundations; nothing was removed", unmatched);
   if (!unmatched.empty() && !ignoresMissing)
