@@ -36,7 +36,10 @@ export class CellEditor {
   open(cell, column, text, start) {
     this.#closeBubble();
     const label = [column.group, column.label, column.unit].join(" ").trim();
-    const field = column.choices.length > 0 ? this.#makeChoice(column, text, start) : this.#makeText(text, start);
+    const field =
+      column.choices.length > 0
+        ? this.#makeChoice(column, text, start)
+        : this.#makeText(text, start);
     field.classList.add("editor");
     field.setAttribute("aria-label", label);
     field.addEventListener("keydown", (event) => this.#press(/** @type {KeyboardEvent} */ (event)));

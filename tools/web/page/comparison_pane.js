@@ -23,8 +23,22 @@ export class ComparisonPane {
     const again = { change: () => this.#compare() };
     this.other = makeChoice([], again);
     this.by = makeChoice(pairings, again);
-    this.share = make("input", { type: "number", min: 0, max: 100, step: "any", value: 0, size: 5, ...again });
-    this.way = makeChoice([["table", "table"], ["page", "page with pictures"]], again);
+    this.share = make("input", {
+      type: "number",
+      min: 0,
+      max: 100,
+      step: "any",
+      value: 0,
+      size: 5,
+      ...again,
+    });
+    this.way = makeChoice(
+      [
+        ["table", "table"],
+        ["page", "page with pictures"],
+      ],
+      again,
+    );
     const form = make(
       "form",
       { class: "filter", submit: (/** @type {Event} */ event) => event.preventDefault() },
@@ -49,7 +63,9 @@ export class ComparisonPane {
   #offer() {
     const chosen = this.other.value;
     const others = this.view.workspace.documents.filter(({ view }) => view !== this.view);
-    this.other.replaceChildren(...others.map(({ id, name }) => make("option", { value: id }, name)));
+    this.other.replaceChildren(
+      ...others.map(({ id, name }) => make("option", { value: id }, name)),
+    );
     if (others.some(({ id }) => id === chosen)) this.other.value = chosen;
   }
 
@@ -66,7 +82,14 @@ export class ComparisonPane {
     if (!other) {
       const open = makeButton("Open another …", () => this.#open(), { class: "primary" });
       this.result.classList.remove("frame");
-      this.result.replaceChildren(make("div", { class: "empty" }, make("p", {}, "Open a second document to compare this one with."), open));
+      this.result.replaceChildren(
+        make(
+          "div",
+          { class: "empty" },
+          make("p", {}, "Open a second document to compare this one with."),
+          open,
+        ),
+      );
       return;
     }
     const by = /** @type {"" | "number" | "name"} */ (this.by.value);
@@ -84,13 +107,24 @@ export class ComparisonPane {
   #describe(comparison) {
     const { differences, current, unitNote, isUnitWarning, isComplete } = comparison;
     const parts = [];
-    const sentence = comparison.isSame ? "The foundations of both are the same." : summarise(comparison);
+    const sentence = comparison.isSame
+      ? "The foundations of both are the same."
+      : summarise(comparison);
     parts.push(make("p", { class: comparison.isSame ? "lead good" : "lead" }, sentence));
     say(sentence);
-    if (!isComplete) parts.push(make("p", { class: "warning" }, "Not everything could be read, so there may be more differences."));
-    if (unitNote !== "") parts.push(make("p", { class: isUnitWarning ? "warning" : "soft" }, unitNote));
+    if (!isComplete)
+      parts.push(
+        make(
+          "p",
+          { class: "warning" },
+          "Not everything could be read, so there may be more differences.",
+        ),
+      );
+    if (unitNote !== "")
+      parts.push(make("p", { class: isUnitWarning ? "warning" : "soft" }, unitNote));
     if (current !== "") parts.push(make("p", {}, current));
-    if (differences.length > 0) parts.push(makeDifferences(differences, ({ first }) => this.view.goToRow(first)));
+    if (differences.length > 0)
+      parts.push(makeDifferences(differences, ({ first }) => this.view.goToRow(first)));
     return parts;
   }
 }
@@ -98,7 +132,12 @@ export class ComparisonPane {
 /** @param {Comparison} comparison */
 function summarise({ differences }) {
   const kinds = ["changed", "added", "removed"];
-  const counts = kinds.map((kind) => [differences.filter((difference) => difference.kind === kind).length, kind]);
+  const counts = kinds.map((kind) => [
+    differences.filter((difference) => difference.kind === kind).length,
+    kind,
+  ]);
   const told = counts.filter(([times]) => times !== 0).map(([times, kind]) => `${times} ${kind}`);
-  return told.length === 0 ? "No foundation differs." : `${count(differences.length, "foundation")} differ: ${told.join(", ")}.`;
+  return told.length === 0
+    ? "No foundation differs."
+    : `${count(differences.length, "foundation")} differ: ${told.join(", ")}.`;
 }

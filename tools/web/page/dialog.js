@@ -17,7 +17,12 @@ export class Dialog {
     this.body = make("div", { class: "body" });
     this.problem = make("div", { class: "problem", role: "alert" });
     this.action = make("button", { type: "submit", class: "primary" }, action);
-    this.foot = make("div", { class: "foot" }, makeButton("Cancel", () => this.close(false)), this.action);
+    this.foot = make(
+      "div",
+      { class: "foot" },
+      makeButton("Cancel", () => this.close(false)),
+      this.action,
+    );
     const form = make(
       "form",
       { submit: (/** @type {Event} */ event) => this.#submit(event, act) },

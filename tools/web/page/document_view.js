@@ -30,6 +30,7 @@ export class DocumentView {
   #panes;
   #timer = 0;
   #isChecked = false;
+  #count = 0;
 
   /**
    * @param {import("./engine.js").Doc} doc
@@ -39,16 +40,30 @@ export class DocumentView {
     this.doc = doc;
     this.workspace = workspace;
     this.info = doc.info();
+    this.#count = doc.count;
     /** @type {import("./types.js").Finding[]} */
     this.findings = [];
     this.table = new TablePane(this);
     this.lines = new LinesPane(this);
     this.report = new ReportPane(this);
-    this.#panes = [this.table, new FindingsPane(this), this.lines, this.report, new ComparisonPane(this)];
+    this.#panes = [
+      this.table,
+      new FindingsPane(this),
+      this.lines,
+      this.report,
+      new ComparisonPane(this),
+    ];
     this.current = this.#panes[0];
     this.facts = make("p", { class: "facts" });
     this.tabs = this.#makeTabs();
-    this.element = make("section", { class: "document", "aria-label": this.info.name }, this.#makeTop(), this.#makeNotes(), this.tabs, ...this.#makePanels());
+    this.element = make(
+      "section",
+      { class: "document", "aria-label": this.info.name },
+      this.#makeTop(),
+      this.#makeNotes(),
+      this.tabs,
+      ...this.#makePanels(),
+    );
     this.#showState();
   }
 
@@ -91,13 +106,29 @@ export class DocumentView {
   /** @param {Change} change that was done */
   took(change) {
     if (change.label !== "") say(`Done: ${change.label}`);
+    this.#keepSelection();
     this.#isChecked = false;
     this.#showState();
     for (const pane of this.#panes) pane.outdate();
     this.current.show();
+    this.#keepFocus();
     this.table.lookAt(change.indexes);
     this.workspace.refresh();
     this.#checkSoon();
+  }
+
+  /** A button that can no longer be used would take the focus with it. */
+  #keepFocus() {
+    const focused = document.activeElement;
+    if (!(focused instanceof HTMLButtonElement) || !focused.disabled) return;
+    const tab = this.tabs.querySelector("[aria-selected=true]");
+    if (tab instanceof HTMLElement) tab.focus();
+  }
+
+  /** Rows that are selected are known by their places, which change with how many there are. */
+  #keepSelection() {
+    if (this.doc.count !== this.#count) this.table.grid.clearSelection();
+    this.#count = this.doc.count;
   }
 
   undo() {
@@ -171,13 +202,36 @@ export class DocumentView {
       "div",
       { class: "tools", role: "group", "aria-label": "What to do with the document" },
       make("span", { class: "together" }, this.undoButton, this.redoButton),
-      make("span", { class: "together" }, makeButton("Add …", () => showAdding(this)), this.removeButton),
-      make("span", { class: "together" }, makeButton("Prune …", () => showPruning(this)), makeButton("Merge …", () => showMerging(this))),
-      make("span", { class: "together" }, makeButton("Print", () => this.print()), makeButton("Save …", () => this.save(), { class: "primary", "aria-keyshortcuts": "Control+S" })),
+      make(
+        "span",
+        { class: "together" },
+        makeButton("Add …", () => showAdding(this)),
+        this.removeButton,
+      ),
+      make(
+        "span",
+        { class: "together" },
+        makeButton("Prune …", () => showPruning(this)),
+        makeButton("Merge …", () => showMerging(this)),
+      ),
+      make(
+        "span",
+        { class: "together" },
+        makeButton("Print", () => this.print()),
+        makeButton("Save …", () => this.save(), {
+          class: "primary",
+          "aria-keyshortcuts": "Control+S",
+        }),
+      ),
     );
     this.heading = make("h1", {}, make("bdi", {}, this.info.name));
     this.state = make("span", { class: "chip warn", hidden: true }, "not saved");
-    return make("div", { class: "top" }, make("div", { class: "title" }, make("div", {}, this.heading, this.state), this.facts), tools);
+    return make(
+      "div",
+      { class: "top" },
+      make("div", { class: "title" }, make("div", {}, this.heading, this.state), this.facts),
+      tools,
+    );
   }
 
   #makeNotes() {
@@ -210,13 +264,21 @@ export class DocumentView {
         keydown: (/** @type {KeyboardEvent} */ event) => this.#pressTab(event, i),
       }),
     );
-    return make("div", { class: "tabs", role: "tablist", "aria-label": "Ways to look at the document" }, ...tabs);
+    return make(
+      "div",
+      { class: "tabs", role: "tablist", "aria-label": "Ways to look at the document" },
+      ...tabs,
+    );
   }
 
   #makePanels() {
     const panels = this.#panes.map((pane, i) => {
       const tab = this.tabs.children[i];
-      const panel = make("div", { class: "panel", role: "tabpanel", id: makeId(), "aria-labelledby": tab.id }, pane.element);
+      const panel = make(
+        "div",
+        { class: "panel", role: "tabpanel", id: makeId(), "aria-labelledby": tab.id },
+        pane.element,
+      );
       tab.setAttribute("aria-controls", panel.id);
       return panel;
     });
@@ -257,7 +319,13 @@ export class DocumentView {
   #showState() {
     const { doc, info } = this;
     const units = info.units ? [`${info.units.force} and ${info.units.length}`] : [];
-    const facts = [info.formLabel, count(doc.count, "foundation"), ...units, info.encoding, showSize(info.size)];
+    const facts = [
+      info.formLabel,
+      count(doc.count, "foundation"),
+      ...units,
+      info.encoding,
+      showSize(info.size),
+    ];
     this.facts.replaceChildren(...facts.map((fact) => make("span", {}, fact)));
     if (!this.undoButton || !this.redoButton || !this.state) return;
     this.state.hidden = !doc.isChanged;

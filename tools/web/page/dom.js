@@ -74,12 +74,12 @@ export function get(id, kind) {
 }
 
 /**
- * @param {number} count
+ * @param {number} times
  * @param {string} one
  * @param {string} [several]
  */
-export function count(count, one, several = `${one}s`) {
-  return `${count.toLocaleString("en").replaceAll(",", "\u202F")} ${count === 1 ? one : several}`;
+export function count(times, one, several = `${one}s`) {
+  return `${times.toLocaleString("en").replaceAll(",", "\u202F")} ${times === 1 ? one : several}`;
 }
 
 let lastId = 0;

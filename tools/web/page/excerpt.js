@@ -12,6 +12,14 @@ export function makeExcerpt(excerpt, line) {
     "pre",
     { class: "excerpt", tabindex: 0, role: "group", "aria-label": `Line ${line}` },
     make("span", { class: "number", "aria-hidden": "true" }, String(line)),
-    make("code", {}, isCutBefore ? "… " : "", before, make("mark", {}, marked === "" ? "\u00A0" : marked), after, isCutAfter ? " …" : ""),
+    make(
+      "code",
+      {},
+      isCutBefore ? "… " : "",
+      before,
+      make("mark", {}, marked === "" ? "\u00A0" : marked),
+      after,
+      isCutAfter ? " …" : "",
+    ),
   );
 }

@@ -22,7 +22,14 @@ export class FindingsPane {
     this.filter = make("div", { class: "filter" }, makeLabel("Rule", this.rule));
     this.list = make("ol", { class: "findings" });
     this.rest = make("p", { class: "rest" });
-    this.element = make("div", { class: "pane scrolling", tabindex: 0, role: "region", "aria-label": "Findings" }, this.lead, this.filter, this.list, this.rest);
+    this.element = make(
+      "div",
+      { class: "pane scrolling", tabindex: 0, role: "region", "aria-label": "Findings" },
+      this.lead,
+      this.filter,
+      this.list,
+      this.rest,
+    );
   }
 
   async show() {
@@ -39,21 +46,29 @@ export class FindingsPane {
   #draw() {
     const { findings } = this.view;
     const isGood = findings.length === 0;
-    this.lead.textContent = isGood ? "✓ The check finds nothing." : `The check finds ${count(findings.length, "place")} to look at.`;
+    this.lead.textContent = isGood
+      ? "✓ The check finds nothing."
+      : `The check finds ${count(findings.length, "place")} to look at.`;
     this.lead.className = isGood ? "lead good empty" : "lead";
     this.filter.hidden = findings.length === 0;
     const chosen = this.rule.value;
     const counts = new Map();
     for (const { rule } of findings) counts.set(rule, (counts.get(rule) ?? 0) + 1);
-    const choices = [...counts].map(([rule, times]) => make("option", { value: rule }, `${rule} (${times})`));
+    const choices = [...counts].map(([rule, times]) =>
+      make("option", { value: rule }, `${rule} (${times})`),
+    );
     this.rule.replaceChildren(make("option", { value: "" }, "all"), ...choices);
     this.rule.value = counts.has(chosen) ? chosen : "";
     this.#drawList();
   }
 
   #drawList() {
-    const fitting = this.view.findings.filter(({ rule }) => this.rule.value === "" || rule === this.rule.value);
-    this.list.replaceChildren(...fitting.slice(0, this.#limit).map((finding) => this.#makeItem(finding)));
+    const fitting = this.view.findings.filter(
+      ({ rule }) => this.rule.value === "" || rule === this.rule.value,
+    );
+    this.list.replaceChildren(
+      ...fitting.slice(0, this.#limit).map((finding) => this.#makeItem(finding)),
+    );
     const left = fitting.length - this.list.children.length;
     this.rest.hidden = left <= 0;
     const more = makeButton(`Show ${Math.min(step, left)} more`, () => {
@@ -66,11 +81,25 @@ export class FindingsPane {
   /** @param {Finding} finding */
   #makeItem(finding) {
     const { line, column, index, foundation } = finding;
-    const places = make("p", { class: "places" }, make("span", { class: "rule", title: finding.description }, finding.rule));
+    const places = make(
+      "p",
+      { class: "places" },
+      make("span", { class: "rule", title: finding.description }, finding.rule),
+    );
     if (line > 0)
-      places.append(makeButton(`Line ${line}, column ${column}`, () => this.view.goToLine(line), { class: "link" }));
-    if (index >= 0) places.append(makeButton(foundation, () => this.view.goToRow(index), { class: "link" }));
-    const said = make("div", { class: "said-of" }, make("p", { class: "sentence" }, capitalise(finding.sentence)), places);
+      places.append(
+        makeButton(`Line ${line}, column ${column}`, () => this.view.goToLine(line), {
+          class: "link",
+        }),
+      );
+    if (index >= 0)
+      places.append(makeButton(foundation, () => this.view.goToRow(index), { class: "link" }));
+    const said = make(
+      "div",
+      { class: "said-of" },
+      make("p", { class: "sentence" }, capitalise(finding.sentence)),
+      places,
+    );
     return make("li", {}, said, line > 0 ? makeExcerpt(finding.excerpt, line) : "");
   }
 }

@@ -59,7 +59,9 @@ export class Grid {
     this.empty = make("p", { class: "none", hidden: true });
     this.#setWidths();
     this.editor = new CellEditor(this);
-    this.scroller = new Scroller(this.element, this.layer, rowHeight, (list) => this.#makeRows(list));
+    this.scroller = new Scroller(this.element, this.layer, rowHeight, (list) =>
+      this.#makeRows(list),
+    );
     this.layer.addEventListener("mousedown", (event) => this.#point(event));
     this.layer.addEventListener("dblclick", (event) => this.#doublePoint(event));
     this.head.addEventListener("click", (event) => this.#pointHead(event));
@@ -131,8 +133,13 @@ export class Grid {
   // --- What is drawn
 
   #setWidths() {
-    const list = this.columns.map((column) => (column.key === "name" ? "var(--name)" : `${widths[column.kind]}rem`));
-    const sum = this.columns.reduce((total, column) => total + (column.key === "name" ? 0 : widths[column.kind]), tickWidth);
+    const list = this.columns.map((column) =>
+      column.key === "name" ? "var(--name)" : `${widths[column.kind]}rem`,
+    );
+    const sum = this.columns.reduce(
+      (total, column) => total + (column.key === "name" ? 0 : widths[column.kind]),
+      tickWidth,
+    );
     this.element.style.setProperty("--columns", `${tickWidth}rem ${list.join(" ")}`);
     this.element.style.setProperty("--others", `${sum}rem`);
   }
@@ -143,13 +150,32 @@ export class Grid {
       const { group } = this.columns[i];
       const next = this.columns.findIndex((column, at) => at > i && column.group !== group);
       const span = (next < 0 ? this.columns.length : next) - i;
-      const cell = make("div", { role: group === "" ? "gridcell" : "columnheader", class: "group", "aria-colspan": span, "aria-colindex": i + 2 }, group);
+      const cell = make(
+        "div",
+        {
+          role: group === "" ? "gridcell" : "columnheader",
+          class: "group",
+          "aria-colspan": span,
+          "aria-colindex": i + 2,
+        },
+        group,
+      );
       cell.style.gridColumn = `span ${span}`;
       groups.push(cell);
       i += span;
     }
     const heads = this.columns.map((column, i) => this.#makeHead(column, i + 1));
-    const all = make("div", { role: "columnheader", id: `${this.id}-h-0`, class: "tick", "data-column": 0, "aria-colindex": 1 }, make("span", { class: "said" }, "Selected"));
+    const all = make(
+      "div",
+      {
+        role: "columnheader",
+        id: `${this.id}-h-0`,
+        class: "tick",
+        "data-column": 0,
+        "aria-colindex": 1,
+      },
+      make("span", { class: "said" }, "Selected"),
+    );
     this.head.replaceChildren(
       make("div", { role: "row", class: "row groups", "aria-rowindex": 1 }, ...groups),
       make("div", { role: "row", class: "row heads", "aria-rowindex": 2 }, all, ...heads),
@@ -198,7 +224,9 @@ export class Grid {
     });
     const changed = new Set(row.changed);
     element.append(this.#makeTick(row, position));
-    this.columns.forEach((column, i) => element.append(this.#makeCell(row, column, position, i + 1, changed.has(column.key))));
+    this.columns.forEach((column, i) =>
+      element.append(this.#makeCell(row, column, position, i + 1, changed.has(column.key))),
+    );
     this.#mark(element, position);
     return element;
   }
@@ -207,9 +235,18 @@ export class Grid {
   #makeTick(row, position) {
     const findings = this.#findings.get(row.index) ?? 0;
     const words = findings === 0 ? "" : `${findings} ${findings === 1 ? "finding" : "findings"}`;
-    const cell = make("div", { role: "gridcell", id: `${this.id}-${position}-0`, class: "tick", "data-column": 0, "aria-colindex": 1 });
+    const cell = make("div", {
+      role: "gridcell",
+      id: `${this.id}-${position}-0`,
+      class: "tick",
+      "data-column": 0,
+      "aria-colindex": 1,
+    });
     cell.append(make("span", { class: "box", "aria-hidden": "true" }));
-    if (findings > 0) cell.append(make("span", { class: "flag", title: words }, make("span", { class: "said" }, words)));
+    if (findings > 0)
+      cell.append(
+        make("span", { class: "flag", title: words }, make("span", { class: "said" }, words)),
+      );
     cell.append(make("span", { class: "said" }, `select ${row.title}`));
     return cell;
   }
@@ -224,7 +261,8 @@ export class Grid {
   #makeCell(row, column, position, place, isChanged) {
     const classes = [column.key];
     if (column.isNumeric) classes.push("number");
-    if (column.kind === "failure" && row.cells[place - 1] !== column.choices[0]) classes.push("fails");
+    if (column.kind === "failure" && row.cells[place - 1] !== column.choices[0])
+      classes.push("fails");
     if (starts(this.columns, place - 1)) classes.push("starts");
     if (isChanged) classes.push("changed");
     if (!column.isStored) classes.push("assumed");
@@ -238,7 +276,8 @@ export class Grid {
     });
     cell.append(make("span", { class: "text" }, text));
     if (column.key === "name") cell.title = text;
-    if (column.key === "name" && row.isCurrent) cell.append(make("span", { class: "chip" }, "current"));
+    if (column.key === "name" && row.isCurrent)
+      cell.append(make("span", { class: "chip" }, "current"));
     if (column.key === "name" && row.isNew) cell.append(make("span", { class: "chip" }, "new"));
     if (isChanged) cell.append(make("span", { class: "said" }, " changed"));
     if (!column.isStored) cell.setAttribute("aria-readonly", "true");
@@ -254,7 +293,10 @@ export class Grid {
   #showActive() {
     for (const cell of this.element.querySelectorAll(".active")) cell.classList.remove("active");
     const { row, column } = this.#active;
-    const cell = row < 0 ? this.head.lastElementChild?.children[column] : this.scroller.find(row)?.children[column];
+    const cell =
+      row < 0
+        ? this.head.lastElementChild?.children[column]
+        : this.scroller.find(row)?.children[column];
     if (cell) {
       cell.classList.add("active");
       this.element.setAttribute("aria-activedescendant", cell.id);
@@ -282,7 +324,10 @@ export class Grid {
     const cell = target?.closest("[data-column]");
     const row = target?.closest("[data-row]");
     if (!(cell instanceof HTMLElement)) return null;
-    return { row: row instanceof HTMLElement ? Number(row.dataset.row) : -1, column: Number(cell.dataset.column) };
+    return {
+      row: row instanceof HTMLElement ? Number(row.dataset.row) : -1,
+      column: Number(cell.dataset.column),
+    };
   }
 
   /** @param {MouseEvent} event */
@@ -338,7 +383,10 @@ export class Grid {
   #tellSelection() {
     for (const row of this.layer.children)
       if (row instanceof HTMLElement)
-        row.setAttribute("aria-selected", String(this.#selected.has(this.#order[Number(row.dataset.row)])));
+        row.setAttribute(
+          "aria-selected",
+          String(this.#selected.has(this.#order[Number(row.dataset.row)])),
+        );
     say(`${this.#selected.size} selected`);
     this.owner.changed();
   }
@@ -348,7 +396,8 @@ export class Grid {
   /** @param {KeyboardEvent} event */
   #press(event) {
     if (this.editor.isOpen || event.defaultPrevented) return;
-    const isDone = event.ctrlKey || event.metaKey ? this.#pressWithControl(event) : this.#pressAlone(event);
+    const isDone =
+      event.ctrlKey || event.metaKey ? this.#pressWithControl(event) : this.#pressAlone(event);
     if (isDone) event.preventDefault();
   }
 
@@ -380,7 +429,8 @@ export class Grid {
   #pressAlone(event) {
     const { row, column } = this.#active;
     if (event.altKey) return false;
-    if (event.shiftKey && (event.key === "ArrowUp" || event.key === "ArrowDown")) return this.#extend(event.key === "ArrowUp" ? row - 1 : row + 1);
+    if (event.shiftKey && (event.key === "ArrowUp" || event.key === "ArrowDown"))
+      return this.#extend(event.key === "ArrowUp" ? row - 1 : row + 1);
     switch (event.key) {
       case "ArrowUp":
         return this.#move(row - 1, column);
@@ -481,7 +531,10 @@ export class Grid {
     const field = this.columns[column - 1];
     if (!field.isStored) {
       say("This document cannot hold a value here");
-      this.editor.refuse(cell, "This document cannot hold a value here: it shows what readers assume.");
+      this.editor.refuse(
+        cell,
+        "This document cannot hold a value here: it shows what readers assume.",
+      );
       return;
     }
     this.editor.open(cell, field, this.doc.cell(this.#order[row], field.key), start);
@@ -511,7 +564,10 @@ export class Grid {
   #copy(event) {
     const { row, column } = this.#active;
     if (this.editor.isOpen || row < 0 || column === 0) return;
-    event.clipboardData?.setData("text/plain", this.doc.cell(this.#order[row], this.columns[column - 1].key));
+    event.clipboardData?.setData(
+      "text/plain",
+      this.doc.cell(this.#order[row], this.columns[column - 1].key),
+    );
     event.preventDefault();
     say("Copied");
   }

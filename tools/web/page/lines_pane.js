@@ -22,7 +22,11 @@ export class LinesPane {
   constructor(view) {
     this.doc = view.doc;
     this.layer = make("div", { class: "layer" });
-    this.port = make("div", { class: "source", tabindex: 0, role: "region", "aria-label": "Lines of the document" }, this.layer);
+    this.port = make(
+      "div",
+      { class: "source", tabindex: 0, role: "region", "aria-label": "Lines of the document" },
+      this.layer,
+    );
     this.scroller = new Scroller(this.port, this.layer, rowHeight, (list) => this.#makeRows(list));
     this.line = make("input", { type: "number", min: 1, inputmode: "numeric" });
     this.total = make("span", { class: "soft" });
@@ -55,7 +59,8 @@ export class LinesPane {
   /** @param {import("./types.js").Finding[]} findings */
   setFindings(findings) {
     this.#findings.clear();
-    for (const { line, sentence } of findings) this.#findings.set(line, [...(this.#findings.get(line) ?? []), sentence]);
+    for (const { line, sentence } of findings)
+      this.#findings.set(line, [...(this.#findings.get(line) ?? []), sentence]);
     this.scroller.redraw();
   }
 
@@ -95,8 +100,15 @@ export class LinesPane {
 
   /** @param {number[]} positions */
   #makeRows(positions) {
-    const missing = new Set(positions.map((position) => Math.floor(position / block)).filter((place) => !this.#known.has(place)));
-    if (missing.size > 0) Promise.all([...missing].map((place) => this.#fetch(place))).then(() => this.scroller.redraw());
+    const missing = new Set(
+      positions
+        .map((position) => Math.floor(position / block))
+        .filter((place) => !this.#known.has(place)),
+    );
+    if (missing.size > 0)
+      Promise.all([...missing].map((place) => this.#fetch(place))).then(() =>
+        this.scroller.redraw(),
+      );
     return positions.map((position) => this.#makeRow(position));
   }
 
@@ -107,9 +119,16 @@ export class LinesPane {
     const classes = ["line"];
     if (sentences.length > 0) classes.push("found");
     if (position + 1 === this.#marked) classes.push("marked");
-    const row = make("div", { class: classes.join(" ") }, make("span", { class: "number" }, String(position + 1)));
+    const row = make(
+      "div",
+      { class: classes.join(" ") },
+      make("span", { class: "number" }, String(position + 1)),
+    );
     row.append(make("code", {}, line?.text ?? "", line?.isCut ? " …" : ""));
-    if (sentences.length > 0) row.append(make("span", { class: "remark", title: sentences.join("\n") }, sentences.join("; ")));
+    if (sentences.length > 0)
+      row.append(
+        make("span", { class: "remark", title: sentences.join("\n") }, sentences.join("; ")),
+      );
     return row;
   }
 }

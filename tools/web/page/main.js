@@ -17,8 +17,10 @@ async function openExample() {
 }
 
 function connectButtons() {
-  for (const id of ["choose", "choose-more"]) get(id, HTMLElement).addEventListener("click", () => workspace.choose());
-  for (const id of ["paste", "paste-more"]) get(id, HTMLElement).addEventListener("click", () => showPasting(workspace));
+  for (const id of ["choose", "choose-more"])
+    get(id, HTMLElement).addEventListener("click", () => workspace.choose());
+  for (const id of ["paste", "paste-more"])
+    get(id, HTMLElement).addEventListener("click", () => showPasting(workspace));
   get("example", HTMLElement).addEventListener("click", openExample);
   get("keys", HTMLElement).addEventListener("click", () => showKeys());
   get("home", HTMLElement).addEventListener("click", () => workspace.show(null));
@@ -55,7 +57,10 @@ function take(data) {
 
 /** @param {EventTarget | null} target */
 function isWritten(target) {
-  return target instanceof Element && target.closest("input, textarea, select, dialog, [role=grid]") !== null;
+  return (
+    target instanceof Element &&
+    target.closest("input, textarea, select, dialog, [role=grid]") !== null
+  );
 }
 
 // --- Keys
@@ -90,10 +95,17 @@ async function start() {
     await engine.ready();
     get("version", HTMLElement).textContent = engine.version;
     document.body.classList.add("ready");
-    for (const button of document.querySelectorAll("button[disabled]")) button.removeAttribute("disabled");
+    for (const button of document.querySelectorAll("button[disabled]"))
+      button.removeAttribute("disabled");
   } catch (error) {
     tellProblem(error);
-    get("lead", HTMLElement).after(make("p", { class: "warning" }, "This browser cannot run the page. Current Chromium, Edge and Firefox can."));
+    get("lead", HTMLElement).after(
+      make(
+        "p",
+        { class: "warning" },
+        "This browser cannot run the page. Current Chromium, Edge and Firefox can.",
+      ),
+    );
   }
 }
 

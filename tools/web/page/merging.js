@@ -9,10 +9,10 @@ import { capitalise, listLines } from "./notices.js";
 
 const rules = /** @type {Array<[string, string]>} */ ([
   ["refuse", "stop"],
-  ["rename", "give the other one a new name and number"],
-  ["renumber", "give the other one a new number"],
+  ["rename", "give the other one a free name"],
+  ["renumber", "give the other one a free number"],
   ["skip", "leave the other one out"],
-  ["replace", "take the values of the other one"],
+  ["replace", "put the other one in its place"],
 ]);
 
 /**
@@ -45,7 +45,9 @@ export async function showMerging(view) {
     dialog.problem.replaceChildren();
     const source = workspace.find(other.value)?.view;
     if (!source) {
-      preview.replaceChildren(make("p", { class: "soft" }, "Open the document whose foundations are to come."));
+      preview.replaceChildren(
+        make("p", { class: "soft" }, "Open the document whose foundations are to come."),
+      );
       return;
     }
     try {
@@ -66,7 +68,13 @@ export async function showMerging(view) {
   other.addEventListener("change", show);
   rule.addEventListener("change", show);
   dialog.element.classList.add("broad");
-  const fields = make("div", { class: "fields" }, otherField, ruleField, makeButton("Open another …", open));
+  const fields = make(
+    "div",
+    { class: "fields" },
+    otherField,
+    ruleField,
+    makeButton("Open another …", open),
+  );
   dialog.body.append(fields, preview);
   offer();
   await show();
@@ -76,7 +84,15 @@ export async function showMerging(view) {
 /** @param {Merging} merging */
 function describeMerging(merging) {
   const { summary, differences, clashes, leftOut, losses, unitNotes, isPossible } = merging;
-  const parts = [make("p", { class: "lead" }, isPossible ? `This would change: ${summary}.` : "Numbers or names clash: say what to do with them.")];
+  const parts = [
+    make(
+      "p",
+      { class: "lead" },
+      isPossible
+        ? `This would change: ${summary}.`
+        : "Numbers or names clash: say what to do with them.",
+    ),
+  ];
   parts.push(...makePart("Clashes", clashes.map(tellRefusal), true));
   parts.push(...makePart("Left out", leftOut.map(tellRefusal), true));
   parts.push(...makePart("Lost, since the document has no place for it", losses, true));

@@ -58,7 +58,10 @@ export function listLines(lines) {
  * @param {string} sentence
  */
 export function capitalise(sentence) {
-  return sentence.replace(/^[a-z]+(?=[ ,])/, (word) => word.charAt(0).toUpperCase() + word.slice(1));
+  return sentence.replace(
+    /^[a-z]+(?=[ ,])/,
+    (word) => word.charAt(0).toUpperCase() + word.slice(1),
+  );
 }
 
 /**

@@ -20,6 +20,8 @@ export function showPasting(workspace) {
     setTimeout(() => openText(workspace, text.value)); // behind the dialog
   });
   dialog.element.classList.add("broad");
-  dialog.body.append(makeLabel("A whole document, or cells of a spreadsheet with their headings", text));
+  dialog.body.append(
+    makeLabel("A whole document, or cells of a spreadsheet with their headings", text),
+  );
   return dialog.show();
 }

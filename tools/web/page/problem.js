@@ -14,17 +14,41 @@ import { describe } from "./notices.js";
  * @param {() => void} close
  */
 export function makeProblem(name, error, readAgain, close) {
-  const card = make("div", { class: "card problem", role: "alert" }, make("h1", {}, make("bdi", {}, name), " cannot be read"), ...describe(error));
-  if (error.line > 0) card.append(make("p", { class: "soft" }, `Line ${error.line}, column ${error.column}:`));
+  const card = make(
+    "div",
+    { class: "card problem", role: "alert" },
+    make("h1", {}, make("bdi", {}, name), " cannot be read"),
+    ...describe(error),
+  );
+  if (error.line > 0)
+    card.append(make("p", { class: "soft" }, `Line ${error.line}, column ${error.column}:`));
   if (error.excerpt) card.append(makeExcerpt(error.excerpt, error.line));
-  return make("section", { class: "unread", "aria-label": name }, card, makeAgain(readAgain), make("p", {}, makeButton("Close", close)));
+  return make(
+    "section",
+    { class: "unread", "aria-label": name },
+    card,
+    makeAgain(readAgain),
+    make("p", {}, makeButton("Close", close)),
+  );
 }
 
 /** @param {(options: OpenOptions) => void} readAgain */
 function makeAgain(readAgain) {
-  const form = makeChoice([["csv", "table (CSV)"], ["json", "JSON"]]);
-  const separator = makeChoice([["", "find out"], [",", "comma"], [";", "semicolon"], ["\t", "tab"]]);
-  const decimal = makeChoice([["", "find out"], [".", "point"], [",", "comma"]]);
+  const form = makeChoice([
+    ["csv", "table (CSV)"],
+    ["json", "JSON"],
+  ]);
+  const separator = makeChoice([
+    ["", "find out"],
+    [",", "comma"],
+    [";", "semicolon"],
+    ["\t", "tab"],
+  ]);
+  const decimal = makeChoice([
+    ["", "find out"],
+    [".", "point"],
+    [",", "comma"],
+  ]);
   const submit = (/** @type {Event} */ event) => {
     event.preventDefault();
     const told = { form: form.value, separator: separator.value, decimal: decimal.value };
@@ -34,6 +58,13 @@ function makeAgain(readAgain) {
     "details",
     { class: "again" },
     make("summary", {}, "It is a table or JSON, and the page did not see that"),
-    make("form", { class: "filter", submit }, makeLabel("Read it as", form), makeLabel("Between values", separator), makeLabel("Decimal sign", decimal), make("button", { type: "submit" }, "Read again")),
+    make(
+      "form",
+      { class: "filter", submit },
+      makeLabel("Read it as", form),
+      makeLabel("Between values", separator),
+      makeLabel("Decimal sign", decimal),
+      make("button", { type: "submit" }, "Read again"),
+    ),
   );
 }

@@ -37,7 +37,8 @@ export class ReportPane {
 
   async #save() {
     await this.show();
-    if (this.#page !== "") download(this.doc.suggestName("report"), new TextEncoder().encode(this.#page));
+    if (this.#page !== "")
+      download(this.doc.suggestName("report"), new TextEncoder().encode(this.#page));
   }
 }
 

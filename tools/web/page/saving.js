@@ -21,15 +21,23 @@ const tables = /** @type {Array<[string, string, SaveOptions]>} */ ([
  */
 export async function showSaving(view) {
   const { doc, info } = view;
-  const kept = { form: /** @type {Form | ""} */ (""), label: `as it is: ${info.formLabel}`, isTable: false };
-  const offered = [kept, ...forms()];
+  const kept = {
+    form: /** @type {Form | ""} */ (""),
+    label: `as it is: ${info.formLabel}`,
+    isTable: false,
+  };
+  // In its own form a document stays as it is, except that a table can get other signs.
+  const offered = [kept, ...forms().filter(({ form, isTable }) => isTable || form !== info.form)];
   const group = makeId();
-  const radios = offered.map((form, i) => make("input", { type: "radio", name: group, value: form.form, checked: i === 0 }));
+  const radios = offered.map((form, i) =>
+    make("input", { type: "radio", name: group, value: form.form, checked: i === 0 }),
+  );
   const table = makeChoice(tables.map(([value, text]) => [value, text]));
   const tableField = makeLabel("For a spreadsheet", table);
   const told = make("div", { class: "preview", "aria-live": "polite" });
   const getForm = () => offered[radios.findIndex((radio) => radio.checked)];
-  const getOptions = () => (getForm().isTable ? tables.find(([value]) => value === table.value)?.[2] : undefined);
+  const getOptions = () =>
+    getForm().isTable ? tables.find(([value]) => value === table.value)?.[2] : undefined;
 
   const dialog = new Dialog(`Save ${view.name}`, "Save", async () => {
     const { form } = getForm();
@@ -45,15 +53,28 @@ export async function showSaving(view) {
     dialog.action.textContent = `Save ${doc.suggestName(form)}`;
     dialog.problem.replaceChildren();
     try {
-      told.replaceChildren(...(form === "" ? [describeKept(doc.isChanged)] : describeLosses(await doc.losses(form))));
+      told.replaceChildren(
+        ...(form === "" ? [describeKept(doc.isChanged)] : describeLosses(await doc.losses(form))),
+      );
     } catch (error) {
       told.replaceChildren();
       dialog.tell(error);
     }
   };
   for (const field of [...radios, table]) field.addEventListener("input", show);
-  const choices = offered.map((form, i) => make("label", { class: "tick" }, radios[i], make("span", {}, i === 0 ? capitalise(form.label) : form.label)));
-  dialog.body.append(make("fieldset", { class: "forms" }, make("legend", {}, "In what form"), ...choices), tableField, told);
+  const choices = offered.map((form, i) =>
+    make(
+      "label",
+      { class: "tick" },
+      radios[i],
+      make("span", {}, i === 0 ? capitalise(form.label) : form.label),
+    ),
+  );
+  dialog.body.append(
+    make("fieldset", { class: "forms" }, make("legend", {}, "In what form"), ...choices),
+    tableField,
+    told,
+  );
   await show();
   return dialog.show();
 }
@@ -69,5 +90,12 @@ function describeKept(isChanged) {
 /** @param {string[]} losses */
 function describeLosses(losses) {
   if (losses.length === 0) return [make("p", { class: "good" }, "Nothing gets lost.")];
-  return [make("div", { class: "told warning" }, make("h3", {}, "This gets lost"), listLines(losses.map(capitalise)))];
+  return [
+    make(
+      "div",
+      { class: "told warning" },
+      make("h3", {}, "This gets lost"),
+      listLines(losses.map(capitalise)),
+    ),
+  ];
 }

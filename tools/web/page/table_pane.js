@@ -29,14 +29,30 @@ export class TablePane {
       sorted: () => this.#filter(),
     });
     const again = { input: () => this.#filter() };
-    this.text = make("input", { type: "search", autocomplete: "off", spellcheck: "false", ...again });
-    this.numbers = make("input", { type: "text", size: 9, placeholder: "1-9,12", autocomplete: "off", spellcheck: "false", ...again });
+    this.text = make("input", {
+      type: "search",
+      autocomplete: "off",
+      spellcheck: "false",
+      ...again,
+    });
+    this.numbers = make("input", {
+      type: "text",
+      size: 9,
+      placeholder: "1-9,12",
+      autocomplete: "off",
+      spellcheck: "false",
+      ...again,
+    });
     this.part = makeChoice(parts, { change: () => this.#filter() });
     this.generated = make("input", { type: "checkbox", change: () => this.#filter() });
     this.shown = make("output", { "aria-live": "polite" });
     const form = make(
       "form",
-      { class: "filter", role: "search", submit: (/** @type {Event} */ event) => event.preventDefault() },
+      {
+        class: "filter",
+        role: "search",
+        submit: (/** @type {Event} */ event) => event.preventDefault(),
+      },
       makeLabel("Number or name", this.text),
       makeLabel("Numbers", this.numbers),
       makeLabel("Part", this.part),
@@ -47,6 +63,7 @@ export class TablePane {
     );
     this.none = make("p", { class: "empty", hidden: true });
     this.element = make("div", { class: "pane table" }, form, this.none, this.grid.element);
+    /** @type {Int32Array} of the rows that are shown */
     this.order = new Int32Array();
   }
 
@@ -75,7 +92,8 @@ export class TablePane {
   /** @param {import("./types.js").Finding[]} findings */
   setFindings(findings) {
     const counts = new Map();
-    for (const { index } of findings) if (index >= 0) counts.set(index, (counts.get(index) ?? 0) + 1);
+    for (const { index } of findings)
+      if (index >= 0) counts.set(index, (counts.get(index) ?? 0) + 1);
     this.grid.setFindings(counts);
   }
 
@@ -114,7 +132,8 @@ export class TablePane {
     const generated = this.generated.checked;
     const lists = [];
     if (text !== "") lists.push(this.doc.find(text));
-    if (numbers !== "" || part !== "" || generated) lists.push(this.doc.select({ numbers, part, generated }));
+    if (numbers !== "" || part !== "" || generated)
+      lists.push(this.doc.select({ numbers, part, generated }));
     return lists;
   }
 
@@ -123,9 +142,13 @@ export class TablePane {
     this.order = order;
     this.grid.show(order);
     const total = this.doc.count;
-    this.shown.value = order.length === total ? count(total, "foundation") : `${order.length} of ${count(total, "foundation")}`;
+    this.shown.value =
+      order.length === total
+        ? count(total, "foundation")
+        : `${order.length} of ${count(total, "foundation")}`;
     this.none.hidden = order.length > 0;
-    this.none.textContent = total === 0 ? "The document has no foundations." : "No foundation fits.";
+    this.none.textContent =
+      total === 0 ? "The document has no foundations." : "No foundation fits.";
   }
 
   #selectShown() {

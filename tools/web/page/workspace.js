@@ -31,7 +31,8 @@ export class Workspace {
     this.list = get("documents", HTMLElement);
     this.start = get("start", HTMLElement);
     this.files = get("files", HTMLInputElement);
-    for (const event of ["change", "cancel"]) this.files.addEventListener(event, () => this.#takeFiles());
+    for (const event of ["change", "cancel"])
+      this.files.addEventListener(event, () => this.#takeFiles());
   }
 
   /** Those that could be read. */
@@ -64,7 +65,11 @@ export class Workspace {
   }
 
   async #takeFiles() {
-    const [files, isShown, chosen] = [[...(this.files.files ?? [])], this.#isChosenShown, this.#chosen];
+    const [files, isShown, chosen] = [
+      [...(this.files.files ?? [])],
+      this.#isChosenShown,
+      this.#chosen,
+    ];
     this.files.value = "";
     this.#chosen = () => {};
     this.#isChosenShown = true;
@@ -78,7 +83,10 @@ export class Workspace {
   async openFiles(files, isShown = true) {
     let last;
     for (const file of files) {
-      const bytes = await during(`Reading ${file.name} …`, async () => new Uint8Array(await file.arrayBuffer()));
+      const bytes = await during(
+        `Reading ${file.name} …`,
+        async () => new Uint8Array(await file.arrayBuffer()),
+      );
       if (bytes) last = await this.openBytes(file.name, bytes, {}, isShown);
     }
     return last;
@@ -119,7 +127,12 @@ export class Workspace {
         await this.close(id);
         await this.openBytes(name, bytes, { ...options, ...other });
       };
-      return { id, name, view: null, element: makeProblem(name, error, again, () => this.close(id)) };
+      return {
+        id,
+        name,
+        view: null,
+        element: makeProblem(name, error, again, () => this.close(id)),
+      };
     }
   }
 
@@ -145,12 +158,26 @@ export class Workspace {
   /** @param {Entry} entry */
   #makeItem(entry) {
     const isCurrent = entry === this.current;
-    const button = makeButton("", () => this.show(entry).then(() => this.#focus(entry)), { class: "open", title: entry.name });
+    const button = makeButton("", () => this.show(entry).then(() => this.#focus(entry)), {
+      class: "open",
+      title: entry.name,
+    });
     if (isCurrent) button.setAttribute("aria-current", "true");
     button.append(make("bdi", {}, entry.name));
     if (!entry.view) button.append(make("span", { class: "chip error" }, "error"));
-    if (entry.view?.doc.isChanged) button.append(make("span", { class: "dot", title: "not saved" }, make("span", { class: "said" }, "not saved")));
-    const close = makeButton("×", () => this.close(entry.id), { class: "close", "aria-label": `Close ${entry.name}`, title: "Close" });
+    if (entry.view?.doc.isChanged)
+      button.append(
+        make(
+          "span",
+          { class: "dot", title: "not saved" },
+          make("span", { class: "said" }, "not saved"),
+        ),
+      );
+    const close = makeButton("×", () => this.close(entry.id), {
+      class: "close",
+      "aria-label": `Close ${entry.name}`,
+      title: "Close",
+    });
     return make("li", { class: isCurrent ? "current" : "" }, button, close);
   }
 
@@ -187,7 +214,10 @@ export class Workspace {
     const { view } = entry;
     if (!view?.doc.isChanged) return true;
     const sentence = `${entry.name} has changes that are not saved.`;
-    const answer = await ask("Close without saving?", sentence, ["Close without saving", "Save first …"]);
+    const answer = await ask("Close without saving?", sentence, [
+      "Close without saving",
+      "Save first …",
+    ]);
     if (answer === "Save first …") await view.save();
     return answer === "Close without saving" || (answer !== "" && !view.doc.isChanged);
   }
