@@ -172,6 +172,14 @@ class Table(PageTest):
         self.page.press(Keys.ESCAPE)
         self.assertEqual(self.page.save()[1], MODEL.read_bytes())
 
+    def test_what_the_document_cannot_hold_is_not_written(self):
+        self.page.choose(EXAMPLES / "beddings-1.0.xml")
+        self.page.go_to_cell(0, "generated")
+        self.page.press("y")
+        self.assertIn("cannot hold", self.page.find(".bubble").text)
+        self.page.press(Keys.ARROW_DOWN)
+        self.assertEqual(self.page.find_all(".bubble, .editor"), [])
+
     def test_undo_and_redo_go_back_and_forth(self):
         self.page.set_cell(2, "areaZ", "1")
         self.page.set_cell(2, "areaZ", "2")

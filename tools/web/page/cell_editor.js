@@ -58,7 +58,11 @@ export class CellEditor {
    */
   refuse(cell, sentence) {
     this.#showBubble(cell, sentence);
-    setTimeout(() => this.#closeBubble(), 4000);
+  }
+
+  /** What was told of a cell that is left matters no more. */
+  forget() {
+    if (!this.isOpen) this.#closeBubble();
   }
 
   /**

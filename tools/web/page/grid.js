@@ -50,6 +50,7 @@ export class Grid {
         "aria-multiselectable": "true",
         keydown: (/** @type {KeyboardEvent} */ event) => this.#press(event),
         focus: () => this.#showActive(),
+        blur: () => this.editor.forget(),
         copy: (/** @type {ClipboardEvent} */ event) => this.#copy(event),
         paste: (/** @type {ClipboardEvent} */ event) => this.#paste(event),
       },
@@ -335,6 +336,7 @@ export class Grid {
     const place = this.#place(event);
     if (!place || this.editor.contains(event.target)) return;
     event.preventDefault();
+    this.editor.forget();
     if (this.editor.isOpen && !this.editor.commit()) return;
     this.#activate(place.row, place.column);
     if (event.shiftKey) this.#selectTo(place.row);
@@ -396,6 +398,7 @@ export class Grid {
   /** @param {KeyboardEvent} event */
   #press(event) {
     if (this.editor.isOpen || event.defaultPrevented) return;
+    this.editor.forget();
     const isDone =
       event.ctrlKey || event.metaKey ? this.#pressWithControl(event) : this.#pressAlone(event);
     if (isDone) event.preventDefault();

@@ -57,7 +57,7 @@ function makeAgain(readAgain) {
   return make(
     "details",
     { class: "again" },
-    make("summary", {}, "It is a table or JSON, and the page did not see that"),
+    make("summary", {}, "Read it as a table or as JSON instead"),
     make(
       "form",
       { class: "filter", submit },
