@@ -1,6 +1,7 @@
 # Sourced by the scripts that build for other platforms: has what the project needs built like the
-# project itself, and installed in a folder of its own.
+# project itself, and installed in a folder of its own. Without tests, where sysroot_tests is "no".
 sysroot_packages=(cmake ninja-build googletest libfast-float-dev libfmt-dev libcli11-dev nlohmann-json3-dev)
+sysroot_tests=yes
 
 # fetch_source PACKAGE: the sources of Debian's package in build/apt, found through package lists beside
 # those of the machine.
@@ -51,7 +52,8 @@ fill_sysroot() {
   install_library simdjson build/apt/simdjson-*/ "$@" -DSIMDJSON_ENABLE_THREADS=OFF || return
   # Its own build is for make and knows no toolchain of CMake.
   install_library libcsv cmake/libcsv "$@" -DLIBCSV_SOURCES="$(echo "$PWD"/build/apt/libcsv-*/)" || return
-  install_library googletest /usr/src/googletest "$@" -DBUILD_GMOCK=OFF && copy_headers "$1/sysroot"
+  copy_headers "$1/sysroot" || return
+  [ $sysroot_tests = no ] || install_library googletest /usr/src/googletest "$@" -DBUILD_GMOCK=OFF
 }
 
 # make_sysroot BUILD [CMAKE-OPTION...]: BUILD/sysroot, unless it is there.

@@ -78,7 +78,8 @@ class AttributePool<KvXmlData> {
   /// Points all blocks of an element to the attributes of its current node, `element`.
   static void rebind(AttributeBlock* newest, const pugi::xml_node& element) {
     for (AttributeBlock* block = newest; block != nullptr; block = block->older)
-      block->refer(*std::next(element.attributes_begin(), block->start));
+      block->refer(
+          *std::next(element.attributes_begin(), static_cast<std::ptrdiff_t>(block->start)));
   }
 
  private:

@@ -17,6 +17,7 @@ STANDS_ON = {
     "documents": ["spreadsheets"],
     "checks": ["documents"],
     "comparing": ["documents"],
+    "models": ["comparing"],
     "report": ["checks", "comparing"],
     "results": ["checks", "comparing"],
 }

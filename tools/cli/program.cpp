@@ -14,7 +14,7 @@ namespace {
 
 constexpr Wording::Words ofOptions = {"--from", "--decimal point or --decimal comma",
                                       "kvfound show --format csv names them",
-                                      "kvfound convert --units does"};
+                                      "kvfound convert --units does", "nothing was written"};
 
 int tellError(const std::string& error, Commands::Notes& notes) {
   notes.tellError(error);

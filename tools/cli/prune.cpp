@@ -1,8 +1,6 @@
 #include <cstddef>
-#include <map>
 #include <new>
 #include <ostream>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -11,7 +9,6 @@
 #include "commands.h"
 #include "documents/document.h"
 #include "documents/editing.h"
-#include "documents/mentions.h"
 #include "documents/writing.h"
 #include "files/content.h"
 #include "files/memory_stream.h"
@@ -19,6 +16,7 @@
 #include "foundations/fields.h"
 #include "foundations/keep_list.h"
 #include "losses.h"
+#include "models/pruning.h"
 #include "output.h"
 #include "reading.h"
 #include "text/display_text.h"
@@ -40,47 +38,38 @@ void checkOptions(const PruneOptions& options) {
     throw UserError("the document and the list cannot both come from standard input");
 }
 
-void removeUnused(const PruneOptions& options, FoundationManager& manager, Notes& notes) {
-  const Files::Content list = Files::read(*options.usedBy);
-  Files::MemoryStream in(list.bytes);
-  KeepList user(in);
-  if (in.bad()) throw std::bad_alloc();  // or the list would end where memory runs out
+/// The list tells what stays.
+void requireMatches(KeepList& user, const std::string& shownPath, const PruneOptions& options,
+                    const FoundationManager& manager, Notes& notes) {
   for (const Foundation* foundation : manager.getFoundations()) user.usesFoundation(foundation);
   const std::vector<std::string> unmatched = user.listUnmatched();
   const Level level = options.ignoresMissing && user.hasMatched() ? Level::warning : Level::error;
   for (const std::string& line : unmatched)
     notes.tell({level,
                 "unmatched",
-                DisplayText::fromName(list.shownPath),
+                DisplayText::fromName(shownPath),
                 {},
                 "",
                 "there is no foundation \"" + DisplayText::fromName(line) + "\""});
   if (!unmatched.empty() && !user.hasMatched())
-    throw UserError(list.shownPath + ": names none of the foundations; nothing was written");
+    throw UserError(shownPath + ": names none of the foundations; nothing was written");
   if (!unmatched.empty() && !options.ignoresMissing)
-    throw UserError(list.shownPath +
+    throw UserError(shownPath +
                     ": names foundations that the document lacks; nothing was written. Mend the "
                     "list, or go on with --ignore-missing");
-  manager.addUser(&user);
-  options.isGenerated ? manager.removeAllNotUsedGenerated() : manager.removeAllNotUsed();
-  manager.removeUser(&user);
 }
 
 void removeFoundations(const PruneOptions& options, Form form, FoundationManager& manager,
                        Notes& notes) {
-  if (options.usedBy)
-    removeUnused(options, manager, notes);
-  else
-    manager.removeAllGenerated();
-  // The first exchange version has no numbers: whatever is left reads as 1, 2, 3, ...
-  if (form != Form::firstExchange) return;
-  int number = 0;
-  for (Foundation* foundation : manager.getFoundations()) foundation->setNumber(++number);
-}
-
-void restoreNumbers(const Editing::Wish& wish) {
-  for (const auto& [before, after] : wish.pairs)
-    if (after != nullptr) after->setNumber(before->getNumber());
+  Pruning::Options pruning = {options.isGenerated, nullptr, options.keepsNumbers};
+  if (!options.usedBy) return Pruning::prune(pruning, form, manager);
+  const Files::Content list = Files::read(*options.usedBy);
+  Files::MemoryStream in(list.bytes);
+  KeepList user(in);
+  if (in.bad()) throw std::bad_alloc();  // or the list would end where memory runs out
+  requireMatches(user, list.shownPath, options, manager, notes);
+  pruning.user = &user;
+  Pruning::prune(pruning, form, manager);
 }
 
 bool isRenumbered(const Matching::Pair& pair) {
@@ -89,21 +78,9 @@ bool isRenumbered(const Matching::Pair& pair) {
 
 /// Elsewhere in the model the old numbers stay as they are.
 void tellMentions(const Documents::Document& model, const Editing::Wish& wish, Notes& notes) {
-  std::map<int, std::string> changed;
-  std::set<int> numbers;
-  for (const Matching::Pair& pair : wish.pairs) {
-    if (pair.second != nullptr && !isRenumbered(pair)) continue;
-    const int number = pair.first->getNumber();
-    numbers.insert(number);
-    changed.emplace(number, pair.second == nullptr
-                                ? "is gone"
-                                : "is number " + std::to_string(pair.second->getNumber()) + " now");
-  }
-  for (const Documents::Mention& mention : Documents::listMentions(model, numbers))
+  for (const Documents::Note& note : Pruning::listStale(model, wish.pairs))
     notes.tell({Level::warning, "mention", DisplayText::fromName(model.getShownPath()),
-                mention.position, "",
-                DisplayText::fromName(mention.attribute) + "=\"" + std::to_string(mention.number) +
-                    "\" stays, but the foundation of this number " + changed.at(mention.number)});
+                note.position, "", note.sentence});
 }
 
 void tell(const std::string& shownPath, const Editing::Wish& wish,
@@ -161,7 +138,6 @@ Status prune(const PruneOptions& options, Notes& notes) {
   removeFoundations(options, form, manager, notes);
   const Editing::Wish wish = draft.makeWish();
   const bool hasNumbers = form != Form::firstExchange;
-  if (options.keepsNumbers && hasNumbers) restoreNumbers(wish);
   isOtherDocument ? output.update(manager) : output.edit(in, wish);
   output.requireAll(manager);
   if (isOtherDocument) tellLosses(output.getShownPath(), output.listReplaced(), false, notes);

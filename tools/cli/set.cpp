@@ -1,8 +1,5 @@
-#include <algorithm>
 #include <optional>
 #include <ostream>
-#include <set>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -13,12 +10,11 @@
 #include "documents/editing.h"
 #include "documents/writing.h"
 #include "files/user_error.h"
-#include "foundations/fields.h"
 #include "foundations/numbers.h"
+#include "models/assigning.h"
 #include "output.h"
 #include "reading.h"
 #include "text/display_text.h"
-#include "text/near_name.h"
 
 namespace {
 
@@ -30,76 +26,20 @@ using Documents::Document;
 using Found::Foundation;
 using Found::FoundationManager;
 
-/// A field and its new value.
-struct Change {
-  const Fields::Field& field;
-  Fields::Value value;
-};
-
-[[noreturn]] void failAtField(const std::string& name) {
-  std::vector<std::string> names;
-  for (const Fields::Field& field : Fields::list()) names.emplace_back(field.name);
-  const std::optional<std::string> near = findNearName(name, names);
-  throw UserError(
-      "there is no field \"" + DisplayText::fromName(name) + "\"" +
-      (near ? "; did you mean " + *near + "?" : "; kvfound show --format csv names them"));
-}
+using Assigning::Change;
 
 Change read(const std::string& assignment) {
   const std::size_t sign = assignment.find('=');
   if (sign == assignment.npos)
     throw UserError("\"" + DisplayText::fromName(assignment) +
                     "\" is no assignment such as areaZ=16000");
-  const std::string name = assignment.substr(0, sign);
-  const std::string text = assignment.substr(sign + 1);
-  const Fields::Field* const field = Fields::find(name);
-  if (name == "current") throw UserError("which foundation is current cannot be set");
-  if (field == nullptr) failAtField(name);
-  try {
-    return {*field, Fields::parse(*field, text)};
-  } catch (const std::invalid_argument& error) {
-    throw UserError(name + " cannot be \"" + DisplayText::fromName(text) + "\", only " +
-                    error.what());
-  }
+  return Assigning::read(assignment.substr(0, sign), assignment.substr(sign + 1));
 }
 
 std::vector<Change> read(const Assignments& assignments) {
   std::vector<Change> changes;
   for (const std::string& assignment : assignments) changes.push_back(read(assignment));
   return changes;
-}
-
-void assign(const std::vector<Change>& changes, Foundation& foundation) {
-  for (const Change& change : changes) change.field.set(foundation, change.value);
-}
-
-bool sets(const std::vector<Change>& changes, Fields::Type type) {
-  return std::any_of(changes.begin(), changes.end(),
-                     [type](const Change& change) { return change.field.type == type; });
-}
-
-/// Whatever else a document may hold twice, what is changed must be unique in what is set.
-void requireUnique(const FoundationManager& manager, const std::set<const Foundation*>& changed,
-                   const std::vector<Change>& changes) {
-  const bool setsNumber = sets(changes, Fields::Type::integer);
-  const bool setsName = sets(changes, Fields::Type::text);
-  for (const Foundation* foundation : manager.getFoundations())
-    for (const Foundation* other : changed) {
-      if (foundation == other) continue;
-      if (setsNumber && foundation->getNumber() == other->getNumber())
-        throw UserError("number " + std::to_string(other->getNumber()) + " is taken by \"" +
-                        DisplayText::fromName(foundation->getName()) + "\"; nothing was written");
-      if (setsName && foundation->getName() == other->getName())
-        throw UserError("the name \"" + DisplayText::fromName(other->getName()) +
-                        "\" is taken by number " + std::to_string(foundation->getNumber()) +
-                        "; nothing was written");
-    }
-}
-
-void requireNumbers(const Document& document, const std::vector<Change>& changes) {
-  if (document.getForm() == Documents::Form::firstExchange && sets(changes, Fields::Type::integer))
-    throw UserError(document.getShownPath() +
-                    ": documents of version 1.0 have no numbers that could be set");
 }
 
 std::vector<Foundation*> select(const Selection& selection, FoundationManager& manager,
@@ -167,9 +107,9 @@ Status set(const SetOptions& options, std::ostream& out, Notes& notes) {
   FoundationManager& manager = draft.getFoundations();
   const std::vector<Foundation*> selected =
       select(options.selection, manager, document.getShownPath());
-  for (Foundation* foundation : selected) assign(changes, *foundation);
-  requireNumbers(document, changes);
-  requireUnique(manager, {selected.begin(), selected.end()}, changes);
+  for (Foundation* foundation : selected) Assigning::apply(changes, *foundation);
+  Assigning::requireNumbers(document.getForm(), document.getShownPath(), changes);
+  Assigning::requireUnique(manager, {selected.begin(), selected.end()}, changes);
   return finish(document, draft, options.path, out, notes);
 }
 
@@ -193,12 +133,12 @@ Status add(const AddOptions& options, std::ostream& out, Notes& notes) {
   tellReading(document, notes);
   Editing::Draft draft(document);
   FoundationManager& manager = draft.getFoundations();
-  requireNumbers(document, changes);
+  Assigning::requireNumbers(document.getForm(), document.getShownPath(), changes);
   const int number = Numbers::findFree(manager);
   Foundation& added = *manager.giveFoundation(Foundation(), false);
   added.setNumber(number);
-  assign(changes, added);
-  requireUnique(manager, {&added}, changes);
+  Assigning::apply(changes, added);
+  Assigning::requireUnique(manager, {&added}, changes);
   return finish(document, draft, options.path, out, notes);
 }
 

@@ -80,4 +80,13 @@ TEST(Utf8Blank, IsHiddenWithoutAWidth) {
   for (const char32_t c : {U'\x20', U'\xA0', U'\x2003', U'\x3000'}) EXPECT_FALSE(Utf8::isHidden(c));
 }
 
+TEST(Utf8Folding, MakesLettersSmall) {
+  EXPECT_EQ(Utf8::fold(""), "");
+  EXPECT_EQ(Utf8::fold("Raft 12, \xC3\x84X"), "raft 12, \xC3\xA4x");
+  EXPECT_EQ(Utf8::fold("A\xFF"
+                       "B"),
+            "a\xFF"
+            "b");
+}
+
 }  // namespace

@@ -10,13 +10,12 @@
 #include <fmt/format.h>
 
 #include "comparing/merging.h"
-#include "comparing/units.h"
-#include "documents/editing.h"
 #include "foundations/conversion.h"
 #include "foundations/fields.h"
 #include "foundations/numbers.h"
 #include "foundations/scaling.h"
 #include "model.h"
+#include "models/merging.h"
 #include "selecting.h"
 #include "text.h"
 #include "threads.h"
@@ -27,6 +26,7 @@ namespace {
 
 using Found::Foundation;
 using Found::FoundationManager;
+using Models::Merged;
 
 // --- Merging
 
@@ -42,72 +42,20 @@ Comparing::OnClash toRule(const std::string& word) {
   throwValueError("on_clash: only refuse, rename, renumber, skip or replace");
 }
 
-/// What merging makes of the foundations of a snapshot.
-struct Merged {
-  struct Change {
-    std::size_t item;
-    std::vector<Fields::Difference> fields;
-  };
-
-  std::vector<Change> changes;
-  std::vector<std::unique_ptr<Foundation>> added;
-  std::vector<std::string> leftOut;
-  std::vector<std::string> losses;
-  std::vector<std::string> unitNotes;
-};
-
 std::vector<std::string> tell(const std::vector<Comparing::Refusal>& refusals) {
   std::vector<std::string> lines;
   lines.reserve(refusals.size());
-  for (const auto& [file, position, foundation, sentence] : refusals)
-    lines.push_back(position.line == 0 ? fmt::format("{}: {} {}", file, foundation, sentence)
-                    : position.column == 0
-                        ? fmt::format("{}:{}: {} {}", file, position.line, foundation, sentence)
-                        : fmt::format("{}:{}:{}: {} {}", file, position.line, position.column,
-                                      foundation, sentence));
+  for (const Comparing::Refusal& refusal : refusals) lines.push_back(Models::makeLine(refusal));
   return lines;
 }
 
-void collect(const Editing::Wish& wish, Documents::Document& into,
-             const std::vector<std::size_t>& items, Merged& merged) {
-  const std::vector<Foundation*>& before = into.getFoundations().getFoundations();
-  std::unordered_map<const Foundation*, std::size_t> places;
-  for (std::size_t i = 0; i < before.size(); ++i) places[before[i]] = items[i];
-  for (const Matching::Pair& pair : wish.pairs) {
-    if (pair.first == nullptr) {
-      merged.added.push_back(duplicate(*pair.second));
-      continue;
-    }
-    std::vector<Fields::Difference> fields = Fields::compare(*pair.first, *pair.second);
-    if (!fields.empty()) merged.changes.push_back({places.at(pair.first), std::move(fields)});
-  }
-}
-
-Merged merge(Snapshot& target, std::vector<std::unique_ptr<Snapshot>>& sources,
+Merged merge(Snapshot& target, const std::vector<std::unique_ptr<Snapshot>>& sources,
              Comparing::OnClash rule, bool isLossy) {
-  Rendering into(target, {target.source->form, {}});
-  into.requireFields();  // its rotations stay, since merging sets other fields
-  Documents::Document& document = into.getDocument();
-  Editing::Draft draft(document);
-  Comparing::Merger merger(document, draft, rule);
-  Merged merged;
-  std::vector<std::unique_ptr<Rendering>> renderings;  // which the merger knows by foundations
-  for (const auto& source : sources) {
-    const Rendering& rendering = *renderings.emplace_back(renderWhole(*source));
-    for (const std::string& lost : rendering.getLostRotations()) merged.losses.push_back(lost);
-    Documents::Document& in = renderings.back()->getDocument();
-    if (const auto note = Comparing::compareUnits(in, document))
-      merged.unitNotes.push_back(note->about.getShownPath() + ": " + note->sentence);
-    merger.merge(in);
-  }
-  if (!merger.getClashes().empty())
-    throw ClashFound("numbers or names clash; nothing was merged", tell(merger.getClashes()));
-  for (const Losses::Loss& loss : merger.getLosses())
-    merged.losses.push_back(loss.foundation + ": " + loss.sentence);
+  Merged merged = Models::merge(target, sources, rule);
+  if (!merged.clashes.empty())
+    throw ClashFound("numbers or names clash; nothing was merged", tell(merged.clashes));
   if (!isLossy && !merged.losses.empty())
-    throw LossFound("something would be lost: " + merged.losses.front(), merged.losses);
-  merged.leftOut = tell(merger.getLeftOut());
-  collect(draft.makeWish(), document, into.listItems(document), merged);
+    throw Models::LossFound("something would be lost: " + merged.losses.front(), merged.losses);
   return merged;
 }
 
@@ -164,7 +112,7 @@ py::tuple mergeInto(ModelState& state, py::handle manager, const py::list& other
     sources.push_back(takeSnapshot(pair.first.cast<const ModelState&>(), pair.second));
   }
   const std::unique_ptr<Snapshot> snapshot = takeSnapshot(state, manager);
-  const Origins::Watch watch(*state.origins, snapshot->listOriginals());
+  const Origins::Watch watch(*state.origins, listOriginals(*snapshot));
   Merged merged = runUnlocked([&] { return merge(*snapshot, sources, rule, isLossy); });
   for (const std::string& note : merged.unitNotes) runCode([&] { warn(decode(note)); });
   const auto touched = apply(merged, *snapshot, watch, owner);
@@ -172,8 +120,8 @@ py::tuple mergeInto(ModelState& state, py::handle manager, const py::list& other
   const auto giveAll = [&](const std::vector<Foundation*>& given) {
     return owner.giveAll([&]() -> const std::vector<Foundation*>& { return given; });
   };
-  return py::make_tuple(giveAll(touched.first), giveAll(touched.second), toTuple(merged.leftOut),
-                        toTuple(merged.losses));
+  return py::make_tuple(giveAll(touched.first), giveAll(touched.second),
+                        toTuple(tell(merged.leftOut)), toTuple(merged.losses));
 }
 
 // --- Pruning

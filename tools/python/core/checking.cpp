@@ -51,7 +51,7 @@ Result find(Snapshot& snapshot) {
 py::tuple check(const ModelState& state, py::handle manager) {
   ManagerObject& owner = toManager(manager, "manager");
   const std::unique_ptr<Snapshot> snapshot = takeSnapshot(state, manager);
-  const Origins::Watch watch(*state.origins, snapshot->listOriginals());
+  const Origins::Watch watch(*state.origins, listOriginals(*snapshot));
   Result found = runUnlocked([&] { return find(*snapshot); });
   py::list findings;
   for (std::size_t i = 0; i < found.findings.size(); ++i) {

@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+#include "foundations/copying.h"
 #include "foundations/failures.h"
 #include "foundations/fields.h"
 #include "spreadsheets/sheet.h"
@@ -204,7 +205,7 @@ py::list makeDicts(ManagerObject& manager) {
   std::size_t current = manager.getList().size();
   for (const Foundation* const foundation : manager.getList()) {
     if (foundation == manager.get().getCurrentFoundation()) current = copies.size();
-    copies.push_back(duplicate(*foundation));
+    copies.push_back(Copying::duplicate(*foundation));
   }
 
   std::vector<py::str> names;

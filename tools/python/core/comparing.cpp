@@ -6,6 +6,7 @@
 
 #include "comparing/differences.h"
 #include "comparing/units.h"
+#include "foundations/copying.h"
 #include "foundations/fields.h"
 #include "model.h"
 #include "report/changes.h"
@@ -63,7 +64,7 @@ py::object fromValue(const Fields::Value& value) {
 }
 
 py::object copyOf(const Foundation* foundation) {
-  return foundation != nullptr ? makeFoundation(duplicate(*foundation)) : py::none();
+  return foundation != nullptr ? makeFoundation(Copying::duplicate(*foundation)) : py::none();
 }
 
 py::list listDifferences(const Comparison& comparison) {

@@ -4,6 +4,7 @@
 #include "files/memory_stream.h"
 #include "files/user_error.h"
 #include "foundation_object.h"
+#include "foundations/copying.h"
 #include "kv/xml_n.h"
 #include "kv/xml_tree.h"
 #include "text.h"
@@ -86,7 +87,7 @@ Snapshot::Snapshot(const Found::FoundationManager& other) {
 }
 
 Found::Foundation* Snapshot::add(const Found::Foundation& other) {
-  manager.add(duplicate(other));
+  manager.add(Copying::duplicate(other));
   return manager.getFoundations().back();
 }
 

@@ -6,6 +6,7 @@
 #include "collected.h"
 #include "errors.h"
 #include "foundation_object.h"
+#include "foundations/copying.h"
 #include "numbers.h"
 #include "text.h"
 
@@ -190,7 +191,7 @@ void bindInit(Class& bound) {
         const auto made =
             makeOf(name, number, area, line, rotation, failAreaZ, failLineX, failLineY, failLineZ,
                    failPossible, factorArea, factorLine, generated);
-        overwrite(self.get(), *made);
+        Copying::overwrite(self.get(), *made);
       },
       py::name("Foundation"), py::is_method(bound), py::arg("name") = "", py::kw_only(),
       py::arg("number") = -1, py::arg("area") = py::none(), py::arg("line") = py::none(),

@@ -50,10 +50,4 @@ class FoundationObject {
 /// A new Python object of a foundation of its own.
 py::object makeFoundation(std::unique_ptr<Found::Foundation> own);
 
-/// Gives a foundation everything that `other` has, name, number and marks included.
-void overwrite(Found::Foundation& foundation, const Found::Foundation& other);
-
-/// A foundation with everything that `other` has, name, number and marks included.
-std::unique_ptr<Found::Foundation> duplicate(const Found::Foundation& other);
-
 }  // namespace Python

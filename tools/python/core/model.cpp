@@ -42,7 +42,7 @@ void watchLeaving(ManagerObject& manager, const std::shared_ptr<Origins>& origin
 }
 
 /// The manager that holds what was read, and the state of its model.
-py::tuple adopt(std::unique_ptr<Read> read) {
+py::tuple adopt(std::unique_ptr<Models::Read> read) {
   py::object object = makeManager();
   auto state = std::make_unique<ModelState>();
   state->source = read->source;
@@ -64,7 +64,7 @@ py::tuple openFile(const py::bytes& path, const py::bytes& shownPath, const py::
   const std::string where = toPath(path);
   const std::string shown = toPath(shownPath);
   const Documents::ReadOptions options = toOptions(form, version, separator, decimal);
-  return adopt(runUnlocked([&] { return read(readFile(where, shown, options), options); }));
+  return adopt(runUnlocked([&] { return readModel(readFile(where, shown, options), options); }));
 }
 
 py::tuple openBytes(const py::bytes& bytes, const py::bytes& shownPath, const py::object& form,
@@ -72,7 +72,7 @@ py::tuple openBytes(const py::bytes& bytes, const py::bytes& shownPath, const py
                     const py::object& decimal) {
   Files::Content content = {toPath(shownPath), "", std::string(bytes)};
   const Documents::ReadOptions options = toOptions(form, version, separator, decimal);
-  return adopt(runUnlocked([&] { return read(std::move(content), options); }));
+  return adopt(runUnlocked([&] { return readModel(std::move(content), options); }));
 }
 
 py::object fromUnits(const Units& units) {
@@ -100,7 +100,7 @@ void raise(PyObject* type, const UserError& error, const std::vector<std::string
 void translate(std::exception_ptr thrown) {
   try {
     if (thrown) std::rethrow_exception(std::move(thrown));
-  } catch (const LossFound& error) {
+  } catch (const Models::LossFound& error) {
     raise(lossError, error, error.getLosses());
   } catch (const ClashFound& error) {
     raise(clashError, error, error.getClashes());
@@ -169,8 +169,8 @@ std::unique_ptr<ModelState> restoreState(py::handle manager, const py::bytes& pa
                                          const py::list& origins, const py::object& units) {
   Files::Content content = {toPath(shownPath), "", std::string(bytes)};
   const Documents::ReadOptions options = toOptions(form, version, separator, decimal);
-  const std::unique_ptr<Read> read =
-      runUnlocked([&] { return Python::read(std::move(content), options); });
+  const std::unique_ptr<Models::Read> read =
+      runUnlocked([&] { return readModel(std::move(content), options); });
   const std::vector<std::size_t> places =
       toPlaces(origins, read->foundations.getFoundations().size());
   auto source = std::make_shared<Source>(*read->source);
@@ -248,8 +248,8 @@ void bindModel(py::module_& module) {
       .def_property_readonly(
           "shown_path",
           [](const ModelState& self) { return py::bytes(self.source->content.shownPath); })
-      .def_property_readonly("notes",
-                             [](const ModelState& self) { return toTuple(self.source->notes); })
+      .def_property_readonly(
+          "notes", [](const ModelState& self) { return toTuple(self.source->listLines()); })
       .def_property_readonly("is_read_whole",
                              [](const ModelState& self) { return self.source->isReadWhole; })
       .def_property(
@@ -267,7 +267,7 @@ void bindModel(py::module_& module) {
              py::arg("form") = none, py::arg("version") = none, py::arg("separator") = none,
              py::arg("decimal") = none);
   module.def("make_empty",
-             [](const std::string& form) { return py::bytes(makeEmpty(toForm(form))); });
+             [](const std::string& form) { return py::bytes(Models::makeEmpty(toForm(form))); });
   module.def("export_state", &exportState, py::arg("state"), py::arg("manager"));
   module.def("restore_state", &restoreState, py::arg("manager"), py::arg("path"),
              py::arg("shown_path"), py::arg("content"), py::arg("form"), py::arg("version"),

@@ -8,7 +8,7 @@
 
 #include "bindings.h"
 #include "errors.h"
-#include "render.h"
+#include "models/rendering.h"
 #include "source.h"
 #include "threads.h"
 
@@ -16,6 +16,28 @@
 namespace Python {
 
 namespace py = pybind11;
+
+using Models::Rendering;
+using Models::renderWhole;
+using Models::Target;
+
+/// Another program has changed a file that would be replaced.
+class ChangedMeanwhile : public UserError {
+ public:
+  using UserError::UserError;
+};
+
+/// A merging that would put foundations in the place of others, a line each.
+class ClashFound : public UserError {
+ public:
+  ClashFound(const std::string& sentence, std::vector<std::string> clashing)
+      : UserError(sentence), clashes(std::move(clashing)) {}
+
+  const std::vector<std::string>& getClashes() const { return clashes; }
+
+ private:
+  std::vector<std::string> clashes;
+};
 
 /// Does work that sees no object of Python without the interpreter lock.
 template <class Work>

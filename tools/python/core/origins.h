@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "found/foundation.h"
+#include "models/snapshot.h"
 
 namespace Python {
 
@@ -12,7 +13,7 @@ namespace Python {
 /// the interpreter lock.
 class Origins {
  public:
-  static constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
+  static constexpr std::size_t nowhere = Models::nowhere;
 
   /// A foundation and its place in the document, which counts from 0.
   using Place = std::pair<const Found::Foundation*, std::size_t>;

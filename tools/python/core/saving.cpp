@@ -125,7 +125,7 @@ Written write(Snapshot& snapshot, const Order& order) {
   }
   std::vector<std::size_t> items = rendering->listItems(*made);
   std::vector<int> numbers = listNumbers(*made);
-  const std::shared_ptr<Source> source = describe(*made, rendering->getOptions());
+  const std::shared_ptr<Source> source = Models::describe(*made, rendering->getOptions());
   source->content.path = order.path;
   return {source, std::move(items), std::move(numbers)};
 }
@@ -157,7 +157,7 @@ void save(ModelState& state, py::handle manager, const py::bytes& path, const py
                        toExisting(existing), isLossy};
   const Saving saving(state);
   const std::unique_ptr<Snapshot> snapshot = takeSnapshot(state, manager);
-  const Origins::Watch watch(*state.origins, snapshot->listOriginals());
+  const Origins::Watch watch(*state.origins, listOriginals(*snapshot));
   Written written = runUnlocked([&] { return write(*snapshot, order); });
   settle(state, *snapshot, watch, std::move(written));
 }

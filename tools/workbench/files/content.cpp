@@ -41,7 +41,8 @@ void reserve(Content& content) {
   constexpr std::size_t room = 256;
   std::error_code ignored;
   const std::uintmax_t size = fs::file_size(Paths::fromText(content.path), ignored);
-  if (size < content.bytes.max_size() - room) content.bytes.reserve(size + room);
+  if (size < content.bytes.max_size() - room)
+    content.bytes.reserve(static_cast<std::size_t>(size) + room);
 }
 
 void readAll(std::FILE* file, Wanted isWanted, Content& content) {

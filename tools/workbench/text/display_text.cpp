@@ -1,11 +1,12 @@
 #include "text/display_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <string_view>
 #include <utility>
+
+#include <fmt/format.h>
 
 #include "text/charset.h"
 #include "text/utf8.h"
@@ -44,6 +45,15 @@ void appendEscaped(std::string& text, char32_t c) {
     Utf8::append(text, c);
 }
 
+/// The digits of a number, without sign, point, exponent and zeros at the end.
+std::string listDigits(std::string_view number) {
+  std::string digits;
+  for (const char c : number.substr(0, number.find('e')))
+    if (c >= '0' && c <= '9') digits += c;
+  digits.erase(digits.find_last_not_of('0') + 1);
+  return digits;
+}
+
 }  // namespace
 
 std::string fromName(const std::string& name) {
@@ -55,13 +65,21 @@ std::string fromName(const std::string& name) {
 
 std::string fromNumber(double value) {
   if (std::isnan(value)) return "nan";  // whatever its sign, which means nothing
+  // Not every standard library prints doubles. What is used instead begins with exponents
+  // elsewhere.
+  std::string text = fmt::format("{}", value);
+  const std::string sign = value < 0.0 ? "-" : "";
   const double magnitude = std::fabs(value);
-  const bool isPlain = magnitude == 0.0 || (magnitude >= 1e-6 && magnitude < 1e15);
-  char buffer[64];
-  const auto result =
-      std::to_chars(buffer, std::end(buffer), value,
-                    isPlain ? std::chars_format::fixed : std::chars_format::general);
-  return std::string(buffer, result.ptr);
+  if (magnitude >= 1e15 && magnitude < 1e16) {
+    std::string digits = listDigits(text);
+    if (digits.size() > 1) digits.insert(1, ".");
+    return sign + digits + "e+15";
+  }
+  if (magnitude >= 1e-6 && magnitude < 1e-4) {
+    const auto zeros = static_cast<std::size_t>(text.back() - '1');  // behind 1.5e-05 are four
+    return sign + "0." + std::string(zeros, '0') + listDigits(text);
+  }
+  return text;
 }
 
 std::string shorten(const std::string& text, std::size_t width) {

@@ -51,6 +51,20 @@ bool isXmlText(std::string_view text) {
   return true;
 }
 
+std::string fold(std::string_view text) {
+  std::string folded;
+  folded.reserve(text.size());
+  while (!text.empty()) {
+    const char byte = text.front();
+    const char32_t character = take(text);
+    if (character == invalid)
+      folded += byte;
+    else
+      append(folded, static_cast<char32_t>(utf8proc_tolower(toLibrary(character))));
+  }
+  return folded;
+}
+
 bool isCharacter(std::uint32_t number) {
   return number <= 0x7FFFFFFF && utf8proc_codepoint_valid(static_cast<utf8proc_int32_t>(number));
 }

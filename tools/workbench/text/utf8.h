@@ -31,6 +31,9 @@ bool isAscii(std::string_view text);
 /// True for valid UTF-8 without characters that XML forbids or that end a line.
 bool isXmlText(std::string_view text);
 
+/// The text as it is searched for, whatever the case of its letters; what is no UTF-8 stays.
+std::string fold(std::string_view text);
+
 /// False for numbers that stand for no character.
 bool isCharacter(std::uint32_t number);
 

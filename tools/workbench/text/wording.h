@@ -7,7 +7,8 @@ struct Words {
   const char* form = "its form told";  // that of a table or data, behind "needs the ending"
   const char* decimal = "which";       // behind "say"
   const char* fields = nullptr;        // where their names are told; without it, messages do
-  const char* converting = "converting does";  // behind "labels convert nothing"
+  const char* converting = "converting does";   // behind "labels convert nothing"
+  const char* nothing = "nothing was changed";  // behind a reason
 };
 
 /// Once, at the start of a program, before there is another thread.

@@ -1,4 +1,4 @@
-#include "render.h"
+#include "models/rendering.h"
 
 #include <map>
 #include <utility>
@@ -9,7 +9,7 @@
 #include "spreadsheets/csv_writer.h"
 #include "text/display_text.h"
 
-namespace Python {
+namespace Models {
 namespace {
 
 using Documents::Document;
@@ -53,7 +53,7 @@ void requireDistinct(const Snapshot& snapshot, Document& base) {
     return static_cast<const Foundation*>(nullptr);
   };
   for (const Snapshot::Item& item : snapshot.items) {
-    const bool isNew = item.origin == Origins::nowhere;
+    const bool isNew = item.origin == nowhere;
     const Foundation& now = *item.copy;
     if (hasNumbers && (isNew || before[item.origin]->getNumber() != now.getNumber()))
       if (const Foundation* other = findOther(numbers, now.getNumber(), &now))
@@ -129,23 +129,24 @@ void Rendering::edit() {
 void Rendering::writeAnew() {
   output->write(snapshot.copies);
   setLosses(output->listAllLosses(snapshot.copies));
-  losses.insert(losses.end(), snapshot.source->notes.begin(), snapshot.source->notes.end());
+  const std::vector<std::string> notes = snapshot.source->listLines();
+  losses.insert(losses.end(), notes.begin(), notes.end());
 }
 
 /// One that is new takes the place of one that is gone where it has its number, so that whatever
 /// else stands there stays.
 Editing::Wish Rendering::makeWish() {
   const std::vector<Foundation*>& before = base.getFoundations().getFoundations();
-  std::vector<std::size_t> taken(before.size(), Origins::nowhere);
+  std::vector<std::size_t> taken(before.size(), nowhere);
   std::vector<std::size_t> added;
   for (std::size_t i = 0; i < snapshot.items.size(); ++i)
-    if (snapshot.items[i].origin == Origins::nowhere)
+    if (snapshot.items[i].origin == nowhere)
       added.push_back(i);
     else
       taken[snapshot.items[i].origin] = i;
   std::multimap<int, std::size_t> vacant;
   for (std::size_t place = 0; place < before.size(); ++place)
-    if (taken[place] == Origins::nowhere) vacant.emplace(before[place]->getNumber(), place);
+    if (taken[place] == nowhere) vacant.emplace(before[place]->getNumber(), place);
   Editing::Wish wish;
   std::vector<std::size_t> last;
   for (const std::size_t item : added) {
@@ -158,7 +159,7 @@ Editing::Wish Rendering::makeWish() {
     vacant.erase(place);
   }
   for (std::size_t place = 0; place < before.size(); ++place) {
-    const bool stays = taken[place] != Origins::nowhere;
+    const bool stays = taken[place] != nowhere;
     wish.pairs.push_back({before[place], stays ? snapshot.items[taken[place]].copy : nullptr});
     if (stays) order.push_back(taken[place]);
   }
@@ -202,7 +203,7 @@ std::vector<std::size_t> Rendering::listItems(Document& made) const {
   if (there.size() == order.size()) return order;
   std::map<const Foundation*, std::size_t> indices;
   for (std::size_t i = 0; i < snapshot.items.size(); ++i) indices[snapshot.items[i].copy] = i;
-  std::vector<std::size_t> found(there.size(), Origins::nowhere);
+  std::vector<std::size_t> found(there.size(), nowhere);
   std::map<const Foundation*, std::size_t> places;
   for (std::size_t i = 0; i < there.size(); ++i) places[there[i]] = i;
   using Matching::Key;
@@ -232,4 +233,4 @@ std::string makeEmpty(Form form) {
   return output.getMade().getContent().bytes;
 }
 
-}  // namespace Python
+}  // namespace Models

@@ -13,9 +13,9 @@
 #include "documents/writing.h"
 #include "files/output_file.h"
 #include "files/user_error.h"
-#include "source.h"
+#include "models/snapshot.h"
 
-namespace Python {
+namespace Models {
 
 /// Something would be lost, a line each, so that nothing was done.
 class LossFound : public UserError {
@@ -29,24 +29,6 @@ class LossFound : public UserError {
   std::vector<std::string> losses;
 };
 
-/// Another program has changed a file that would be replaced.
-class ChangedMeanwhile : public UserError {
- public:
-  using UserError::UserError;
-};
-
-/// A merging that would put foundations in the place of others, a line each.
-class ClashFound : public UserError {
- public:
-  ClashFound(const std::string& sentence, std::vector<std::string> clashing)
-      : UserError(sentence), clashes(std::move(clashing)) {}
-
-  const std::vector<std::string>& getClashes() const { return clashes; }
-
- private:
-  std::vector<std::string> clashes;
-};
-
 /// What a model shall become.
 struct Target {
   Documents::Form form;
@@ -54,7 +36,7 @@ struct Target {
 };
 
 /// A model as a document, in memory. In its own form, the document that it was read from with what
-/// has changed since; in another form, or as another table, a new document. Needs no lock.
+/// has changed since; in another form, or as another table, a new document.
 class Rendering {
  public:
   /// Throws UserError, also where a foundation that is new or named anew has number or name of
@@ -79,7 +61,7 @@ class Rendering {
   /// Reads the document anew, as hosts do. Throws UserError where that gives something else.
   std::unique_ptr<Documents::Document> readBack(const std::string& path);
 
-  /// For each foundation of the document, which of the snapshot it is; Origins::nowhere for none.
+  /// For each foundation of the document, which of the snapshot it is; nowhere for none.
   std::vector<std::size_t> listItems(Documents::Document& made) const;
 
   /// Writes the file that it was made for.
@@ -108,4 +90,4 @@ std::unique_ptr<Rendering> renderWhole(Snapshot& snapshot);
 /// A model without foundations of this form.
 std::string makeEmpty(Documents::Form form);
 
-}  // namespace Python
+}  // namespace Models

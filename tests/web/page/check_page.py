@@ -1,0 +1,686 @@
+"""Works the page for browsers in Chromium, on every road that a user can take.
+
+    check_page.py PAGE PROGRAM AXE [PICTURES]
+
+What is saved is compared with what the program writes. PICTURES is a folder for pictures of its states.
+"""
+
+import pathlib
+import re
+import sys
+import tempfile
+import time
+import unittest
+
+from page import ROOT, VIEW, Keys, Page, Program
+
+EXAMPLES = ROOT / "examples"
+MODEL = EXAMPLES / "model.xml"
+MARKUP = "<img src=x onerror=document.title='run'>"
+ODD = [  # what the check finds something about, and a name that is markup
+    ('NUMBER="4" NAME="Slab on dense sand" FXAREA="8000"',
+     'NUMBER="3" NAME="' + MARKUP.replace("<", "&lt;") + '" FXAREA="-8000"'),
+    ('FZAREA="62500"', 'FZAREA="6e99999"')]
+
+
+class PageTest(unittest.TestCase):
+    page: Page
+    program: Program
+    axe = ""
+    pictures = None
+
+    def setUp(self):
+        self.assertEqual(self.page.load(), [])
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def tearDown(self):
+        messages = [entry["message"] for entry in self.page.driver.get_log("browser")]
+        self.assertEqual(messages, [])
+
+    def write(self, name, *replacements, source=MODEL):
+        """A document that is like another one but for some texts."""
+        text = source.read_text(encoding="utf-8")
+        for old, new in replacements:
+            self.assertIn(old, text)
+            text = text.replace(old, new)
+        path = self.folder / name
+        path.write_text(text, encoding="utf-8")
+        return path
+
+    def copy(self, source=MODEL):
+        path = self.folder / source.name
+        path.write_bytes(source.read_bytes())
+        return path
+
+    def run_program(self, *arguments):
+        return self.program.run(self.folder, *arguments)
+
+    def shoot(self, name):
+        if self.pictures:
+            self.page.driver.save_screenshot(str(self.pictures / f"{name}.png"))
+
+
+class Opening(PageTest):
+    def test_the_sample_opens_without_a_document(self):
+        self.page.click("Try it without a document")
+        self.assertEqual(len(self.page.read_rows()), 12)
+        self.assertEqual(self.page.save(), ("model.xml", MODEL.read_bytes()))
+
+    def test_several_documents_of_every_form_open_at_once(self):
+        names = ["beddings.xml", "beddings-1.0.xml", "soil.csv", "model.xml"]
+        self.page.choose(*(EXAMPLES / name for name in names))
+        self.assertEqual(self.page.read_all("#documents bdi"), names)
+        for name in names:
+            self.page.click(name, "#documents")
+            self.assertEqual(self.page.save(), (name, (EXAMPLES / name).read_bytes()))
+
+    def test_a_document_that_is_dropped_opens(self):
+        self.page.run("""const data = new DataTransfer();
+            data.items.add(new File([arguments[0]], "dropped.xml"));
+            dispatchEvent(new DragEvent("drop", {dataTransfer: data, cancelable: true}))""",
+                      MODEL.read_text(encoding="utf-8"))
+        self.page.wait(lambda: len(self.page.read_rows()) == 12)
+        self.assertEqual(self.page.read_all("#documents bdi"), ["dropped.xml"])
+
+    def test_a_text_that_is_pasted_into_the_dialog_opens(self):
+        self.page.click("Paste", "#start")
+        text = (EXAMPLES / "soil.csv").read_text(encoding="utf-8")
+        self.page.run("document.querySelector('dialog textarea').value = arguments[0]", text)
+        self.page.click("Open", "dialog")
+        self.page.wait(lambda: self.page.read_rows())
+        self.assertIn("CSV", self.page.read_shown(f"{VIEW} .facts"))
+
+    def test_a_text_that_is_pasted_on_the_page_opens(self):
+        self.page.run("""const data = new DataTransfer(); data.setData("text/plain", arguments[0]);
+            document.body.dispatchEvent(new ClipboardEvent("paste",
+                {clipboardData: data, bubbles: true}))""", MODEL.read_text(encoding="utf-8"))
+        self.page.wait(lambda: len(self.page.read_rows()) == 12)
+
+    def test_an_error_shows_its_sentence_and_marks_its_place_in_the_line(self):
+        path = self.write("broken.xml", ("Ground anchor beam", "Ground <anchor beam"))
+        self.page.choose(path)
+        told = self.program.fail(self.folder, "show", path.name)
+        place = told.removeprefix("kvfound: broken.xml:").split(": ", 1)
+        line, column = place[0].split(":")
+        shown = self.page.read_shown(f"{VIEW} .card")
+        self.assertIn(place[1].strip(), shown)
+        self.assertIn(f"Line {line}, column {column}", shown)
+        self.assertIn("<anchor", self.page.read(f"{VIEW} mark"))
+        self.shoot("error")
+
+    def test_a_table_whose_name_tells_nothing_opens_when_told_how(self):
+        path = self.folder / "table.txt"
+        path.write_bytes((EXAMPLES / "soil.csv").read_bytes())
+        self.page.choose(path)
+        self.page.find(f"{VIEW} summary").click()
+        self.page.click("Read again")
+        self.page.wait(lambda: self.page.read_rows())
+
+    def test_an_empty_file_is_an_error(self):
+        path = self.folder / "empty.xml"
+        path.write_bytes(b"")
+        self.page.choose(path)
+        self.assertIn("cannot be read", self.page.read_shown(VIEW))
+
+
+class Table(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.path = self.copy()
+        self.page.choose(self.path)
+
+    def test_a_value_is_set_in_place(self):
+        self.page.set_cell(2, "areaZ", "16000.5")
+        self.run_program("set", "model.xml", "3", "areaZ=16000.5")
+        self.assertNotEqual(self.path.read_bytes(), MODEL.read_bytes())
+        self.assertEqual(self.page.save(), ("model.xml", self.path.read_bytes()))
+
+    def test_typing_starts_a_value_and_escape_leaves_the_old_one(self):
+        self.page.go_to_cell(2, "areaZ")
+        self.page.press("77")
+        self.assertEqual(self.page.find(".editor").get_attribute("value"), "77")
+        self.page.press(Keys.ESCAPE)
+        self.assertEqual(self.page.read_cell(2, "areaZ"), "15000")
+        self.page.press("88", Keys.ENTER)
+        self.page.settle()
+        self.assertEqual(self.page.read_cell(2, "areaZ"), "88")
+
+    def test_tab_goes_to_the_right_and_enter_down(self):
+        self.page.go_to_cell(2, "areaX")
+        self.page.press("1", Keys.TAB, "2", Keys.ENTER, "3", Keys.ENTER)
+        self.page.settle()
+        cells = [self.page.read_cell(2, "areaX"), self.page.read_cell(2, "areaY"),
+                 self.page.read_cell(3, "areaY")]
+        self.assertEqual(cells, ["1", "2", "3"])
+
+    def test_a_choice_is_set_by_its_first_letter(self):
+        self.page.go_to_cell(0, "areaFailureZ")
+        self.page.press("c", Keys.ENTER)
+        self.page.settle()
+        self.run_program("set", "model.xml", "1", "areaFailureZ=compression")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_a_value_that_is_none_is_refused_and_stays_to_be_mended(self):
+        self.page.go_to_cell(2, "areaZ")
+        self.page.press("12abc", Keys.ENTER)
+        told = self.program.fail(self.folder, "set", "model.xml", "3", "areaZ=12abc")
+        self.assertIn(self.page.find(".bubble").text, told)
+        self.assertEqual(self.page.find(".editor").get_attribute("value"), "12abc")
+        self.shoot("refused")
+        self.page.press(Keys.ESCAPE)
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def test_what_the_document_cannot_hold_is_not_written(self):
+        self.page.choose(EXAMPLES / "beddings-1.0.xml")
+        self.page.go_to_cell(0, "generated")
+        self.page.press("y")
+        self.assertIn("cannot hold", self.page.find(".bubble").text)
+        self.page.press(Keys.ARROW_DOWN)
+        self.assertEqual(self.page.find_all(".bubble, .editor"), [])
+
+    def test_undo_and_redo_go_back_and_forth(self):
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.set_cell(2, "areaZ", "2")
+        self.page.undo()
+        self.assertEqual(self.page.read_cell(2, "areaZ"), "1")
+        self.page.undo()
+        self.assertEqual(self.page.read_cell(2, "areaZ"), "15000")
+        self.assertEqual(self.page.find_all(".top .chip"), [])
+        self.page.redo()
+        self.page.redo()
+        self.assertEqual(self.page.read_cell(2, "areaZ"), "2")
+
+    def test_a_value_is_given_to_all_rows_that_are_selected(self):
+        self.page.go_to_cell(2, "areaFactor")
+        self.page.hold([Keys.SHIFT], Keys.ARROW_DOWN)
+        self.page.press("0.3")
+        self.page.hold([Keys.CONTROL], Keys.ENTER)
+        self.page.settle()
+        self.run_program("set", "model.xml", "3-4", "areaFactor=0.3")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_rows_that_are_selected_are_removed(self):
+        self.page.go_to_cell(0, "number")
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.hold([Keys.SHIFT], Keys.ARROW_DOWN)
+        self.page.press(Keys.DELETE)
+        self.page.settle()
+        self.run_program("remove", "model.xml", "1-2")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_rows_that_moved_are_no_longer_selected(self):
+        self.page.go_to_cell(0, "number")
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.press(Keys.DELETE)
+        self.page.settle()
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.undo()
+        self.assertEqual(self.page.find_all(f"{VIEW} [aria-selected=true][data-row]"), [])
+
+    def test_a_foundation_is_added(self):
+        self.page.open_dialog("Add")
+        self.page.fill("Name", "Neu & <b>")
+        self.page.find("dialog .primary").click()
+        self.page.settle()
+        self.run_program("add", "model.xml", "Neu & <b>")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_what_is_not_shown_is_narrowed_down(self):
+        self.page.fill("Number or name", "STRIP", VIEW)
+        self.assertEqual([number for number, _ in self.page.read_rows()], ["1", "2"])
+        self.page.click("Clear", VIEW)
+        self.page.fill("Numbers", "3,5-6", VIEW)
+        self.assertEqual([number for number, _ in self.page.read_rows()], ["3", "5", "6"])
+        self.page.click("Clear", VIEW)
+        self.page.tick("generated", f"{VIEW} .filter")
+        self.assertEqual([number for number, _ in self.page.read_rows()], ["10", "11", "12"])
+
+    def test_numbers_that_are_none_are_told(self):
+        self.page.fill("Numbers", "3,x", VIEW)
+        self.assertIn("3,x", self.page.read_shown(f"{VIEW} output"))
+
+    def test_headings_sort(self):
+        self.page.find(f"{VIEW} .heads .areaZ").click()
+        self.page.find(f"{VIEW} .heads .areaZ").click()
+        self.assertEqual(self.page.read_rows()[0], ["5", "Pile cap P1 <4 piles>"])
+        self.page.go_to_cell(0, "number")
+        self.page.press(Keys.ARROW_UP, Keys.ENTER)
+        self.page.settle()
+        self.assertEqual(self.page.read_rows()[0][0], "1")
+
+    def test_a_value_is_copied_and_pasted(self):
+        self.page.go_to_cell(0, "areaX")
+        self.page.run(f"""const data = new DataTransfer(); data.setData("text/plain", "4.5\\n");
+            document.querySelector("{VIEW} .grid").dispatchEvent(new ClipboardEvent("paste",
+                {{clipboardData: data, bubbles: true, cancelable: true}}))""")
+        self.page.settle()
+        self.assertEqual(self.page.read_cell(0, "areaX"), "4.5")
+        self.assertEqual(self.page.read_all("#documents bdi"), ["model.xml"])
+
+
+class Checking(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.page.choose(self.write("odd.xml", *ODD))
+
+    def read_program(self):
+        """The lines that the check of the program writes, without their places."""
+        lines = self.run_program("check", "odd.xml").decode().splitlines()
+        return [line.split(": warning: ")[1] for line in lines if ": warning: " in line]
+
+    def test_findings_are_those_of_the_program_beside_their_lines(self):
+        self.page.open_tab("Findings")
+        shown = self.page.read_all(f"{VIEW} .findings .sentence")
+        self.assertEqual([text.lower() for text in shown],
+                         [text.lower() for text in self.read_program()])
+        self.assertIn('FXAREA="-8000"', self.page.read_all(f"{VIEW} .findings mark"))
+        self.shoot("findings")
+
+    def test_a_finding_leads_to_its_line(self):
+        self.page.open_tab("Findings")
+        self.page.click("Line 15", VIEW)
+        self.assertIn("-8000", self.page.read(f"{VIEW} .source .marked code"))
+        self.shoot("lines")
+
+    def test_a_finding_leads_to_its_row(self):
+        self.page.open_tab("Findings")
+        self.page.click("number 8", VIEW)
+        active = self.page.run(f'return document.querySelector("{VIEW} .active").parentElement.dataset.row')
+        self.assertEqual(active, "7")
+
+    def test_findings_follow_what_is_changed(self):
+        before = self.page.wait(lambda: self.page.read_all(f"{VIEW} .tabs .chip"))
+        self.page.set_cell(3, "areaX", "8000")
+        self.page.wait(lambda: self.page.read_all(f"{VIEW} .tabs .chip") == [str(int(before[0]) - 1)])
+
+
+class Looking(PageTest):
+    def test_the_document_shows_as_it_would_be_saved(self):
+        self.page.choose(MODEL)
+        self.page.set_cell(2, "areaZ", "16000.5")
+        self.page.open_tab("Document")
+        lines = self.page.read_all(f"{VIEW} .source code")
+        self.assertIn('FZAREA="16000.5"', lines[13])
+        self.assertEqual(lines[0], '<?xml version="1.0" encoding="UTF-8"?>')
+
+    def test_the_report_is_that_of_the_program(self):
+        path = self.copy()
+        self.page.choose(path)
+        self.page.open_tab("Report")
+        self.page.driver.switch_to.frame(self.page.find("iframe"))
+        self.page.wait(lambda: self.page.find_all("svg"))
+        self.assertTrue(self.page.find_all("#find"), "the script of the report runs")
+        self.page.driver.switch_to.default_content()
+        self.shoot("report")
+        self.page.click("Save the report")
+        name, content = self.page.take_download()
+        self.run_program("report", "model.xml", "-o", "report.html")
+        written = (self.folder / "report.html").read_text(encoding="utf-8")
+        # All but the time when it was read.
+        self.assertEqual(name, "model.html")
+        self.assertEqual(strip_time(content.decode()), strip_time(written))
+
+    def test_two_documents_are_compared(self):
+        changed = self.write("changed.xml", ('FZAREA="15000"', 'FZAREA="16500"'),
+                             ("Ground anchor beam", "Anchor"), ('NUMBER="12"', 'NUMBER="22" NAME="More"'))
+        self.page.choose(changed)
+        self.page.choose(self.copy())
+        self.page.open_tab("Compare")
+        text = self.page.read_shown(f"{VIEW} .differences")
+        for part in ("15000", "16500", "Ground anchor beam", "Anchor", "added", "removed"):
+            self.assertIn(part, text)
+        self.shoot("comparison")
+        self.page.select("Pair by", "name", VIEW)
+        self.assertIn('number 9 "Ground anchor beam"', self.page.read_shown(f"{VIEW} .differences"))
+        self.page.fill("Values may differ by %", "20", VIEW)
+        self.page.press(Keys.TAB)
+        self.page.settle()
+        self.assertNotIn("16500", self.page.read_shown(f"{VIEW} .differences"))
+
+    def test_the_sheet_that_is_printed_holds_all_foundations(self):
+        self.page.choose(MODEL)
+        sheet = self.page.run("""dispatchEvent(new Event("beforeprint"));
+            return document.querySelectorAll("#sheet tbody tr").length""")
+        self.assertEqual(sheet, 12)
+
+
+class Merging(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.other = self.write("other.xml", ('FZAREA="15000"', 'FZAREA="16500"'),
+                                ("Ground anchor beam", "Anchor"), ('NUMBER="12"', 'NUMBER="22" NAME="More"'))
+        self.path = self.copy()
+        self.page.choose(self.other)
+        self.page.choose(self.path)
+        self.page.open_dialog("Merge")
+
+    def test_clashes_must_be_decided(self):
+        self.assertIn("clash", self.page.read_shown(".preview"))
+        self.assertFalse(self.page.find("dialog .primary").is_enabled())
+        self.shoot("clashes")
+
+    def test_what_would_change_is_shown_and_then_done(self):
+        self.page.select("Where numbers or names clash", "put the other one in its place")
+        self.assertIn("1 added, 2 changed", self.page.read_shown(".preview"))
+        self.shoot("merge")
+        self.page.find("dialog .primary").click()
+        self.page.settle()
+        self.run_program("merge", "other.xml", "model.xml", "--on-clash", "replace")
+        self.assertNotEqual(self.path.read_bytes(), MODEL.read_bytes())
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+        self.page.undo()
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+
+class Pruning(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.path = self.copy()
+        self.page.choose(self.path)
+        self.page.open_dialog("Prune")
+
+    def test_generated_foundations_go(self):
+        self.assertIn("3 removed, 9 kept", self.page.read_shown(".preview"))
+        self.page.find("dialog .primary").click()
+        self.page.settle()
+        self.run_program("prune", "model.xml", "model.xml", "--generated")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_all_but_those_of_a_list_go(self):
+        self.page.tick("all but those of a list")
+        self.page.fill("Numbers or names that stay", "3\nGround anchor beam")
+        self.assertIn("10 removed, 2 kept", self.page.read_shown(".preview"))
+        self.page.find("dialog .primary").click()
+        self.page.settle()
+        (self.folder / "list").write_text("3\nGround anchor beam\n")
+        self.run_program("prune", "model.xml", "model.xml", "--used-by", "list")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_a_list_that_fits_nothing_is_told(self):
+        self.page.tick("all but those of a list")
+        self.page.fill("Numbers or names that stay", "99")
+        self.assertIn("names none of the foundations", self.page.read_shown("dialog .problem").lower())
+
+
+class Saving(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.path = self.copy()
+        self.page.choose(self.path)
+
+    def convert(self, *arguments):
+        self.run_program("convert", "model.xml", "target", *arguments)
+        return (self.folder / "target").read_bytes()
+
+    def test_every_form_is_the_one_of_the_program(self):
+        forms = [("Exchange document", "exchange"), ("Exchange document 1.0", "exchange-1.0"),
+                 ("Kvml", "kvml"), ("Data (JSON)", "json")]
+        for label, form in forms:
+            with self.subTest(form):
+                self.assertEqual(self.page.save(label)[1], self.convert("--to", form))
+                (self.folder / "target").unlink()
+
+    def test_tables_are_for_english_and_for_german_spreadsheets(self):
+        english = self.page.save("Table", "English: 1.5 between commas")[1]
+        self.assertEqual(english, self.convert("--to", "csv"))
+        (self.folder / "target").unlink()
+        german = self.page.save("Table", "German: 1,5 between semicolons")[1]
+        self.assertEqual(german, self.convert("--to", "csv", "--separator", "semicolon", "--decimal", "comma"))
+
+    def test_losses_are_told_before(self):
+        self.page.open_dialog("Save")
+        self.page.tick("Exchange document 1.0")
+        shown = self.page.read_all("dialog .preview li")
+        self.assertTrue(shown)
+        self.shoot("losses")
+        self.assertEqual(list(self.page.downloads.iterdir()), [])
+
+    def test_what_is_saved_in_place_counts_as_saved(self):
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.find(f"{VIEW} .top .chip.warn")
+        self.page.save()
+        self.page.wait(lambda: not self.page.find_all(f"{VIEW} .top .chip.warn"))
+
+    def test_another_form_leaves_the_document_unsaved(self):
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.save("Data (JSON)")
+        self.page.find(f"{VIEW} .top .chip.warn")
+
+
+class Leaving(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.page.choose(MODEL)
+
+    def test_closing_asks_about_what_is_not_saved(self):
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.find("#documents .close").click()
+        self.assertIn("not saved", self.page.read_shown("dialog"))
+        self.shoot("asking")
+        self.page.press(Keys.ESCAPE)
+        self.assertEqual(self.page.read_cell(2, "areaZ"), "1")
+        self.page.find("#documents .close").click()
+        self.page.click("Close without saving", "dialog")
+        self.page.find("#start")
+
+    def test_the_browser_asks_before_it_leaves(self):
+        def asks():
+            return self.page.run("""const event = new Event("beforeunload", {cancelable: true});
+                dispatchEvent(event); return event.defaultPrevented""")
+        self.assertFalse(asks())
+        self.page.set_cell(2, "areaZ", "1")
+        self.assertTrue(asks())
+        self.page.undo()
+        self.assertFalse(asks())
+
+    def test_a_document_that_is_saved_closes_at_once(self):
+        self.page.find("#documents .close").click()
+        self.page.find("#start")
+
+
+class Safety(PageTest):
+    def test_names_that_are_markup_stay_text(self):
+        self.page.choose(self.write(MARKUP.replace("/", "") + ".xml", *ODD))
+        for tab in ("Findings", "Document", "Report", "Compare", "Table"):
+            self.page.open_tab(tab)
+            self.page.settle()
+        self.assertEqual(self.page.run("return document.querySelectorAll('img').length"), 0)
+        self.assertNotEqual(self.page.run("return document.title"), "run")
+        self.assertIn(MARKUP, [name for _, name in self.page.read_rows()])
+
+    def test_seeds_of_the_fuzzers_do_no_harm(self):
+        seeds = sorted(path for path in (ROOT / "fuzz/seeds/check").iterdir() if path.is_file())[:40]
+        self.assertTrue(seeds)
+        for seed in seeds:
+            self.page.choose(seed)
+        self.assertEqual(len(self.page.read_all("#documents li")), len(seeds))
+
+    def test_ten_megabytes_of_nesting_are_an_error(self):
+        path = self.folder / "deep.xml"
+        path.write_text('<?xml version="1.0"?>\n<SMOD>\n' + "<a>" * 3_400_000, encoding="utf-8")
+        self.page.choose(path)
+        self.assertIn("cannot be read", self.page.read_shown(VIEW))
+        self.page.choose(MODEL)
+        self.assertEqual(len(self.page.read_rows()), 12)
+
+    def test_nothing_of_the_network_can_be_reached(self):
+        reached = self.page.browser.run_async("""const done = arguments[0];
+            fetch("https://example.com").then(() => done("reached"), error => done(error.name))""")
+        self.assertEqual(reached, "TypeError")
+        self.page.driver.get_log("browser")  # the browser tells of that
+
+
+class Large(PageTest):
+    def write_large(self):
+        rows = "".join(f'<FOUND NUMBER="{i}" NAME="Pad {i}" FXAREA="1" FYAREA="2" FZAREA="{1000 + i}"/>\n'
+                       for i in range(1, 100_001))
+        path = self.folder / "large.xml"
+        path.write_text('<?xml version="1.0"?>\n<SMOD VERSION="12">\n<FOUNDATIONS>\n' + rows
+                        + "</FOUNDATIONS>\n</SMOD>\n", encoding="utf-8")
+        return path
+
+    def test_many_foundations_open_in_five_times_the_time_of_the_program(self):
+        path = self.write_large()
+        start = time.monotonic()
+        self.run_program("show", path)
+        program = time.monotonic() - start
+        self.page.run(f"""document.getElementById("files").addEventListener("change",
+                () => {{ window.started = performance.now(); }}, {{capture: true}});
+            new MutationObserver(() => {{
+              if (!window.took && document.querySelector("{VIEW} .grid [data-row]"))
+                window.took = performance.now() - window.started;
+            }}).observe(document.body, {{subtree: true, childList: true}})""")
+        self.page.choose(path)
+        self.assertLess(self.page.run("return window.took") / 1000, 5 * program)
+
+    def test_only_visible_rows_of_many_are_made(self):
+        self.page.choose(self.write_large())
+        self.page.go_to_cell(0, "name")
+        self.page.hold([Keys.CONTROL], Keys.END)
+        self.page.settle()
+        shown = self.page.read_rows()
+        self.assertEqual(shown[-1], ["100000", "Pad 100000"])
+        self.assertLess(len(shown), 100)
+        median = self.page.browser.run_async(f"""const done = arguments[0], times = [];
+            const grid = document.querySelector("{VIEW} .grid");
+            let last = performance.now();
+            const step = () => {{
+              times.push(performance.now() - last);
+              last = performance.now();
+              grid.scrollTop -= 3000;
+              if (times.length < 90) requestAnimationFrame(step);
+              else done(times.sort((a, b) => a - b)[45]);
+            }};
+            requestAnimationFrame(step)""")
+        self.assertLess(median, 100)  # ms a picture, on a machine that does other things as well
+
+
+    def test_memory_goes_back_when_documents_are_closed(self):
+        path = self.write_large()
+
+        def open_and_close():
+            """What the document takes more than what is left when it is closed, and the latter."""
+            self.page.choose(path)
+            opened = self.page.measure_memory()
+            self.page.find("#documents .close").click()
+            self.page.find("#start")
+            closed = self.page.measure_memory()
+            return opened - closed, closed
+
+        _, before = open_and_close()
+        for _ in range(3):
+            taken, left = open_and_close()
+            self.assertGreater(taken, 30_000_000)
+            self.assertLess(left, before + 15_000_000)
+
+
+class Access(PageTest):
+    def assess(self, what):
+        self.page.run(self.axe + "; window.axe = axe")
+        found = self.page.browser.run_async("""const done = arguments[0];
+            axe.run({iframes: false}).then(({violations}) =>
+                done(violations.map(({id, nodes}) => [id, ...nodes.map(node => node.html)])))""")
+        self.assertEqual(found, [], what)
+
+    def assess_states(self, prefix):
+        page = self.page
+        self.shoot(f"{prefix}-start")
+        self.assess("start")
+        page.choose(self.write("odd.xml", *ODD))
+        page.set_cell(2, "areaZ", "1")
+        for tab in ("Table", "Findings", "Document", "Report"):
+            page.open_tab(tab)
+            self.shoot(f"{prefix}-{tab.lower()}")
+            self.assess(tab)
+        page.choose(self.copy())
+        page.open_tab("Compare")
+        self.shoot(f"{prefix}-compare")
+        self.assess("Compare")
+        for tool in ("Add", "Prune", "Merge", "Save"):
+            page.open_dialog(tool)
+            self.shoot(f"{prefix}-{tool.lower()}")
+            self.assess(tool)
+            page.press(Keys.ESCAPE)
+        page.choose(self.write("broken.xml", ("Ground anchor beam", "Ground <anchor")))
+        self.shoot(f"{prefix}-error")
+        self.assess("error")
+        width = page.run("return document.documentElement.scrollWidth - innerWidth")
+        self.assertLessEqual(width, 0)
+
+    def test_axe_finds_nothing(self):
+        for scheme in ("light", "dark"):
+            for width in (1280, 320):
+                with self.subTest(scheme=scheme, width=width):
+                    self.page.browser.emulate(scheme=scheme)
+                    self.page.browser.resize(width, 800)
+                    self.addCleanup(self.page.browser.resize, 1280, 800)
+                    self.addCleanup(self.page.browser.emulate)
+                    self.page.load()
+                    self.assess_states(f"{scheme}-{width}")
+
+    def test_every_control_is_reached_by_tab_and_shows_that_it_is(self):
+        self.page.choose(MODEL)
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.run("document.activeElement.blur()")
+        reached = set()
+        for _ in range(60):
+            self.page.press(Keys.TAB)
+            name, outline = self.page.run("""const e = document.activeElement;
+                if (e === document.body) return ["", ""];
+                const words = e.getAttribute("aria-label") || e.textContent.trim() || e.id;
+                return [words.slice(0, 40), getComputedStyle(e).outlineStyle]""")
+            reached.add(name)
+            self.assertNotEqual(outline, "none", name)
+        for name in ("KvFound, to the start", "Open …", "Paste …", "Undo", "Add …", "Prune …", "Merge …",
+                     "Print", "Save …", "Table", "Foundations", "Close model.xml"):
+            self.assertIn(name, reached)
+
+    def test_the_focus_stays_when_a_button_can_no_longer_be_used(self):
+        self.page.choose(MODEL)
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.click("Undo")
+        self.assertEqual(self.page.run("return document.activeElement.role"), "tab")
+
+    def test_what_happens_is_told(self):
+        self.page.choose(MODEL)
+        self.assertIn("12 foundations", self.page.read("#said").replace("\u202f", " "))
+        self.page.set_cell(2, "areaZ", "1")
+        self.assertIn("Area z", self.page.read("#said"))
+
+    def test_a_dialog_gives_the_focus_back(self):
+        self.page.choose(MODEL)
+        self.page.open_dialog("Add")
+        self.page.press(Keys.ESCAPE)
+        self.assertEqual(self.page.read_focus(), "Add …")
+
+
+class Starting(PageTest):
+    def test_the_page_is_ready_soon(self):
+        self.assertLess(self.page.run("return performance.now()"), 1500 * 2)  # a slow machine
+
+
+def strip_time(page):
+    """A report without when the document was saved, which a browser does not tell, or read."""
+    page = re.sub(r"(read )?\d{4}(-|\\2d )\d\d(-|\\2d )\d\d \d\d(:|\\3a )\d\d", "", page)
+    return re.sub(r"<li>(Saved|Read) ", "<li>", page)
+
+
+def main():
+    path, program, axe, *pictures = sys.argv[1:]
+    with Page(path) as page:
+        PageTest.page = page
+        PageTest.program = Program(program)
+        PageTest.axe = pathlib.Path(axe).read_text(encoding="utf-8")
+        if pictures:
+            PageTest.pictures = pathlib.Path(pictures[0])
+            PageTest.pictures.mkdir(parents=True, exist_ok=True)
+        unittest.main(argv=[sys.argv[0], *FILTER], verbosity=1)
+
+
+FILTER = [argument.removeprefix("only=") for argument in sys.argv if argument.startswith("only=")]
+sys.argv = [argument for argument in sys.argv if not argument.startswith("only=")]
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,166 @@
+// @ts-check
+/** Where a value is written. */
+
+import { make, makeChoice, makeId } from "./dom.js";
+import { capitalise } from "./notices.js";
+
+export class CellEditor {
+  /** @type {HTMLInputElement | HTMLSelectElement | null} */
+  #field = null;
+  /** @type {HTMLElement | null} */
+  #bubble = null;
+  #before = "";
+  /** Whether the value is being taken, while the row is made anew and the field leaves the page. */
+  #isTaking = false;
+
+  /** @param {import("./grid.js").Grid} grid */
+  constructor(grid) {
+    this.grid = grid;
+  }
+
+  get isOpen() {
+    return this.#field !== null;
+  }
+
+  /** @param {EventTarget | null} target */
+  contains(target) {
+    return this.#field !== null && target === this.#field;
+  }
+
+  /**
+   * @param {HTMLElement} cell
+   * @param {import("./types.js").Column} column
+   * @param {string} text
+   * @param {string} [start] what replaces it at once
+   */
+  open(cell, column, text, start) {
+    this.#closeBubble();
+    const label = [column.group, column.label, column.unit].join(" ").trim();
+    const field =
+      column.choices.length > 0
+        ? this.#makeChoice(column, text, start)
+        : this.#makeText(text, start);
+    field.classList.add("editor");
+    field.setAttribute("aria-label", label);
+    field.addEventListener("keydown", (event) => this.#press(/** @type {KeyboardEvent} */ (event)));
+    field.addEventListener("blur", () => this.#leave());
+    this.#before = text;
+    this.#field = field;
+    cell.append(field);
+    field.focus({ preventScroll: true });
+    if (field instanceof HTMLInputElement && start === undefined) field.select();
+  }
+
+  /**
+   * Tells why a cell cannot be written in.
+   * @param {HTMLElement} cell
+   * @param {string} sentence
+   */
+  refuse(cell, sentence) {
+    this.#showBubble(cell, sentence);
+  }
+
+  /** What was told of a cell that is left matters no more. */
+  forget() {
+    if (!this.isOpen) this.#closeBubble();
+  }
+
+  /**
+   * @param {boolean} [forAll]
+   * @returns {boolean} whether the value was taken; where not, it is told why
+   */
+  commit(forAll = false) {
+    const field = this.#field;
+    if (!field) return true;
+    if (field.value === this.#before && !forAll) {
+      this.cancel();
+      return true;
+    }
+    this.#isTaking = true;
+    const problem = this.grid.take(field.value, forAll);
+    this.#isTaking = false;
+    if (problem === "") {
+      this.cancel();
+      this.grid.refresh();
+      return true;
+    }
+    this.#refuseValue(field, problem);
+    return false;
+  }
+
+  /** Leaves the value as it was. */
+  cancel() {
+    const field = this.#field;
+    this.#field = null;
+    this.#closeBubble();
+    if (field) {
+      this.grid.element.focus({ preventScroll: true });
+      field.remove();
+    }
+  }
+
+  /** @param {import("./types.js").Column} column @param {string} text @param {string} [start] */
+  #makeChoice(column, text, start) {
+    const fits = column.choices.find((choice) => start && choice.startsWith(start.toLowerCase()));
+    const values = column.choices.includes(text) ? column.choices : [text, ...column.choices];
+    const choice = makeChoice(values.map((value) => [value, value]));
+    choice.value = fits ?? text;
+    return choice;
+  }
+
+  /** @param {string} text @param {string} [start] */
+  #makeText(text, start) {
+    const field = make("input", { type: "text", spellcheck: "false", autocomplete: "off" });
+    field.value = start ?? text;
+    return field;
+  }
+
+  /** @param {HTMLElement} field @param {string} problem */
+  #refuseValue(field, problem) {
+    const cell = field.parentElement;
+    if (!cell) return;
+    field.setAttribute("aria-invalid", "true");
+    const bubble = this.#showBubble(cell, capitalise(problem));
+    field.setAttribute("aria-describedby", bubble.id);
+    field.focus({ preventScroll: true });
+  }
+
+  /** @param {HTMLElement} cell @param {string} sentence */
+  #showBubble(cell, sentence) {
+    this.#closeBubble();
+    const bubble = make("p", { class: "bubble", role: "alert", id: makeId() }, sentence);
+    const place = cell.getBoundingClientRect();
+    bubble.style.top = `${Math.min(place.bottom + 4, innerHeight - 80)}px`;
+    bubble.style.left = `${Math.max(8, Math.min(place.left, innerWidth - 330))}px`;
+    document.body.append(bubble);
+    this.#bubble = bubble;
+    return bubble;
+  }
+
+  #closeBubble() {
+    this.#bubble?.remove();
+    this.#bubble = null;
+  }
+
+  /** What was written is taken, or else the field stays open. */
+  #leave() {
+    if (this.#field && !this.#isTaking && document.hasFocus()) this.commit();
+  }
+
+  /** @param {KeyboardEvent} event */
+  #press(event) {
+    event.stopPropagation();
+    if (event.isComposing) return;
+    if (event.key === "Escape") this.cancel();
+    else if (event.key === "Enter") this.#commitAndStep(event, event.shiftKey ? -1 : 1, 0);
+    else if (event.key === "Tab") this.#commitAndStep(event, 0, event.shiftKey ? -1 : 1);
+    else return;
+    event.preventDefault();
+  }
+
+  /** @param {KeyboardEvent} event @param {number} rows @param {number} columns */
+  #commitAndStep(event, rows, columns) {
+    const forAll = event.ctrlKey || event.metaKey;
+    if (this.commit(forAll) && !forAll) this.grid.step(rows, columns);
+  }
+}

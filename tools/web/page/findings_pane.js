@@ -1,0 +1,105 @@
+// @ts-check
+/** What the check finds, each with the line of the document beside it. */
+
+import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
+import { makeExcerpt } from "./excerpt.js";
+import { capitalise } from "./notices.js";
+
+/** @typedef {import("./types.js").Finding} Finding */
+
+const step = 100;
+
+export class FindingsPane {
+  label = "Findings";
+  #isOld = true;
+  #limit = step;
+
+  /** @param {import("./document_view.js").DocumentView} view */
+  constructor(view) {
+    this.view = view;
+    this.lead = make("p", { class: "lead" });
+    this.rule = makeChoice([], { change: () => this.#drawList() });
+    this.filter = make("div", { class: "filter" }, makeLabel("Rule", this.rule));
+    this.list = make("ol", { class: "findings" });
+    this.rest = make("p", { class: "rest" });
+    this.element = make(
+      "div",
+      { class: "pane scrolling", tabindex: 0, role: "region", "aria-label": "Findings" },
+      this.lead,
+      this.filter,
+      this.list,
+      this.rest,
+    );
+  }
+
+  async show() {
+    await this.view.requireCheck();
+    if (!this.#isOld) return;
+    this.#isOld = false;
+    this.#draw();
+  }
+
+  outdate() {
+    this.#isOld = true;
+  }
+
+  #draw() {
+    const { findings } = this.view;
+    const isGood = findings.length === 0;
+    this.lead.textContent = isGood
+      ? "✓ The check finds nothing."
+      : `The check finds ${count(findings.length, "place")} to look at.`;
+    this.lead.className = isGood ? "lead good empty" : "lead";
+    this.filter.hidden = findings.length === 0;
+    const chosen = this.rule.value;
+    const counts = new Map();
+    for (const { rule } of findings) counts.set(rule, (counts.get(rule) ?? 0) + 1);
+    const choices = [...counts].map(([rule, times]) =>
+      make("option", { value: rule }, `${rule} (${times})`),
+    );
+    this.rule.replaceChildren(make("option", { value: "" }, "all"), ...choices);
+    this.rule.value = counts.has(chosen) ? chosen : "";
+    this.#drawList();
+  }
+
+  #drawList() {
+    const fitting = this.view.findings.filter(
+      ({ rule }) => this.rule.value === "" || rule === this.rule.value,
+    );
+    this.list.replaceChildren(
+      ...fitting.slice(0, this.#limit).map((finding) => this.#makeItem(finding)),
+    );
+    const left = fitting.length - this.list.children.length;
+    this.rest.hidden = left <= 0;
+    const more = makeButton(`Show ${Math.min(step, left)} more`, () => {
+      this.#limit += step;
+      this.#drawList();
+    });
+    this.rest.replaceChildren(`${this.list.children.length} of ${fitting.length} `, more);
+  }
+
+  /** @param {Finding} finding */
+  #makeItem(finding) {
+    const { line, column, index, foundation } = finding;
+    const places = make(
+      "p",
+      { class: "places" },
+      make("span", { class: "rule", title: finding.description }, finding.rule),
+    );
+    if (line > 0)
+      places.append(
+        makeButton(`Line ${line}, column ${column}`, () => this.view.goToLine(line), {
+          class: "link",
+        }),
+      );
+    if (index >= 0)
+      places.append(makeButton(foundation, () => this.view.goToRow(index), { class: "link" }));
+    const said = make(
+      "div",
+      { class: "said-of" },
+      make("p", { class: "sentence" }, capitalise(finding.sentence)),
+      places,
+    );
+    return make("li", {}, said, line > 0 ? makeExcerpt(finding.excerpt, line) : "");
+  }
+}

@@ -1,0 +1,115 @@
+// @ts-check
+import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
+import { Dialog } from "./dialog.js";
+import { makeDifferences } from "./differences.js";
+import { capitalise, listLines } from "./notices.js";
+
+/** @typedef {import("./types.js").Merging} Merging */
+/** @typedef {import("./types.js").Refusal} Refusal */
+
+const rules = /** @type {Array<[string, string]>} */ ([
+  ["refuse", "stop"],
+  ["rename", "give the other one a free name"],
+  ["renumber", "give the other one a free number"],
+  ["skip", "leave the other one out"],
+  ["replace", "put the other one in its place"],
+]);
+
+/**
+ * Takes foundations of another document over, once one has seen what that changes.
+ * @param {import("./document_view.js").DocumentView} view
+ */
+export async function showMerging(view) {
+  const { workspace } = view;
+  const other = makeChoice([]);
+  const rule = makeChoice(rules);
+  const preview = make("div", { class: "preview", "aria-live": "polite" });
+  const dialog = new Dialog(`Merge into ${view.name}`, "Merge", async () => {
+    const source = workspace.find(other.value)?.view;
+    if (!source) return false;
+    const change = await view.doc.merge(source.doc, getOptions());
+    view.took(change);
+    return true;
+  });
+  const getOptions = () => ({ onClash: /** @type {import("./types.js").OnClash} */ (rule.value) });
+
+  const otherField = makeLabel("Foundations of", other);
+  const ruleField = makeLabel("Where numbers or names clash", rule);
+  const offer = () => {
+    const others = workspace.documents.filter((entry) => entry.view !== view);
+    other.replaceChildren(...others.map(({ id, name }) => make("option", { value: id }, name)));
+    for (const field of [otherField, ruleField]) field.hidden = others.length === 0;
+  };
+  const show = async () => {
+    dialog.action.disabled = true;
+    dialog.problem.replaceChildren();
+    const source = workspace.find(other.value)?.view;
+    if (!source) {
+      preview.replaceChildren(
+        make("p", { class: "soft" }, "Open the document whose foundations are to come."),
+      );
+      return;
+    }
+    try {
+      const merging = await view.doc.previewMerge(source.doc, getOptions());
+      preview.replaceChildren(...describeMerging(merging));
+      dialog.action.disabled = !merging.isPossible || merging.differences.length === 0;
+    } catch (error) {
+      preview.replaceChildren();
+      dialog.tell(error);
+    }
+  };
+  const open = async () => {
+    const opened = await workspace.choose(false);
+    offer();
+    if (opened) other.value = opened.id;
+    await show();
+  };
+  other.addEventListener("change", show);
+  rule.addEventListener("change", show);
+  dialog.element.classList.add("broad");
+  const fields = make(
+    "div",
+    { class: "fields" },
+    otherField,
+    ruleField,
+    makeButton("Open another …", open),
+  );
+  dialog.body.append(fields, preview);
+  offer();
+  await show();
+  return dialog.show();
+}
+
+/** @param {Merging} merging */
+function describeMerging(merging) {
+  const { summary, differences, clashes, leftOut, losses, unitNotes, isPossible } = merging;
+  const parts = [
+    make(
+      "p",
+      { class: "lead" },
+      isPossible
+        ? `This would change: ${summary}.`
+        : "Numbers or names clash: say what to do with them.",
+    ),
+  ];
+  parts.push(...makePart("Clashes", clashes.map(tellRefusal), true));
+  parts.push(...makePart("Left out", leftOut.map(tellRefusal), true));
+  parts.push(...makePart("Lost, since the document has no place for it", losses, true));
+  parts.push(...makePart("Units", unitNotes.map(capitalise), false));
+  if (isPossible && differences.length > 0) parts.push(makeDifferences(differences));
+  return parts;
+}
+
+/** @param {Refusal} refusal */
+function tellRefusal({ file, line, foundation, sentence }) {
+  const place = line > 0 ? `${file}, line ${line}` : file;
+  return [place, foundation, sentence].filter((part) => part !== "").join(": ");
+}
+
+/** @param {string} title @param {string[]} lines @param {boolean} isWarning */
+function makePart(title, lines, isWarning) {
+  if (lines.length === 0) return [];
+  const heading = make("h3", {}, isWarning ? `${title} (${count(lines.length, "line")})` : title);
+  return [make("div", { class: isWarning ? "told warning" : "told" }, heading, listLines(lines))];
+}

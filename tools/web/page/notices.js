@@ -1,0 +1,87 @@
+// @ts-check
+/** What happened, for eyes and for screen readers. */
+
+import { get, make, makeButton, paint } from "./dom.js";
+import { EngineError } from "./engine.js";
+
+const seconds = 6;
+
+/** @param {string} sentence to be read aloud only */
+export function say(sentence) {
+  const place = get("said", HTMLElement);
+  // The same sentence twice is read twice.
+  place.textContent = place.textContent === sentence ? `${sentence}\u00A0` : sentence;
+}
+
+/** @param {string} sentence shown for a while */
+export function tell(sentence) {
+  const notice = make("p", { class: "notice" }, sentence);
+  get("notices", HTMLElement).append(notice);
+  say(sentence);
+  setTimeout(() => notice.remove(), 1000 * seconds);
+}
+
+/**
+ * Shows what could not be done until the user has seen it.
+ * @param {unknown} error
+ */
+export function tellProblem(error) {
+  const notice = make("div", { class: "notice problem", role: "alert" }, ...describe(error));
+  notice.append(makeButton("Close", () => notice.remove(), { class: "plain" }));
+  get("notices", HTMLElement).append(notice);
+}
+
+/**
+ * The sentence of an error, and its details below.
+ * @param {unknown} error
+ */
+export function describe(error) {
+  const message = error instanceof Error ? error.message : String(error);
+  const parts = [make("p", { class: "sentence" }, capitalise(message))];
+  const details = error instanceof EngineError ? error.details : [];
+  return details.length === 0 ? parts : [...parts, listLines(details)];
+}
+
+const mostLines = 200;
+
+/** @param {string[]} lines */
+export function listLines(lines) {
+  const items = lines.slice(0, mostLines).map((line) => make("li", {}, line));
+  const left = lines.length - items.length;
+  if (left > 0) items.push(make("li", { class: "soft" }, `and ${left} more`));
+  return make("ul", { class: "lines", tabindex: 0 }, ...items);
+}
+
+/**
+ * A sentence of the program stands behind the name of a file and so starts small. What is quoted of
+ * a document stays as it is.
+ * @param {string} sentence
+ */
+export function capitalise(sentence) {
+  return sentence.replace(
+    /^[a-z]+(?=[ ,])/,
+    (word) => word.charAt(0).toUpperCase() + word.slice(1),
+  );
+}
+
+/**
+ * Tells what is being done while it is, and what went wrong.
+ * @template T
+ * @param {string} sentence
+ * @param {() => Promise<T> | T} work
+ * @returns {Promise<T | undefined>}
+ */
+export async function during(sentence, work) {
+  const place = get("working", HTMLElement);
+  place.textContent = sentence;
+  place.hidden = false;
+  await paint();
+  try {
+    return await work();
+  } catch (error) {
+    tellProblem(error);
+    return undefined;
+  } finally {
+    place.hidden = true;
+  }
+}

@@ -1,0 +1,54 @@
+// @ts-check
+/** The report with its pictures, which is a page of its own. */
+
+import { make, makeButton } from "./dom.js";
+import { download } from "./download.js";
+import { during } from "./notices.js";
+
+export class ReportPane {
+  label = "Report";
+  #isOld = true;
+  #page = "";
+
+  /** @param {import("./document_view.js").DocumentView} view */
+  constructor(view) {
+    this.doc = view.doc;
+    this.place = make("div", { class: "frame" });
+    const bar = make(
+      "div",
+      { class: "filter" },
+      make("span", { class: "soft" }, "A page of its own, to be kept, sent or printed."),
+      makeButton("Save the report", () => this.#save()),
+    );
+    this.element = make("div", { class: "pane table" }, bar, this.place);
+  }
+
+  async show() {
+    if (!this.#isOld) return;
+    this.#isOld = false;
+    const page = await during("Drawing the report …", () => this.doc.report());
+    this.#page = page ?? "";
+    this.place.replaceChildren(...(page === undefined ? [] : [makeFrame("Report", page)]));
+  }
+
+  outdate() {
+    this.#isOld = true;
+  }
+
+  async #save() {
+    await this.show();
+    if (this.#page !== "")
+      download(this.doc.suggestName("report"), new TextEncoder().encode(this.#page));
+  }
+}
+
+/**
+ * A page of the program, apart from this one: it can reach nothing here.
+ * @param {string} title
+ * @param {string} page
+ */
+export function makeFrame(title, page) {
+  const frame = make("iframe", { title, sandbox: "allow-scripts" });
+  frame.srcdoc = page;
+  return frame;
+}
