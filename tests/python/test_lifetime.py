@@ -4,6 +4,7 @@ import gc
 import io
 import os
 import pathlib
+import pickle
 import resource
 import subprocess
 import sys
@@ -556,3 +557,62 @@ def test_an_interruption_ends_many_questions():
     )
 
     assert ended.stdout == "interrupted 300000\n", ended.stderr
+
+
+class Plain(Foundation):
+    __slots__ = ()
+
+
+class Other(FoundationManager):
+    __slots__ = ()
+
+
+@pytest.mark.parametrize(
+    "value, wanted",
+    [
+        (Foundation(), FoundationManager),
+        (FoundationManager(), Foundation),
+        (Plain(), Other),
+        (iter(FoundationManager()), Foundation),
+        (kv.Model()._state, type(kv.Model().check()._checked[0])),
+    ],
+)
+def test_no_object_becomes_one_of_another_class(value, wanted):
+    with pytest.raises(TypeError, match="layout differs|immutable"):
+        value.__class__ = wanted
+
+
+def test_no_class_gets_another_base():
+    with pytest.raises(TypeError, match="layout differs"):
+        Plain.__bases__ = (FoundationManager,)
+
+
+def test_a_foundation_becomes_one_of_a_subclass():
+    raft = Foundation("Raft")
+    raft.__class__ = Plain
+
+    assert type(raft) is Plain and raft.name == "Raft"
+
+
+def list_inner():
+    """Objects of the core that users do not make."""
+    model = kv.Model()
+    return [iter(model), model._state, model.check()._checked[0], kv.diff(model, model)._comparison]
+
+
+@pytest.mark.parametrize("inner", list_inner(), ids=lambda inner: type(inner).__name__)
+def test_inner_objects_are_made_by_the_package_only(inner):
+    cls = type(inner)
+    for make_one in (cls, lambda: cls.__new__(cls)):
+        with pytest.raises(TypeError, match="cannot create '.*' instances"):
+            make_one()
+    for protocol in range(pickle.HIGHEST_PROTOCOL + 1):
+        with pytest.raises(TypeError):
+            pickle.dumps(inner, protocol)
+
+
+def test_the_base_of_the_classes_cannot_be_made():
+    base = Foundation.__base__
+    for cls in (base, type("Derived", (base,), {})):
+        with pytest.raises(TypeError, match="cannot create '.*' instances"):
+            cls()

@@ -84,7 +84,8 @@ py::list listRules() {
 }  // namespace
 
 void bindChecking(py::module_& module) {
-  const py::class_<Checked> bound(module, "Checked", "What was found in a document.");
+  const py::class_<Checked> bound(module, "Checked", "What was found in a document.",
+                                  py::custom_type_setup(refuseMaking));
   module.def("check", &check, py::arg("state"), py::arg("manager"));
   module.def("make_check_json", [](const py::list& checked) {
     return decode(Results::makeCheckJson(gather(checked)));

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -83,10 +84,38 @@ PyObject* make(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
   return nullptr;
 }
 
+/// What pybind11 does, which ends the program where the class is none of C++.
+PyObject* makeBound(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
+  try {
+    if (py::detail::all_type_info(type).empty()) return refuse(type, arguments, keywords);
+    return py::detail::make_new_instance(type);
+  } catch (const std::bad_alloc&) {
+    return PyErr_NoMemory();
+  }
+}
+
+/// Python lets objects change to another class of the same layout, which would take one object of
+/// C++ for another. So each class has a size of its own.
+void keepApart(PyHeapTypeObject* type) {
+  static Py_ssize_t classes = 0;
+  type->ht_type.tp_basicsize += ++classes * static_cast<Py_ssize_t>(sizeof(void*));
+}
+
 }  // namespace
 
-void refuseMaking(PyHeapTypeObject* type) { type->ht_type.tp_new = refuse; }
+void refuseMaking(PyHeapTypeObject* type) {
+  keepApart(type);
+  type->ht_type.tp_new = refuse;
+}
 
-void makeWhole(PyHeapTypeObject* type) { type->ht_type.tp_new = make; }
+void makeWhole(PyHeapTypeObject* type) {
+  keepApart(type);
+  type->ht_type.tp_new = make;
+}
+
+void guardBase() {
+  PyObject* const base = py::detail::get_internals().instance_base;
+  reinterpret_cast<PyTypeObject*>(base)->tp_new = makeBound;
+}
 
 }  // namespace Python

@@ -235,7 +235,8 @@ std::unique_ptr<Snapshot> takeSnapshot(const ModelState& state, py::handle manag
 }
 
 void bindModel(py::module_& module) {
-  py::class_<ModelState>(module, "ModelState", "What a model knows beside its foundations.")
+  py::class_<ModelState>(module, "ModelState", "What a model knows beside its foundations.",
+                         py::custom_type_setup(refuseMaking))
       .def_property_readonly("form",
                              [](const ModelState& self) { return getName(self.source->form); })
       .def_property_readonly("encoding",

@@ -10,6 +10,7 @@ PYBIND11_MODULE(_core, module) {
   options.disable_function_signatures();
   module.doc() = "The compiled core of kvfound.";
   module.attr("__version__") = KVFOUND_VERSION;
+  Python::guardBase();
   Python::bindErrors(module);
   Python::bindNumbers(module);
   Python::bindFoundation(module);
