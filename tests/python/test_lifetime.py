@@ -616,3 +616,37 @@ def test_the_base_of_the_classes_cannot_be_made():
     for cls in (base, type("Derived", (base,), {})):
         with pytest.raises(TypeError, match="cannot create '.*' instances"):
             cls()
+
+
+@pytest.mark.parametrize("where", ["", "import kvfound as kv"], ids=["first", "again"])
+def test_another_interpreter_is_refused(where):
+    ended = run(
+        f"{where}\n"
+        "import _xxsubinterpreters as interpreters\n"
+        "for _ in range(2):\n"
+        "    other = interpreters.create()\n"
+        "    try: interpreters.run_string(other, 'import kvfound')\n"
+        "    except interpreters.RunFailedError as error: print(error)\n"
+        "    interpreters.destroy(other)\n"
+        "import kvfound as kv\n"
+        "try: kv.open(b'')\n"
+        "except kv.DocumentError: print(kv.Foundation('a'))\n"
+    )
+
+    refused = "<class 'ImportError'>: kvfound works in the main interpreter only\n"
+    assert (ended.returncode, ended.stdout, ended.stderr) == (0, 2 * refused + "Foundation(name='a')\n", "")
+
+
+@pytest.mark.parametrize("cls", map(type, [Foundation(), FoundationManager(), *list_inner()]))
+def test_operations_refuse_what_is_none_of_theirs(cls):
+    """Also where Python calls them as functions, with any first argument."""
+    given = [None, 1, Foundation(), FoundationManager(), *list_inner()]
+    for name, operation in vars(cls).items():
+        if not callable(operation) or name in ("__new__", "__class__"):
+            continue
+        for first in given:
+            if isinstance(first, cls) or (cls, name) == (type(iter(kv.Model())), "__iter__"):
+                continue
+            for count in range(3):
+                with pytest.raises((TypeError, ValueError, AttributeError)):
+                    operation(first, *[None] * count)

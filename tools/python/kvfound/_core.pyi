@@ -33,6 +33,8 @@ _Source = Union[_Target, bytearray, memoryview]
 
 __version__: str
 
+def is_main_interpreter() -> bool: ...
+
 class Foundation(metaclass=_Type):
     def __init__(
         self,
