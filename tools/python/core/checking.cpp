@@ -64,7 +64,7 @@ py::tuple check(const ModelState& state, py::handle manager) {
     findings.append(py::make_tuple(finding.position.line, finding.position.column,
                                    finding.rule->name, decode(finding.sentence), foundation));
   }
-  const std::string shown = DisplayText::fromName(state.source->content.shownPath);
+  const std::string shown = DisplayText::fromName(snapshot->source->content.shownPath);
   return py::make_tuple(decode(shown), findings, std::move(found.checked));
 }
 

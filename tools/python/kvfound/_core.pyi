@@ -258,7 +258,8 @@ def restore_state(
     version: Optional[str],
     separator: Optional[str],
     decimal: Optional[str],
-    origins: List[int],
+    foundations: List[Foundation],
+    origins: List[Optional[int]],
     units: _Units,
 ) -> ModelState: ...
 def save(
