@@ -650,3 +650,22 @@ def test_operations_refuse_what_is_none_of_theirs(cls):
             for count in range(3):
                 with pytest.raises((TypeError, ValueError, AttributeError)):
                     operation(first, *[None] * count)
+
+
+@pytest.mark.skipif("asan" in os.environ.get("LD_PRELOAD", ""), reason="the sanitizer needs much memory itself")
+@pytest.mark.parametrize("cls", ["kv.Foundation", "Pile"])
+@pytest.mark.parametrize("work", ["[cls() for _ in range(10**7)]", "(manager.foundations, [cls() for _ in range(10**7)])"])
+def test_memory_may_run_out(cls, work):
+    ended = run(
+        "import resource, kvfound as kv\n"
+        "class Pile(kv.Foundation): pass\n"
+        f"cls = {cls}\n"
+        "manager = kv.FoundationManager(kv.Foundation() for _ in range(50_000))\n"
+        "pages = int(open('/proc/self/statm').read().split()[0])\n"
+        "resource.setrlimit(resource.RLIMIT_AS, (pages * resource.getpagesize() + 2**20,) * 2)\n"
+        "for _ in range(5):\n"
+        f"    try: {work}\n"
+        "    except MemoryError: print(len(manager))\n"
+    )
+
+    assert (ended.returncode, ended.stdout) == (0, 5 * "50000\n")
