@@ -4,6 +4,7 @@ import gc
 import io
 import os
 import pathlib
+import pickle
 import resource
 import subprocess
 import sys
@@ -556,3 +557,115 @@ def test_an_interruption_ends_many_questions():
     )
 
     assert ended.stdout == "interrupted 300000\n", ended.stderr
+
+
+class Plain(Foundation):
+    __slots__ = ()
+
+
+class Other(FoundationManager):
+    __slots__ = ()
+
+
+@pytest.mark.parametrize(
+    "value, wanted",
+    [
+        (Foundation(), FoundationManager),
+        (FoundationManager(), Foundation),
+        (Plain(), Other),
+        (iter(FoundationManager()), Foundation),
+        (kv.Model()._state, type(kv.Model().check()._checked[0])),
+    ],
+)
+def test_no_object_becomes_one_of_another_class(value, wanted):
+    with pytest.raises(TypeError, match="layout differs|immutable"):
+        value.__class__ = wanted
+
+
+def test_no_class_gets_another_base():
+    with pytest.raises(TypeError, match="layout differs"):
+        Plain.__bases__ = (FoundationManager,)
+
+
+def test_a_foundation_becomes_one_of_a_subclass():
+    raft = Foundation("Raft")
+    raft.__class__ = Plain
+
+    assert type(raft) is Plain and raft.name == "Raft"
+
+
+def list_inner():
+    """Objects of the core that users do not make."""
+    model = kv.Model()
+    return [iter(model), model._state, model.check()._checked[0], kv.diff(model, model)._comparison]
+
+
+@pytest.mark.parametrize("inner", list_inner(), ids=lambda inner: type(inner).__name__)
+def test_inner_objects_are_made_by_the_package_only(inner):
+    cls = type(inner)
+    for make_one in (cls, lambda: cls.__new__(cls)):
+        with pytest.raises(TypeError, match="cannot create '.*' instances"):
+            make_one()
+    for protocol in range(pickle.HIGHEST_PROTOCOL + 1):
+        with pytest.raises(TypeError):
+            pickle.dumps(inner, protocol)
+
+
+def test_the_base_of_the_classes_cannot_be_made():
+    base = Foundation.__base__
+    for cls in (base, type("Derived", (base,), {})):
+        with pytest.raises(TypeError, match="cannot create '.*' instances"):
+            cls()
+
+
+@pytest.mark.parametrize("where", ["", "import kvfound as kv"], ids=["first", "again"])
+def test_another_interpreter_is_refused(where):
+    ended = run(
+        f"{where}\n"
+        "import _xxsubinterpreters as interpreters\n"
+        "for _ in range(2):\n"
+        "    other = interpreters.create()\n"
+        "    try: interpreters.run_string(other, 'import kvfound')\n"
+        "    except interpreters.RunFailedError as error: print(error)\n"
+        "    interpreters.destroy(other)\n"
+        "import kvfound as kv\n"
+        "try: kv.open(b'')\n"
+        "except kv.DocumentError: print(kv.Foundation('a'))\n"
+    )
+
+    refused = "<class 'ImportError'>: kvfound works in the main interpreter only\n"
+    assert (ended.returncode, ended.stdout, ended.stderr) == (0, 2 * refused + "Foundation(name='a')\n", "")
+
+
+@pytest.mark.parametrize("cls", map(type, [Foundation(), FoundationManager(), *list_inner()]))
+def test_operations_refuse_what_is_none_of_theirs(cls):
+    """Also where Python calls them as functions, with any first argument."""
+    given = [None, 1, Foundation(), FoundationManager(), *list_inner()]
+    for name, operation in vars(cls).items():
+        if not callable(operation) or name in ("__new__", "__class__"):
+            continue
+        for first in given:
+            if isinstance(first, cls) or (cls, name) == (type(iter(kv.Model())), "__iter__"):
+                continue
+            for count in range(3):
+                with pytest.raises((TypeError, ValueError, AttributeError)):
+                    operation(first, *[None] * count)
+
+
+@pytest.mark.skipif("asan" in os.environ.get("LD_PRELOAD", ""), reason="the sanitizer needs much memory itself")
+@pytest.mark.parametrize("cls", ["kv.Foundation", "Pile"])
+@pytest.mark.parametrize("work", ["[cls() for _ in range(10**7)]", "(manager.foundations, [cls() for _ in range(10**7)])"])
+def test_memory_may_run_out(cls, work):
+    ended = run(
+        "import resource, kvfound as kv\n"
+        "class Pile(kv.Foundation): pass\n"
+        f"cls = {cls}\n"
+        "manager = kv.FoundationManager(kv.Foundation() for _ in range(50_000))\n"
+        "pages = int(open('/proc/self/statm').read().split()[0])\n"
+        "resource.setrlimit(resource.RLIMIT_AS, (pages * resource.getpagesize() + 2**20,) * 2)\n"
+        "for _ in range(5):\n"
+        f"    try: {work}\n"
+        "    except MemoryError: print(len(manager))\n"
+    )
+
+    assert (ended.returncode, ended.stdout) == (0, 5 * "50000\n")

@@ -182,10 +182,23 @@ def test_copies_of_a_table_keep_units_and_dialect():
 
 def test_a_state_that_cannot_be_is_refused(model):
     restore, (cls, foundations, state) = model.__reduce__()
-    for origins in ([0, 0, 1], [0, 1, 9], [0]):
-        broken = (*state[:7], origins, state[8])
+    first = state[7][0]
+    listings = [(state[7], [0, 0, 1]), (state[7], [0, 1, 9]), (state[7], [0]), ([first, first], [0, 1])]
+    for listed, origins in listings:
+        broken = (*state[:7], listed, origins, state[9])
         with pytest.raises(ValueError, match="no state of a model"):
-            restore(cls, copy.deepcopy(foundations), broken)
+            restore(*copy.deepcopy((cls, foundations, broken)))
+
+
+@pytest.mark.parametrize("copied", [copy.deepcopy, lambda value: pickle.loads(pickle.dumps(value))])
+def test_a_model_may_change_while_it_is_copied(model, copied):
+    """As another thread does between its state and its foundations."""
+    restore, arguments = model.__reduce__()
+    model.remove(model.foundations[0])
+    model.new("Late", area=(1, 2, 3))
+    twin = restore(*copied(arguments))
+
+    assert twin.to_bytes() == model.to_bytes()
 
 
 def test_units_are_converted_exactly():

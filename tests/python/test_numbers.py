@@ -293,3 +293,20 @@ def test_misspelt_properties_are_refused():
 def test_a_property_cannot_be_deleted():
     with pytest.raises(AttributeError):
         del kv.Foundation().area
+
+
+def test_a_masked_number_is_none():
+    numpy = pytest.importorskip("numpy")
+    masked = numpy.ma.array([-2.0, -3.0, 4.0], mask=[False, True, False])
+    with pytest.raises(TypeError, match="area: a number is wanted, not MaskedConstant"):
+        kv.Foundation(area=masked)
+    with pytest.raises(TypeError, match="value: a number is wanted, not MaskedConstant"):
+        kv.modify_value(kv.Failure.TENSION, masked[1])
+
+
+def test_modified_arrays_keep_their_mask():
+    numpy = pytest.importorskip("numpy")
+    masked = numpy.ma.array([-2.0, -3.0, 4.0], mask=[False, True, False])
+    modified = kv.modify_value(kv.Failure.TENSION, masked)
+
+    assert modified.tolist() == [-1e-5, None, 4.0] and modified.mask is not masked.mask

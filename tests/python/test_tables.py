@@ -648,3 +648,11 @@ class TestFactorsThatAreNan:
         for table in ({"number": [5], "areaFactor": [NAN]}, {"number": [3], "areaFactor": [None]}, {"number": [20], "areaFactor": [NAN]}):
             with pytest.raises(ValueError, match="^areaFactor in row 0: the value is missing$"):
                 manager.update(table, add=True)
+
+
+def test_a_masked_stiffness_is_absent():
+    numpy = pytest.importorskip("numpy")
+    manager = kv.FoundationManager([kv.Foundation(number=1, area=(1, 2, 3))])
+    manager.update([{"number": 1, "areaX": numpy.ma.masked, "areaY": 5}])
+
+    assert manager[0].area == (0.0, 5.0, 3.0)

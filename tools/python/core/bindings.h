@@ -32,8 +32,11 @@ Object* findWithin(PyObject* self) {
 void refuseMaking(PyHeapTypeObject* type);
 
 /// Sets up a class whose objects are whole before `__init__` is called, and without it: a
-/// foundation or a manager, or both for a class of the user that derives from both.
+/// foundation or a manager.
 void makeWhole(PyHeapTypeObject* type);
+
+/// Lets the base of all classes refuse to be made itself, as pickles of the first protocols would.
+void guardBase();
 
 /// What users see is named after the package, not after its core; `name` lives on.
 inline void nameAfterPackage(py::object& bound, const char* name) {

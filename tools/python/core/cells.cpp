@@ -21,9 +21,9 @@ bool isFloat(py::handle cell) {
          (methods != nullptr && methods->nb_float != nullptr && methods->nb_index == nullptr);
 }
 
-/// None, and what pandas has in its place.
+/// None, and what pandas and numpy have in its place.
 bool isNothing(py::handle cell) {
-  if (cell.is_none()) return true;
+  if (cell.is_none() || isMasked(cell)) return true;
   const std::string_view type = Py_TYPE(cell.ptr())->tp_name;
   return type == "NAType" || type == "NaTType" || type == "pandas._libs.missing.NAType" ||
          type == "pandas._libs.tslibs.nattype.NaTType";

@@ -64,7 +64,7 @@ py::tuple check(const ModelState& state, py::handle manager) {
     findings.append(py::make_tuple(finding.position.line, finding.position.column,
                                    finding.rule->name, decode(finding.sentence), foundation));
   }
-  const std::string shown = DisplayText::fromName(state.source->content.shownPath);
+  const std::string shown = DisplayText::fromName(snapshot->source->content.shownPath);
   return py::make_tuple(decode(shown), findings, std::move(found.checked));
 }
 
@@ -84,7 +84,8 @@ py::list listRules() {
 }  // namespace
 
 void bindChecking(py::module_& module) {
-  const py::class_<Checked> bound(module, "Checked", "What was found in a document.");
+  const py::class_<Checked> bound(module, "Checked", "What was found in a document.",
+                                  py::custom_type_setup(refuseMaking));
   module.def("check", &check, py::arg("state"), py::arg("manager"));
   module.def("make_check_json", [](const py::list& checked) {
     return decode(Results::makeCheckJson(gather(checked)));

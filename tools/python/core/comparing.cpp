@@ -118,7 +118,8 @@ std::string makeJson(Comparison& comparison) {
 }  // namespace
 
 void bindComparing(py::module_& module) {
-  py::class_<Comparison>(module, "Comparison", "Two models that were compared.")
+  py::class_<Comparison>(module, "Comparison", "Two models that were compared.",
+                         py::custom_type_setup(refuseMaking))
       .def_property_readonly("differences", &listDifferences)
       .def_property_readonly("current", &listCurrent)
       .def_property_readonly("is_current_same",

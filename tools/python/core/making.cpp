@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -68,11 +69,27 @@ void requireParameters(PyTypeObject* type, PyObject* arguments, PyObject* keywor
     requireParameters("FoundationManager", "foundations", {"foundations"}, of, named);
 }
 
+/// Memory for an object, which pybind11 takes for granted. Throws std::bad_alloc.
+PyObject* allocate(PyTypeObject* type, Py_ssize_t items) {
+  PyObject* const made = PyType_GenericAlloc(type, items);
+  if (made != nullptr) return made;
+  PyErr_Clear();
+  throw std::bad_alloc();
+}
+
+/// What pybind11 does, for a class in Python as well, which has its own way to get memory.
+py::object makeInstance(PyTypeObject* type) {
+  auto made = py::reinterpret_steal<py::object>(allocate(type, 0));
+  auto* const instance = reinterpret_cast<py::detail::instance*>(made.ptr());
+  instance->allocate_layout();
+  return made;
+}
+
 PyObject* make(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
   try {
     if (PyTuple_GET_SIZE(arguments) > 1 || keywords != nullptr)
       requireParameters(type, arguments, keywords);
-    auto self = py::reinterpret_steal<py::object>(py::detail::make_new_instance(type));
+    py::object self = makeInstance(type);
     makePart(self);
     return self.release().ptr();
   } catch (py::error_already_set& error) {
@@ -83,10 +100,40 @@ PyObject* make(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
   return nullptr;
 }
 
+/// What pybind11 does, which ends the program where the class is none of C++.
+PyObject* makeBound(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
+  try {
+    if (py::detail::all_type_info(type).empty()) return refuse(type, arguments, keywords);
+    return makeInstance(type).release().ptr();
+  } catch (const std::bad_alloc&) {
+    return PyErr_NoMemory();
+  }
+}
+
+/// Python lets objects change to another class of the same layout, which would take one object of
+/// C++ for another. So each class has a size of its own.
+void keepApart(PyHeapTypeObject* type) {
+  static Py_ssize_t classes = 0;
+  type->ht_type.tp_basicsize += ++classes * static_cast<Py_ssize_t>(sizeof(void*));
+}
+
 }  // namespace
 
-void refuseMaking(PyHeapTypeObject* type) { type->ht_type.tp_new = refuse; }
+void refuseMaking(PyHeapTypeObject* type) {
+  keepApart(type);
+  type->ht_type.tp_new = refuse;
+  type->ht_type.tp_alloc = allocate;
+}
 
-void makeWhole(PyHeapTypeObject* type) { type->ht_type.tp_new = make; }
+void makeWhole(PyHeapTypeObject* type) {
+  keepApart(type);
+  type->ht_type.tp_new = make;
+  type->ht_type.tp_alloc = allocate;
+}
+
+void guardBase() {
+  PyObject* const base = py::detail::get_internals().instance_base;
+  reinterpret_cast<PyTypeObject*>(base)->tp_new = makeBound;
+}
 
 }  // namespace Python

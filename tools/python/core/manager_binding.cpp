@@ -45,7 +45,7 @@ class Iterator {
  public:
   Iterator(py::object walked, bool backwards)
       : keeper(std::move(walked)),
-        manager(keeper.cast<ManagerObject&>()),
+        manager(toManager(keeper, "self")),
         edits(manager.getEdits()),
         isBackwards(backwards) {}
 
@@ -212,7 +212,7 @@ void bindSequence(Class& bound, py::module_& module) {
   py::class_<Iterator>(module, "FoundationIterator", "Walks through a FoundationManager.",
                        py::is_final(), py::custom_type_setup(collectIterator))
       .def("__iter__", [](py::object self) { return self; })
-      .def("__next__", &Iterator::next);
+      .def("__next__", [](Iterator& self) { return self.next(); });
   bound.def("__len__", [](ManagerObject& self) { return self.getList().size(); });
   bound.def("__getitem__", [](ManagerObject& self, py::handle index) -> py::object {
     if (PySlice_Check(index.ptr())) return giveSlice(self, index);
@@ -508,7 +508,7 @@ py::object callPickling(const char* function, const py::object& self) {
 
 void bindAsObject(Class& bound) {
   bound.def("__repr__", [](const py::object& self) {
-    const std::size_t count = self.cast<ManagerObject&>().getList().size();
+    const std::size_t count = toManager(self, "self").getList().size();
     return "<" + py::type::of(self).attr("__name__").cast<std::string>() + " of " +
            std::to_string(count) + (count == 1 ? " foundation>" : " foundations>");
   });

@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <optional>
+#include <unordered_set>
 #include <vector>
 
 #include "text.h"
@@ -119,17 +120,20 @@ void bindModelErrors() {
 
 // --- Pickling
 
-/// All that a copy of the model needs beside its foundations.
+/// All that a copy of the model needs beside its foundations, which may change until these are
+/// copied: so it tells of each of them.
 py::tuple exportState(const ModelState& state, py::handle manager) {
-  const ManagerObject& owner = toManager(manager, "manager");
-  const Source& source = *state.source;
+  ManagerObject& owner = toManager(manager, "manager");
+  const py::list listed = owner.giveAll([&]() -> const auto& { return owner.getList(); });
+  const std::shared_ptr<const Source> known = state.source;  // which saving may replace
+  const Source& source = *known;
   const Documents::ReadOptions& options = source.options;
   const auto fromSign = [](const std::optional<char>& sign) -> py::object {
     return sign ? py::object(py::str(std::string(1, *sign))) : py::none();
   };
   std::vector<std::size_t> places;
-  for (const Found::Foundation* foundation : owner.getList())
-    places.push_back(state.origins->find(*foundation));
+  for (const py::handle foundation : listed)
+    places.push_back(state.origins->find(toFoundation(foundation, "foundation").get()));
   py::list origins;
   for (const std::size_t place : places)
     origins.append(place == Origins::nowhere ? py::object(py::none())
@@ -139,7 +143,7 @@ py::tuple exportState(const ModelState& state, py::handle manager) {
       py::bytes(source.content.bytes),
       options.form ? py::object(py::str(getName(*options.form))) : py::object(py::none()),
       options.version ? py::object(decode(*options.version)) : py::object(py::none()),
-      fromSign(options.dialect.separator), fromSign(options.dialect.decimal), origins,
+      fromSign(options.dialect.separator), fromSign(options.dialect.decimal), listed, origins,
       state.units
           ? py::object(py::make_tuple(decode(state.units->force), decode(state.units->length)))
           : py::object(py::none()));
@@ -162,11 +166,28 @@ std::vector<std::size_t> toPlaces(const py::list& origins, std::size_t count) {
   return places;
 }
 
+/// The foundations of a manager that have a place; throws ValueError where that cannot be.
+std::vector<Origins::Place> toKnown(const ManagerObject& manager, const py::list& listed,
+                                    const std::vector<std::size_t>& places) {
+  std::vector<Origins::Place> known;
+  std::unordered_set<const Found::Foundation*> seen;
+  if (listed.size() != places.size()) throwValueError("this is no state of a model");
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const FoundationObject& object = toFoundation(listed[i], "foundation");
+    if (!seen.insert(&object.get()).second) throwValueError("this is no state of a model");
+    // One that has left the model meanwhile is in no manager.
+    if (places[i] != Origins::nowhere && object.getManager() == &manager)
+      known.emplace_back(&object.get(), places[i]);
+  }
+  return known;
+}
+
 std::unique_ptr<ModelState> restoreState(py::handle manager, const py::bytes& path,
                                          const py::bytes& shownPath, const py::bytes& bytes,
                                          const py::object& form, const py::object& version,
                                          const py::object& separator, const py::object& decimal,
-                                         const py::list& origins, const py::object& units) {
+                                         const py::list& listed, const py::list& origins,
+                                         const py::object& units) {
   Files::Content content = {toPath(shownPath), "", std::string(bytes)};
   const Documents::ReadOptions options = toOptions(form, version, separator, decimal);
   const std::unique_ptr<Models::Read> read =
@@ -184,11 +205,7 @@ std::unique_ptr<ModelState> restoreState(py::handle manager, const py::bytes& pa
   }
   ManagerObject& owner = toManager(manager, "manager");
   if (owner.tellsLeaving()) throwValueError("another model has these foundations");
-  if (places.size() != owner.getList().size()) throwValueError("this is no state of a model");
-  std::vector<Origins::Place> known;
-  for (std::size_t i = 0; i < places.size(); ++i)
-    if (places[i] != Origins::nowhere) known.emplace_back(owner.getList()[i], places[i]);
-  state->origins->reset(std::move(known));
+  state->origins->reset(toKnown(owner, listed, places));
   watchLeaving(owner, state->origins);
   return state;
 }
@@ -235,7 +252,8 @@ std::unique_ptr<Snapshot> takeSnapshot(const ModelState& state, py::handle manag
 }
 
 void bindModel(py::module_& module) {
-  py::class_<ModelState>(module, "ModelState", "What a model knows beside its foundations.")
+  py::class_<ModelState>(module, "ModelState", "What a model knows beside its foundations.",
+                         py::custom_type_setup(refuseMaking))
       .def_property_readonly("form",
                              [](const ModelState& self) { return getName(self.source->form); })
       .def_property_readonly("encoding",
@@ -271,7 +289,8 @@ void bindModel(py::module_& module) {
   module.def("export_state", &exportState, py::arg("state"), py::arg("manager"));
   module.def("restore_state", &restoreState, py::arg("manager"), py::arg("path"),
              py::arg("shown_path"), py::arg("content"), py::arg("form"), py::arg("version"),
-             py::arg("separator"), py::arg("decimal"), py::arg("origins"), py::arg("units"));
+             py::arg("separator"), py::arg("decimal"), py::arg("foundations"), py::arg("origins"),
+             py::arg("units"));
   bindModelErrors();
   bindSaving(module);
   bindChecking(module);

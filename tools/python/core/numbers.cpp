@@ -32,6 +32,7 @@ bool isNoVector(py::handle value) {
 }
 
 bool hasNumber(py::handle value) {
+  if (isMasked(value)) return false;
   const PyNumberMethods* const methods = Py_TYPE(value.ptr())->tp_as_number;
   return methods != nullptr && (methods->nb_float != nullptr || methods->nb_index != nullptr);
 }
@@ -79,6 +80,10 @@ py::object getOnly(py::handle array, const char* what) {
 }
 
 }  // namespace
+
+bool isMasked(py::handle value) {
+  return std::string_view(Py_TYPE(value.ptr())->tp_name) == "MaskedConstant";
+}
 
 bool isBool(py::handle value) { return PyBool_Check(value.ptr()) || isNumpyBool(value); }
 

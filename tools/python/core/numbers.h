@@ -22,6 +22,9 @@ int toInt(py::handle value, const char* what);
 /// OverflowError for an int beyond the range.
 double toDouble(py::handle value, const char* what);
 
+/// What masked arrays of numpy have in the place of a number; it makes a NaN of itself.
+bool isMasked(py::handle value);
+
 /// A bool, of numpy too.
 bool isBool(py::handle value);
 

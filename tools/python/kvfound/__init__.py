@@ -4,6 +4,11 @@ from __future__ import annotations
 
 from collections.abc import Sequence as _Sequence
 
+from . import _core
+
+if not _core.is_main_interpreter():
+    raise ImportError("kvfound works in the main interpreter only")
+
 from ._core import Foundation, FoundationManager, __version__
 from ._differences import Difference, Differences, FieldDifference, UnitWarning
 from ._errors import ChangedError, ClashError, DocumentError, Error, LossError

@@ -33,6 +33,8 @@ _Source = Union[_Target, bytearray, memoryview]
 
 __version__: str
 
+def is_main_interpreter() -> bool: ...
+
 class Foundation(metaclass=_Type):
     def __init__(
         self,
@@ -256,7 +258,8 @@ def restore_state(
     version: Optional[str],
     separator: Optional[str],
     decimal: Optional[str],
-    origins: List[int],
+    foundations: List[Foundation],
+    origins: List[Optional[int]],
     units: _Units,
 ) -> ModelState: ...
 def save(

@@ -28,8 +28,8 @@ def modify_value(failure: int, value: Any) -> Union[float, Any]:
     tension, otherwise the value itself, be it 0. What fails is not 0, so that equations stay
     solvable.
 
-    A number gives a float, a numpy array of any shape an array of that shape. Raises TypeError for
-    anything else.
+    A number gives a float, a numpy array of any shape an array of that shape, with the mask that it
+    has. Raises TypeError for anything else.
     """
     if getattr(value, "ndim", 0) == 0:
         return _core.modify_value(failure, value)
@@ -38,6 +38,7 @@ def modify_value(failure: int, value: Any) -> Union[float, Any]:
         raise TypeError(f"value: an array of numbers is wanted, not of {dtype}")
     import numpy
 
-    modified = numpy.array(value, dtype=numpy.float64, order="C")
+    is_masked = isinstance(value, numpy.ma.MaskedArray)
+    modified = numpy.array(value, dtype=numpy.float64, order="C", subok=is_masked)
     _core.modify_values(failure, modified)
     return modified
