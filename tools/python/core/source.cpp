@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "files/user_error.h"
+#include "model.h"
 #include "text.h"
 
 namespace Python {
