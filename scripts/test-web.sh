@@ -18,7 +18,7 @@ cmake --build "$build" --target kvfound-cli
 KVFOUND_ENGINE=$(realpath build/web/tools/web/engine.wasm)
 KVFOUND_PROGRAM=$(realpath "$build/tools/cli/kvfound")
 export KVFOUND_ENGINE KVFOUND_PROGRAM
-node --expose-gc --test "$@" tests/web/engine/
+node --expose-gc --test "$@" tests/web/engine/*.test.mjs
 
 # The page itself, as users have it. Pictures of its states are left in build/web-pictures.
 install_axe

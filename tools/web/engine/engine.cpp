@@ -18,8 +18,7 @@
 namespace Engine {
 namespace {
 
-constexpr Wording::Words words = {"its form told", "which one",
-                                  "a table names them as the page does", "converting does",
+constexpr Wording::Words words = {"its form told", "which one", nullptr, "converting does",
                                   "nothing was changed"};
 
 std::unique_ptr<Session> session;
