@@ -242,8 +242,9 @@ class Table(PageTest):
         self.assertIn("3,x", self.page.read_shown(f"{VIEW} output"))
 
     def test_headings_sort(self):
-        self.page.find(f"{VIEW} .heads .areaZ").click()
-        self.page.find(f"{VIEW} .heads .areaZ").click()
+        for _ in range(2):
+            self.page.find(f"{VIEW} .heads .areaZ").click()
+            self.page.settle()
         self.assertEqual(self.page.read_rows()[0], ["5", "Pile cap P1 <4 piles>"])
         self.page.go_to_cell(0, "number")
         self.page.press(Keys.ARROW_UP, Keys.ENTER)

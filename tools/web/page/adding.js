@@ -26,9 +26,7 @@ export function showAdding(view) {
       makeLabel([column.label, column.unit].join(" ").trim(), field),
     );
     const legend = group === "" ? "Foundation" : group;
-    dialog.body.append(
-      make("fieldset", { class: "cells" }, make("legend", {}, legend), ...labels),
-    );
+    dialog.body.append(make("fieldset", { class: "cells" }, make("legend", {}, legend), ...labels));
   }
   return dialog.show();
 }

@@ -1,7 +1,7 @@
 // @ts-check
 /** An open document: what it is, what can be done with it, and the ways to look at it. */
 
-import { count, make, makeButton, makeId } from "./dom.js";
+import { count, make, makeButton, makeId, paint } from "./dom.js";
 import { during, say, tell, tellProblem } from "./notices.js";
 import { ComparisonPane } from "./comparison_pane.js";
 import { FindingsPane } from "./findings_pane.js";
@@ -30,6 +30,7 @@ export class DocumentView {
   #panes;
   #timer = 0;
   #isChecked = false;
+  #isClosed = false;
   #count = 0;
 
   /**
@@ -74,7 +75,10 @@ export class DocumentView {
   /** Shows the view, which stands in the page now. */
   async show() {
     await this.current.show();
-    if (!this.#isChecked) await this.check();
+    if (this.#isChecked) return;
+    // The rows are seen before the check, which takes longer.
+    await paint();
+    await this.requireCheck();
   }
 
   /** @param {string} label of the pane */
@@ -164,6 +168,7 @@ export class DocumentView {
 
   /** Looks for findings in the document as it stands. */
   async check() {
+    if (this.#isClosed) return;
     this.#isChecked = true;
     try {
       this.findings = await this.doc.check();
@@ -180,9 +185,10 @@ export class DocumentView {
 
   /** Makes the findings those of the document as it stands. */
   async requireCheck() {
-    if (this.#isChecked) return;
+    if (this.#isChecked || this.#isClosed) return;
     clearTimeout(this.#timer);
-    await during("Checking …", () => this.check());
+    if (this.doc.count > mostCheckedAtOnce) await during("Checking …", () => this.check());
+    else await this.check();
   }
 
   #checkSoon() {
@@ -362,6 +368,7 @@ export class DocumentView {
 
   close() {
     clearTimeout(this.#timer);
+    this.#isClosed = true;
     this.element.remove();
     this.doc.close();
   }

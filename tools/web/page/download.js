@@ -7,7 +7,9 @@ import { make } from "./dom.js";
  * @param {Uint8Array} bytes
  */
 export function download(name, bytes) {
-  const address = URL.createObjectURL(new Blob([new Uint8Array(bytes)], { type: "application/octet-stream" }));
+  const address = URL.createObjectURL(
+    new Blob([new Uint8Array(bytes)], { type: "application/octet-stream" }),
+  );
   const link = make("a", { href: address, download: name, hidden: true });
   document.body.append(link);
   link.click();

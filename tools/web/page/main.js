@@ -80,6 +80,14 @@ function press(event) {
   event.preventDefault();
 }
 
+/**
+ * The engine may fail anywhere, such as where memory runs out.
+ * @param {unknown} error
+ */
+function tellEngineError(error) {
+  if (error instanceof engine.EngineError) tellProblem(error);
+}
+
 async function start() {
   connectButtons();
   connectDropping();
@@ -91,6 +99,8 @@ async function start() {
   addEventListener("beforeunload", (event) => {
     if (workspace.isChanged) event.preventDefault();
   });
+  addEventListener("error", ({ error }) => tellEngineError(error));
+  addEventListener("unhandledrejection", ({ reason }) => tellEngineError(reason));
   try {
     await engine.ready();
     get("version", HTMLElement).textContent = engine.version;

@@ -30,13 +30,14 @@ export class Scroller {
   setCount(count) {
     this.#count = count;
     this.#clear();
-    this.#place();
+    this.layer.style.height = `${Math.min(this.#height, highest)}px`;
+    this.#drawNow(); // or for a moment there would be no rows
   }
 
   /** Makes all rows anew. */
   redraw() {
     this.#clear();
-    this.#draw();
+    this.#drawNow();
   }
 
   /** @param {number} position @returns {HTMLElement | undefined} the row, if it is there */
