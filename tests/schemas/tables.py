@@ -149,7 +149,7 @@ def read_vocabulary(source):
     elements = {}
     for _, text in re.findall(r"namespace (Legacy|Exchange) \{(.*?)\}  // namespace \1", source, re.DOTALL):
         words = dict(re.findall(r'const char\* (\w+) = "(\w+)"', text))
-        for name, body in re.findall(r'ElementWord \w+ = \{\s*"(\w+)",(.*?)\}\};', text, re.DOTALL):
+        for name, body in re.findall(r'ElementWord\{\s*"(\w+)",(.*?)\}\};', text, re.DOTALL):
             found = re.findall(r'\{("?)(\w+)\1, Kind::(\w+)', body)
             elements[name] = [(word if quote else words[word], kind) for quote, word, kind in found]
     return elements
