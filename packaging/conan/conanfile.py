@@ -45,7 +45,7 @@ class KvFoundRecipe(ConanFile):
         CMakeDeps(self).generate()
         toolchain = CMakeToolchain(self)
         toolchain.cache_variables["BUILD_SHARED_LIBS"] = bool(self.options.shared)
-        for part in ("TOOLS", "PYTHON", "EXAMPLES", "TESTS", "BENCHMARKS", "FUZZERS"):
+        for part in ("TOOLS", "PYTHON", "WEB", "EXAMPLES", "TESTS", "BENCHMARKS", "FUZZERS"):
             toolchain.cache_variables[f"KVFOUND_{part}"] = False
         toolchain.generate()
 

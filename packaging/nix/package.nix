@@ -10,6 +10,7 @@ stdenv.mkDerivation {
   cmakeFlags = [
     "-DKVFOUND_TOOLS=ON"
     "-DKVFOUND_PYTHON=OFF"
+    "-DKVFOUND_WEB=OFF"
     "-DKVFOUND_EXAMPLES=OFF"
     "-DKVFOUND_TESTS=OFF"
     "-DKVFOUND_BENCHMARKS=OFF"
