@@ -7,18 +7,18 @@ namespace Python {
 namespace {
 
 using Found::Foundation;
-using Place = Origins::Place;
 
-void sort(std::vector<Place>& places) {
-  std::sort(places.begin(), places.end(),
-            [](const Place& a, const Place& b) { return std::less<>()(a.first, b.first); });
+void sort(std::vector<Origins::Place>& places) {
+  std::sort(places.begin(), places.end(), [](const Origins::Place& a, const Origins::Place& b) {
+    return std::less<>()(a.first, b.first);
+  });
 }
 
 /// The place of the foundation in the list, or the end of the list.
 template <class Places>
 auto findIn(Places& places, const Foundation* foundation) {
   const auto place = std::lower_bound(places.begin(), places.end(), foundation,
-                                      [](const Place& known, const Foundation* wanted) {
+                                      [](const Origins::Place& known, const Foundation* wanted) {
                                         return std::less<>()(known.first, wanted);
                                       });
   return place != places.end() && place->first == foundation ? place : places.end();
