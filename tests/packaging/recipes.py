@@ -62,9 +62,9 @@ def check_variables(what, project, variables, cache):
 
 
 def load_recipe(path):
-    specification = importlib.util.spec_from_file_location(path.parent.name, path)
-    module = importlib.util.module_from_spec(specification)
-    specification.loader.exec_module(module)
+    description = importlib.util.spec_from_file_location(path.parent.name, path)
+    module = importlib.util.module_from_spec(description)
+    description.loader.exec_module(module)
     return next(value for value in vars(module).values()
                 if isinstance(value, type) and value.__module__ == module.__name__)
 
