@@ -54,20 +54,9 @@ std::string listDigits(std::string_view number) {
   return digits;
 }
 
-}  // namespace
-
-std::string fromName(const std::string& name) {
-  const std::string utf8 = Charset::recognise("", name).toUtf8(name);
-  std::string text;
-  for (std::string_view rest = utf8; !rest.empty();) appendEscaped(text, Utf8::take(rest));
-  return text;
-}
-
-std::string fromNumber(double value) {
-  if (std::isnan(value)) return "nan";  // whatever its sign, which means nothing
-  // Not every standard library prints doubles. What is used instead begins with exponents
-  // elsewhere.
-  std::string text = fmt::format("{}", value);
+/// The text of a number with an exponent where std::to_chars() writes one: what prints it here
+/// begins with exponents elsewhere.
+std::string placeExponent(const std::string& text, double value) {
   const std::string sign = value < 0.0 ? "-" : "";
   const double magnitude = std::fabs(value);
   if (magnitude >= 1e15 && magnitude < 1e16) {
@@ -80,6 +69,21 @@ std::string fromNumber(double value) {
     return sign + "0." + std::string(zeros, '0') + listDigits(text);
   }
   return text;
+}
+
+}  // namespace
+
+std::string fromName(const std::string& name) {
+  const std::string utf8 = Charset::recognise("", name).toUtf8(name);
+  std::string text;
+  for (std::string_view rest = utf8; !rest.empty();) appendEscaped(text, Utf8::take(rest));
+  return text;
+}
+
+std::string fromNumber(double value) {
+  if (std::isnan(value)) return "nan";  // whatever its sign, which means nothing
+  // Not every standard library prints doubles.
+  return placeExponent(fmt::format("{}", value), value);
 }
 
 std::string shorten(const std::string& text, std::size_t width) {
