@@ -251,12 +251,91 @@ class Table(PageTest):
         self.page.settle()
         self.assertEqual(self.page.read_rows()[0][0], "1")
 
+    def test_the_row_that_is_seen_is_the_one_that_changes(self):
+        self.page.find(f"{VIEW} .heads .areaZ").click()
+        self.page.settle()
+        self.page.fill("Number or name", "an", VIEW)
+        number = self.page.read_rows()[1][0]
+        self.assertNotEqual(number, "2")
+        self.page.set_cell(1, "areaZ", "999999")
+        self.run_program("set", "model.xml", number, "areaZ=999999")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+        self.page.undo()
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def test_rows_that_are_not_seen_are_not_selected(self):
+        self.page.go_to_cell(0, "number")
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.tick("generated", f"{VIEW} .filter")
+        self.page.go_to_cell(0, "number")
+        self.page.press(Keys.DELETE)
+        self.page.click("Clear", VIEW)
+        self.assertEqual(len(self.page.read_rows()), 12)
+
+    def refuse_value(self):
+        self.page.go_to_cell(2, "areaZ")
+        self.page.press("12abc", Keys.ENTER)
+        self.page.find(".bubble")
+
+    def test_what_was_refused_goes_with_its_row(self):
+        for leave in (lambda: self.page.click("Clear", VIEW),
+                      lambda: self.page.tick("generated", f"{VIEW} .filter"),
+                      lambda: self.page.click("Undo")):
+            self.page.set_cell(9, "areaZ", "6200.5")
+            self.refuse_value()
+            leave()
+            self.page.settle()
+            self.assertEqual(self.page.find_all(".bubble, .editor"), [])
+            self.page.click("Clear", VIEW)
+            self.page.set_cell(3, "areaZ", "5")
+            self.assertEqual(self.page.read_cell(3, "areaZ"), "5")
+            self.page.undo()
+
+    def test_what_was_refused_waits_while_another_tab_is_looked_at(self):
+        self.refuse_value()
+        self.page.open_tab("Findings")
+        self.assertEqual(self.page.find_all(".bubble"), [])
+        self.page.open_tab("Table")
+        self.page.run(f'document.querySelector("{VIEW} .grid").focus()')
+        self.hold_all_and_write("7")
+        self.assertEqual(self.page.read_cell(2, "areaZ"), "7")
+
+    def hold_all_and_write(self, text):
+        self.page.hold([Keys.CONTROL], "a")
+        self.page.press(text, Keys.ENTER)
+        self.page.settle()
+
+    def test_what_is_written_is_saved_as_well(self):
+        self.page.go_to_cell(2, "areaZ")
+        self.page.press("77")
+        self.page.hold([Keys.CONTROL], "s")
+        self.page.find("dialog .primary").click()
+        self.run_program("set", "model.xml", "3", "areaZ=77")
+        self.assertEqual(self.page.take_download()[1], self.path.read_bytes())
+
+    def test_what_is_refused_is_not_saved(self):
+        self.refuse_value()
+        self.page.hold([Keys.CONTROL], "s")
+        self.page.settle()
+        self.assertEqual(self.page.find_all("dialog"), [])
+        self.page.find(".bubble")
+
+    def test_a_cell_takes_one_value(self):
+        self.page.go_to_cell(0, "name")
+        self.paste("One\nTwo\n")
+        self.assertIn("takes one", self.page.find(".bubble").text)
+        self.assertEqual(self.page.find_all(".editor"), [])
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def paste(self, text):
+        self.page.run(f"""const data = new DataTransfer(); data.setData("text/plain", arguments[0]);
+            document.querySelector("{VIEW} .grid").dispatchEvent(new ClipboardEvent("paste",
+                {{clipboardData: data, bubbles: true, cancelable: true}}))""", text)
+        self.page.settle()
+
     def test_a_value_is_copied_and_pasted(self):
         self.page.go_to_cell(0, "areaX")
-        self.page.run(f"""const data = new DataTransfer(); data.setData("text/plain", "4.5\\n");
-            document.querySelector("{VIEW} .grid").dispatchEvent(new ClipboardEvent("paste",
-                {{clipboardData: data, bubbles: true, cancelable: true}}))""")
-        self.page.settle()
+        self.paste("4.5\n")
         self.assertEqual(self.page.read_cell(0, "areaX"), "4.5")
         self.assertEqual(self.page.read_all("#documents bdi"), ["model.xml"])
 
@@ -466,15 +545,24 @@ class Leaving(PageTest):
         self.page.click("Close without saving", "dialog")
         self.page.find("#start")
 
+    def asks(self):
+        return self.page.run("""const event = new Event("beforeunload", {cancelable: true});
+            dispatchEvent(event); return event.defaultPrevented""")
+
     def test_the_browser_asks_before_it_leaves(self):
-        def asks():
-            return self.page.run("""const event = new Event("beforeunload", {cancelable: true});
-                dispatchEvent(event); return event.defaultPrevented""")
-        self.assertFalse(asks())
+        self.assertFalse(self.asks())
         self.page.set_cell(2, "areaZ", "1")
-        self.assertTrue(asks())
+        self.assertTrue(self.asks())
         self.page.undo()
-        self.assertFalse(asks())
+        self.assertFalse(self.asks())
+
+    def test_what_is_being_written_is_asked_about(self):
+        self.page.go_to_cell(2, "areaZ")
+        self.assertFalse(self.asks())
+        self.page.press("77")
+        self.assertTrue(self.asks())
+        self.page.press(Keys.ESCAPE)
+        self.assertFalse(self.asks())
 
     def test_a_document_that_is_saved_closes_at_once(self):
         self.page.find("#documents .close").click()
