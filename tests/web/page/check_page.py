@@ -118,6 +118,13 @@ class Opening(PageTest):
         self.page.click("Read again")
         self.page.wait(lambda: self.page.read_rows())
 
+    def test_an_error_about_a_whole_line_names_no_column(self):
+        path = self.folder / "open.csv"
+        path.write_text('name;areaZ\n"Raft;5\n')
+        self.page.choose(path)
+        self.assertIn("open.csv:2: a quotation", self.program.fail(self.folder, "show", path.name))
+        self.assertIn("Line 2:", self.page.read_shown(f"{VIEW} .card"))
+
     def test_an_empty_file_is_an_error(self):
         path = self.folder / "empty.xml"
         path.write_bytes(b"")
@@ -411,6 +418,7 @@ class Looking(PageTest):
         text = self.page.read_shown(f"{VIEW} .differences")
         for part in ("15000", "16500", "Ground anchor beam", "Anchor", "added", "removed"):
             self.assertIn(part, text)
+        self.assertIn("Before: model.xml, after: changed.xml", self.page.read_shown(f"{VIEW} .result"))
         self.shoot("comparison")
         self.page.select("Pair by", "name", VIEW)
         self.assertIn('number 9 "Ground anchor beam"', self.page.read_shown(f"{VIEW} .differences"))
@@ -418,6 +426,12 @@ class Looking(PageTest):
         self.page.press(Keys.TAB)
         self.page.settle()
         self.assertNotIn("16500", self.page.read_shown(f"{VIEW} .differences"))
+
+    def test_one_foundation_differs(self):
+        self.page.choose(self.write("changed.xml", ('FZAREA="15000"', 'FZAREA="16500"')))
+        self.page.choose(self.copy())
+        self.page.open_tab("Compare")
+        self.assertIn("1 foundation differs: 1 changed.", self.page.read_shown(f"{VIEW} .result"))
 
     def test_the_sheet_that_is_printed_holds_all_foundations(self):
         self.page.choose(MODEL)
@@ -440,6 +454,16 @@ class Merging(PageTest):
         self.assertIn("clash", self.page.read_shown(".preview"))
         self.assertFalse(self.page.find("dialog .primary").is_enabled())
         self.shoot("clashes")
+
+    def test_clashes_that_are_left_are_told(self):
+        self.page.press(Keys.ESCAPE)
+        self.page.choose(self.write("odd.xml", *ODD))
+        self.page.click("model.xml", "#documents")
+        self.page.open_dialog("Merge")
+        self.page.select("Foundations of", "odd.xml")
+        self.page.select("Where numbers or names clash", "put the other one in its place")
+        self.assertIn("still clash", self.page.read_shown(".preview"))
+        self.assertFalse(self.page.find("dialog .primary").is_enabled())
 
     def test_what_would_change_is_shown_and_then_done(self):
         self.page.select("Where numbers or names clash", "put the other one in its place")
@@ -599,6 +623,44 @@ class Safety(PageTest):
             fetch("https://example.com").then(() => done("reached"), error => done(error.name))""")
         self.assertEqual(reached, "TypeError")
         self.page.driver.get_log("browser")  # the browser tells of that
+
+
+class Failing(PageTest):
+    """The engine stops at one document, as where a fault of it ends in a trap."""
+
+    def setUp(self):
+        self.script = self.page.browser.command("Page.addScriptToEvaluateOnNewDocument", source="""
+            const instantiate = WebAssembly.instantiate;
+            WebAssembly.instantiate = async (...given) => {
+              const { exports } = await instantiate(...given);
+              const ask = () => {
+                if (window.fails) throw new WebAssembly.RuntimeError("unreachable");
+                return exports.ask();
+              };
+              return { exports: { ...exports, ask } };
+            };""")["identifier"]
+        super().setUp()
+
+    def tearDown(self):
+        self.page.browser.command("Page.removeScriptToEvaluateOnNewDocument", identifier=self.script)
+        super().tearDown()
+
+    def test_other_documents_go_on(self):
+        self.page.choose(self.copy())
+        self.page.set_cell(2, "areaZ", "16000.5")
+        self.page.wait(lambda: self.page.find_all(f"{VIEW} .tabs .chip"))
+        self.page.choose(EXAMPLES / "beddings.xml")
+        self.page.go_to_cell(2, "areaZ")
+        self.page.run("window.fails = true")
+        self.page.open_tab("Report")
+        self.page.run("window.fails = false")
+        self.page.open_tab("Document")
+        self.assertEqual(self.page.read_notices().count("The engine failed at this document"), 1)
+        self.assertEqual(len(self.page.find_all("#notices .notice")), 1)
+        self.page.click("Close", "#notices")
+        self.page.click("model.xml", "#documents")
+        self.run_program("set", "model.xml", "3", "areaZ=16000.5")
+        self.assertEqual(self.page.save()[1], (self.folder / "model.xml").read_bytes())
 
 
 class Large(PageTest):
