@@ -118,6 +118,13 @@ class Opening(PageTest):
         self.page.click("Read again")
         self.page.wait(lambda: self.page.read_rows())
 
+    def test_an_error_about_a_whole_line_names_no_column(self):
+        path = self.folder / "open.csv"
+        path.write_text('name;areaZ\n"Raft;5\n')
+        self.page.choose(path)
+        self.assertIn("open.csv:2: a quotation", self.program.fail(self.folder, "show", path.name))
+        self.assertIn("Line 2:", self.page.read_shown(f"{VIEW} .card"))
+
     def test_an_empty_file_is_an_error(self):
         path = self.folder / "empty.xml"
         path.write_bytes(b"")
@@ -251,12 +258,91 @@ class Table(PageTest):
         self.page.settle()
         self.assertEqual(self.page.read_rows()[0][0], "1")
 
+    def test_the_row_that_is_seen_is_the_one_that_changes(self):
+        self.page.find(f"{VIEW} .heads .areaZ").click()
+        self.page.settle()
+        self.page.fill("Number or name", "an", VIEW)
+        number = self.page.read_rows()[1][0]
+        self.assertNotEqual(number, "2")
+        self.page.set_cell(1, "areaZ", "999999")
+        self.run_program("set", "model.xml", number, "areaZ=999999")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+        self.page.undo()
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def test_rows_that_are_not_seen_are_not_selected(self):
+        self.page.go_to_cell(0, "number")
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.tick("generated", f"{VIEW} .filter")
+        self.page.go_to_cell(0, "number")
+        self.page.press(Keys.DELETE)
+        self.page.click("Clear", VIEW)
+        self.assertEqual(len(self.page.read_rows()), 12)
+
+    def refuse_value(self):
+        self.page.go_to_cell(2, "areaZ")
+        self.page.press("12abc", Keys.ENTER)
+        self.page.find(".bubble")
+
+    def test_what_was_refused_goes_with_its_row(self):
+        for leave in (lambda: self.page.click("Clear", VIEW),
+                      lambda: self.page.tick("generated", f"{VIEW} .filter"),
+                      lambda: self.page.click("Undo")):
+            self.page.set_cell(9, "areaZ", "6200.5")
+            self.refuse_value()
+            leave()
+            self.page.settle()
+            self.assertEqual(self.page.find_all(".bubble, .editor"), [])
+            self.page.click("Clear", VIEW)
+            self.page.set_cell(3, "areaZ", "5")
+            self.assertEqual(self.page.read_cell(3, "areaZ"), "5")
+            self.page.undo()
+
+    def test_what_was_refused_waits_while_another_tab_is_looked_at(self):
+        self.refuse_value()
+        self.page.open_tab("Findings")
+        self.assertEqual(self.page.find_all(".bubble"), [])
+        self.page.open_tab("Table")
+        self.page.run(f'document.querySelector("{VIEW} .grid").focus()')
+        self.hold_all_and_write("7")
+        self.assertEqual(self.page.read_cell(2, "areaZ"), "7")
+
+    def hold_all_and_write(self, text):
+        self.page.hold([Keys.CONTROL], "a")
+        self.page.press(text, Keys.ENTER)
+        self.page.settle()
+
+    def test_what_is_written_is_saved_as_well(self):
+        self.page.go_to_cell(2, "areaZ")
+        self.page.press("77")
+        self.page.hold([Keys.CONTROL], "s")
+        self.page.find("dialog .primary").click()
+        self.run_program("set", "model.xml", "3", "areaZ=77")
+        self.assertEqual(self.page.take_download()[1], self.path.read_bytes())
+
+    def test_what_is_refused_is_not_saved(self):
+        self.refuse_value()
+        self.page.hold([Keys.CONTROL], "s")
+        self.page.settle()
+        self.assertEqual(self.page.find_all("dialog"), [])
+        self.page.find(".bubble")
+
+    def test_a_cell_takes_one_value(self):
+        self.page.go_to_cell(0, "name")
+        self.paste("One\nTwo\n")
+        self.assertIn("takes one", self.page.find(".bubble").text)
+        self.assertEqual(self.page.find_all(".editor"), [])
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def paste(self, text):
+        self.page.run(f"""const data = new DataTransfer(); data.setData("text/plain", arguments[0]);
+            document.querySelector("{VIEW} .grid").dispatchEvent(new ClipboardEvent("paste",
+                {{clipboardData: data, bubbles: true, cancelable: true}}))""", text)
+        self.page.settle()
+
     def test_a_value_is_copied_and_pasted(self):
         self.page.go_to_cell(0, "areaX")
-        self.page.run(f"""const data = new DataTransfer(); data.setData("text/plain", "4.5\\n");
-            document.querySelector("{VIEW} .grid").dispatchEvent(new ClipboardEvent("paste",
-                {{clipboardData: data, bubbles: true, cancelable: true}}))""")
-        self.page.settle()
+        self.paste("4.5\n")
         self.assertEqual(self.page.read_cell(0, "areaX"), "4.5")
         self.assertEqual(self.page.read_all("#documents bdi"), ["model.xml"])
 
@@ -332,6 +418,7 @@ class Looking(PageTest):
         text = self.page.read_shown(f"{VIEW} .differences")
         for part in ("15000", "16500", "Ground anchor beam", "Anchor", "added", "removed"):
             self.assertIn(part, text)
+        self.assertIn("Before: model.xml, after: changed.xml", self.page.read_shown(f"{VIEW} .result"))
         self.shoot("comparison")
         self.page.select("Pair by", "name", VIEW)
         self.assertIn('number 9 "Ground anchor beam"', self.page.read_shown(f"{VIEW} .differences"))
@@ -339,6 +426,12 @@ class Looking(PageTest):
         self.page.press(Keys.TAB)
         self.page.settle()
         self.assertNotIn("16500", self.page.read_shown(f"{VIEW} .differences"))
+
+    def test_one_foundation_differs(self):
+        self.page.choose(self.write("changed.xml", ('FZAREA="15000"', 'FZAREA="16500"')))
+        self.page.choose(self.copy())
+        self.page.open_tab("Compare")
+        self.assertIn("1 foundation differs: 1 changed.", self.page.read_shown(f"{VIEW} .result"))
 
     def test_the_sheet_that_is_printed_holds_all_foundations(self):
         self.page.choose(MODEL)
@@ -361,6 +454,16 @@ class Merging(PageTest):
         self.assertIn("clash", self.page.read_shown(".preview"))
         self.assertFalse(self.page.find("dialog .primary").is_enabled())
         self.shoot("clashes")
+
+    def test_clashes_that_are_left_are_told(self):
+        self.page.press(Keys.ESCAPE)
+        self.page.choose(self.write("odd.xml", *ODD))
+        self.page.click("model.xml", "#documents")
+        self.page.open_dialog("Merge")
+        self.page.select("Foundations of", "odd.xml")
+        self.page.select("Where numbers or names clash", "put the other one in its place")
+        self.assertIn("still clash", self.page.read_shown(".preview"))
+        self.assertFalse(self.page.find("dialog .primary").is_enabled())
 
     def test_what_would_change_is_shown_and_then_done(self):
         self.page.select("Where numbers or names clash", "put the other one in its place")
@@ -466,15 +569,24 @@ class Leaving(PageTest):
         self.page.click("Close without saving", "dialog")
         self.page.find("#start")
 
+    def asks(self):
+        return self.page.run("""const event = new Event("beforeunload", {cancelable: true});
+            dispatchEvent(event); return event.defaultPrevented""")
+
     def test_the_browser_asks_before_it_leaves(self):
-        def asks():
-            return self.page.run("""const event = new Event("beforeunload", {cancelable: true});
-                dispatchEvent(event); return event.defaultPrevented""")
-        self.assertFalse(asks())
+        self.assertFalse(self.asks())
         self.page.set_cell(2, "areaZ", "1")
-        self.assertTrue(asks())
+        self.assertTrue(self.asks())
         self.page.undo()
-        self.assertFalse(asks())
+        self.assertFalse(self.asks())
+
+    def test_what_is_being_written_is_asked_about(self):
+        self.page.go_to_cell(2, "areaZ")
+        self.assertFalse(self.asks())
+        self.page.press("77")
+        self.assertTrue(self.asks())
+        self.page.press(Keys.ESCAPE)
+        self.assertFalse(self.asks())
 
     def test_a_document_that_is_saved_closes_at_once(self):
         self.page.find("#documents .close").click()
@@ -511,6 +623,44 @@ class Safety(PageTest):
             fetch("https://example.com").then(() => done("reached"), error => done(error.name))""")
         self.assertEqual(reached, "TypeError")
         self.page.driver.get_log("browser")  # the browser tells of that
+
+
+class Failing(PageTest):
+    """The engine stops at one document, as where a fault of it ends in a trap."""
+
+    def setUp(self):
+        self.script = self.page.browser.command("Page.addScriptToEvaluateOnNewDocument", source="""
+            const instantiate = WebAssembly.instantiate;
+            WebAssembly.instantiate = async (...given) => {
+              const { exports } = await instantiate(...given);
+              const ask = () => {
+                if (window.fails) throw new WebAssembly.RuntimeError("unreachable");
+                return exports.ask();
+              };
+              return { exports: { ...exports, ask } };
+            };""")["identifier"]
+        super().setUp()
+
+    def tearDown(self):
+        self.page.browser.command("Page.removeScriptToEvaluateOnNewDocument", identifier=self.script)
+        super().tearDown()
+
+    def test_other_documents_go_on(self):
+        self.page.choose(self.copy())
+        self.page.set_cell(2, "areaZ", "16000.5")
+        self.page.wait(lambda: self.page.find_all(f"{VIEW} .tabs .chip"))
+        self.page.choose(EXAMPLES / "beddings.xml")
+        self.page.go_to_cell(2, "areaZ")
+        self.page.run("window.fails = true")
+        self.page.open_tab("Report")
+        self.page.run("window.fails = false")
+        self.page.open_tab("Document")
+        self.assertEqual(self.page.read_notices().count("The engine failed at this document"), 1)
+        self.assertEqual(len(self.page.find_all("#notices .notice")), 1)
+        self.page.click("Close", "#notices")
+        self.page.click("model.xml", "#documents")
+        self.run_program("set", "model.xml", "3", "areaZ=16000.5")
+        self.assertEqual(self.page.save()[1], (self.folder / "model.xml").read_bytes())
 
 
 class Large(PageTest):

@@ -39,7 +39,7 @@ std::string showLargest(const Session& session) {
 
 Json about() { return {{"version", KVFOUND_VERSION}, {"forms", Forms::listAll()}}; }
 
-std::string example() { return sample; }
+std::string example() { return std::string(sample); }
 
 Json open(const Request& request, std::unique_ptr<Session>& session) {
   Documents::ReadOptions options = Forms::readOptions(request.values);

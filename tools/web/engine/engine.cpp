@@ -21,9 +21,10 @@ namespace {
 constexpr Wording::Words words = {"its form told", "which one", nullptr, "converting does",
                                   "nothing was changed"};
 
-std::unique_ptr<Session> session;
-Request request;
-std::string answer;
+// The page lets go of an engine as a whole: nothing is destroyed before.
+std::unique_ptr<Session>& session = *new std::unique_ptr<Session>;
+Request& request = *new Request;
+std::string& answer = *new std::string;
 
 Session& getSession() {
   if (session == nullptr) throw UserError("no document is open");

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 
 namespace Engine {
 
 /// A document to try the page with.
-extern const std::string sample;
+extern const std::string_view sample;
 
 }  // namespace Engine

@@ -22,6 +22,11 @@ export class CellEditor {
     return this.#field !== null;
   }
 
+  /** Whether something was written that is not taken yet. */
+  get isChanged() {
+    return this.#field !== null && this.#field.value !== this.#before;
+  }
+
   /** @param {EventTarget | null} target */
   contains(target) {
     return this.#field !== null && target === this.#field;
@@ -99,6 +104,20 @@ export class CellEditor {
     }
   }
 
+  /** The rows are made anew, so what is written in one of them goes, unless that is the reason. */
+  drop() {
+    if (!this.#isTaking) this.cancel();
+  }
+
+  /** The table is not seen for a while. What was written waits. */
+  pause() {
+    this.#closeBubble();
+  }
+
+  resume() {
+    this.#field?.focus({ preventScroll: true });
+  }
+
   /** @param {import("./types.js").Column} column @param {string} text @param {string} [start] */
   #makeChoice(column, text, start) {
     const fits = column.choices.find((choice) => start && choice.startsWith(start.toLowerCase()));
@@ -144,11 +163,18 @@ export class CellEditor {
 
   /** What was written is taken, or else the field stays open. */
   #leave() {
-    if (this.#field && !this.#isTaking && document.hasFocus()) this.commit();
+    const field = this.#field;
+    if (!field || this.#isTaking || !document.hasFocus()) return;
+    const isSeen = field.getClientRects().length > 0;
+    if (isSeen) this.commit();
   }
 
   /** @param {KeyboardEvent} event */
   #press(event) {
+    if (isOfPage(event)) {
+      event.preventDefault();
+      if (this.commit()) return; // and the page does it
+    }
     event.stopPropagation();
     if (event.isComposing) return;
     if (event.key === "Escape") this.cancel();
@@ -163,4 +189,9 @@ export class CellEditor {
     const forAll = event.ctrlKey || event.metaKey;
     if (this.commit(forAll) && !forAll) this.grid.step(rows, columns);
   }
+}
+
+/** @param {KeyboardEvent} event whether it saves or opens documents */
+function isOfPage(event) {
+  return (event.ctrlKey || event.metaKey) && !event.altKey && /^[so]$/i.test(event.key);
 }

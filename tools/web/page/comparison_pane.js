@@ -97,14 +97,14 @@ export class ComparisonPane {
     const parts = await during("Comparing …", async () =>
       this.way.value === "page"
         ? [makeFrame("Comparison", await this.view.doc.comparePage(other.doc, options))]
-        : this.#describe(await this.view.doc.compare(other.doc, options)),
+        : this.#describe(await this.view.doc.compare(other.doc, options), other.name),
     );
     this.result.classList.toggle("frame", this.way.value === "page");
     this.result.replaceChildren(...(parts ?? []));
   }
 
-  /** @param {Comparison} comparison */
-  #describe(comparison) {
+  /** @param {Comparison} comparison @param {string} other the name of the other document */
+  #describe(comparison, other) {
     const { differences, current, unitNote, isUnitWarning, isComplete } = comparison;
     const parts = [];
     const sentence = comparison.isSame
@@ -123,8 +123,11 @@ export class ComparisonPane {
     if (unitNote !== "")
       parts.push(make("p", { class: isUnitWarning ? "warning" : "soft" }, unitNote));
     if (current !== "") parts.push(make("p", {}, current));
-    if (differences.length > 0)
+    if (differences.length > 0) {
+      const names = [this.view.name, other].map((name) => make("bdi", {}, name));
+      parts.push(make("p", { class: "soft" }, "Before: ", names[0], ", after: ", names[1]));
       parts.push(makeDifferences(differences, ({ first }) => this.view.goToRow(first)));
+    }
     return parts;
   }
 }
@@ -139,5 +142,5 @@ function summarise({ differences }) {
   const told = counts.filter(([times]) => times !== 0).map(([times, kind]) => `${times} ${kind}`);
   return told.length === 0
     ? "No foundation differs."
-    : `${count(differences.length, "foundation")} differ: ${told.join(", ")}.`;
+    : `${count(differences.length, "foundation differs", "foundations differ")}: ${told.join(", ")}.`;
 }

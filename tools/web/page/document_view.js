@@ -72,6 +72,16 @@ export class DocumentView {
     return this.info.name;
   }
 
+  /** Whether something is not saved, such as a value that is still being written. */
+  get isChanged() {
+    return this.doc.isChanged || this.table.grid.editor.isChanged;
+  }
+
+  /** Another document is looked at. */
+  leave() {
+    this.table.grid.editor.pause();
+  }
+
   /** Shows the view, which stands in the page now. */
   async show() {
     await this.current.show();
@@ -85,6 +95,7 @@ export class DocumentView {
   async open(label) {
     const pane = this.#panes.find((other) => other.label === label);
     if (!pane) return;
+    if (pane !== this.current) this.leave();
     this.current = pane;
     this.#showTabs();
     await pane.show();

@@ -26,6 +26,8 @@ export class Grid {
   /** How many findings are about a row. @type {Map<number, number>} */
   #findings = new Map();
   #anchor = 0;
+  /** What is being written: its row may no longer be the active one when it is taken. */
+  #edited = { index: -1, key: "" };
 
   /**
    * @param {Doc} doc
@@ -49,7 +51,7 @@ export class Grid {
         "aria-label": "Foundations",
         "aria-multiselectable": "true",
         keydown: (/** @type {KeyboardEvent} */ event) => this.#press(event),
-        focus: () => this.#showActive(),
+        focus: () => (this.editor.isOpen ? this.editor.resume() : this.#showActive()),
         blur: () => this.editor.forget(),
         copy: (/** @type {ClipboardEvent} */ event) => this.#copy(event),
         paste: (/** @type {ClipboardEvent} */ event) => this.#paste(event),
@@ -71,7 +73,9 @@ export class Grid {
 
   /** @param {Int32Array} order of the rows to show */
   show(order) {
+    this.editor.drop();
     this.#order = order;
+    this.#keepSelected(order);
     const last = order.length - 1;
     if (this.#active.row > last) this.#active.row = last;
     if (this.#active.row < 0 && last >= 0) this.#active.row = 0;
@@ -105,6 +109,16 @@ export class Grid {
   /** The place in the document of the row that is active; -1 where there is none. */
   get activeIndex() {
     return this.#order[this.#active.row] ?? -1;
+  }
+
+  /**
+   * Nothing happens to rows that are not seen.
+   * @param {Int32Array} order
+   */
+  #keepSelected(order) {
+    if (this.#selected.size === 0) return;
+    this.#selected = new Set(order.filter((index) => this.#selected.has(index)));
+    this.owner.changed();
   }
 
   clearSelection() {
@@ -532,15 +546,17 @@ export class Grid {
     const cell = this.scroller.find(row)?.children[column];
     if (!(cell instanceof HTMLElement)) return;
     const field = this.columns[column - 1];
-    if (!field.isStored) {
-      say("This document cannot hold a value here");
-      this.editor.refuse(
-        cell,
-        "This document cannot hold a value here: it shows what readers assume.",
-      );
-      return;
-    }
+    if (!field.isStored)
+      return this.#refuse("This document cannot hold a value here: it shows what readers assume.");
+    this.#edited = { index: this.#order[row], key: field.key };
     this.editor.open(cell, field, this.doc.cell(this.#order[row], field.key), start);
+  }
+
+  /** @param {string} sentence why the active cell takes no value */
+  #refuse(sentence) {
+    const { row, column } = this.#active;
+    const cell = this.scroller.find(row)?.children[column];
+    if (cell instanceof HTMLElement) this.editor.refuse(cell, sentence);
   }
 
   /**
@@ -550,10 +566,9 @@ export class Grid {
    * @returns {string} why it cannot
    */
   take(text, forAll) {
-    const { row, column } = this.#active;
-    const index = this.#order[row];
+    const { index, key } = this.#edited;
     const indexes = forAll && this.#selected.size > 0 ? this.selected : [index];
-    return this.owner.set(indexes, this.columns[column - 1].key, text);
+    return this.owner.set(indexes, key, text);
   }
 
   /** @param {number} rows @param {number} columns */
@@ -581,8 +596,9 @@ export class Grid {
     if (this.editor.isOpen || row < 0 || column === 0) return;
     event.preventDefault();
     event.stopPropagation();
-    const text = event.clipboardData?.getData("text/plain") ?? "";
-    this.edit(text.replace(/\r?\n$/, ""));
+    const text = (event.clipboardData?.getData("text/plain") ?? "").replace(/\r?\n$/, "");
+    if (/[\t\n]/.test(text)) return this.#refuse("Several values: a cell takes one.");
+    this.edit(text);
     if (this.editor.isOpen) this.editor.commit();
   }
 }

@@ -42,6 +42,8 @@ async function unpack() {
 export class Instance {
   /** @type {Exports | null} */
   #exports;
+  /** Why nothing more can be asked. */
+  #ending = "the document is closed";
 
   /** @param {Exports} exports */
   constructor(exports) {
@@ -77,7 +79,7 @@ export class Instance {
    */
   take(name, values = {}, bytes = undefined) {
     const engine = this.#exports;
-    if (engine === null) throw new EngineError("the document is closed", { isFatal: true });
+    if (engine === null) throw new EngineError(this.#ending, { isFatal: true });
     try {
       if (bytes !== undefined) write(engine, engine.makeRoomForBytes(bytes.length), bytes);
       const text = new TextEncoder().encode(JSON.stringify({ ...values, request: name }));
@@ -104,7 +106,8 @@ export class Instance {
    */
   #fail(error) {
     this.close();
-    return new EngineError(`the engine failed at this document (${error})`, { isFatal: true });
+    this.#ending = `the engine failed at this document, which must be opened again (${error})`;
+    return new EngineError(this.#ending, { isFatal: true });
   }
 }
 

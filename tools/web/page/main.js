@@ -97,7 +97,9 @@ async function start() {
     if (!isWritten(event.target)) take(event.clipboardData);
   });
   addEventListener("beforeunload", (event) => {
-    if (workspace.isChanged) event.preventDefault();
+    if (!workspace.isChanged) return;
+    event.preventDefault();
+    event.returnValue = true; // which older browsers ask for
   });
   addEventListener("error", ({ error }) => tellEngineError(error));
   addEventListener("unhandledrejection", ({ reason }) => tellEngineError(reason));

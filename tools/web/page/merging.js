@@ -52,7 +52,7 @@ export async function showMerging(view) {
     }
     try {
       const merging = await view.doc.previewMerge(source.doc, getOptions());
-      preview.replaceChildren(...describeMerging(merging));
+      preview.replaceChildren(...describeMerging(merging, rule.value));
       dialog.action.disabled = !merging.isPossible || merging.differences.length === 0;
     } catch (error) {
       preview.replaceChildren();
@@ -81,8 +81,8 @@ export async function showMerging(view) {
   return dialog.show();
 }
 
-/** @param {Merging} merging */
-function describeMerging(merging) {
+/** @param {Merging} merging @param {string} rule what was said to do with clashes */
+function describeMerging(merging, rule) {
   const { summary, differences, clashes, leftOut, losses, unitNotes, isPossible } = merging;
   const parts = [
     make(
@@ -90,7 +90,9 @@ function describeMerging(merging) {
       { class: "lead" },
       isPossible
         ? `This would change: ${summary}.`
-        : "Numbers or names clash: say what to do with them.",
+        : rule === "refuse"
+          ? "Numbers or names clash: say what to do with them."
+          : "Numbers or names still clash that way: choose another one.",
     ),
   ];
   parts.push(...makePart("Clashes", clashes.map(tellRefusal), true));

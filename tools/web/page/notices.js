@@ -28,7 +28,10 @@ export function tell(sentence) {
 export function tellProblem(error) {
   const notice = make("div", { class: "notice problem", role: "alert" }, ...describe(error));
   notice.append(makeButton("Close", () => notice.remove(), { class: "plain" }));
-  get("notices", HTMLElement).append(notice);
+  const place = get("notices", HTMLElement);
+  for (const other of place.querySelectorAll(".problem"))
+    if (other.textContent === notice.textContent) other.remove(); // told once is enough
+  place.append(notice);
 }
 
 /**

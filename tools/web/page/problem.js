@@ -21,7 +21,7 @@ export function makeProblem(name, error, readAgain, close) {
     ...describe(error),
   );
   if (error.line > 0)
-    card.append(make("p", { class: "soft" }, `Line ${error.line}, column ${error.column}:`));
+    card.append(make("p", { class: "soft" }, `${namePlace(error)}:`));
   if (error.excerpt) card.append(makeExcerpt(error.excerpt, error.line));
   return make(
     "section",
@@ -30,6 +30,11 @@ export function makeProblem(name, error, readAgain, close) {
     makeAgain(readAgain),
     make("p", {}, makeButton("Close", close)),
   );
+}
+
+/** @param {import("./engine.js").EngineError} error which may be about all of its line */
+function namePlace({ line, column }) {
+  return column > 0 ? `Line ${line}, column ${column}` : `Line ${line}`;
 }
 
 /** @param {(options: OpenOptions) => void} readAgain */

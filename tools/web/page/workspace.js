@@ -41,7 +41,7 @@ export class Workspace {
   }
 
   get isChanged() {
-    return this.entries.some(({ view }) => view?.doc.isChanged);
+    return this.entries.some(({ view }) => view?.isChanged);
   }
 
   /** @param {string} id */
@@ -140,6 +140,7 @@ export class Workspace {
 
   /** @param {Entry | null} entry null for what one sees first */
   async show(entry) {
+    if (entry !== this.current) this.current?.view?.leave();
     this.current = entry;
     for (const other of this.entries) other.element.hidden = other !== entry;
     this.start.hidden = entry !== null;
@@ -212,13 +213,13 @@ export class Workspace {
   /** @param {Entry} entry */
   async #mayClose(entry) {
     const { view } = entry;
-    if (!view?.doc.isChanged) return true;
+    if (!view?.isChanged) return true;
     const sentence = `${entry.name} has changes that are not saved.`;
     const answer = await ask("Close without saving?", sentence, [
       "Close without saving",
       "Save first …",
     ]);
     if (answer === "Save first …") await view.save();
-    return answer === "Close without saving" || (answer !== "" && !view.doc.isChanged);
+    return answer === "Close without saving" || (answer !== "" && !view.isChanged);
   }
 }
