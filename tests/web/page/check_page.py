@@ -162,6 +162,13 @@ class Table(PageTest):
                  self.page.read_cell(3, "areaY")]
         self.assertEqual(cells, ["1", "2", "3"])
 
+    def test_a_sign_behind_altgr_starts_a_value(self):
+        self.page.go_to_cell(2, "name")
+        self.page.run(f"""document.querySelector("{VIEW} .grid").dispatchEvent(new KeyboardEvent("keydown",
+            {{key: "ł", ctrlKey: true, altKey: true, modifierAltGraph: true, bubbles: true}}))""")
+        self.assertEqual(self.page.find(".editor").get_attribute("value"), "ł")
+        self.page.press(Keys.ESCAPE)
+
     def test_a_choice_is_set_by_its_first_letter(self):
         self.page.go_to_cell(0, "areaFailureZ")
         self.page.press("c", Keys.ENTER)
