@@ -162,6 +162,13 @@ class Table(PageTest):
                  self.page.read_cell(3, "areaY")]
         self.assertEqual(cells, ["1", "2", "3"])
 
+    def test_a_sign_behind_altgr_starts_a_value(self):
+        self.page.go_to_cell(2, "name")
+        self.page.run(f"""document.querySelector("{VIEW} .grid").dispatchEvent(new KeyboardEvent("keydown",
+            {{key: "ł", ctrlKey: true, altKey: true, modifierAltGraph: true, bubbles: true}}))""")
+        self.assertEqual(self.page.find(".editor").get_attribute("value"), "ł")
+        self.page.press(Keys.ESCAPE)
+
     def test_a_choice_is_set_by_its_first_letter(self):
         self.page.go_to_cell(0, "areaFailureZ")
         self.page.press("c", Keys.ENTER)
@@ -602,6 +609,22 @@ class Safety(PageTest):
         self.assertEqual(self.page.run("return document.querySelectorAll('img').length"), 0)
         self.assertNotEqual(self.page.run("return document.title"), "run")
         self.assertIn(MARKUP, [name for _, name in self.page.read_rows()])
+
+    def test_a_name_of_a_megabyte_hides_nothing(self):
+        self.page.choose(self.write("long.xml", ("Strip footing, axis A", "x" * 1_000_000)))
+        self.page.go_to_cell(0, "number")
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.press(Keys.DELETE)
+        self.page.undo()
+        self.assertIn("Undone", self.page.read_notices())
+        self.page.open_dialog("Save")
+        self.page.press(Keys.ESCAPE)
+        self.page.wait(lambda: self.page.read_focus() == "Save …")
+        self.page.go_to_cell(1, "number")
+        self.page.press("1", Keys.ENTER)
+        self.assertLess(self.page.find(".bubble").size["height"], 200)
+        self.page.press(Keys.ESCAPE)
+        self.assertLessEqual(self.page.run("return document.documentElement.scrollWidth - innerWidth"), 0)
 
     def test_seeds_of_the_fuzzers_do_no_harm(self):
         seeds = sorted(path for path in (ROOT / "fuzz/seeds/check").iterdir() if path.is_file())[:40]

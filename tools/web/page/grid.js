@@ -413,8 +413,8 @@ export class Grid {
   #press(event) {
     if (this.editor.isOpen || event.defaultPrevented) return;
     this.editor.forget();
-    const isDone =
-      event.ctrlKey || event.metaKey ? this.#pressWithControl(event) : this.#pressAlone(event);
+    const isCommand = (event.ctrlKey || event.metaKey) && !writesSign(event);
+    const isDone = isCommand ? this.#pressWithControl(event) : this.#pressAlone(event);
     if (isDone) event.preventDefault();
   }
 
@@ -445,7 +445,7 @@ export class Grid {
   /** @param {KeyboardEvent} event */
   #pressAlone(event) {
     const { row, column } = this.#active;
-    if (event.altKey) return false;
+    if (event.altKey && !writesSign(event)) return false;
     if (event.shiftKey && (event.key === "ArrowUp" || event.key === "ArrowDown"))
       return this.#extend(event.key === "ArrowUp" ? row - 1 : row + 1);
     switch (event.key) {
@@ -601,6 +601,11 @@ export class Grid {
     this.edit(text);
     if (this.editor.isOpen) this.editor.commit();
   }
+}
+
+/** @param {KeyboardEvent} event whether AltGr, which some systems tell as Ctrl and Alt, is held */
+function writesSign(event) {
+  return event.getModifierState("AltGraph");
 }
 
 /** @param {Column[]} columns @param {number} place whether a group of columns starts there */
