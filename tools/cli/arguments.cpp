@@ -87,7 +87,7 @@ Units readUnits(const Units& given, const CLI::App& command) {
 
 void addMessages(CLI::App& command, Commands::Notes& notes) {
   using Form = Commands::Notes::Form;
-  static const auto& forms = *new const Choices<Form>{{"text", Form::text}, {"json", Form::json}};
+  static const Choices<Form> forms = {{"text", Form::text}, {"json", Form::json}};
   const auto take = [&notes](const std::string& form) { notes.setForm(choose(forms, form)); };
   offerChoices(*command.add_option_function<std::string>(
                    "--messages", take,
@@ -108,7 +108,7 @@ void addSelectionOptions(CLI::App& command, Selection& selection) {
   command.add_flag_callback(
       "--generated", [&selection] { selection.selectGenerated(); }, "only generated foundations");
   using Part = Selection::Part;
-  static const auto& parts = *new const Choices<Part>{{"area", Part::area}, {"line", Part::line}};
+  static const Choices<Part> parts = {{"area", Part::area}, {"line", Part::line}};
   const auto take = [&selection](const std::string& part) {
     selection.selectPart(choose(parts, part));
   };

@@ -17,8 +17,8 @@ using Cells = std::vector<std::string>;
 
 constexpr std::size_t leastName = 20;
 
-const auto& legend = *new const std::vector<std::string>{
-    "* current", "gen generated", "T fails in tension", "C fails in compression", "- none"};
+const std::vector<std::string> legend = {"* current", "gen generated", "T fails in tension",
+                                         "C fails in compression", "- none"};
 
 std::string showComponent(bool isPresent, double value) {
   return isPresent ? fromNumber(value) : "-";
