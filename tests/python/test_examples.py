@@ -248,6 +248,7 @@ class TestSoilLayers:
 
 
 class TestPictures:
+    @pytest.mark.skipif("asan" in os.environ.get("LD_PRELOAD", ""), reason="what draws leaks")
     def test_all_are_drawn_again(self, tmp_path):
         pytest.importorskip("matplotlib")
         pytest.importorskip("pandas")

@@ -4,6 +4,7 @@ import copy
 import decimal
 import gc
 import math
+import os
 import re
 import subprocess
 import sys
@@ -175,7 +176,7 @@ class TestOut:
         )
         done = subprocess.run(
             [sys.executable, "-c", code, missing, call],
-            env={"PYTHONPATH": ":".join(filter(None, sys.path))},
+            env={**os.environ, "PYTHONPATH": ":".join(filter(None, sys.path))},
             stdout=subprocess.PIPE, text=True, check=True,
         )  # fmt: skip
         assert done.stdout == f"{missing} {call}() needs {missing}, which is not installed\n"
