@@ -1,10 +1,13 @@
 #include "checks/rule.h"
 
+#include <iterator>
+
 const std::vector<const Checks::Rule*>& Checks::Rules::list() {
-  static const auto& rules = *new const std::vector<const Rule*>{
+  static constexpr const Rule* all[] = {
       &unknownAttribute, &unknownElement, &misplacedElement, &secondList,     &otherVersion,
       &unreadableValue,  &infiniteValue,  &negativeValue,    &unknownFailure, &missingNumber,
       &unreadableNumber, &numberBelowOne, &sameNumber,       &missingName,    &sameName,
       &twoParts,         &unknownCurrent};
-  return rules;
+  static const auto* const rules = new std::vector<const Rule*>(std::begin(all), std::end(all));
+  return *rules;
 }

@@ -21,16 +21,18 @@ std::string tellNames() {
   return fmt::format("there are {}", fmt::join(listNames(), ", "));
 }
 
+std::vector<std::string_view> collectNames() {
+  std::vector<std::string_view> names;
+  for (const Fields::Field& field : Fields::list()) names.emplace_back(field.name);
+  names.emplace_back(currentField);
+  return names;
+}
+
 }  // namespace
 
 const std::vector<std::string_view>& listNames() {
-  static const auto& names = *new const std::vector<std::string_view>([] {
-    std::vector<std::string_view> all;
-    for (const Fields::Field& field : Fields::list()) all.emplace_back(field.name);
-    all.emplace_back(currentField);
-    return all;
-  }());
-  return names;
+  static const auto* const names = new std::vector<std::string_view>(collectNames());
+  return *names;
 }
 
 bool isName(std::string_view name) { return name == currentField || Fields::find(name) != nullptr; }
