@@ -2,8 +2,8 @@
 # Measures which lines and branches the tests reach: every one of src/ must be, and of the workbench
 # every line and 95 of 100 branches, since there the compiler has some of its own, which destroy what
 # an exception leaves. Other branches that only an exception takes are not counted; nor are those of
-# the keys that are made once, which only a second thread takes. The report of each line is
-# build/coverage/index.html.
+# the keys and lists that are made once and stay, which only a second thread takes. The report of each
+# line is build/coverage/index.html.
 # The program is left out: its tests run it where no counts can be written. Of all
 # scripts, only this one compiles sources of the workbench one by one, so that none leans on another's headers.
 set -euo pipefail
