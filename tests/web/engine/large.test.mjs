@@ -5,7 +5,7 @@ import fs from "node:fs";
 import path from "node:path";
 import { test } from "node:test";
 
-import { engine, makeFolder } from "./support.mjs";
+import { engine, makeFolder, measureMemory } from "./support.mjs";
 
 const count = 100_000;
 const mostTimes = 5; // as long as the program may opening take
@@ -74,15 +74,6 @@ test("is looked at and changed without a wait", async () => {
 });
 
 test("gives its memory back when it is closed", async () => {
-  assert.ok(globalThis.gc, "node --expose-gc");
-  const measureMemory = async () => {
-    for (let i = 0; i < 3; ++i) {
-      globalThis.gc();
-      await new Promise((resolve) => setTimeout(resolve, 20));
-    }
-    const { arrayBuffers, external, heapUsed } = process.memoryUsage();
-    return arrayBuffers + external + heapUsed;
-  };
   const use = async () => {
     const doc = await engine.open("large.xml", bytes);
     doc.set(0, "areaZ", "1");
