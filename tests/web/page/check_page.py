@@ -334,12 +334,12 @@ class Table(PageTest):
         self.assertEqual(self.page.find_all("dialog"), [])
         self.page.find(".bubble")
 
-    def test_a_cell_takes_one_value(self):
-        self.page.go_to_cell(0, "name")
-        self.paste("One\nTwo\n")
-        self.assertIn("takes one", self.page.find(".bubble").text)
-        self.assertEqual(self.page.find_all(".editor"), [])
-        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+class Clipboard(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.path = self.copy()
+        self.page.choose(self.path)
 
     def paste(self, text):
         self.page.run(f"""const data = new DataTransfer(); data.setData("text/plain", arguments[0]);
@@ -347,11 +347,69 @@ class Table(PageTest):
                 {{clipboardData: data, bubbles: true, cancelable: true}}))""", text)
         self.page.settle()
 
+    def copy_cells(self):
+        return self.page.run(f"""const data = new DataTransfer();
+            document.querySelector("{VIEW} .grid").dispatchEvent(new ClipboardEvent("copy",
+                {{clipboardData: data, bubbles: true, cancelable: true}}));
+            return data.getData("text/plain")""")
+
     def test_a_value_is_copied_and_pasted(self):
+        self.page.go_to_cell(4, "areaX")
+        self.assertEqual(self.copy_cells(), "2500")
         self.page.go_to_cell(0, "areaX")
         self.paste("4.5\n")
         self.assertEqual(self.page.read_cell(0, "areaX"), "4.5")
         self.assertEqual(self.page.read_all("#documents bdi"), ["model.xml"])
+
+    def test_a_block_of_cells_is_one_step(self):
+        self.page.go_to_cell(2, "areaX")
+        self.paste("1\t2\r\n3\t4.5\r\n")
+        self.assertIn("4 values of 2 foundations", self.page.read_notices())
+        self.shoot("pasted")
+        self.run_program("set", "model.xml", "3", "areaX=1", "areaY=2")
+        self.run_program("set", "model.xml", "4", "areaX=3", "areaY=4.5")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+        self.page.undo()
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def test_a_block_goes_to_the_rows_that_are_seen(self):
+        self.page.tick("generated", f"{VIEW} .filter")
+        self.page.go_to_cell(1, "name")
+        self.paste('"""Pad"" B"\n"C"\n')
+        self.run_program("set", "model.xml", "11", 'name="Pad" B')
+        self.run_program("set", "model.xml", "12", "name=C")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_a_block_that_cannot_be_pasted_changes_nothing(self):
+        refused = [(2, "areaX", "1\t2\n3\tx\n", 'Number 4 "Slab on dense sand": areaY cannot be "x"'),
+                   (2, "areaX", "1\t2\n3\n", "differ in length"),
+                   (11, "areaX", "1\n2\n", "do not fit"),
+                   (2, "lineFactor", "0.1\t0.2\n", "do not fit"),
+                   (0, "name", "One\nOne\n", "is taken"),
+                   (0, "number", "1\tA\n3\tB\n", "is taken")]
+        for row, key, text, sentence in refused:
+            self.page.go_to_cell(row, key)
+            self.paste(text)
+            self.assertIn(sentence, self.page.find(".bubble").text)
+            self.assertEqual(self.page.find_all(f"{VIEW} .editor, {VIEW} .top .chip"), [])
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def test_rows_that_are_selected_are_copied_and_can_be_pasted(self):
+        self.page.go_to_cell(4, "number")
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.hold([Keys.SHIFT], Keys.ARROW_DOWN)
+        text = self.copy_cells()
+        rows = [line.split("\t") for line in text.splitlines()]
+        self.assertEqual([row[:2] for row in rows],
+                         [["5", "Pile cap P1 <4 piles>"], ["6", "Sheet-pile wall, embedded"]])
+        self.page.go_to_cell(4, "number")
+        self.paste(text)
+        self.assertIn("already", self.page.read_notices())
+        self.page.press(Keys.ESCAPE)
+        self.page.go_to_cell(0, "areaX")
+        self.paste("".join("\t".join(row[3:]) + "\n" for row in rows))
+        self.assertEqual(self.page.read_cell(0, "areaZ"), "120000")
+        self.assertEqual(self.page.read_cell(1, "lineFailureX"), "compression")
 
 
 class Checking(PageTest):

@@ -21,7 +21,8 @@ export class TablePane {
     this.view = view;
     this.doc = view.doc;
     this.grid = new Grid(this.doc, {
-      set: (indexes, key, text) => this.#set(indexes, key, text),
+      set: (indexes, key, text) => this.#change(() => this.doc.set(indexes, key, text)),
+      fill: (indexes, keys, texts) => this.#fill(indexes, keys, texts),
       remove: () => view.remove(),
       undo: () => view.undo(),
       redo: () => view.redo(),
@@ -158,13 +159,24 @@ export class TablePane {
 
   /**
    * @param {number[]} indexes
-   * @param {string} key
-   * @param {string} text
+   * @param {string[]} keys
+   * @param {string[][]} texts
    */
-  #set(indexes, key, text) {
+  #fill(indexes, keys, texts) {
+    return this.#change(() => {
+      const change = this.doc.fill(indexes, keys, texts);
+      tell(change.label === "" ? "These are the values already." : `Pasted: ${change.label}`);
+      return change;
+    });
+  }
+
+  /**
+   * @param {() => import("./types.js").Change} act
+   * @returns {string} why it cannot be done
+   */
+  #change(act) {
     try {
-      const change = this.doc.set(indexes, key, text);
-      this.view.took(change);
+      this.view.took(act());
       return "";
     } catch (error) {
       if (!(error instanceof EngineError)) throw error;
