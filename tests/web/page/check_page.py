@@ -611,6 +611,8 @@ class Saving(PageTest):
         self.page.find(f"{VIEW} .top .chip.warn")
         self.page.save()
         self.page.wait(lambda: not self.page.find_all(f"{VIEW} .top .chip.warn"))
+        # Whether the browser kept it, the page cannot know.
+        self.assertIn("Handed to the browser as model.xml", self.page.read_notices())
 
     def test_another_form_leaves_the_document_unsaved(self):
         self.page.set_cell(2, "areaZ", "1")
