@@ -5,6 +5,7 @@
 What is saved is compared with what the program writes. PICTURES is a folder for pictures of its states.
 """
 
+import json
 import pathlib
 import re
 import sys
@@ -250,6 +251,15 @@ class Table(PageTest):
         self.page.click("Clear", VIEW)
         self.page.tick("generated", f"{VIEW} .filter")
         self.assertEqual([number for number, _ in self.page.read_rows()], ["10", "11", "12"])
+
+    def test_names_are_looked_for_by_the_patterns_of_the_program(self):
+        for pattern in ("Found001?", "*a?t *", "*<*>", "*"):
+            fitting = self.run_program("show", "model.xml", "--format", "json", "--name", pattern)
+            names = [foundation["name"] for foundation in json.loads(fitting)["foundations"]]
+            self.page.fill("Number or name", pattern, VIEW)
+            self.assertEqual([name for _, name in self.page.read_rows()], names)
+        self.page.fill("Number or name", "Strip?", VIEW)
+        self.assertIn("whole names", self.page.read_shown(f"{VIEW} .empty"))
 
     def test_numbers_that_are_none_are_told(self):
         self.page.fill("Numbers", "3,x", VIEW)
