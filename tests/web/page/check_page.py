@@ -77,6 +77,24 @@ class Opening(PageTest):
             self.page.click(name, "#documents")
             self.assertEqual(self.page.save(), (name, (EXAMPLES / name).read_bytes()))
 
+    def test_documents_of_the_same_name_are_told_apart(self):
+        other = self.folder / "other"
+        other.mkdir()
+        path = self.write("other/model.xml", ('FZAREA="15000"', 'FZAREA="16500"'))
+        self.page.choose(MODEL, path, MODEL)
+        names = ["model.xml", "model.xml (2)", "model.xml (3)"]
+        self.page.wait(lambda: self.page.read_all("#documents bdi") == names)
+        self.assertEqual(self.page.read_shown(f"{VIEW} h1"), names[2])
+        self.page.open_tab("Compare")
+        others = f"{VIEW} .panel:not([hidden]) .filter .field:first-child option"
+        self.assertEqual(self.page.read_all(others), names[:2])
+        self.page.select("With", names[1], VIEW)
+        self.assertIn("Before: model.xml (3), after: model.xml (2)", self.page.read_shown(f"{VIEW} .result"))
+        self.assertEqual(self.page.save(), ("model.xml", MODEL.read_bytes()))
+        self.page.find("#documents .close").click()
+        self.page.choose(path)
+        self.page.wait(lambda: self.page.read_all("#documents bdi") == [*names[1:], names[0]])
+
     def test_a_document_that_is_dropped_opens(self):
         self.page.run("""const data = new DataTransfer();
             data.items.add(new File([arguments[0]], "dropped.xml"));

@@ -36,9 +36,11 @@ export class DocumentView {
   /**
    * @param {import("./engine.js").Doc} doc
    * @param {import("./workspace.js").Workspace} workspace
+   * @param {string} name what it is called here
    */
-  constructor(doc, workspace) {
+  constructor(doc, workspace, name) {
     this.doc = doc;
+    this.name = name;
     this.workspace = workspace;
     this.info = doc.info();
     this.#count = doc.count;
@@ -59,17 +61,13 @@ export class DocumentView {
     this.tabs = this.#makeTabs();
     this.element = make(
       "section",
-      { class: "document", "aria-label": this.info.name },
+      { class: "document", "aria-label": name },
       this.#makeTop(),
       this.#makeNotes(),
       this.tabs,
       ...this.#makePanels(),
     );
     this.#showState();
-  }
-
-  get name() {
-    return this.info.name;
   }
 
   /** Whether something is not saved, such as a value that is still being written. */
@@ -241,7 +239,7 @@ export class DocumentView {
         }),
       ),
     );
-    this.heading = make("h1", {}, make("bdi", {}, this.info.name));
+    this.heading = make("h1", {}, make("bdi", {}, this.name));
     this.state = make("span", { class: "chip warn", hidden: true }, "not saved");
     return make(
       "div",
