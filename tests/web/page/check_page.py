@@ -95,11 +95,27 @@ class Opening(PageTest):
         self.page.choose(path)
         self.page.wait(lambda: self.page.read_all("#documents bdi") == [*names[1:], names[0]])
 
-    def test_a_document_that_is_dropped_opens(self):
+    def drop(self):
         self.page.run("""const data = new DataTransfer();
             data.items.add(new File([arguments[0]], "dropped.xml"));
-            dispatchEvent(new DragEvent("drop", {dataTransfer: data, cancelable: true}))""",
+            for (const name of ["dragenter", "drop"])
+              dispatchEvent(new DragEvent(name, {dataTransfer: data, cancelable: true}))""",
                       MODEL.read_text(encoding="utf-8"))
+
+    def test_what_is_dropped_while_a_dialog_asks_is_refused(self):
+        self.page.choose(MODEL)
+        self.page.open_dialog("Prune")
+        self.drop()
+        self.assertIn("close this dialog first", self.page.read_shown("dialog .problem"))
+        self.shoot("dropped")
+        self.page.press(Keys.ESCAPE)
+        self.page.settle()
+        self.assertEqual(self.page.read_all("#documents bdi"), ["model.xml"])
+        self.drop()
+        self.page.wait(lambda: self.page.read_all("#documents bdi") == ["model.xml", "dropped.xml"])
+
+    def test_a_document_that_is_dropped_opens(self):
+        self.drop()
         self.page.wait(lambda: len(self.page.read_rows()) == 12)
         self.assertEqual(self.page.read_all("#documents bdi"), ["dropped.xml"])
 
