@@ -680,24 +680,20 @@ class Leaving(PageTest):
         self.page.click("Close without saving", "dialog")
         self.page.find("#start")
 
-    def asks(self):
-        return self.page.run("""const event = new Event("beforeunload", {cancelable: true});
-            dispatchEvent(event); return event.defaultPrevented""")
-
     def test_the_browser_asks_before_it_leaves(self):
-        self.assertFalse(self.asks())
+        self.assertFalse(self.page.asks())
         self.page.set_cell(2, "areaZ", "1")
-        self.assertTrue(self.asks())
+        self.assertTrue(self.page.asks())
         self.page.undo()
-        self.assertFalse(self.asks())
+        self.assertFalse(self.page.asks())
 
     def test_what_is_being_written_is_asked_about(self):
         self.page.go_to_cell(2, "areaZ")
-        self.assertFalse(self.asks())
+        self.assertFalse(self.page.asks())
         self.page.press("77")
-        self.assertTrue(self.asks())
+        self.assertTrue(self.page.asks())
         self.page.press(Keys.ESCAPE)
-        self.assertFalse(self.asks())
+        self.assertFalse(self.page.asks())
 
     def test_a_document_that_is_saved_closes_at_once(self):
         self.page.find("#documents .close").click()
@@ -781,13 +777,43 @@ class Failing(PageTest):
         self.page.run("window.fails = true")
         self.page.open_tab("Report")
         self.page.run("window.fails = false")
-        self.page.open_tab("Document")
-        self.assertEqual(self.page.read_notices().count("The engine failed at this document"), 1)
-        self.assertEqual(len(self.page.find_all("#notices .notice")), 1)
-        self.page.click("Close", "#notices")
+        self.assertIn("The engine failed at this document", self.page.read_shown(VIEW))
+        self.assertEqual(self.page.find_all("#notices .notice"), [])
         self.page.click("model.xml", "#documents")
         self.run_program("set", "model.xml", "3", "areaZ=16000.5")
         self.assertEqual(self.page.save()[1], (self.folder / "model.xml").read_bytes())
+
+
+    def fail_at(self, *paths):
+        """Opens them; the engine stops at the last one."""
+        self.page.choose(*paths)
+        self.page.set_cell(2, "areaZ", "16000.5")
+        self.page.wait(lambda: self.page.find_all(f"{VIEW} .tabs .chip"))
+        self.page.run("window.fails = true")
+        self.page.open_tab("Report")
+        self.page.run("window.fails = false")
+
+    def test_a_document_that_cannot_be_used_any_more_says_so_in_its_place(self):
+        self.fail_at(EXAMPLES / "beddings.xml", self.copy())
+        told = self.page.read_shown(VIEW)
+        self.assertIn("model.xml cannot be used any more", told)
+        self.assertIn("What was changed since it was saved is lost", told)
+        self.assertEqual(self.page.read_focus(), "Open again")
+        self.assertFalse(self.page.asks())
+        self.shoot("failed")
+        self.page.click("beddings.xml", "#documents")
+        self.page.open_tab("Compare")
+        self.assertIn("Open a second document", self.page.read_shown(VIEW))
+        self.page.click("model.xml", "#documents")
+        self.page.click("Open again", VIEW)
+        self.page.wait(lambda: len(self.page.read_rows()) == 12)
+        self.assertEqual(self.page.read_all("#documents bdi"), ["beddings.xml", "model.xml"])
+        self.assertEqual(self.page.save(), ("model.xml", MODEL.read_bytes()))
+
+    def test_a_document_that_cannot_be_used_any_more_is_closed(self):
+        self.fail_at(self.copy())
+        self.page.click("Close", VIEW)
+        self.page.find("#start")
 
 
 class Large(PageTest):

@@ -1,6 +1,6 @@
 // @ts-check
 import { make, makeButton, makeId } from "./dom.js";
-import { describe } from "./notices.js";
+import { describe, heed } from "./notices.js";
 
 /** @type {Dialog | null} the one that is open, on top where there are several */
 let open = null;
@@ -68,6 +68,7 @@ export class Dialog {
   /** @param {unknown} error */
   tell(error) {
     this.problem.replaceChildren(...describe(error));
+    heed(error);
   }
 
   #leave() {

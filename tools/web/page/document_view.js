@@ -2,6 +2,7 @@
 /** An open document: what it is, what can be done with it, and the ways to look at it. */
 
 import { count, make, makeButton, makeId, paint } from "./dom.js";
+import { EngineError } from "./engine.js";
 import { during, say, tell, tellProblem } from "./notices.js";
 import { ComparisonPane } from "./comparison_pane.js";
 import { FindingsPane } from "./findings_pane.js";
@@ -73,6 +74,17 @@ export class DocumentView {
   /** Whether something is not saved, such as a value that is still being written. */
   get isChanged() {
     return this.doc.isChanged || this.table.grid.editor.isChanged;
+  }
+
+  /** Why the document cannot be used any more; null where it can. */
+  get failure() {
+    try {
+      this.doc.info();
+      return null;
+    } catch (error) {
+      if (error instanceof EngineError && error.isFatal) return error;
+      throw error;
+    }
   }
 
   /** Another document is looked at. */

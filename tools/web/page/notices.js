@@ -21,11 +21,28 @@ export function tell(sentence) {
   setTimeout(() => notice.remove(), 1000 * seconds);
 }
 
+/** What is done about documents that the engine cannot go on with. */
+let replaceFailed = () => false;
+
+/** @param {() => boolean} act called where there may be such a document; whether it is told of then */
+export function whenEngineFails(act) {
+  replaceFailed = act;
+}
+
+/**
+ * @param {unknown} error that is to be told to the user
+ * @returns {boolean} whether that is done
+ */
+export function heed(error) {
+  return error instanceof EngineError && error.isFatal && replaceFailed();
+}
+
 /**
  * Shows what could not be done until the user has seen it.
  * @param {unknown} error
  */
 export function tellProblem(error) {
+  if (heed(error)) return;
   const notice = make("div", { class: "notice problem", role: "alert" }, ...describe(error));
   notice.append(makeButton("Close", () => notice.remove(), { class: "plain" }));
   const place = get("notices", HTMLElement);

@@ -32,6 +32,37 @@ export function makeProblem(name, error, readAgain, close) {
   );
 }
 
+/**
+ * What is shown in place of a document that the engine cannot go on with.
+ * @param {string} name
+ * @param {import("./engine.js").EngineError} error
+ * @param {boolean} wasChanged whether something was not saved
+ * @param {() => void} openAgain
+ * @param {() => void} close
+ */
+export function makeFailure(name, error, wasChanged, openAgain, close) {
+  const told = wasChanged
+    ? "It can be opened again as it was read. What was changed since it was saved is lost."
+    : "It can be opened again as it was read.";
+  return make(
+    "section",
+    { class: "unread", "aria-label": name },
+    make(
+      "div",
+      { class: "card problem", role: "alert" },
+      make("h1", {}, make("bdi", {}, name), " cannot be used any more"),
+      ...describe(error),
+      make("p", {}, told),
+    ),
+    make(
+      "p",
+      { class: "ways-on" },
+      makeButton("Open again", openAgain, { class: "primary" }),
+      makeButton("Close", close),
+    ),
+  );
+}
+
 /** @param {import("./engine.js").EngineError} error which may be about all of its line */
 function namePlace({ line, column }) {
   return column > 0 ? `Line ${line}, column ${column}` : `Line ${line}`;

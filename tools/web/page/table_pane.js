@@ -192,7 +192,7 @@ export class TablePane {
       this.view.took(act());
       return "";
     } catch (error) {
-      if (!(error instanceof EngineError)) throw error;
+      if (!(error instanceof EngineError) || error.isFatal) throw error;
       return [error.message, ...error.details].join("\n");
     }
   }

@@ -5,8 +5,8 @@ import { get, make, makeButton, makeId, count } from "./dom.js";
 import { DocumentView } from "./document_view.js";
 import { EngineError, open } from "./engine.js";
 import { choose as ask } from "./dialog.js";
-import { during, say } from "./notices.js";
-import { makeProblem } from "./problem.js";
+import { during, say, whenEngineFails } from "./notices.js";
+import { makeFailure, makeProblem } from "./problem.js";
 
 /** @typedef {import("./types.js").OpenOptions} OpenOptions */
 /**
@@ -15,6 +15,7 @@ import { makeProblem } from "./problem.js";
  * @property {string} name
  * @property {DocumentView | null} view
  * @property {HTMLElement} element
+ * @property {(options?: OpenOptions) => Promise<void>} openAgain as it was read, with other options
  */
 
 export class Workspace {
@@ -33,6 +34,7 @@ export class Workspace {
     this.files = get("files", HTMLInputElement);
     for (const event of ["change", "cancel"])
       this.files.addEventListener(event, () => this.#takeFiles());
+    whenEngineFails(() => this.#replaceFailed());
   }
 
   /** Those that could be read. */
@@ -117,20 +119,20 @@ export class Workspace {
    */
   async #read(name, bytes, options) {
     const id = makeId();
+    const openAgain = async (/** @type {OpenOptions} */ other = {}) => {
+      await this.close(id);
+      await this.openBytes(name, bytes, { ...options, ...other });
+    };
     try {
       const doc = await open(name, bytes, options);
       const view = new DocumentView(doc, this, this.#tellApart(doc.info().name));
       say(`${view.name}: ${count(doc.count, "foundation")}`);
-      return { id, name: view.name, view, element: view.element };
+      return { id, name: view.name, view, element: view.element, openAgain };
     } catch (error) {
       if (!(error instanceof EngineError)) throw error;
-      const again = async (/** @type {OpenOptions} */ other) => {
-        await this.close(id);
-        await this.openBytes(name, bytes, { ...options, ...other });
-      };
       const apart = this.#tellApart(name);
-      const element = makeProblem(apart, error, again, () => this.close(id));
-      return { id, name: apart, view: null, element };
+      const element = makeProblem(apart, error, openAgain, () => this.close(id));
+      return { id, name: apart, view: null, element, openAgain };
     }
   }
 
@@ -146,6 +148,29 @@ export class Workspace {
     return apart;
   }
 
+  /**
+   * Where the document that is looked at cannot be used any more, what tells so takes its place.
+   * @returns {boolean} whether it does
+   */
+  #replaceFailed() {
+    const entry = this.current;
+    const failure = entry?.view?.failure;
+    if (!entry?.view || !failure) return false;
+    const element = makeFailure(
+      entry.name,
+      failure,
+      entry.view.isChanged,
+      () => entry.openAgain(),
+      () => this.close(entry.id),
+    );
+    entry.element.replaceWith(element);
+    entry.view.close();
+    Object.assign(entry, { view: null, element });
+    this.refresh();
+    if (document.activeElement === document.body) element.querySelector("button")?.focus();
+    return true;
+  }
+
   // --- Looking
 
   /** @param {Entry | null} entry null for what one sees first */
@@ -154,6 +179,7 @@ export class Workspace {
     this.current = entry;
     for (const other of this.entries) other.element.hidden = other !== entry;
     this.start.hidden = entry !== null;
+    this.#replaceFailed();
     this.refresh();
     document.title = entry ? `${entry.name} – KvFound` : "KvFound";
     await entry?.view?.show();
