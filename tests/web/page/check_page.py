@@ -544,9 +544,33 @@ class Looking(PageTest):
 
     def test_the_sheet_that_is_printed_holds_all_foundations(self):
         self.page.choose(MODEL)
-        sheet = self.page.run("""dispatchEvent(new Event("beforeprint"));
-            return document.querySelectorAll("#sheet tbody tr").length""")
-        self.assertEqual(sheet, 12)
+        self.page.wait(lambda: self.page.find_all(f"{VIEW} .tabs .chip"))
+        self.print()
+        self.assertEqual(len(self.page.read_all("#sheet tbody tr")), 12)
+        self.assertEqual(self.page.read_all("#sheet .current td:nth-child(2)"), ["Raft on stiff clay"])
+        self.assertRegex(self.page.read("#sheet p"), r"12 foundations · .* · printed \d{4}-\d\d-\d\d \d\d:\d\d$")
+        self.assertIn("The check finds nothing.", self.page.read_all("#sheet > p"))
+        self.assertEqual(self.page.read_all("#sheet thead tr:first-child th"), ["", "Area", "Line"])
+        self.assertIn("zkN/m³", self.page.read_all("#sheet thead th"))
+
+    def print(self):
+        self.page.run('dispatchEvent(new Event("beforeprint"))')
+
+    def test_the_sheet_tells_what_is_not_saved_and_not_shown(self):
+        self.page.choose(self.write('a "b\\.xml', ('FZAREA="62500"', 'FZAREA="-1"')))
+        self.page.wait(lambda: self.page.find_all(f"{VIEW} .tabs .chip"))
+        self.page.tick("generated", f"{VIEW} .filter")
+        self.page.set_cell(1, "areaZ", "5")
+        self.print()
+        told = self.page.read("#sheet")
+        for part in ("changed, and not saved", "3 of 12 foundations", "Not checked since it was changed."):
+            self.assertIn(part, told)
+        self.assertEqual(self.page.read_all("#sheet .changed"), ["5"])
+        self.page.open_tab("Findings")
+        self.print()
+        self.assertIn("FZAREA", self.page.read("#sheet ol"))
+        foot = self.page.run("return getComputedStyle(document.documentElement).getPropertyValue('--printed')")
+        self.assertRegex(foot, r'^"a.\\"b\\\\\.xml')
 
 
 class Merging(PageTest):

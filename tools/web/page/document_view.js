@@ -76,6 +76,11 @@ export class DocumentView {
     return this.doc.isChanged || this.table.grid.editor.isChanged;
   }
 
+  /** Whether the findings are those of the document as it stands. */
+  get isChecked() {
+    return this.#isChecked;
+  }
+
   /** Why the document cannot be used any more; null where it can. */
   get failure() {
     try {
