@@ -829,6 +829,44 @@ class Access(PageTest):
         self.page.press(Keys.ESCAPE)
         self.assertEqual(self.page.read_focus(), "Add …")
 
+    def test_a_document_that_is_shown_leaves_the_focus_where_one_went(self):
+        self.page.choose(self.copy())
+        self.page.choose(EXAMPLES / "beddings.xml")
+        focused = self.page.browser.run_async(f"""const done = arguments[0];
+            const button = document.querySelector("#documents button.open");
+            button.focus();
+            button.click();
+            const first = document.activeElement.querySelector("bdi")?.textContent;
+            document.querySelector("{VIEW} .grid").focus();
+            setTimeout(() => done([first, document.activeElement.className]), 500)""")
+        self.assertEqual(focused, ["model.xml", "grid"])
+
+    def test_the_list_of_documents_keeps_the_focus_while_it_changes(self):
+        self.page.choose(MODEL)
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.run("document.querySelector('#documents .close').focus()")
+        self.page.undo()
+        self.assertEqual(self.page.run("return document.activeElement.ariaLabel"), "Close model.xml")
+
+    def test_what_is_told_for_a_while_is_in_nobodys_way(self):
+        self.page.choose(MODEL)
+        self.page.click("Select shown", VIEW)
+        top = self.page.run("""const place = document.querySelector(".notice").getBoundingClientRect();
+            return document.elementFromPoint(place.x + place.width / 2, place.y + place.height / 2)
+                .closest("#notices") === null""")
+        self.assertTrue(top)
+
+    def test_a_dialog_gives_the_focus_back_once(self):
+        self.page.choose(MODEL)
+        self.page.open_dialog("Save")
+        # The browser tells of the end of a dialog a little later, when the user may be elsewhere.
+        focused = self.page.browser.run_async(f"""const done = arguments[0];
+            const dialog = document.querySelector("dialog");
+            dialog.addEventListener("close", () => setTimeout(() => done(document.activeElement.className)));
+            dialog.close();
+            document.querySelector("{VIEW} .grid").focus()""")
+        self.assertEqual(focused, "grid")
+
 
 class Starting(PageTest):
     def test_the_page_is_ready_soon(self):

@@ -42,7 +42,9 @@ export class Dialog {
     this.element.showModal();
     return new Promise((resolve) => {
       this.#answer = (isDone) => {
-        if (before instanceof HTMLElement && before.isConnected) before.focus();
+        // The browser gave it back at once; since then a quick user may have gone elsewhere.
+        const isLost = document.activeElement === document.body;
+        if (isLost && before instanceof HTMLElement && before.isConnected) before.focus();
         resolve(isDone);
       };
     });

@@ -152,17 +152,17 @@ export class Workspace {
   /** Shows which documents are open and which of them are not saved. */
   refresh() {
     const items = this.entries.map((entry) => this.#makeItem(entry));
+    const listButtons = () => [...this.list.querySelectorAll("button")];
+    const focused = listButtons().findIndex((button) => button === document.activeElement);
     this.list.hidden = items.length === 0;
     this.list.replaceChildren(make("ul", {}, ...items));
+    listButtons()[focused]?.focus();
   }
 
   /** @param {Entry} entry */
   #makeItem(entry) {
     const isCurrent = entry === this.current;
-    const button = makeButton("", () => this.show(entry).then(() => this.#focus(entry)), {
-      class: "open",
-      title: entry.name,
-    });
+    const button = makeButton("", () => this.show(entry), { class: "open", title: entry.name });
     if (isCurrent) button.setAttribute("aria-current", "true");
     button.append(make("bdi", {}, entry.name));
     if (!entry.view) button.append(make("span", { class: "chip error" }, "error"));
@@ -182,10 +182,7 @@ export class Workspace {
     return make("li", { class: isCurrent ? "current" : "" }, button, close);
   }
 
-  /**
-   * The list was made anew, so what had the focus is gone.
-   * @param {Entry} entry
-   */
+  /** @param {Entry} entry */
   #focus(entry) {
     const place = this.entries.indexOf(entry);
     const button = this.list.querySelectorAll("button.open")[place];
@@ -204,10 +201,11 @@ export class Workspace {
     entry.view?.close();
     say(`${entry.name} closed`);
     const next = this.entries[Math.min(place, this.entries.length - 1)] ?? null;
-    if (this.current === entry) await this.show(next);
-    else this.refresh();
+    const shown = this.current === entry ? this.show(next) : this.refresh();
+    // At once: while the next one is checked, one may go elsewhere.
     if (next) this.#focus(next);
     else get("choose", HTMLElement).focus();
+    await shown;
   }
 
   /** @param {Entry} entry */
