@@ -389,6 +389,15 @@ class Checking(PageTest):
         self.page.set_cell(3, "areaX", "8000")
         self.page.wait(lambda: self.page.read_all(f"{VIEW} .tabs .chip") == [str(int(before[0]) - 1)])
 
+    def test_rows_stay_while_findings_come(self):
+        self.page.set_cell(2, "areaX", "-1")
+        self.page.run(f"""window.cell = document.querySelector('{VIEW} [data-row="5"] .name')""")
+        flag = f'{VIEW} [data-row="2"] .flag'
+        self.page.wait(lambda: self.page.find_all(flag))
+        self.assertTrue(self.page.run("return window.cell.isConnected"))
+        self.page.undo()
+        self.page.wait(lambda: not self.page.find_all(flag))
+
 
 class Looking(PageTest):
     def test_the_document_shows_as_it_would_be_saved(self):

@@ -94,7 +94,8 @@ export class Grid {
   /** @param {Map<number, number>} findings how many are about each row */
   setFindings(findings) {
     this.#findings = findings;
-    if (!this.editor.isOpen) this.refresh();
+    if (this.element.clientHeight > 0) this.#drawTicks();
+    else if (!this.editor.isOpen) this.refresh();
   }
 
   /** Rows that are selected, in the order of the document. */
@@ -244,6 +245,17 @@ export class Grid {
     );
     this.#mark(element, position);
     return element;
+  }
+
+  /** Leaves the rest of the rows alone, where one may just be clicking or writing. */
+  #drawTicks() {
+    const elements = /** @type {HTMLElement[]} */ ([...this.layer.children]);
+    const positions = elements.map((element) => Number(element.dataset.row));
+    const rows = this.doc.rows(positions.map((position) => this.#order[position]));
+    rows.forEach((row, i) =>
+      elements[i].firstElementChild?.replaceWith(this.#makeTick(row, positions[i])),
+    );
+    this.#showActive();
   }
 
   /** @param {Row} row @param {number} position */
