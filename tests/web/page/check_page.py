@@ -7,6 +7,7 @@ What is saved is compared with what the program writes. PICTURES is a folder for
 
 import pathlib
 import re
+import statistics
 import sys
 import tempfile
 import time
@@ -745,6 +746,29 @@ class Failing(PageTest):
         self.assertEqual(self.page.save()[1], (self.folder / "model.xml").read_bytes())
 
 
+TOP = f'return document.querySelector("{VIEW} .grid").scrollTop'
+
+# Writes down when pictures are drawn, and whether there are rows at the top, in the middle and at the end.
+RECORD = f"""
+    const recorded = window.recorded = {{times: [], gaps: 0, isDone: false}};
+    const place = document.querySelector("{VIEW} .grid").getBoundingClientRect();
+    const head = document.querySelector("{VIEW} .head").getBoundingClientRect().height;
+    const heights = [place.top + head + 5, place.top + place.height / 2, place.bottom - 5];
+    const look = () => {{
+      const shown = heights.map(y => document.elementFromPoint(place.left + 200, y)?.closest("[data-row]"));
+      if (shown.includes(null)) ++recorded.gaps;
+    }};
+    let last = performance.now();
+    const step = () => {{
+      const now = performance.now();
+      recorded.times.push(now - last);
+      last = now;
+      setTimeout(look); // when all that belongs to this picture is done
+      if (!recorded.isDone) requestAnimationFrame(step);
+    }};
+    requestAnimationFrame(step)"""
+
+
 class Large(PageTest):
     def write_large(self):
         rows = "".join(f'<FOUND NUMBER="{i}" NAME="Pad {i}" FXAREA="1" FYAREA="2" FZAREA="{1000 + i}"/>\n'
@@ -776,19 +800,40 @@ class Large(PageTest):
         shown = self.page.read_rows()
         self.assertEqual(shown[-1], ["100000", "Pad 100000"])
         self.assertLess(len(shown), 100)
-        median = self.page.browser.run_async(f"""const done = arguments[0], times = [];
-            const grid = document.querySelector("{VIEW} .grid");
-            let last = performance.now();
-            const step = () => {{
-              times.push(performance.now() - last);
-              last = performance.now();
-              grid.scrollTop -= 3000;
-              if (times.length < 90) requestAnimationFrame(step);
-              else done(times.sort((a, b) => a - b)[45]);
-            }};
-            requestAnimationFrame(step)""")
-        self.assertLess(median, 100)  # ms a picture, on a machine that does other things as well
 
+    def test_many_foundations_scroll_smoothly(self):
+        self.page.choose(self.write_large())
+        self.page.go_to_cell(0, "name")
+        for scroll in (self.turn_wheel, self.press_page_keys):
+            self.require_smooth(scroll)
+
+    def turn_wheel(self):
+        for distance in (-12000, 6000):
+            self.page.browser.command("Input.synthesizeScrollGesture", x=640, y=500, yDistance=distance,
+                                      speed=12000, gestureSourceType="mouse")
+
+    def press_page_keys(self):
+        self.page.press(*[Keys.PAGE_DOWN] * 40, *[Keys.PAGE_UP] * 20, *[Keys.ARROW_DOWN] * 40)
+
+    def require_smooth(self, scroll):
+        """In the best of some tries; longer only by as much as the machine does other things as well."""
+        for _ in range(5):
+            bound = 34 * measure_crowd()
+            before = self.page.run(TOP)
+            median, slowest, gaps = self.record(scroll)
+            self.assertNotEqual(self.page.run(TOP), before)
+            self.assertEqual(gaps, 0, "pictures without rows")
+            if median <= bound and slowest <= 10 * bound:
+                return
+        self.fail(f"a picture takes {median} ms, the slowest {slowest} ms, with a bound of {bound} ms")
+
+    def record(self, act):
+        """The median and the longest time in ms from picture to picture, and how many lack rows."""
+        self.page.run(RECORD)
+        act()
+        times, gaps = self.page.run("window.recorded.isDone = true; return [recorded.times, recorded.gaps]")
+        self.assertGreater(len(times), 5)
+        return statistics.median(times), max(times), gaps
 
     def test_memory_goes_back_when_documents_are_closed(self):
         path = self.write_large()
@@ -936,7 +981,19 @@ class Access(PageTest):
 
 class Starting(PageTest):
     def test_the_page_is_ready_soon(self):
-        self.assertLess(self.page.run("return performance.now()"), 1500 * 2)  # a slow machine
+        times = []
+        while not times or (min(times) > 1500 and len(times) < 5):
+            self.page.load()
+            times.append(self.page.run("return performance.now()"))  # since its loading began
+        self.assertLessEqual(min(times), 1500)  # ms
+
+
+def measure_crowd():
+    """How many times as long as alone something takes just now, where others use the machine as well."""
+    start, own = time.monotonic(), time.process_time()
+    while time.process_time() - own < 0.2:
+        pass
+    return max(1, (time.monotonic() - start) / (time.process_time() - own))
 
 
 def strip_time(page):
