@@ -5,8 +5,10 @@
 What is saved is compared with what the program writes. PICTURES is a folder for pictures of its states.
 """
 
+import json
 import pathlib
 import re
+import statistics
 import sys
 import tempfile
 import time
@@ -21,6 +23,38 @@ ODD = [  # what the check finds something about, and a name that is markup
     ('NUMBER="4" NAME="Slab on dense sand" FXAREA="8000"',
      'NUMBER="3" NAME="' + MARKUP.replace("<", "&lt;") + '" FXAREA="-8000"'),
     ('FZAREA="62500"', 'FZAREA="6e99999"')]
+
+# Gives for every open document its name, the page's title, what is said of it, and what should not be there.
+LOOK_AND_CLOSE = f"""
+    const done = arguments[0];
+    const known = document.querySelectorAll("script, style").length;
+    const working = document.getElementById("working");
+    const paint = () => new Promise(resolve => requestAnimationFrame(() => setTimeout(resolve)));
+    const settle = async () => {{ do await paint(); while (!working.hidden); }};
+    const look = async () => {{
+      const name = document.querySelector("#documents .current bdi").textContent;
+      const view = document.querySelector("{VIEW}");
+      for (const tab of [...view.querySelectorAll("[role=tab]")].reverse()) {{
+        tab.click();
+        await settle();
+      }}
+      const state = view.querySelector(".card h1, .facts span:nth-child(2)").textContent;
+      const harm = [...document.querySelectorAll("img, object, embed, dialog, .notice, form[action], main script")];
+      if (document.querySelectorAll("script, style").length !== known) harm.push(document.head);
+      return [name, document.title, state, harm.map(element => element.outerHTML)];
+    }};
+    const lookAtAll = async () => {{
+      const shown = [];
+      while (document.querySelector("#documents .open")) {{
+        document.querySelector("#documents .open").click();
+        await settle();
+        shown.push(await look());
+        document.querySelector("#documents .current .close").click();
+        await settle();
+      }}
+      return shown;
+    }};
+    lookAtAll().then(done, error => done([["", "", String(error), []]]));"""
 
 
 class PageTest(unittest.TestCase):
@@ -76,11 +110,45 @@ class Opening(PageTest):
             self.page.click(name, "#documents")
             self.assertEqual(self.page.save(), (name, (EXAMPLES / name).read_bytes()))
 
-    def test_a_document_that_is_dropped_opens(self):
+    def test_documents_of_the_same_name_are_told_apart(self):
+        other = self.folder / "other"
+        other.mkdir()
+        path = self.write("other/model.xml", ('FZAREA="15000"', 'FZAREA="16500"'))
+        self.page.choose(MODEL, path, MODEL)
+        names = ["model.xml", "model.xml (2)", "model.xml (3)"]
+        self.page.wait(lambda: self.page.read_all("#documents bdi") == names)
+        self.assertEqual(self.page.read_shown(f"{VIEW} h1"), names[2])
+        self.page.open_tab("Compare")
+        others = f"{VIEW} .panel:not([hidden]) .filter .field:first-child option"
+        self.assertEqual(self.page.read_all(others), names[:2])
+        self.page.select("With", names[1], VIEW)
+        self.assertIn("Before: model.xml (3), after: model.xml (2)", self.page.read_shown(f"{VIEW} .result"))
+        self.assertEqual(self.page.save(), ("model.xml", MODEL.read_bytes()))
+        self.page.find("#documents .close").click()
+        self.page.choose(path)
+        self.page.wait(lambda: self.page.read_all("#documents bdi") == [*names[1:], names[0]])
+
+    def drop(self):
         self.page.run("""const data = new DataTransfer();
             data.items.add(new File([arguments[0]], "dropped.xml"));
-            dispatchEvent(new DragEvent("drop", {dataTransfer: data, cancelable: true}))""",
+            for (const name of ["dragenter", "drop"])
+              dispatchEvent(new DragEvent(name, {dataTransfer: data, cancelable: true}))""",
                       MODEL.read_text(encoding="utf-8"))
+
+    def test_what_is_dropped_while_a_dialog_asks_is_refused(self):
+        self.page.choose(MODEL)
+        self.page.open_dialog("Prune")
+        self.drop()
+        self.assertIn("close this dialog first", self.page.read_shown("dialog .problem"))
+        self.shoot("dropped")
+        self.page.press(Keys.ESCAPE)
+        self.page.settle()
+        self.assertEqual(self.page.read_all("#documents bdi"), ["model.xml"])
+        self.drop()
+        self.page.wait(lambda: self.page.read_all("#documents bdi") == ["model.xml", "dropped.xml"])
+
+    def test_a_document_that_is_dropped_opens(self):
+        self.drop()
         self.page.wait(lambda: len(self.page.read_rows()) == 12)
         self.assertEqual(self.page.read_all("#documents bdi"), ["dropped.xml"])
 
@@ -251,6 +319,15 @@ class Table(PageTest):
         self.page.tick("generated", f"{VIEW} .filter")
         self.assertEqual([number for number, _ in self.page.read_rows()], ["10", "11", "12"])
 
+    def test_names_are_looked_for_by_the_patterns_of_the_program(self):
+        for pattern in ("Found001?", "*a?t *", "*<*>", "*"):
+            fitting = self.run_program("show", "model.xml", "--format", "json", "--name", pattern)
+            names = [foundation["name"] for foundation in json.loads(fitting)["foundations"]]
+            self.page.fill("Number or name", pattern, VIEW)
+            self.assertEqual([name for _, name in self.page.read_rows()], names)
+        self.page.fill("Number or name", "Strip?", VIEW)
+        self.assertIn("whole names", self.page.read_shown(f"{VIEW} .empty"))
+
     def test_numbers_that_are_none_are_told(self):
         self.page.fill("Numbers", "3,x", VIEW)
         self.assertIn("3,x", self.page.read_shown(f"{VIEW} output"))
@@ -309,7 +386,7 @@ class Table(PageTest):
         self.refuse_value()
         self.page.open_tab("Findings")
         self.assertEqual(self.page.find_all(".bubble"), [])
-        self.page.open_tab("Foundations")
+        self.page.open_tab("Table")
         self.page.run(f'document.querySelector("{VIEW} .grid").focus()')
         self.hold_all_and_write("7")
         self.assertEqual(self.page.read_cell(2, "areaZ"), "7")
@@ -334,12 +411,12 @@ class Table(PageTest):
         self.assertEqual(self.page.find_all("dialog"), [])
         self.page.find(".bubble")
 
-    def test_a_cell_takes_one_value(self):
-        self.page.go_to_cell(0, "name")
-        self.paste("One\nTwo\n")
-        self.assertIn("takes one", self.page.find(".bubble").text)
-        self.assertEqual(self.page.find_all(".editor"), [])
-        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+class Clipboard(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.path = self.copy()
+        self.page.choose(self.path)
 
     def paste(self, text):
         self.page.run(f"""const data = new DataTransfer(); data.setData("text/plain", arguments[0]);
@@ -347,11 +424,69 @@ class Table(PageTest):
                 {{clipboardData: data, bubbles: true, cancelable: true}}))""", text)
         self.page.settle()
 
+    def copy_cells(self):
+        return self.page.run(f"""const data = new DataTransfer();
+            document.querySelector("{VIEW} .grid").dispatchEvent(new ClipboardEvent("copy",
+                {{clipboardData: data, bubbles: true, cancelable: true}}));
+            return data.getData("text/plain")""")
+
     def test_a_value_is_copied_and_pasted(self):
+        self.page.go_to_cell(4, "areaX")
+        self.assertEqual(self.copy_cells(), "2500")
         self.page.go_to_cell(0, "areaX")
         self.paste("4.5\n")
         self.assertEqual(self.page.read_cell(0, "areaX"), "4.5")
         self.assertEqual(self.page.read_all("#documents bdi"), ["model.xml"])
+
+    def test_a_block_of_cells_is_one_step(self):
+        self.page.go_to_cell(2, "areaX")
+        self.paste("1\t2\r\n3\t4.5\r\n")
+        self.assertIn("4 values of 2 foundations", self.page.read_notices())
+        self.shoot("pasted")
+        self.run_program("set", "model.xml", "3", "areaX=1", "areaY=2")
+        self.run_program("set", "model.xml", "4", "areaX=3", "areaY=4.5")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+        self.page.undo()
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def test_a_block_goes_to_the_rows_that_are_seen(self):
+        self.page.tick("generated", f"{VIEW} .filter")
+        self.page.go_to_cell(1, "name")
+        self.paste('"""Pad"" B"\n"C"\n')
+        self.run_program("set", "model.xml", "11", 'name="Pad" B')
+        self.run_program("set", "model.xml", "12", "name=C")
+        self.assertEqual(self.page.save()[1], self.path.read_bytes())
+
+    def test_a_block_that_cannot_be_pasted_changes_nothing(self):
+        refused = [(2, "areaX", "1\t2\n3\tx\n", 'Number 4 "Slab on dense sand": areaY cannot be "x"'),
+                   (2, "areaX", "1\t2\n3\n", "differ in length"),
+                   (11, "areaX", "1\n2\n", "do not fit"),
+                   (2, "lineFactor", "0.1\t0.2\n", "do not fit"),
+                   (0, "name", "One\nOne\n", "is taken"),
+                   (0, "number", "1\tA\n3\tB\n", "is taken")]
+        for row, key, text, sentence in refused:
+            self.page.go_to_cell(row, key)
+            self.paste(text)
+            self.assertIn(sentence, self.page.find(".bubble").text)
+            self.assertEqual(self.page.find_all(f"{VIEW} .editor, {VIEW} .top .chip"), [])
+        self.assertEqual(self.page.save()[1], MODEL.read_bytes())
+
+    def test_rows_that_are_selected_are_copied_and_can_be_pasted(self):
+        self.page.go_to_cell(4, "number")
+        self.page.hold([Keys.SHIFT], Keys.SPACE)
+        self.page.hold([Keys.SHIFT], Keys.ARROW_DOWN)
+        text = self.copy_cells()
+        rows = [line.split("\t") for line in text.splitlines()]
+        self.assertEqual([row[:2] for row in rows],
+                         [["5", "Pile cap P1 <4 piles>"], ["6", "Sheet-pile wall, embedded"]])
+        self.page.go_to_cell(4, "number")
+        self.paste(text)
+        self.assertIn("already", self.page.read_notices())
+        self.page.press(Keys.ESCAPE)
+        self.page.go_to_cell(0, "areaX")
+        self.paste("".join("\t".join(row[3:]) + "\n" for row in rows))
+        self.assertEqual(self.page.read_cell(0, "areaZ"), "120000")
+        self.assertEqual(self.page.read_cell(1, "lineFailureX"), "compression")
 
 
 class Checking(PageTest):
@@ -388,6 +523,15 @@ class Checking(PageTest):
         before = self.page.wait(lambda: self.page.read_all(f"{VIEW} .tabs .chip"))
         self.page.set_cell(3, "areaX", "8000")
         self.page.wait(lambda: self.page.read_all(f"{VIEW} .tabs .chip") == [str(int(before[0]) - 1)])
+
+    def test_rows_stay_while_findings_come(self):
+        self.page.set_cell(2, "areaX", "-1")
+        self.page.run(f"""window.cell = document.querySelector('{VIEW} [data-row="5"] .name')""")
+        flag = f'{VIEW} [data-row="2"] .flag'
+        self.page.wait(lambda: self.page.find_all(flag))
+        self.assertTrue(self.page.run("return window.cell.isConnected"))
+        self.page.undo()
+        self.page.wait(lambda: not self.page.find_all(flag))
 
 
 class Looking(PageTest):
@@ -442,9 +586,33 @@ class Looking(PageTest):
 
     def test_the_sheet_that_is_printed_holds_all_foundations(self):
         self.page.choose(MODEL)
-        sheet = self.page.run("""dispatchEvent(new Event("beforeprint"));
-            return document.querySelectorAll("#sheet tbody tr").length""")
-        self.assertEqual(sheet, 12)
+        self.page.wait(lambda: self.page.find_all(f"{VIEW} .tabs .chip"))
+        self.print()
+        self.assertEqual(len(self.page.read_all("#sheet tbody tr")), 12)
+        self.assertEqual(self.page.read_all("#sheet .current td:nth-child(2)"), ["Raft on stiff clay"])
+        self.assertRegex(self.page.read("#sheet p"), r"12 foundations · .* · printed \d{4}-\d\d-\d\d \d\d:\d\d$")
+        self.assertIn("The check finds nothing.", self.page.read_all("#sheet > p"))
+        self.assertEqual(self.page.read_all("#sheet thead tr:first-child th"), ["", "Area", "Line"])
+        self.assertIn("zkN/m³", self.page.read_all("#sheet thead th"))
+
+    def print(self):
+        self.page.run('dispatchEvent(new Event("beforeprint"))')
+
+    def test_the_sheet_tells_what_is_not_saved_and_not_shown(self):
+        self.page.choose(self.write('a "b\\.xml', ('FZAREA="62500"', 'FZAREA="-1"')))
+        self.page.wait(lambda: self.page.find_all(f"{VIEW} .tabs .chip"))
+        self.page.tick("generated", f"{VIEW} .filter")
+        self.page.set_cell(1, "areaZ", "5")
+        self.print()
+        told = self.page.read("#sheet")
+        for part in ("changed, and not saved", "3 of 12 foundations", "Not checked since it was changed."):
+            self.assertIn(part, told)
+        self.assertEqual(self.page.read_all("#sheet .changed"), ["5"])
+        self.page.open_tab("Findings")
+        self.print()
+        self.assertIn("FZAREA", self.page.read("#sheet ol"))
+        foot = self.page.run("return getComputedStyle(document.documentElement).getPropertyValue('--printed')")
+        self.assertRegex(foot, r'^"a.\\"b\\\\\.xml')
 
 
 class Merging(PageTest):
@@ -553,6 +721,8 @@ class Saving(PageTest):
         self.page.find(f"{VIEW} .top .chip.warn")
         self.page.save()
         self.page.wait(lambda: not self.page.find_all(f"{VIEW} .top .chip.warn"))
+        # Whether the browser kept it, the page cannot know.
+        self.assertIn("Handed to the browser as model.xml", self.page.read_notices())
 
     def test_another_form_leaves_the_document_unsaved(self):
         self.page.set_cell(2, "areaZ", "1")
@@ -576,24 +746,20 @@ class Leaving(PageTest):
         self.page.click("Close without saving", "dialog")
         self.page.find("#start")
 
-    def asks(self):
-        return self.page.run("""const event = new Event("beforeunload", {cancelable: true});
-            dispatchEvent(event); return event.defaultPrevented""")
-
     def test_the_browser_asks_before_it_leaves(self):
-        self.assertFalse(self.asks())
+        self.assertFalse(self.page.asks())
         self.page.set_cell(2, "areaZ", "1")
-        self.assertTrue(self.asks())
+        self.assertTrue(self.page.asks())
         self.page.undo()
-        self.assertFalse(self.asks())
+        self.assertFalse(self.page.asks())
 
     def test_what_is_being_written_is_asked_about(self):
         self.page.go_to_cell(2, "areaZ")
-        self.assertFalse(self.asks())
+        self.assertFalse(self.page.asks())
         self.page.press("77")
-        self.assertTrue(self.asks())
+        self.assertTrue(self.page.asks())
         self.page.press(Keys.ESCAPE)
-        self.assertFalse(self.asks())
+        self.assertFalse(self.page.asks())
 
     def test_a_document_that_is_saved_closes_at_once(self):
         self.page.find("#documents .close").click()
@@ -627,11 +793,28 @@ class Safety(PageTest):
         self.assertLessEqual(self.page.run("return document.documentElement.scrollWidth - innerWidth"), 0)
 
     def test_seeds_of_the_fuzzers_do_no_harm(self):
-        seeds = sorted(path for path in (ROOT / "fuzz/seeds/check").iterdir() if path.is_file())[:40]
-        self.assertTrue(seeds)
-        for seed in seeds:
-            self.page.choose(seed)
-        self.assertEqual(len(self.page.read_all("#documents li")), len(seeds))
+        places = [path for folder in ("seeds", "regressions") for path in (ROOT / "fuzz" / folder).rglob("*")
+                  if path.is_file()]
+        seeds = sorted({path.resolve() for path in places})
+        for seed in [path for path in seeds if path.parent.name == "editing"]:
+            document = self.folder / f"edited-{seed.name}"  # behind a line that says what to edit
+            document.write_bytes(seed.read_bytes().partition(b"\n")[2])
+            seeds.append(document)
+        self.assertGreater(len(seeds), 80)
+        for start in range(0, len(seeds), 25):
+            self.open_and_close(seeds[start:start + 25])
+
+    def open_and_close(self, paths):
+        """Looks at every document in every way, and closes it again."""
+        self.page.choose(*paths)
+        self.page.wait(lambda: len(self.page.read_all("#documents bdi")) == len(paths))
+        shown = self.page.browser.run_async(LOOK_AND_CLOSE)
+        self.assertEqual([name for name, *_ in shown], [path.name for path in paths])
+        for name, title, state, harm in shown:
+            self.assertEqual(title, f"{name} – KvFound")
+            self.assertRegex(state, rf"^(\d+ foundations?|{re.escape(name)} cannot be read)$")
+            self.assertEqual(harm, [], name)
+        self.assertEqual([entry["message"] for entry in self.page.driver.get_log("browser")], [])
 
     def test_ten_megabytes_of_nesting_are_an_error(self):
         path = self.folder / "deep.xml"
@@ -700,6 +883,29 @@ class Failing(PageTest):
         self.require_all_kept()
 
 
+TOP = f'return document.querySelector("{VIEW} .grid").scrollTop'
+
+# Writes down when pictures are drawn, and whether there are rows at the top, in the middle and at the end.
+RECORD = f"""
+    const recorded = window.recorded = {{times: [], gaps: 0, isDone: false}};
+    const place = document.querySelector("{VIEW} .grid").getBoundingClientRect();
+    const head = document.querySelector("{VIEW} .head").getBoundingClientRect().height;
+    const heights = [place.top + head + 5, place.top + place.height / 2, place.bottom - 5];
+    const look = () => {{
+      const shown = heights.map(y => document.elementFromPoint(place.left + 200, y)?.closest("[data-row]"));
+      if (shown.includes(null)) ++recorded.gaps;
+    }};
+    let last = performance.now();
+    const step = () => {{
+      const now = performance.now();
+      recorded.times.push(now - last);
+      last = now;
+      setTimeout(look); // when all that belongs to this picture is done
+      if (!recorded.isDone) requestAnimationFrame(step);
+    }};
+    requestAnimationFrame(step)"""
+
+
 class Large(PageTest):
     def write_large(self):
         rows = "".join(f'<FOUND NUMBER="{i}" NAME="Pad {i}" FXAREA="1" FYAREA="2" FZAREA="{1000 + i}"/>\n'
@@ -731,45 +937,73 @@ class Large(PageTest):
         shown = self.page.read_rows()
         self.assertEqual(shown[-1], ["100000", "Pad 100000"])
         self.assertLess(len(shown), 100)
-        median = self.page.browser.run_async(f"""const done = arguments[0], times = [];
-            const grid = document.querySelector("{VIEW} .grid");
-            let last = performance.now();
-            const step = () => {{
-              times.push(performance.now() - last);
-              last = performance.now();
-              grid.scrollTop -= 3000;
-              if (times.length < 90) requestAnimationFrame(step);
-              else done(times.sort((a, b) => a - b)[45]);
-            }};
-            requestAnimationFrame(step)""")
-        self.assertLess(median, 100)  # ms a picture, on a machine that does other things as well
 
+    def test_many_foundations_scroll_smoothly(self):
+        self.page.choose(self.write_large())
+        self.page.go_to_cell(0, "name")
+        for scroll in (self.turn_wheel, self.press_page_keys):
+            self.require_smooth(scroll)
+
+    def turn_wheel(self):
+        for distance in (-12000, 6000):
+            self.page.browser.command("Input.synthesizeScrollGesture", x=640, y=500, yDistance=distance,
+                                      speed=12000, gestureSourceType="mouse")
+
+    def press_page_keys(self):
+        self.page.press(*[Keys.PAGE_DOWN] * 40, *[Keys.PAGE_UP] * 20, *[Keys.ARROW_DOWN] * 40)
+
+    def require_smooth(self, scroll):
+        """In the best of some tries; longer only by as much as the machine does other things as well."""
+        for _ in range(5):
+            bound = 34 * measure_crowd()
+            before = self.page.run(TOP)
+            median, slowest, gaps = self.record(scroll)
+            self.assertNotEqual(self.page.run(TOP), before)
+            self.assertEqual(gaps, 0, "pictures without rows")
+            if median <= bound and slowest <= 10 * bound:
+                return
+        self.fail(f"a picture takes {median} ms, the slowest {slowest} ms, with a bound of {bound} ms")
+
+    def record(self, act):
+        """The median and the longest time in ms from picture to picture, and how many lack rows."""
+        self.page.run(RECORD)
+        act()
+        times, gaps = self.page.run("window.recorded.isDone = true; return [recorded.times, recorded.gaps]")
+        self.assertGreater(len(times), 5)
+        return statistics.median(times), max(times), gaps
 
     def test_memory_goes_back_when_documents_are_closed(self):
         path = self.write_large()
 
-        def open_and_close():
-            """What the document takes more than what is left when it is closed, and the latter."""
+        def open_and_close(most):
+            """What the document takes, and what is left once it is closed and no more than `most`."""
             self.page.choose(path)
             opened = self.page.measure_memory()
             self.page.find("#documents .close").click()
             self.page.find("#start")
-            closed = self.page.measure_memory()
-            return opened - closed, closed
+            closed = []
 
-        _, before = open_and_close()
+            def is_back():
+                closed.append(self.page.measure_memory())
+                return closed[-1] < most
+            self.page.wait(is_back)  # the browser takes its time where it has other things to do
+            return opened - closed[-1], closed[-1]
+
+        _, before = open_and_close(sys.maxsize)
         for _ in range(3):
-            taken, left = open_and_close()
+            taken, _ = open_and_close(before + 15_000_000)
             self.assertGreater(taken, 30_000_000)
-            self.assertLess(left, before + 15_000_000)
 
 
 class Access(PageTest):
     def assess(self, what):
         self.page.run(self.axe + "; window.axe = axe")
+        # Colours that are still changing are judged when they stand.
         found = self.page.browser.run_async("""const done = arguments[0];
-            axe.run({iframes: false}).then(({violations}) =>
-                done(violations.map(({id, nodes}) => [id, ...nodes.map(node => node.html)])))""")
+            Promise.allSettled(document.getAnimations().map(animation => animation.finished))
+                .then(() => axe.run({iframes: false}))
+                .then(({violations}) =>
+                    done(violations.map(({id, nodes}) => [id, ...nodes.map(node => node.html)])))""")
         self.assertEqual(found, [], what)
 
     def assess_states(self, prefix):
@@ -843,10 +1077,60 @@ class Access(PageTest):
         self.page.press(Keys.ESCAPE)
         self.assertEqual(self.page.read_focus(), "Add …")
 
+    def test_a_document_that_is_shown_leaves_the_focus_where_one_went(self):
+        self.page.choose(self.copy())
+        self.page.choose(EXAMPLES / "beddings.xml")
+        focused = self.page.browser.run_async(f"""const done = arguments[0];
+            const button = document.querySelector("#documents button.open");
+            button.focus();
+            button.click();
+            const first = document.activeElement.querySelector("bdi")?.textContent;
+            document.querySelector("{VIEW} .grid").focus();
+            setTimeout(() => done([first, document.activeElement.className]), 500)""")
+        self.assertEqual(focused, ["model.xml", "grid"])
+
+    def test_the_list_of_documents_keeps_the_focus_while_it_changes(self):
+        self.page.choose(MODEL)
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.run("document.querySelector('#documents .close').focus()")
+        self.page.undo()
+        self.assertEqual(self.page.run("return document.activeElement.ariaLabel"), "Close model.xml")
+
+    def test_what_is_told_for_a_while_is_in_nobodys_way(self):
+        self.page.choose(MODEL)
+        self.page.click("Select shown", VIEW)
+        top = self.page.run("""const place = document.querySelector(".notice").getBoundingClientRect();
+            return document.elementFromPoint(place.x + place.width / 2, place.y + place.height / 2)
+                .closest("#notices") === null""")
+        self.assertTrue(top)
+
+    def test_a_dialog_gives_the_focus_back_once(self):
+        self.page.choose(MODEL)
+        self.page.open_dialog("Save")
+        # The browser tells of the end of a dialog a little later, when the user may be elsewhere.
+        focused = self.page.browser.run_async(f"""const done = arguments[0];
+            const dialog = document.querySelector("dialog");
+            dialog.addEventListener("close", () => setTimeout(() => done(document.activeElement.className)));
+            dialog.close();
+            document.querySelector("{VIEW} .grid").focus()""")
+        self.assertEqual(focused, "grid")
+
 
 class Starting(PageTest):
     def test_the_page_is_ready_soon(self):
-        self.assertLess(self.page.run("return performance.now()"), 1500 * 2)  # a slow machine
+        times = []
+        while not times or (min(times) > 1500 and len(times) < 5):
+            self.page.load()
+            times.append(self.page.run("return performance.now()"))  # since its loading began
+        self.assertLessEqual(min(times), 1500)  # ms
+
+
+def measure_crowd():
+    """How many times as long as alone something takes just now, where others use the machine as well."""
+    start, own = time.monotonic(), time.process_time()
+    while time.process_time() - own < 0.2:
+        pass
+    return max(1, (time.monotonic() - start) / (time.process_time() - own))
 
 
 def strip_time(page):

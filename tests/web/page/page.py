@@ -10,6 +10,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(ROOT / "tests/cli/report_browser"))
 
+from selenium.common.exceptions import StaleElementReferenceException  # noqa: E402
 from selenium.webdriver.common.action_chains import ActionChains  # noqa: E402
 from selenium.webdriver.common.by import By  # noqa: E402
 from selenium.webdriver.common.keys import Keys  # noqa: E402
@@ -19,6 +20,9 @@ from browser import Browser  # noqa: E402
 
 PATIENCE = 30  # seconds
 VIEW = "main > section:not([hidden])"
+# The elements of a selector that are seen.
+SEEN = """[...document.querySelectorAll(arguments[0])].filter(
+    e => e.getClientRects().length > 0 && e.checkVisibility({checkOpacity: true, checkVisibilityCSS: true}))"""
 
 
 class Page:
@@ -78,8 +82,8 @@ class Page:
         self.browser.run_async("requestAnimationFrame(() => setTimeout(arguments[0], 20))")
 
     def find_all(self, selector):
-        return [element for element in self.driver.find_elements(By.CSS_SELECTOR, selector)
-                if element.is_displayed()]
+        """What can be seen, looked at in one moment: the page may just be changing."""
+        return self.run(f"return {SEEN}", selector)
 
     def find(self, selector):
         return self.wait(lambda: self.find_all(selector))[0]
@@ -107,6 +111,11 @@ class Page:
         return self.run(f"""return document.querySelector(
             `{VIEW} .grid [data-row="${{arguments[0]}}"] .${{arguments[1]}} .text`).textContent""",
                         row, key)
+
+    def asks(self):
+        """Whether it asks before it is left."""
+        return self.run("""const event = new Event("beforeunload", {cancelable: true});
+            dispatchEvent(event); return event.defaultPrevented""")
 
     def read_focus(self):
         return self.run("return document.activeElement.id || document.activeElement.textContent")
@@ -162,12 +171,18 @@ class Page:
 
     def click(self, label, within="body"):
         """Clicks the button or tab whose text starts so."""
-        def find():
-            places = f"{within} button, {within} [role=tab]"
-            fitting = [element for element in self.find_all(places)
-                       if element.text.strip().startswith(label) and element.is_enabled()]
-            return fitting[:1]
-        self.wait(find)[0].click()
+        places = f"{within} button, {within} [role=tab]"
+        script = f"return {SEEN}.find(e => !e.disabled && e.innerText.trim().startsWith(arguments[1]))"
+
+        def click():
+            try:
+                button = self.run(script, places, label)
+                if button:
+                    button.click()
+                return button
+            except StaleElementReferenceException:
+                return None  # the page made it anew
+        self.wait(click)
         self.settle()
 
     def open_tab(self, label):

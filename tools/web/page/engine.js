@@ -120,6 +120,15 @@ export class Doc {
   }
 
   /**
+   * The same of all cells of rows, in the order of columns().
+   * @param {ArrayLike<number>} indexes
+   * @returns {string[][]}
+   */
+  texts(indexes) {
+    return this.#kept.ask("texts", { indexes: Array.from(indexes) });
+  }
+
+  /**
    * The numbers of a column; NaN where there is none.
    * @param {string} key
    * @returns {Float64Array}
@@ -163,6 +172,16 @@ export class Doc {
    */
   set(indexes, key, text) {
     return this.#kept.change("set", { indexes: toArray(indexes), key, text });
+  }
+
+  /**
+   * Sets fields of rows, each to a text of its own: all of them, or none where one cannot be.
+   * @param {ArrayLike<number>} indexes of the rows, each once
+   * @param {string[]} keys
+   * @param {string[][]} texts of each row, one for each key
+   */
+  fill(indexes, keys, texts) {
+    return this.#kept.change("fill", { indexes: toArray(indexes), keys, texts });
   }
 
   /**

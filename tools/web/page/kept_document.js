@@ -18,6 +18,7 @@ import { Instance, decode, makeText } from "./instance.js";
 /** What requests do, in words; the others look at the document. */
 const deeds = new Map([
   ["set", "setting a value"],
+  ["fill", "pasting values"],
   ["add", "adding a foundation"],
   ["remove", "removing foundations"],
   ["previewPrune", "pruning"],

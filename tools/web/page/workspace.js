@@ -118,8 +118,9 @@ export class Workspace {
   async #read(name, bytes, options) {
     const id = makeId();
     try {
-      const view = new DocumentView(await open(name, bytes, options), this);
-      say(`${view.name}: ${count(view.doc.count, "foundation")}`);
+      const doc = await open(name, bytes, options);
+      const view = new DocumentView(doc, this, this.#tellApart(doc.info().name));
+      say(`${view.name}: ${count(doc.count, "foundation")}`);
       return { id, name: view.name, view, element: view.element };
     } catch (error) {
       if (!(error instanceof EngineError)) throw error;
@@ -127,13 +128,22 @@ export class Workspace {
         await this.close(id);
         await this.openBytes(name, bytes, { ...options, ...other });
       };
-      return {
-        id,
-        name,
-        view: null,
-        element: makeProblem(name, error, again, () => this.close(id)),
-      };
+      const apart = this.#tellApart(name);
+      const element = makeProblem(apart, error, again, () => this.close(id));
+      return { id, name: apart, view: null, element };
     }
+  }
+
+  /**
+   * What a document is called here: its name, with a number where another one has that.
+   * @param {string} name
+   */
+  #tellApart(name) {
+    const isTaken = (/** @type {string} */ other) =>
+      this.entries.some((entry) => entry.name === other);
+    let apart = name;
+    for (let i = 2; isTaken(apart); ++i) apart = `${name} (${i})`;
+    return apart;
   }
 
   // --- Looking
@@ -152,17 +162,17 @@ export class Workspace {
   /** Shows which documents are open and which of them are not saved. */
   refresh() {
     const items = this.entries.map((entry) => this.#makeItem(entry));
+    const listButtons = () => [...this.list.querySelectorAll("button")];
+    const focused = listButtons().findIndex((button) => button === document.activeElement);
     this.list.hidden = items.length === 0;
     this.list.replaceChildren(make("ul", {}, ...items));
+    listButtons()[focused]?.focus();
   }
 
   /** @param {Entry} entry */
   #makeItem(entry) {
     const isCurrent = entry === this.current;
-    const button = makeButton("", () => this.show(entry).then(() => this.#focus(entry)), {
-      class: "open",
-      title: entry.name,
-    });
+    const button = makeButton("", () => this.show(entry), { class: "open", title: entry.name });
     if (isCurrent) button.setAttribute("aria-current", "true");
     button.append(make("bdi", {}, entry.name));
     if (!entry.view) button.append(make("span", { class: "chip error" }, "error"));
@@ -182,10 +192,7 @@ export class Workspace {
     return make("li", { class: isCurrent ? "current" : "" }, button, close);
   }
 
-  /**
-   * The list was made anew, so what had the focus is gone.
-   * @param {Entry} entry
-   */
+  /** @param {Entry} entry */
   #focus(entry) {
     const place = this.entries.indexOf(entry);
     const button = this.list.querySelectorAll("button.open")[place];
@@ -204,10 +211,11 @@ export class Workspace {
     entry.view?.close();
     say(`${entry.name} closed`);
     const next = this.entries[Math.min(place, this.entries.length - 1)] ?? null;
-    if (this.current === entry) await this.show(next);
-    else this.refresh();
+    const shown = this.current === entry ? this.show(next) : this.refresh();
+    // At once: while the next one is checked, one may go elsewhere.
     if (next) this.#focus(next);
     else get("choose", HTMLElement).focus();
+    await shown;
   }
 
   /** @param {Entry} entry */
