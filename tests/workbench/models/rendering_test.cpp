@@ -61,6 +61,19 @@ TEST(Rendering, PutsANewOneInThePlaceOfOneWithItsNumber) {
   EXPECT_EQ(rendering.listItems(rendering.getDocument()), (std::vector<std::size_t>{1, 0, 2}));
 }
 
+TEST(Rendering, PutsNewOnesLastWhereTheOrderIsKept) {
+  const auto snapshot = openModel("a.xml", model);
+  removeFrom(*snapshot, 0);
+  addTo(*snapshot, 1, "C");
+  snapshot->keepsOrder = true;
+
+  Rendering rendering(*snapshot, {Form::legacy, {}});
+
+  const std::string& bytes = rendering.getDocument().getContent().bytes;
+  EXPECT_LT(bytes.find("NAME='B'"), bytes.find("NAME='C'")) << bytes;
+  EXPECT_EQ(bytes.find("x='y'"), bytes.npos) << bytes;
+}
+
 TEST(Rendering, RefusesANumberOrNameThatIsTaken) {
   const auto number = openModel("a.xml", model);
   addTo(*number, 2, "C");

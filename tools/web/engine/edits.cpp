@@ -82,15 +82,18 @@ Json set(Session& session, const Request& request) {
   const std::vector<std::size_t> indexes = request.getIndexes();
   Rows rows = session.getRows();
   std::set<const Foundation*> changed;
+  bool isSame = true;
   for (const std::size_t index : indexes) {
     Foundation& before = *session.getRow(index).foundation;
-    if (change.field.get(before) == change.value) continue;
+    const Fields::Value value = change.field.get(before);
+    if (value == change.value) continue;
+    isSame = isSame && Fields::areAlike(value, change.value);
     std::shared_ptr<Foundation> after = Copying::duplicate(before);
     Assigning::apply({change}, *after);
     changed.insert(after.get());
     rows[index].foundation = std::move(after);
   }
-  if (changed.empty()) return tell("", indexes);
+  if (isSame) return tell("", indexes);
   requireValid(session, rows, {change}, changed);
   requireStored(session, change.field);
   const std::string label = nameField(change.field) + " of " + describe(session, indexes);
@@ -127,12 +130,14 @@ Json add(Session& session, const Request& request) {
   std::vector<Change> changes;
   for (const auto& [key, text] : request.values.at("values").items())
     changes.push_back(Assigning::read(key, text.get<std::string>()));
-  for (const Change& change : changes) requireStored(session, change.field);
   if (!request.values.at("values").contains("name")) throw UserError("a foundation has a name");
   // The library knows what a new one is like.
   Found::FoundationManager maker;
-  std::shared_ptr<Foundation> added =
-      Copying::duplicate(*maker.giveFoundation(Foundation(), false));
+  Foundation& fresh = *maker.giveFoundation(Foundation(), false);
+  for (const Change& change : changes)
+    if (!Fields::areAlike(change.field.get(fresh), change.value))
+      requireStored(session, change.field);
+  std::shared_ptr<Foundation> added = Copying::duplicate(fresh);
   Rows rows = session.getRows();
   {
     Borrowed before(rows);

@@ -37,7 +37,7 @@ std::vector<std::string> requireMatches(KeepList& list, const Found::FoundationM
                                         bool ignoresMissing) {
   for (const Foundation* foundation : manager.getFoundations()) list.usesFoundation(foundation);
   std::vector<std::string> unmatched = describe(list.listUnmatched());
-  if (!list.hasMatched())
+  if (!unmatched.empty() && !list.hasMatched())
     throw DetailedError("names none of the foundations; nothing was removed", unmatched);
   if (!unmatched.empty() && !ignoresMissing)
     throw DetailedError("names foundations that the document lacks; nothing was removed",

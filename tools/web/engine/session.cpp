@@ -68,6 +68,7 @@ std::string Session::getName() const { return DisplayText::fromName(source->cont
 std::unique_ptr<Models::Snapshot> Session::takeSnapshot() const {
   auto snapshot = std::make_unique<Models::Snapshot>();
   snapshot->source = source;
+  snapshot->keepsOrder = true;  // as the page shows them
   snapshot->items.reserve(getRows().size());
   for (const Row& row : getRows()) {
     snapshot->add(*row.foundation, row.origin);

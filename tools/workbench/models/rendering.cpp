@@ -133,8 +133,6 @@ void Rendering::writeAnew() {
   losses.insert(losses.end(), notes.begin(), notes.end());
 }
 
-/// One that is new takes the place of one that is gone where it has its number, so that whatever
-/// else stands there stays.
 Editing::Wish Rendering::makeWish() {
   const std::vector<Foundation*>& before = base.getFoundations().getFoundations();
   std::vector<std::size_t> taken(before.size(), nowhere);
@@ -151,7 +149,7 @@ Editing::Wish Rendering::makeWish() {
   std::vector<std::size_t> last;
   for (const std::size_t item : added) {
     const auto place = vacant.find(snapshot.items[item].copy->getNumber());
-    if (place == vacant.end() || base.getForm() == Form::firstExchange) {
+    if (place == vacant.end() || snapshot.keepsOrder || base.getForm() == Form::firstExchange) {
       last.push_back(item);
       continue;
     }

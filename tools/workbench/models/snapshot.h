@@ -28,6 +28,9 @@ struct Snapshot {
 
   std::shared_ptr<const Source> source;
   std::optional<Units> units;  // that the model names from now on
+  /// Whether new ones come last even where they have the number of one that is gone; else they take
+  /// its place, so that whatever else stands there stays.
+  bool keepsOrder = false;
   Found::FoundationManager copies;
   std::vector<Item> items;
 };
