@@ -207,7 +207,10 @@ class Table(PageTest):
         self.page.choose(self.path)
 
     def test_a_value_is_set_in_place(self):
+        self.page.browser.resize(1248, 692)  # the picture is docs/browser.png
+        self.addCleanup(self.page.browser.resize, 1280, 800)
         self.page.set_cell(2, "areaZ", "16000.5")
+        self.shoot("browser")
         self.run_program("set", "model.xml", "3", "areaZ=16000.5")
         self.assertNotEqual(self.path.read_bytes(), MODEL.read_bytes())
         self.assertEqual(self.page.save(), ("model.xml", self.path.read_bytes()))

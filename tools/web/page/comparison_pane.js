@@ -3,7 +3,7 @@
 
 import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
 import { makeDifferences } from "./differences.js";
-import { during, say } from "./notices.js";
+import { during, say, tell } from "./notices.js";
 import { makeFrame } from "./report_pane.js";
 
 /** @typedef {import("./types.js").Comparison} Comparison */
@@ -72,8 +72,9 @@ export class ComparisonPane {
   async #open() {
     const opened = await this.view.workspace.choose(false);
     this.#offer();
-    if (opened) this.other.value = opened.id;
+    if (opened?.view) this.other.value = opened.id;
     await this.#compare();
+    if (opened && !opened.view) tell(`${opened.name} cannot be read: its tab tells why.`);
   }
 
   async #compare() {

@@ -315,6 +315,7 @@ export class DocumentView {
       tab.setAttribute("aria-selected", String(isCurrent));
       tab.setAttribute("tabindex", isCurrent ? "0" : "-1");
       if (this.panels) this.panels[i].hidden = !isCurrent;
+      if (isCurrent && tab instanceof HTMLElement) reveal(tab);
     });
   }
 
@@ -386,6 +387,15 @@ export class DocumentView {
     this.element.remove();
     this.doc.close();
   }
+}
+
+/** @param {HTMLElement} tab in a list that may be wider than the page */
+function reveal(tab) {
+  const list = tab.parentElement;
+  if (!list) return;
+  list.scrollLeft = Math.min(list.scrollLeft, tab.offsetLeft);
+  const end = tab.offsetLeft + tab.offsetWidth - list.clientWidth;
+  list.scrollLeft = Math.max(list.scrollLeft, end);
 }
 
 /** @param {HTMLButtonElement} button @param {string} word @param {string} label */

@@ -12,8 +12,9 @@ import { Scroller } from "./scroller.js";
 /** @typedef {import("./engine.js").Doc} Doc */
 
 /** In rem, by the kind of a column. */
-const widths = { integer: 4.5, text: 15, flag: 6.5, stiffness: 6.5, failure: 7.75, factor: 5 };
+const widths = { integer: 4, text: 14, flag: 6, stiffness: 5.75, failure: 7, factor: 4.5 };
 const tickWidth = 2.25;
+const roomy = 8; // characters that any column has room for
 const rowHeight = 2.125;
 
 export class Grid {
@@ -81,6 +82,7 @@ export class Grid {
     const last = order.length - 1;
     if (this.#active.row > last) this.#active.row = last;
     if (this.#active.row < 0 && last >= 0) this.#active.row = 0;
+    this.element.classList.toggle("bare", order.length === 0);
     this.element.setAttribute("aria-rowcount", String(order.length + 2));
     this.element.setAttribute("aria-colcount", String(this.columns.length + 1));
     this.scroller.setCount(order.length);
@@ -152,7 +154,9 @@ export class Grid {
 
   #setWidths() {
     const list = this.columns.map((column) =>
-      column.key === "name" ? "var(--name)" : `${widths[column.kind]}rem`,
+      column.key === "name"
+        ? "var(--name)"
+        : `minmax(${widths[column.kind]}rem, ${widths[column.kind]}fr)`,
     );
     const sum = this.columns.reduce(
       (total, column) => total + (column.key === "name" ? 0 : widths[column.kind]),
@@ -304,7 +308,7 @@ export class Grid {
       "aria-colindex": place + 1,
     });
     cell.append(make("span", { class: "text" }, text));
-    if (column.key === "name") cell.title = text;
+    if (column.key === "name" || text.length > roomy) cell.title = text;
     if (column.key === "name" && row.isCurrent)
       cell.append(make("span", { class: "chip" }, "current"));
     if (column.key === "name" && row.isNew) cell.append(make("span", { class: "chip" }, "new"));

@@ -2,7 +2,7 @@
 /** The document itself, line by line, as it would be saved. */
 
 import { count, make, makeButton, makeLabel } from "./dom.js";
-import { during, say } from "./notices.js";
+import { capitalise, during, say } from "./notices.js";
 import { Scroller } from "./scroller.js";
 
 const rowHeight = 1.5;
@@ -127,7 +127,7 @@ export class LinesPane {
     row.append(make("code", {}, line?.text ?? "", line?.isCut ? " …" : ""));
     if (sentences.length > 0)
       row.append(
-        make("span", { class: "remark", title: sentences.join("\n") }, sentences.join("; ")),
+        make("span", { class: "remark", title: sentences.join("\n") }, sentences.map(capitalise).join(" \u00B7 ")),
       );
     return row;
   }

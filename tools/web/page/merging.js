@@ -35,10 +35,17 @@ export async function showMerging(view) {
 
   const otherField = makeLabel("Foundations of", other);
   const ruleField = makeLabel("Where numbers or names clash", rule);
+  const fields = make(
+    "div",
+    { class: "fields" },
+    otherField,
+    ruleField,
+    makeButton("Open another …", () => open()),
+  );
   const offer = () => {
     const others = workspace.documents.filter((entry) => entry.view !== view);
     other.replaceChildren(...others.map(({ id, name }) => make("option", { value: id }, name)));
-    for (const field of [otherField, ruleField]) field.hidden = others.length === 0;
+    fields.hidden = others.length === 0;
   };
   const show = async () => {
     dialog.action.disabled = true;
@@ -46,7 +53,8 @@ export async function showMerging(view) {
     const source = workspace.find(other.value)?.view;
     if (!source) {
       preview.replaceChildren(
-        make("p", { class: "soft" }, "Open the document whose foundations are to come."),
+        make("p", {}, "Open the document whose foundations are to come."),
+        make("p", {}, makeButton("Open another …", open, { class: "primary" })),
       );
       return;
     }
@@ -62,19 +70,13 @@ export async function showMerging(view) {
   const open = async () => {
     const opened = await workspace.choose(false);
     offer();
-    if (opened) other.value = opened.id;
+    if (opened?.view) other.value = opened.id;
     await show();
+    if (opened && !opened.view) dialog.tell(`${opened.name} cannot be read: its tab tells why.`);
   };
   other.addEventListener("change", show);
   rule.addEventListener("change", show);
   dialog.element.classList.add("broad");
-  const fields = make(
-    "div",
-    { class: "fields" },
-    otherField,
-    ruleField,
-    makeButton("Open another …", open),
-  );
   dialog.body.append(fields, preview);
   offer();
   await show();

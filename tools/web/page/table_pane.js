@@ -1,6 +1,7 @@
 // @ts-check
 /** The table of foundations, and what narrows it down. */
 
+import { showAdding } from "./adding.js";
 import { count, make, makeButton, makeChoice, makeLabel, makeTick } from "./dom.js";
 import { EngineError } from "./engine.js";
 import { Grid } from "./grid.js";
@@ -67,8 +68,8 @@ export class TablePane {
       makeButton("Select shown", () => this.#selectShown()),
       this.shown,
     );
-    this.none = make("p", { class: "empty", hidden: true });
-    this.element = make("div", { class: "pane table" }, form, this.none, this.grid.element);
+    this.none = make("div", { class: "empty", hidden: true });
+    this.element = make("div", { class: "pane table" }, form, this.grid.element, this.none);
     /** @type {Int32Array} of the rows that are shown */
     this.order = new Int32Array();
   }
@@ -159,10 +160,18 @@ export class TablePane {
         ? count(total, "foundation")
         : `${order.length} of ${count(total, "foundation")}`;
     this.none.hidden = order.length > 0;
-    this.none.textContent =
-      total === 0
-        ? "The document has no foundations."
-        : `No foundation fits. ${this.#isPattern ? patternHint : ""}`;
+    if (order.length === 0) this.none.replaceChildren(...this.#describeNone());
+  }
+
+  #describeNone() {
+    if (this.doc.count === 0)
+      return [
+        make("p", {}, "The document has no foundations."),
+        makeButton("Add one …", () => showAdding(this.view)),
+      ];
+    const hints = [make("p", {}, "No foundation fits.")];
+    if (this.#isPattern) hints.push(make("p", { class: "hint" }, patternHint));
+    return [...hints, makeButton("Show all", () => this.clear())];
   }
 
   #selectShown() {

@@ -150,7 +150,10 @@ export class Workspace {
 
   /** @param {Entry | null} entry null for what one sees first */
   async show(entry) {
-    if (entry !== this.current) this.current?.view?.leave();
+    if (entry !== this.current) {
+      this.current?.view?.leave();
+      this.main.scrollTop = 0;
+    }
     this.current = entry;
     for (const other of this.entries) other.element.hidden = other !== entry;
     this.start.hidden = entry !== null;
@@ -164,8 +167,12 @@ export class Workspace {
     const items = this.entries.map((entry) => this.#makeItem(entry));
     const listButtons = () => [...this.list.querySelectorAll("button")];
     const focused = listButtons().findIndex((button) => button === document.activeElement);
+    const { scrollLeft } = this.list.firstElementChild ?? { scrollLeft: 0 };
+    const list = make("ul", {}, ...items);
     this.list.hidden = items.length === 0;
-    this.list.replaceChildren(make("ul", {}, ...items));
+    this.list.replaceChildren(list);
+    list.scrollLeft = scrollLeft;
+    list.querySelector(".current")?.scrollIntoView({ block: "nearest", inline: "nearest" });
     listButtons()[focused]?.focus();
   }
 
