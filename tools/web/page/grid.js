@@ -53,8 +53,6 @@ export class Grid {
         keydown: (/** @type {KeyboardEvent} */ event) => this.#press(event),
         focus: () => (this.editor.isOpen ? this.editor.resume() : this.#showActive()),
         blur: () => this.editor.forget(),
-        copy: (/** @type {ClipboardEvent} */ event) => this.#copy(event),
-        paste: (/** @type {ClipboardEvent} */ event) => this.#paste(event),
       },
       this.head,
       this.layer,
@@ -591,7 +589,7 @@ export class Grid {
   }
 
   /** @param {ClipboardEvent} event */
-  #copy(event) {
+  copy(event) {
     const { row, column } = this.#active;
     if (this.editor.isOpen || row < 0 || column === 0) return;
     event.clipboardData?.setData(
@@ -603,11 +601,10 @@ export class Grid {
   }
 
   /** @param {ClipboardEvent} event */
-  #paste(event) {
+  paste(event) {
     const { row, column } = this.#active;
     if (this.editor.isOpen || row < 0 || column === 0) return;
     event.preventDefault();
-    event.stopPropagation();
     const text = (event.clipboardData?.getData("text/plain") ?? "").replace(/\r?\n$/, "");
     if (/[\t\n]/.test(text)) return this.#refuse("Several values: a cell takes one.");
     this.edit(text);
