@@ -8,7 +8,8 @@ cd "$(dirname "$0")/.."
 . scripts/packages.sh
 . scripts/npm.sh
 
-install_packages "${build_packages[@]}" chromium chromium-driver firefox-esr fonts-dejavu-core python3-selenium
+install_packages "${build_packages[@]}" chromium chromium-driver firefox-esr fonts-dejavu-core \
+  poppler-utils python3-selenium
 command -v node >/dev/null || install_packages nodejs
 scripts/build-web.sh
 build=${KVFOUND_BUILD:-build/test}
@@ -26,5 +27,5 @@ install_npm_packages build/firefox puppeteer-core@24.10.0
 page=build/web/kvfound.html
 # Python as Debian has it, for which its packages are.
 /usr/bin/python3 -B tests/web/page/check_page.py "$page" "$KVFOUND_PROGRAM" "$axe" build/web-pictures
-NODE_PATH=$PWD/build/firefox/node_modules KVFOUND_PAGE=$(realpath "$page") \
+NODE_PATH=$PWD/build/firefox/node_modules KVFOUND_PAGE=$(realpath "$page") KVFOUND_AXE=$(realpath "$axe") \
   node --test tests/web/page/firefox.mjs
