@@ -3,6 +3,7 @@
 import argparse
 import collections
 import json
+import math
 import os
 import pathlib
 import random
@@ -30,6 +31,7 @@ PLATFORM_TESTS = ["tests/platform/platform_tests", "tests/xml_suite/xml_suite_te
 TABLE = re.compile(r"^constexpr [\w:]+ \w+\[\] =.*?;$", re.MULTILINE | re.DOTALL)
 TABLES_OF_DATA = "platform/src/code_pages.cpp"
 SLOW = 0.05  # seconds that a test takes which runs after all others
+WAITING = 20  # times the seconds of the processor that a test may take: it may wait for other programs
 MEMORY_LIMIT = 4 << 30  # a change can make a loop that never stops allocating
 
 
@@ -117,7 +119,9 @@ def copy_project(target):
             path.write_bytes(content)
 
 
-def limit_memory():
+def limit(seconds):
+    """What the process that calls it may take of the processor and of memory."""
+    resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
@@ -173,11 +177,12 @@ class Workshop:
                        "LOCPATH": str((self.build / "tests/locales").resolve())}
         command = [str((self.build / program).resolve()), "--gtest_fail_fast", "--gtest_brief=1",
                    f"--gtest_filter={stage.filter}", *options]
+        seconds = math.ceil(10 + 5 * stage.seconds)
         run = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=self.log,
                                stderr=subprocess.STDOUT, env=environment, cwd=self.temporary,
-                               start_new_session=True, preexec_fn=limit_memory)
+                               start_new_session=True, preexec_fn=lambda: limit(seconds))
         try:
-            return run.wait(10 + 5 * stage.seconds) == 0
+            return run.wait(WAITING * seconds) == 0
         except subprocess.TimeoutExpired:
             os.killpg(run.pid, signal.SIGKILL)
             run.wait()

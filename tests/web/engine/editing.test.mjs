@@ -127,6 +127,35 @@ test("what was saved and then taken back counts as changed", async () => {
   assert.equal(doc.isChanged, true);
 });
 
+test("a block of values is one change", async () => {
+  const { folder, doc } = await openBoth("model.xml");
+  const texts = doc.texts([4, 5]);
+  assert.deepEqual(texts[1].slice(0, 4), ["6", "Sheet-pile wall, embedded", "no", "0"]);
+  assert.equal(texts[1][doc.columns().findIndex(({ key }) => key === "lineRotationX")], "");
+  const { label } = doc.fill([1, 0], ["areaX", "areaY"], [["5", "0"], ["1", "2"]]);
+  assert.equal(label, "3 values of 2 foundations");
+  run(folder, "set", "model.xml", "2", "areaX=5");
+  run(folder, "set", "model.xml", "1", "areaX=1", "areaY=2");
+  assertSame(await doc.save(), read(folder, "model.xml"));
+  doc.undo();
+  assertSame(await doc.save(), documents.get("model.xml"));
+});
+
+test("a block may give foundations the numbers of each other", async () => {
+  const { doc } = await openBoth("model.xml");
+  doc.fill([0, 1], ["number"], [["2"], ["1"]]);
+  assert.deepEqual([...doc.values("number").slice(0, 3)], [2, 1, 3]);
+});
+
+test("a block with a value that cannot be changes nothing", async () => {
+  const { doc } = await openBoth("model.xml");
+  const error = await catchError(() => doc.fill([0, 1], ["areaX"], [["5"], ["x"]]));
+  assert.match(error.message, /^number 2 "Strip footing, axis D": areaX cannot be "x"/);
+  assert.equal(doc.undoLabel, "");
+  assert.equal(doc.fill([0], ["areaX"], [["0"]]).label, "");
+  assert.equal(doc.undoLabel, "");
+});
+
 test("a value that stays is no change", async () => {
   const { doc } = await openBoth("model.xml");
   doc.set(0, "name", doc.cell(0, "name"));

@@ -92,3 +92,14 @@ export async function catchError(call) {
 export function findNumber(doc, number) {
   return doc.values("number").indexOf(number);
 }
+
+/** The bytes that are in use, once all others have gone back. */
+export async function measureMemory() {
+  assert.ok(globalThis.gc, "node --expose-gc");
+  for (let i = 0; i < 3; ++i) {
+    globalThis.gc();
+    await new Promise((resolve) => setTimeout(resolve, 20));
+  }
+  const { arrayBuffers, external, heapUsed } = process.memoryUsage();
+  return arrayBuffers + external + heapUsed;
+}

@@ -119,6 +119,11 @@ class Page:
             `{VIEW} .grid [data-row="${{arguments[0]}}"] .${{arguments[1]}} .text`).textContent""",
                         row, key)
 
+    def asks(self):
+        """Whether it asks before it is left."""
+        return self.run("""const event = new Event("beforeunload", {cancelable: true});
+            dispatchEvent(event); return event.defaultPrevented""")
+
     def read_focus(self):
         return self.run("return document.activeElement.id || document.activeElement.textContent")
 

@@ -23,6 +23,7 @@ Json state(Session& session);
 Json columns(Session& session);
 Json rows(Session& session, const Request& request);
 Json cell(Session& session, const Request& request);
+Json texts(Session& session, const Request& request);
 std::string values(Session& session, const Request& request);
 std::string find(Session& session, const Request& request);
 std::string select(Session& session, const Request& request);
@@ -31,6 +32,7 @@ std::string sort(Session& session, const Request& request);
 // --- Changes
 
 Json set(Session& session, const Request& request);
+Json fill(Session& session, const Request& request);
 Json add(Session& session, const Request& request);
 Json remove(Session& session, const Request& request);
 Json undo(Session& session);

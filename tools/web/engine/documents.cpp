@@ -67,7 +67,8 @@ Json state(Session& session) {
   return {{"count", session.getRows().size()},
           {"isChanged", !history.isSaved()},
           {"undoLabel", history.getUndoLabel()},
-          {"redoLabel", history.getRedoLabel()}};
+          {"redoLabel", history.getRedoLabel()},
+          {"version", history.getVersion()}};
 }
 
 Json lines(Session& session, const Request& request) {

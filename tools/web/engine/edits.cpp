@@ -41,6 +41,33 @@ void requireStored(const Session& session, const Fields::Field& field) {
   throw UserError(fmt::format("this document cannot hold {}; nothing was changed", field.name));
 }
 
+/// What users write into a cell; errors tell of which foundation.
+Change readCell(const Foundation& foundation, const std::string& key, const std::string& text) {
+  try {
+    return Assigning::read(key, text);
+  } catch (const UserError& error) {
+    throw UserError(Fields::describe(foundation) + ": " + error.what());
+  }
+}
+
+/// The foundation with these texts in these fields; null where that changes nothing. Adds to
+/// `changes` what it changes.
+std::shared_ptr<Foundation> fillRow(const Session& session, Foundation& before,
+                                    const std::vector<std::string>& keys,
+                                    const std::vector<std::string>& texts,
+                                    std::vector<Change>& changes) {
+  std::shared_ptr<Foundation> after;
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    const Change change = readCell(before, keys[i], texts.at(i));
+    if (change.field.get(after ? *after : before) == change.value) continue;
+    requireStored(session, change.field);
+    if (!after) after = Copying::duplicate(before);
+    Assigning::apply({change}, *after);
+    changes.push_back(change);
+  }
+  return after;
+}
+
 void requireValid(const Session& session, const Rows& rows, const std::vector<Change>& changes,
                   const std::set<const Foundation*>& changed) {
   Assigning::requireNumbers(session.getSource().form, session.getName(), changes);
@@ -69,6 +96,31 @@ Json set(Session& session, const Request& request) {
   const std::string label = nameField(change.field) + " of " + describe(session, indexes);
   session.change(label, std::move(rows));
   return tell(label, indexes);
+}
+
+Json fill(Session& session, const Request& request) {
+  const std::vector<std::size_t> indexes = request.getIndexes();
+  const auto keys = request.values.at("keys").get<std::vector<std::string>>();
+  const auto texts = request.values.at("texts").get<std::vector<std::vector<std::string>>>();
+  Rows rows = session.getRows();
+  std::vector<Change> changes;
+  std::vector<std::size_t> places;
+  std::set<const Foundation*> changed;
+  for (std::size_t i = 0; i < indexes.size(); ++i) {
+    Foundation& before = *session.getRow(indexes[i]).foundation;
+    std::shared_ptr<Foundation> after = fillRow(session, before, keys, texts.at(i), changes);
+    if (!after) continue;
+    changed.insert(after.get());
+    places.push_back(indexes[i]);
+    rows[indexes[i]].foundation = std::move(after);
+  }
+  if (changes.empty()) return tell("", indexes);
+  requireValid(session, rows, changes, changed);
+  const std::string label = fmt::format("{} value{} of {}", changes.size(),
+                                        changes.size() == 1 ? "" : "s", describe(session, places));
+  session.change(label, std::move(rows));
+  places.resize(std::min(places.size(), mostIndexes));
+  return tell(label, places);
 }
 
 Json add(Session& session, const Request& request) {

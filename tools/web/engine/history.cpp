@@ -41,13 +41,21 @@ History::Span History::replace(std::size_t first, const Rows& gone, const Rows& 
   return {first, coming.size()};
 }
 
+void History::makeRoom(const Rows& gone, const Rows& coming) {
+  rows.reserve(rows.size() - gone.size() + coming.size());
+}
+
+// Whatever may fail comes before the first change.
+
 History::Span History::undo() {
+  makeRoom(done.back().after, done.back().before);
   undone.push_back(std::move(done.back()));
   done.pop_back();
   return replace(undone.back().first, undone.back().after, undone.back().before);
 }
 
 History::Span History::redo() {
+  makeRoom(undone.back().before, undone.back().after);
   done.push_back(std::move(undone.back()));
   undone.pop_back();
   return replace(done.back().first, done.back().before, done.back().after);

@@ -45,6 +45,7 @@ class History {
   };
 
   static Step makeStep(std::string label, const Rows& before, const Rows& after);
+  void makeRoom(const Rows& gone, const Rows& coming);
   Span replace(std::size_t first, const Rows& gone, const Rows& coming);
 
   Rows rows;

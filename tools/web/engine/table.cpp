@@ -159,6 +159,17 @@ Json cell(Session& session, const Request& request) {
   return spell(getField(request.getText("key")).get(*row.foundation));
 }
 
+Json texts(Session& session, const Request& request) {
+  Json rows = Json::array();
+  for (const std::size_t index : request.getIndexes()) {
+    Json row = Json::array();
+    for (const Fields::Field& field : Fields::list())
+      row.push_back(spell(field.get(*session.getRow(index).foundation)));
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
 std::string values(Session& session, const Request& request) {
   const Fields::Field& field = getField(request.getText("key"));
   std::vector<double> numbers;

@@ -2,10 +2,19 @@
 import { make, makeButton, makeId } from "./dom.js";
 import { describe } from "./notices.js";
 
+/** @type {Dialog | null} the one that is open, on top where there are several */
+let open = null;
+
+export function getOpenDialog() {
+  return open;
+}
+
 /** A dialog with what is asked in its body. It leaves the page when it is answered. */
 export class Dialog {
   /** @type {(answer: boolean) => void} */
   #answer = () => {};
+  /** @type {Dialog | null} below this one */
+  #below = null;
 
   /**
    * @param {string} title
@@ -38,6 +47,8 @@ export class Dialog {
   /** @returns {Promise<boolean>} whether it was done */
   show() {
     const before = document.activeElement;
+    this.#below = open;
+    open = this;
     document.body.append(this.element);
     this.element.showModal();
     return new Promise((resolve) => {
@@ -63,6 +74,7 @@ export class Dialog {
 
   #leave() {
     this.element.remove();
+    open = this.#below;
     this.#answer(this.element.returnValue === "done");
   }
 

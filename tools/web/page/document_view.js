@@ -36,9 +36,11 @@ export class DocumentView {
   /**
    * @param {import("./engine.js").Doc} doc
    * @param {import("./workspace.js").Workspace} workspace
+   * @param {string} name what it is called here
    */
-  constructor(doc, workspace) {
+  constructor(doc, workspace, name) {
     this.doc = doc;
+    this.name = name;
     this.workspace = workspace;
     this.info = doc.info();
     this.#count = doc.count;
@@ -59,7 +61,7 @@ export class DocumentView {
     this.tabs = this.#makeTabs();
     this.element = make(
       "section",
-      { class: "document", "aria-label": this.info.name },
+      { class: "document", "aria-label": name },
       this.#makeTop(),
       this.#makeNotes(),
       this.tabs,
@@ -68,13 +70,14 @@ export class DocumentView {
     this.#showState();
   }
 
-  get name() {
-    return this.info.name;
-  }
-
   /** Whether something is not saved, such as a value that is still being written. */
   get isChanged() {
     return this.doc.isChanged || this.table.grid.editor.isChanged;
+  }
+
+  /** Whether the findings are those of the document as it stands. */
+  get isChecked() {
+    return this.#isChecked;
   }
 
   /** Another document is looked at. */
@@ -241,7 +244,7 @@ export class DocumentView {
         }),
       ),
     );
-    this.heading = make("h1", {}, make("bdi", {}, this.info.name));
+    this.heading = make("h1", {}, make("bdi", {}, this.name));
     this.state = make("span", { class: "chip warn", hidden: true }, "not saved");
     return make(
       "div",

@@ -2,39 +2,20 @@
 /**
  * The one door to the engine, which is the workbench in WebAssembly: it knows all of the formats, the
  * page nothing. Each document has an instance of its own, so that its memory goes back when it is
- * closed, and no document can harm another one.
+ * closed, and no document can harm another one. Where an instance fails, another one goes on with the
+ * document as it stood.
  *
  * What tells of rows is quick and returns at once. What makes the whole document anew takes a while
  * for large ones: it returns a promise, but works on this thread. All of it throws EngineError, or
  * rejects with one; a call that fails changes nothing.
  */
 
-import { Instance, prepare } from "./instance.js";
+import { Instance, decode, makeText, prepare } from "./instance.js";
+import { KeptDocument } from "./kept_document.js";
 
-/** @typedef {import("./types.js").Excerpt} Excerpt */
+export { EngineError } from "./engine_error.js";
+
 /** @typedef {import("./types.js").Form} Form */
-
-/** Why something cannot be done, in words for the user. */
-export class EngineError extends Error {
-  /**
-   * @param {string} message a sentence, safe to show
-   * @param {{line?: number, column?: number, excerpt?: Excerpt, details?: string[], isFatal?: boolean}}
-   *   [place]
-   */
-  constructor(message, place = {}) {
-    super(message);
-    this.name = "EngineError";
-    /** In the document that cannot be read; 0 where it is about all of it. */
-    this.line = place.line ?? 0;
-    this.column = place.column ?? 0;
-    /** The line, where there is one. */
-    this.excerpt = place.excerpt ?? null;
-    /** A line each, where there is more to tell, such as all losses or clashes. */
-    this.details = place.details ?? [];
-    /** Whether the document can no longer be used. */
-    this.isFatal = place.isFatal ?? false;
-  }
-}
 
 /** The version of the program. "" until ready(). */
 export let version = "";
@@ -48,7 +29,7 @@ let knownForms = [];
  */
 export async function ready(code) {
   if (version !== "") return;
-  await prepare(code, EngineError);
+  await prepare(code);
   const instance = await Instance.create();
   const about = instance.ask("about");
   version = about.version;
@@ -63,50 +44,61 @@ export function forms() {
 /** A sample model: its name and bytes, to be opened like any other document. */
 export async function example() {
   const instance = await Instance.create();
-  return { name: "model.xml", bytes: instance.take("example") };
+  return { name: "model.xml", bytes: instance.send(makeText("example")) };
 }
 
 /**
  * @param {string} name of the file
- * @param {Uint8Array} bytes
+ * @param {Uint8Array} bytes which must stay as they are while the document is open
  * @param {import("./types.js").OpenOptions} [options]
  * @returns {Promise<Doc>}
  */
 export async function open(name, bytes, options = {}) {
-  const instance = await Instance.create();
-  instance.ask("open", { name, ...options }, bytes);
-  return new Doc(instance);
+  const kept = await KeptDocument.open({ name, ...options }, bytes);
+  await Instance.prepareSpare();
+  return new Doc(kept);
 }
 
 /** An open document: what was read, and what has changed since. */
 export class Doc {
-  /** @type {Instance} */
-  #instance;
+  /** @type {KeptDocument} */
+  #kept;
 
-  /** @param {Instance} instance */
-  constructor(instance) {
-    this.#instance = instance;
-    /** How many rows there are. */
-    this.count = 0;
-    /** Whether something is not saved. */
-    this.isChanged = false;
-    /** What undo() would undo, such as: areaZ of number 3 "Raft"; "" for nothing. */
-    this.undoLabel = "";
-    /** The same for redo(). */
-    this.redoLabel = "";
-    this.#refresh();
+  /** @param {KeptDocument} kept */
+  constructor(kept) {
+    this.#kept = kept;
+  }
+
+  /** How many rows there are. */
+  get count() {
+    return this.#kept.state.count;
+  }
+
+  /** Whether something is not saved. */
+  get isChanged() {
+    return this.#kept.state.isChanged;
+  }
+
+  /** What undo() would undo, such as: areaZ of number 3 "Raft"; "" for nothing. */
+  get undoLabel() {
+    return this.#kept.state.undoLabel;
+  }
+
+  /** The same for redo(). */
+  get redoLabel() {
+    return this.#kept.state.redoLabel;
   }
 
   /** @returns {import("./types.js").Info} */
   info() {
-    return this.#instance.ask("info");
+    return this.#kept.ask("info");
   }
 
   // --- The table
 
   /** @returns {import("./types.js").Column[]} */
   columns() {
-    return this.#instance.ask("columns");
+    return this.#kept.ask("columns");
   }
 
   /**
@@ -114,7 +106,7 @@ export class Doc {
    * @returns {import("./types.js").Row[]}
    */
   rows(indexes) {
-    return this.#instance.ask("rows", { indexes: Array.from(indexes) });
+    return this.#kept.ask("rows", { indexes: Array.from(indexes) });
   }
 
   /**
@@ -124,7 +116,16 @@ export class Doc {
    * @returns {string}
    */
   cell(index, key) {
-    return this.#instance.ask("cell", { index, key });
+    return this.#kept.ask("cell", { index, key });
+  }
+
+  /**
+   * The same of all cells of rows, in the order of columns().
+   * @param {ArrayLike<number>} indexes
+   * @returns {string[][]}
+   */
+  texts(indexes) {
+    return this.#kept.ask("texts", { indexes: Array.from(indexes) });
   }
 
   /**
@@ -133,7 +134,7 @@ export class Doc {
    * @returns {Float64Array}
    */
   values(key) {
-    return new Float64Array(this.#instance.take("values", { key }).buffer);
+    return new Float64Array(this.#kept.take("values", { key }).buffer);
   }
 
   /**
@@ -170,7 +171,17 @@ export class Doc {
    * @param {string} text as a user writes it
    */
   set(indexes, key, text) {
-    return this.#change("set", { indexes: toArray(indexes), key, text });
+    return this.#kept.change("set", { indexes: toArray(indexes), key, text });
+  }
+
+  /**
+   * Sets fields of rows, each to a text of its own: all of them, or none where one cannot be.
+   * @param {ArrayLike<number>} indexes of the rows, each once
+   * @param {string[]} keys
+   * @param {string[][]} texts of each row, one for each key
+   */
+  fill(indexes, keys, texts) {
+    return this.#kept.change("fill", { indexes: toArray(indexes), keys, texts });
   }
 
   /**
@@ -178,12 +189,12 @@ export class Doc {
    * @param {Record<string, string>} values by key, as set() takes them; the name must be among them
    */
   add(values) {
-    return this.#change("add", { values });
+    return this.#kept.change("add", { values });
   }
 
   /** @param {number | ArrayLike<number>} indexes */
   remove(indexes) {
-    return this.#change("remove", { indexes: toArray(indexes) });
+    return this.#kept.change("remove", { indexes: toArray(indexes) });
   }
 
   /**
@@ -192,7 +203,7 @@ export class Doc {
    * @returns {Promise<import("./types.js").Pruning>}
    */
   async previewPrune(options) {
-    return this.#instance.ask("previewPrune", options);
+    return this.#kept.ask("previewPrune", options);
   }
 
   /**
@@ -200,16 +211,16 @@ export class Doc {
    * @param {import("./types.js").PruneOptions} options
    */
   async prune(options) {
-    return this.#change("prune", options);
+    return this.#kept.change("prune", options);
   }
 
   /** Takes back the last change that was not taken back yet. */
   undo() {
-    return this.#change("undo");
+    return this.#kept.change("undo");
   }
 
   redo() {
-    return this.#change("redo");
+    return this.#kept.change("redo");
   }
 
   // --- The document as a whole
@@ -219,7 +230,7 @@ export class Doc {
    * @returns {Promise<import("./types.js").Finding[]>}
    */
   async check() {
-    return this.#instance.ask("check");
+    return this.#kept.ask("check");
   }
 
   /**
@@ -229,12 +240,12 @@ export class Doc {
    * @returns {Promise<{total: number, lines: import("./types.js").Line[]}>}
    */
   async lines(first, count) {
-    return this.#instance.ask("lines", { first, count });
+    return this.#kept.ask("lines", { first, count });
   }
 
   /** The page of the report, a whole HTML document that needs no network. */
   async report() {
-    return toText(this.#instance.take("report"));
+    return decode(this.#kept.take("report"));
   }
 
   // --- With another document
@@ -246,7 +257,7 @@ export class Doc {
    * @returns {Promise<import("./types.js").Comparison>}
    */
   async compare(other, options = {}) {
-    return this.#instance.ask("compare", { ...options, ...other.#describe() }, other.#export());
+    return this.#kept.ask("compare", { ...options, ...other.#describe() }, other.#export());
   }
 
   /**
@@ -256,7 +267,7 @@ export class Doc {
    */
   async comparePage(other, options = {}) {
     const request = { ...options, ...other.#describe() };
-    return toText(this.#instance.take("comparePage", request, other.#export()));
+    return decode(this.#kept.take("comparePage", request, other.#export()));
   }
 
   /**
@@ -266,7 +277,7 @@ export class Doc {
    * @returns {Promise<import("./types.js").Merging>}
    */
   async previewMerge(other, options = {}) {
-    return this.#instance.ask(
+    return this.#kept.ask(
       "previewMerge",
       { ...options, ...other.#describe() },
       other.#export(),
@@ -280,7 +291,7 @@ export class Doc {
    * @param {{onClash?: import("./types.js").OnClash}} [options]
    */
   async merge(other, options = {}) {
-    return this.#change("merge", { ...options, ...other.#describe() }, other.#export());
+    return this.#kept.change("merge", { ...options, ...other.#describe() }, other.#export());
   }
 
   // --- Saving
@@ -291,7 +302,7 @@ export class Doc {
    * @returns {Promise<string[]>}
    */
   async losses(form) {
-    return this.#instance.ask("losses", { form });
+    return this.#kept.ask("losses", { form });
   }
 
   /**
@@ -303,7 +314,7 @@ export class Doc {
    * @returns {Promise<Uint8Array>}
    */
   async save(form = "", options = {}) {
-    return this.#instance.take("save", { form, ...options });
+    return this.#kept.take("save", { form, ...options });
   }
 
   /**
@@ -312,30 +323,17 @@ export class Doc {
    * @returns {string}
    */
   suggestName(form = "") {
-    return this.#instance.ask("suggestName", { form });
+    return this.#kept.ask("suggestName", { form });
   }
 
   /** From here on the document counts as unchanged. */
   markSaved() {
-    this.#instance.ask("markSaved");
-    this.#refresh();
+    this.#kept.markSaved();
   }
 
   /** Frees all that the document takes. No other call may follow. */
   close() {
-    this.#instance.close();
-  }
-
-  /**
-   * @param {string} name
-   * @param {object} [request]
-   * @param {Uint8Array} [bytes]
-   * @returns {import("./types.js").Change}
-   */
-  #change(name, request, bytes) {
-    const change = this.#instance.ask(name, request, bytes);
-    this.#refresh();
-    return change;
+    this.#kept.close();
   }
 
   /**
@@ -343,30 +341,21 @@ export class Doc {
    * @param {object} [request]
    */
   #take(name, request) {
-    return new Int32Array(this.#instance.take(name, request).buffer);
-  }
-
-  #refresh() {
-    Object.assign(this, this.#instance.ask("state"));
+    return new Int32Array(this.#kept.take(name, request).buffer);
   }
 
   /** How another instance opens what #export() gives. */
   #describe() {
-    return { other: this.#instance.ask("describe") };
+    return { other: this.#kept.ask("describe") };
   }
 
   /** All of the document as it stands, in its own form or else as data. */
   #export() {
-    return this.#instance.take("export");
+    return this.#kept.take("export");
   }
 }
 
 /** @param {number | ArrayLike<number>} indexes */
 function toArray(indexes) {
   return typeof indexes === "number" ? [indexes] : Array.from(indexes);
-}
-
-/** @param {Uint8Array} bytes */
-function toText(bytes) {
-  return new TextDecoder().decode(bytes);
 }

@@ -2,8 +2,9 @@
 /** The table of foundations, with the keys of a spreadsheet. */
 
 import { CellEditor } from "./cell_editor.js";
-import { make, makeId } from "./dom.js";
-import { say } from "./notices.js";
+import { readCells, writeCells } from "./clipboard.js";
+import { count, make, makeId } from "./dom.js";
+import { capitalise, say, tell } from "./notices.js";
 import { Scroller } from "./scroller.js";
 
 /** @typedef {import("./types.js").Column} Column */
@@ -31,9 +32,10 @@ export class Grid {
 
   /**
    * @param {Doc} doc
-   * @param {{set: (indexes: number[], key: string, text: string) => string, remove: () => void,
+   * @param {{set: (indexes: number[], key: string, text: string) => string,
+   *   fill: (indexes: number[], keys: string[], texts: string[][]) => string, remove: () => void,
    *   undo: () => void, redo: () => void, changed: () => void, sorted: () => void}} owner
-   *   where set returns why it cannot be done
+   *   where set and fill return why it cannot be done
    */
   constructor(doc, owner) {
     this.doc = doc;
@@ -591,13 +593,17 @@ export class Grid {
   /** @param {ClipboardEvent} event */
   copy(event) {
     const { row, column } = this.#active;
-    if (this.editor.isOpen || row < 0 || column === 0) return;
-    event.clipboardData?.setData(
-      "text/plain",
-      this.doc.cell(this.#order[row], this.columns[column - 1].key),
-    );
+    if (this.editor.isOpen) return;
+    const rows = this.#order.filter((index) => this.#selected.has(index));
+    if (rows.length === 0 && (row < 0 || column === 0)) return;
+    const text =
+      rows.length > 0
+        ? writeCells(this.doc.texts(rows))
+        : this.doc.cell(this.#order[row], this.columns[column - 1].key);
+    event.clipboardData?.setData("text/plain", text);
     event.preventDefault();
-    say("Copied");
+    if (rows.length > 0) tell(`${count(rows.length, "foundation")} copied`);
+    else say("Copied");
   }
 
   /** @param {ClipboardEvent} event */
@@ -605,10 +611,29 @@ export class Grid {
     const { row, column } = this.#active;
     if (this.editor.isOpen || row < 0 || column === 0) return;
     event.preventDefault();
-    const text = (event.clipboardData?.getData("text/plain") ?? "").replace(/\r?\n$/, "");
-    if (/[\t\n]/.test(text)) return this.#refuse("Several values: a cell takes one.");
-    this.edit(text);
+    const rows = readCells(event.clipboardData?.getData("text/plain") ?? "");
+    if (rows.length > 1 || rows[0].length > 1) return this.#pasteBlock(rows);
+    this.edit(rows[0][0]);
     if (this.editor.isOpen) this.editor.commit();
+  }
+
+  /**
+   * From the active cell on.
+   * @param {string[][]} rows
+   */
+  #pasteBlock(rows) {
+    const { row, column } = this.#active;
+    const width = rows[0].length;
+    const indexes = [...this.#order.subarray(row, row + rows.length)];
+    const keys = this.columns.slice(column - 1, column - 1 + width).map(({ key }) => key);
+    if (rows.some((cells) => cells.length !== width))
+      return this.#refuse("The rows of what is pasted differ in length; nothing was pasted.");
+    if (indexes.length < rows.length || keys.length < width)
+      return this.#refuse(
+        `${count(rows.length, "row")} and ${count(width, "column")} do not fit from here on; nothing was pasted.`,
+      );
+    const problem = this.owner.fill(indexes, keys, rows);
+    if (problem !== "") this.#refuse(capitalise(problem));
   }
 }
 

@@ -4,6 +4,8 @@
  * the code, packed, in an element of its own.
  */
 
+import { EngineError } from "./engine_error.js";
+
 /**
  * @typedef {object} Exports
  * @property {WebAssembly.Memory} memory
@@ -18,16 +20,12 @@
 
 /** @type {WebAssembly.Module} */
 let module;
-/** @type {typeof import("./engine.js").EngineError} */
-let EngineError;
 
 /**
  * Reads the code once, for all instances.
  * @param {BufferSource | undefined} code
- * @param {typeof import("./engine.js").EngineError} error what errors are told with
  */
-export async function prepare(code, error) {
-  EngineError = error;
+export async function prepare(code) {
   module = await WebAssembly.compile(code ?? (await unpack()));
 }
 
@@ -39,11 +37,12 @@ async function unpack() {
   return new Response(stream).arrayBuffer();
 }
 
+/** @type {Instance | null} */
+let spare = null;
+
 export class Instance {
-  /** @type {Exports | null} */
+  /** @type {Exports} */
   #exports;
-  /** Why nothing more can be asked. */
-  #ending = "the document is closed";
 
   /** @param {Exports} exports */
   constructor(exports) {
@@ -59,56 +58,62 @@ export class Instance {
     return new Instance(made.exports);
   }
 
+  /** Sees to it that there is one to take at once, unless the browser has no memory for it. */
+  static async prepareSpare() {
+    try {
+      spare ??= await Instance.create();
+    } catch {
+      // The next one who needs it tries again.
+    }
+  }
+
+  /** Not every browser makes one without a promise, so another one is made for the next time. */
+  static takeSpare() {
+    const taken = spare;
+    spare = null;
+    Instance.prepareSpare();
+    if (taken === null) throw new Error("there is no other engine yet");
+    return taken;
+  }
+
   /**
    * Gives what the engine answers to a request.
    * @param {string} name
    * @param {object} [values]
-   * @param {Uint8Array} [bytes] of a document
    * @returns {any}
    */
-  ask(name, values, bytes) {
-    return JSON.parse(decode(this.take(name, values, bytes)));
+  ask(name, values) {
+    return JSON.parse(decode(this.send(makeText(name, values))));
   }
 
   /**
-   * The same for requests that are answered with bytes.
-   * @param {string} name
-   * @param {object} [values]
+   * Gives the bytes of an answer. Throws EngineError where the engine tells an error; after anything
+   * else that it throws the instance cannot be used.
+   * @param {string} text from makeText()
    * @param {Uint8Array} [bytes] of a document
    * @returns {Uint8Array}
    */
-  take(name, values = {}, bytes = undefined) {
+  send(text, bytes) {
     const engine = this.#exports;
-    if (engine === null) throw new EngineError(this.#ending, { isFatal: true });
-    try {
-      if (bytes !== undefined) write(engine, engine.makeRoomForBytes(bytes.length), bytes);
-      const text = new TextEncoder().encode(JSON.stringify({ ...values, request: name }));
-      write(engine, engine.makeRoomForValues(text.length), text);
-      const isDone = engine.ask() !== 0;
-      const answer = copy(engine, engine.getAnswer(), engine.getAnswerSize());
-      engine.forgetAnswer();
-      if (isDone) return answer;
-      const { message, ...place } = JSON.parse(decode(answer));
-      throw new EngineError(message, place);
-    } catch (error) {
-      throw error instanceof EngineError ? error : this.#fail(error);
-    }
+    if (bytes !== undefined) write(engine, engine.makeRoomForBytes(bytes.length), bytes);
+    const values = new TextEncoder().encode(text);
+    write(engine, engine.makeRoomForValues(values.length), values);
+    const isDone = engine.ask() !== 0;
+    const answer = copy(engine, engine.getAnswer(), engine.getAnswerSize());
+    engine.forgetAnswer();
+    if (isDone) return answer;
+    const { message, ...place } = JSON.parse(decode(answer));
+    throw new EngineError(message, place);
   }
+}
 
-  /** Lets the memory go. */
-  close() {
-    this.#exports = null;
-  }
-
-  /**
-   * The engine stopped in the middle of its work and cannot go on.
-   * @param {unknown} error
-   */
-  #fail(error) {
-    this.close();
-    this.#ending = `the engine failed at this document, which must be opened again (${error})`;
-    return new EngineError(this.#ending, { isFatal: true });
-  }
+/**
+ * A request as the engine reads it.
+ * @param {string} name
+ * @param {object} [values]
+ */
+export function makeText(name, values = {}) {
+  return JSON.stringify({ ...values, request: name });
 }
 
 /**
@@ -131,7 +136,7 @@ function copy(engine, place, size) {
 }
 
 /** @param {Uint8Array} bytes */
-function decode(bytes) {
+export function decode(bytes) {
   return new TextDecoder("utf-8", { ignoreBOM: true }).decode(bytes);
 }
 

@@ -11,7 +11,8 @@ const keys = [
   ["Space, Shift + arrows, Ctrl + A", "select rows: in the first column, more of them, all"],
   ["Delete", "remove the rows that are selected"],
   ["Enter in a heading", "sort by its column"],
-  ["Ctrl + C, Ctrl + V", "copy and paste a value; outside the table, open what is pasted"],
+  ["Ctrl + C", "copy the value, or the rows that are selected"],
+  ["Ctrl + V", "paste a value or a block of cells; outside the table, open what is pasted"],
   ["Ctrl + Z, Ctrl + Y", "undo and redo"],
   ["Ctrl + S, Ctrl + O", "save, open"],
 ];

@@ -1,6 +1,7 @@
 // @ts-check
 /** The page: what comes in, and the keys that work everywhere. */
 
+import { getOpenDialog } from "./dialog.js";
 import { get, make } from "./dom.js";
 import * as engine from "./engine.js";
 import { during, tellProblem } from "./notices.js";
@@ -32,19 +33,32 @@ function connectDropping() {
   let depth = 0; // of the elements that the pointer is over
   const show = (/** @type {number} */ change) => {
     depth = Math.max(0, depth + change);
-    document.body.classList.toggle("dropping", depth > 0);
+    document.body.classList.toggle("dropping", depth > 0 && !getOpenDialog());
   };
   addEventListener("dragenter", (event) => {
     event.preventDefault();
     show(1);
   });
   addEventListener("dragleave", () => show(-1));
-  addEventListener("dragover", (event) => event.preventDefault());
-  addEventListener("drop", (event) => {
-    event.preventDefault();
-    show(-depth);
-    take(event.dataTransfer);
+  addEventListener("dragover", (event) => {
+    if (bringsFiles(event)) event.preventDefault();
   });
+  addEventListener("drop", (event) => {
+    show(-depth);
+    if (!bringsFiles(event)) return;
+    event.preventDefault();
+    const dialog = getOpenDialog();
+    if (dialog) dialog.tell("Nothing was opened: close this dialog first, then drop again.");
+    else take(event.dataTransfer);
+  });
+}
+
+/**
+ * Texts go where they are dropped.
+ * @param {DragEvent} event
+ */
+function bringsFiles({ dataTransfer }) {
+  return !getOpenDialog() || dataTransfer?.types.includes("Files") === true;
 }
 
 /** @param {DataTransfer | null} data */
@@ -82,7 +96,7 @@ function isWritten(target) {
 /** @param {KeyboardEvent} event */
 function press(event) {
   if (!(event.ctrlKey || event.metaKey) || event.altKey) return;
-  if (document.querySelector("dialog[open]")) return;
+  if (getOpenDialog()) return;
   const view = workspace.current?.view;
   const isField = event.target instanceof Element && event.target.matches("input, textarea");
   const key = event.key.toLowerCase();

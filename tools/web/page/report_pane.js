@@ -3,7 +3,7 @@
 
 import { make, makeButton } from "./dom.js";
 import { download } from "./download.js";
-import { during } from "./notices.js";
+import { during, tell } from "./notices.js";
 
 export class ReportPane {
   label = "Report";
@@ -37,8 +37,10 @@ export class ReportPane {
 
   async #save() {
     await this.show();
-    if (this.#page !== "")
-      download(this.doc.suggestName("report"), new TextEncoder().encode(this.#page));
+    if (this.#page === "") return;
+    const name = this.doc.suggestName("report");
+    download(name, new TextEncoder().encode(this.#page));
+    tell(`Handed to the browser as ${name}`);
   }
 }
 

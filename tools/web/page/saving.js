@@ -45,7 +45,7 @@ export async function showSaving(view) {
     const name = doc.suggestName(form);
     download(name, bytes);
     if (form === "") doc.markSaved();
-    tell(`${name} is among your downloads`);
+    tell(`Handed to the browser as ${name}`);
   });
   const show = async () => {
     const { form, isTable } = getForm();

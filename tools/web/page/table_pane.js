@@ -12,6 +12,9 @@ const parts = /** @type {Array<[string, string]>} */ ([
   ["line", "line"],
 ]);
 
+const patternHint =
+  "As a pattern, in which * stands for any characters and ? for one, it is for whole names, and case matters.";
+
 export class TablePane {
   label = "Table";
   #isOld = true;
@@ -21,7 +24,8 @@ export class TablePane {
     this.view = view;
     this.doc = view.doc;
     this.grid = new Grid(this.doc, {
-      set: (indexes, key, text) => this.#set(indexes, key, text),
+      set: (indexes, key, text) => this.#change(() => this.doc.set(indexes, key, text)),
+      fill: (indexes, keys, texts) => this.#fill(indexes, keys, texts),
       remove: () => view.remove(),
       undo: () => view.undo(),
       redo: () => view.redo(),
@@ -31,6 +35,8 @@ export class TablePane {
     const again = { input: () => this.#filter() };
     this.text = make("input", {
       type: "search",
+      placeholder: "raft or Pad *",
+      title: "Part of it; or a pattern for the whole name, with * for any characters and ? for one",
       autocomplete: "off",
       spellcheck: "false",
       ...again,
@@ -131,10 +137,16 @@ export class TablePane {
     const part = /** @type {"" | "area" | "line"} */ (this.part.value);
     const generated = this.generated.checked;
     const lists = [];
-    if (text !== "") lists.push(this.doc.find(text));
-    if (numbers !== "" || part !== "" || generated)
-      lists.push(this.doc.select({ numbers, part, generated }));
+    const name = this.#isPattern ? text : "";
+    if (text !== name) lists.push(this.doc.find(text));
+    if (name !== "" || numbers !== "" || part !== "" || generated)
+      lists.push(this.doc.select({ name, numbers, part, generated }));
     return lists;
+  }
+
+  /** Whether what is looked for is a pattern, as the program takes them. */
+  get #isPattern() {
+    return /[*?]/.test(this.text.value);
   }
 
   /** @param {Int32Array} order */
@@ -148,7 +160,9 @@ export class TablePane {
         : `${order.length} of ${count(total, "foundation")}`;
     this.none.hidden = order.length > 0;
     this.none.textContent =
-      total === 0 ? "The document has no foundations." : "No foundation fits.";
+      total === 0
+        ? "The document has no foundations."
+        : `No foundation fits. ${this.#isPattern ? patternHint : ""}`;
   }
 
   #selectShown() {
@@ -158,13 +172,24 @@ export class TablePane {
 
   /**
    * @param {number[]} indexes
-   * @param {string} key
-   * @param {string} text
+   * @param {string[]} keys
+   * @param {string[][]} texts
    */
-  #set(indexes, key, text) {
+  #fill(indexes, keys, texts) {
+    return this.#change(() => {
+      const change = this.doc.fill(indexes, keys, texts);
+      tell(change.label === "" ? "These are the values already." : `Pasted: ${change.label}`);
+      return change;
+    });
+  }
+
+  /**
+   * @param {() => import("./types.js").Change} act
+   * @returns {string} why it cannot be done
+   */
+  #change(act) {
     try {
-      const change = this.doc.set(indexes, key, text);
-      this.view.took(change);
+      this.view.took(act());
       return "";
     } catch (error) {
       if (!(error instanceof EngineError)) throw error;

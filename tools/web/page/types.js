@@ -150,8 +150,15 @@
  * @property {"" | "," | ";" | "\t"} [separator]
  * @property {"" | "." | ","} [decimal]
  *
+ * @typedef {object} State
+ * @property {number} count      of rows
+ * @property {boolean} isChanged whether something is not saved
+ * @property {string} undoLabel  "" where there is nothing to undo
+ * @property {string} redoLabel
+ * @property {number} version    another one after each change
+ *
  * @typedef {object} Change      what set, add, remove, prune, merge, undo or redo did
- * @property {string} label      such as: areaZ of number 3 "Raft"
+ * @property {string} label      such as: areaZ of number 3 "Raft"; "" where nothing changed
  * @property {number[]} indexes  of rows to look at, at most some hundred; they may have moved
  */
 export {};

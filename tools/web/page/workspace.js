@@ -118,8 +118,9 @@ export class Workspace {
   async #read(name, bytes, options) {
     const id = makeId();
     try {
-      const view = new DocumentView(await open(name, bytes, options), this);
-      say(`${view.name}: ${count(view.doc.count, "foundation")}`);
+      const doc = await open(name, bytes, options);
+      const view = new DocumentView(doc, this, this.#tellApart(doc.info().name));
+      say(`${view.name}: ${count(doc.count, "foundation")}`);
       return { id, name: view.name, view, element: view.element };
     } catch (error) {
       if (!(error instanceof EngineError)) throw error;
@@ -127,13 +128,22 @@ export class Workspace {
         await this.close(id);
         await this.openBytes(name, bytes, { ...options, ...other });
       };
-      return {
-        id,
-        name,
-        view: null,
-        element: makeProblem(name, error, again, () => this.close(id)),
-      };
+      const apart = this.#tellApart(name);
+      const element = makeProblem(apart, error, again, () => this.close(id));
+      return { id, name: apart, view: null, element };
     }
+  }
+
+  /**
+   * What a document is called here: its name, with a number where another one has that.
+   * @param {string} name
+   */
+  #tellApart(name) {
+    const isTaken = (/** @type {string} */ other) =>
+      this.entries.some((entry) => entry.name === other);
+    let apart = name;
+    for (let i = 2; isTaken(apart); ++i) apart = `${name} (${i})`;
+    return apart;
   }
 
   // --- Looking
