@@ -1,5 +1,5 @@
 // Works the page for browsers in Firefox, on every road that a user can take:
-//   node --test firefox.mjs
+//   node firefox.mjs
 // KVFOUND_PAGE names the page, KVFOUND_PROGRAM the program, whose results are the measure, KVFOUND_AXE the script
 // of axe-core, and KVFOUND_FIREFOX the browser, which is one for all tests. puppeteer-core is found through NODE_PATH.
 import assert from "node:assert/strict";
