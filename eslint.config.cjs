@@ -17,8 +17,8 @@ module.exports = [
     },
   },
   {
-    // TypeScript knows what a browser has.
-    files: ["tools/web/**/*.js"],
+    // TypeScript knows what a browser has, where tests run theirs.
+    files: ["tools/web/**/*.js", "tests/web/page/*.js"],
     languageOptions: { sourceType: "module" },
     rules: {
       eqeqeq: "error",

@@ -24,39 +24,6 @@ ODD = [  # what the check finds something about, and a name that is markup
      'NUMBER="3" NAME="' + MARKUP.replace("<", "&lt;") + '" FXAREA="-8000"'),
     ('FZAREA="62500"', 'FZAREA="6e99999"')]
 
-# Gives for every open document its name, the page's title, what is said of it, and what should not be there.
-LOOK_AND_CLOSE = f"""
-    const done = arguments[0];
-    const known = document.querySelectorAll("script, style").length;
-    const working = document.getElementById("working");
-    const paint = () => new Promise(resolve => requestAnimationFrame(() => setTimeout(resolve)));
-    const settle = async () => {{ do await paint(); while (!working.hidden); }};
-    const look = async () => {{
-      const name = document.querySelector("#documents .current bdi").textContent;
-      const view = document.querySelector("{VIEW}");
-      for (const tab of [...view.querySelectorAll("[role=tab]")].reverse()) {{
-        tab.click();
-        await settle();
-      }}
-      const state = view.querySelector(".card h1, .facts span:nth-child(2)").textContent;
-      const harm = [...document.querySelectorAll("img, object, embed, dialog, .notice, form[action], main script")];
-      if (document.querySelectorAll("script, style").length !== known) harm.push(document.head);
-      return [name, document.title, state, harm.map(element => element.outerHTML)];
-    }};
-    const lookAtAll = async () => {{
-      const shown = [];
-      while (document.querySelector("#documents .open")) {{
-        document.querySelector("#documents .open").click();
-        await settle();
-        shown.push(await look());
-        document.querySelector("#documents .current .close").click();
-        await settle();
-      }}
-      return shown;
-    }};
-    lookAtAll().then(done, error => done([["", "", String(error), []]]));"""
-
-
 class PageTest(unittest.TestCase):
     page: Page
     program: Program
@@ -65,7 +32,7 @@ class PageTest(unittest.TestCase):
 
     def setUp(self):
         self.assertEqual(self.page.load(), [])
-        folder = tempfile.TemporaryDirectory()
+        folder = tempfile.TemporaryDirectory(prefix="kvfound für Seiten ")
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
 
@@ -811,12 +778,15 @@ class Safety(PageTest):
         """Looks at every document in every way, and closes it again."""
         self.page.choose(*paths)
         self.page.wait(lambda: len(self.page.read_all("#documents bdi")) == len(paths))
-        shown = self.page.browser.run_async(LOOK_AND_CLOSE)
-        self.assertEqual([name for name, *_ in shown], [path.name for path in paths])
-        for name, title, state, harm in shown:
-            self.assertEqual(title, f"{name} – KvFound")
-            self.assertRegex(state, rf"^(\d+ foundations?|{re.escape(name)} cannot be read)$")
-            self.assertEqual(harm, [], name)
+        shown = self.page.run_file("look_at_all.js")
+        # Those of the same name are numbered.
+        names = [re.sub(r" \(\d+\)$", "", document["name"]) for document in shown]
+        self.assertEqual(names, [path.name for path in paths])
+        for document in shown:
+            name = document["name"]
+            self.assertEqual(document["title"], f"{name} – KvFound")
+            self.assertRegex(document["state"], rf"^(\d+ foundations?|{re.escape(name)} cannot be read)$")
+            self.assertEqual(document["harm"], [], name)
         self.assertEqual([entry["message"] for entry in self.page.driver.get_log("browser")], [])
 
     def test_ten_megabytes_of_nesting_are_an_error(self):
@@ -888,26 +858,6 @@ class Failing(PageTest):
 
 TOP = f'return document.querySelector("{VIEW} .grid").scrollTop'
 
-# Writes down when pictures are drawn, and whether there are rows at the top, in the middle and at the end.
-RECORD = f"""
-    const recorded = window.recorded = {{times: [], gaps: 0, isDone: false}};
-    const place = document.querySelector("{VIEW} .grid").getBoundingClientRect();
-    const head = document.querySelector("{VIEW} .head").getBoundingClientRect().height;
-    const heights = [place.top + head + 5, place.top + place.height / 2, place.bottom - 5];
-    const look = () => {{
-      const shown = heights.map(y => document.elementFromPoint(place.left + 200, y)?.closest("[data-row]"));
-      if (shown.includes(null)) ++recorded.gaps;
-    }};
-    let last = performance.now();
-    const step = () => {{
-      const now = performance.now();
-      recorded.times.push(now - last);
-      last = now;
-      setTimeout(look); // when all that belongs to this picture is done
-      if (!recorded.isDone) requestAnimationFrame(step);
-    }};
-    requestAnimationFrame(step)"""
-
 
 class Large(PageTest):
     def write_large(self):
@@ -969,7 +919,7 @@ class Large(PageTest):
 
     def record(self, act):
         """The median and the longest time in ms from picture to picture, and how many lack rows."""
-        self.page.run(RECORD)
+        self.page.run_file("record.js")
         act()
         times, gaps = self.page.run("window.recorded.isDone = true; return [recorded.times, recorded.gaps]")
         self.assertGreater(len(times), 5)

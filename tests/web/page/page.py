@@ -31,7 +31,7 @@ class Page:
     def __init__(self, path):
         self.address = pathlib.Path(path).resolve().as_uri()
         self.browser = Browser()
-        self.folder = tempfile.TemporaryDirectory()
+        self.folder = tempfile.TemporaryDirectory(prefix="kvfound für Chromium ")
         self.downloads = pathlib.Path(self.folder.name)
 
     def __enter__(self):
@@ -64,6 +64,13 @@ class Page:
 
     def run(self, script, *arguments):
         return self.browser.run(script, *arguments)
+
+    def run_file(self, name):
+        """What the function gives that is all of a script beside this one."""
+        text = (pathlib.Path(__file__).parent / name).read_text(encoding="utf-8")
+        function = text.rstrip().removesuffix(";")
+        return self.browser.run_async(f"""const [done] = arguments;
+            Promise.resolve(({function}\n)()).then(done, error => done(String(error)))""")
 
     def wait(self, condition):
         """Waits for what `condition` gives to be true, and returns it."""

@@ -56,8 +56,6 @@ export class Grid {
         keydown: (/** @type {KeyboardEvent} */ event) => this.#press(event),
         focus: () => (this.editor.isOpen ? this.editor.resume() : this.#showActive()),
         blur: () => this.editor.forget(),
-        copy: (/** @type {ClipboardEvent} */ event) => this.#copy(event),
-        paste: (/** @type {ClipboardEvent} */ event) => this.#paste(event),
       },
       this.head,
       this.layer,
@@ -597,7 +595,7 @@ export class Grid {
   }
 
   /** @param {ClipboardEvent} event */
-  #copy(event) {
+  copy(event) {
     const { row, column } = this.#active;
     if (this.editor.isOpen) return;
     const rows = this.#order.filter((index) => this.#selected.has(index));
@@ -613,11 +611,10 @@ export class Grid {
   }
 
   /** @param {ClipboardEvent} event */
-  #paste(event) {
+  paste(event) {
     const { row, column } = this.#active;
     if (this.editor.isOpen || row < 0 || column === 0) return;
     event.preventDefault();
-    event.stopPropagation();
     const rows = readCells(event.clipboardData?.getData("text/plain") ?? "");
     if (rows.length > 1 || rows[0].length > 1) return this.#pasteBlock(rows);
     this.edit(rows[0][0]);

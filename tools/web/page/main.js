@@ -69,6 +69,20 @@ function take(data) {
   else if (text.trim() !== "") openText(workspace, text);
 }
 
+/** Firefox tells the body, not the table that has the focus, of what is copied or pasted. */
+function findGrid() {
+  const grid = workspace.current?.view?.table.grid;
+  return grid?.element === document.activeElement ? grid : undefined;
+}
+
+/** @param {ClipboardEvent} event */
+function paste(event) {
+  const grid = findGrid();
+  if (grid) grid.paste(event);
+  else if (!isWritten(event.target) && !isWritten(document.activeElement))
+    take(event.clipboardData);
+}
+
 /** @param {EventTarget | null} target */
 function isWritten(target) {
   return (
@@ -107,9 +121,8 @@ async function start() {
   connectDropping();
   startPrinting(workspace);
   addEventListener("keydown", press);
-  document.addEventListener("paste", (event) => {
-    if (!isWritten(event.target)) take(event.clipboardData);
-  });
+  document.addEventListener("copy", (event) => findGrid()?.copy(event));
+  document.addEventListener("paste", paste);
   addEventListener("beforeunload", (event) => {
     if (!workspace.isChanged) return;
     event.preventDefault();
