@@ -1,5 +1,6 @@
 // Whatever is given to the engine, it answers or tells an error, and goes on.
 import assert from "node:assert/strict";
+import { spawnSync } from "node:child_process";
 import fs from "node:fs";
 import path from "node:path";
 import { test } from "node:test";
@@ -73,6 +74,58 @@ test("every seed and every regression of the fuzz targets", async () => {
     }
   }
   assert.ok(opened > 100, `${opened} documents were opened`);
+});
+
+/** What the program tells of a file while it does something with it. */
+function tell(folder, ...options) {
+  const given = [...options, "--messages", "json"];
+  const { stdout, stderr } = spawnSync(process.env.KVFOUND_PROGRAM, given, { cwd: folder });
+  const messages = stderr.toString().split("\n").filter(Boolean).map((line) => JSON.parse(line));
+  return { stdout: stdout.toString(), messages };
+}
+
+/** The same words, but for what a page does not have: options, and a program that names the fields. */
+function withoutProgram(sentence, fields) {
+  return sentence
+    .replace(/ or --from\)$/, " or its form told)")
+    .replace(/say --decimal point or --decimal comma$/, "say which")
+    .replace(/kvfound show --format csv names them$/, `there are ${fields}`);
+}
+
+test("every seed gives the errors, notes and findings of the program, in its words", async () => {
+  const counts = { errors: 0, notes: 0, findings: 0 };
+  const pickNote = ({ line, sentence }) => ({ line, sentence });
+  const pickFinding = ({ line, rule, sentence }) => ({ line, rule, sentence });
+  const table = tell(path.join(project, "examples"), "show", "soil.csv", "--format", "csv").stdout;
+  const fields = table.split(/\r?\n/, 1)[0].replaceAll(",", ", ");
+  for (const file of [...listFiles(path.join(folder, "seeds")), ...listFiles(path.join(folder, "regressions"))]) {
+    const name = path.basename(file);
+    const bytes = fs.readFileSync(file);
+    const place = makeFolder();
+    fs.writeFileSync(path.join(place, name), bytes);
+    for (const form of [undefined, "csv", "json"]) {
+      const from = form === undefined ? [] : ["--from", form];
+      const about = `${file} ${from.join(" ")}`;
+      const { messages } = tell(place, "show", name, ...from);
+      const doc = await engine.open(name, bytes, { form }).catch((error) => error);
+      if (doc instanceof Error) {
+        const { sentence, line = 0 } = messages.at(-1);
+        assert.deepEqual([doc.message, doc.line], [withoutProgram(sentence, fields), line], about);
+        counts.errors += 1;
+        continue;
+      }
+      const notes = messages.filter(({ line }) => line).map(pickNote);
+      assert.deepEqual(doc.info().notes.map(pickNote), notes, about);
+      const { findings } = JSON.parse(tell(place, "check", name, ...from, "--format", "json").stdout);
+      const found = await doc.check();
+      assert.deepEqual(found.map(pickFinding), findings.map(pickFinding), about);
+      assert.deepEqual(found.map(({ severity }) => severity), findings.map(({ level }) => level), about);
+      counts.notes += notes.length;
+      counts.findings += findings.length;
+      doc.close();
+    }
+  }
+  assert.ok(counts.errors > 200 && counts.notes > 10 && counts.findings > 50, JSON.stringify(counts));
 });
 
 test("names that are markup, or nothing that a text can hold", async () => {

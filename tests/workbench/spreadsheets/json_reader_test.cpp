@@ -230,6 +230,8 @@ TEST(JsonReader, RefusesUnitsThatAreNotWhole) {
 TEST(JsonReader, RefusesWhatIsNoObject) {
   const char* const told = "data:1:1: this is no JSON object with the member \"foundations\"";
   expectData({{"[]", told}, {"1", told}, {"null", told}, {"number,name\n1,A\n", told}});
+  // Whatever else is wrong with it.
+  expectData({{"\r\n\t [\"", told}, {"1;\"A\n\"", told}, {"<\xFF>", told}});
 }
 
 TEST(JsonReader, RefusesNumbersThatDoublesCannotHold) {

@@ -1,5 +1,3 @@
-#include <emscripten.h>
-
 #include <cstdint>
 #include <exception>
 #include <memory>
@@ -152,10 +150,11 @@ std::string tellError() {
 }  // namespace
 }  // namespace Engine
 
+// What is told to be used can be called from outside.
 extern "C" {
 
 /// Where the values of a request are to be written, as JSON; null where there is no room.
-EMSCRIPTEN_KEEPALIVE char* makeRoomForValues(std::size_t size) {
+[[gnu::used]] char* makeRoomForValues(std::size_t size) {
   try {
     Engine::answer.resize(size);
     return Engine::answer.data();
@@ -165,7 +164,7 @@ EMSCRIPTEN_KEEPALIVE char* makeRoomForValues(std::size_t size) {
 }
 
 /// The same for the bytes of a document that come with it.
-EMSCRIPTEN_KEEPALIVE char* makeRoomForBytes(std::size_t size) {
+[[gnu::used]] char* makeRoomForBytes(std::size_t size) {
   try {
     Engine::request.bytes.resize(size);
     return Engine::request.bytes.data();
@@ -175,7 +174,7 @@ EMSCRIPTEN_KEEPALIVE char* makeRoomForBytes(std::size_t size) {
 }
 
 /// Whether the request was answered; if not, the answer tells the error.
-EMSCRIPTEN_KEEPALIVE bool ask() {
+[[gnu::used]] bool ask() {
   using namespace Engine;
   bool isDone = true;
   try {
@@ -191,9 +190,9 @@ EMSCRIPTEN_KEEPALIVE bool ask() {
   return isDone;
 }
 
-EMSCRIPTEN_KEEPALIVE const char* getAnswer() { return Engine::answer.data(); }
-EMSCRIPTEN_KEEPALIVE std::size_t getAnswerSize() { return Engine::answer.size(); }
+[[gnu::used]] const char* getAnswer() { return Engine::answer.data(); }
+[[gnu::used]] std::size_t getAnswerSize() { return Engine::answer.size(); }
 
 /// Frees the answer.
-EMSCRIPTEN_KEEPALIVE void forgetAnswer() { Engine::answer = std::string(); }
+[[gnu::used]] void forgetAnswer() { Engine::answer = std::string(); }
 }

@@ -14,7 +14,7 @@ using Results::Json;
 /// What the page asks for.
 struct Request {
   std::string name;
-  Json values;
+  Json values = Json::value_t::null;
   std::string bytes;  // of a document
 
   /// The value of this name; what stands for nothing where it is left out.
