@@ -477,6 +477,14 @@ class Checking(PageTest):
         self.assertIn('FXAREA="-8000"', self.page.read_all(f"{VIEW} .findings mark"))
         self.shoot("findings")
 
+    def test_what_reading_skipped_in_silence_is_told_by_the_findings(self):
+        self.page.choose(self.write("skipped.xml", ("</FOUNDATIONS>", "<BLA/></FOUNDATIONS>")))
+        self.assertEqual(self.page.read_shown(f"{VIEW} .notes"),
+                         "Not everything could be read. The Findings tell why.")
+        self.page.click("Findings", f"{VIEW} .notes")
+        self.page.wait(lambda: "<BLA> is no element of <FOUNDATIONS>; it is skipped"
+                       in self.page.read_all(f"{VIEW} .panel:not([hidden]) .findings .sentence"))
+
     def test_a_finding_leads_to_its_line(self):
         self.page.open_tab("Findings")
         self.page.click("Line 15", VIEW)

@@ -256,7 +256,7 @@ export class DocumentView {
 
   #makeNotes() {
     const { notes, isReadWhole } = this.info;
-    if (notes.length === 0 && isReadWhole) return "";
+    if (notes.length === 0) return isReadWhole ? "" : this.#makeHint();
     const items = notes.slice(0, 100).map((note) => this.#makeNote(note));
     if (notes.length > 100) items.push(make("li", {}, `and ${notes.length - 100} more`));
     const sentence = isReadWhole ? "While reading:" : "Not everything could be read:";
@@ -266,6 +266,12 @@ export class DocumentView {
       make("summary", {}, `${sentence} ${count(notes.length, "note")}`),
       make("ul", {}, ...items),
     );
+  }
+
+  /** Reading told nothing of what it skipped. The check does. */
+  #makeHint() {
+    const link = makeButton("Findings", () => this.open("Findings"), { class: "link" });
+    return make("p", { class: "notes warning" }, "Not everything could be read. The ", link, " tell why.");
   }
 
   /** @param {import("./types.js").Note} note */
