@@ -4,7 +4,7 @@ import fs from "node:fs";
 import path from "node:path";
 import { test } from "node:test";
 
-import { choose, click, examples, fail, hold, makeFolder, model, page, press, read, readAll, readRows, saveBytes, save, settle, view, wait, write } from "./support.mjs";
+import { choose, click, copyText, examples, fail, hold, makeFolder, model, page, read, readAll, readRows, saveBytes, save, settle, view, wait, write } from "./support.mjs";
 
 test("the sample opens without a document, and is saved as it is", async () => {
   await click("Try it");
@@ -44,12 +44,7 @@ test("a text that is pasted into the dialog opens", async () => {
 });
 
 test("a text that is pasted on the page opens", async () => {
-  await click("Paste", "#start");
-  await page.$eval("dialog textarea", (area, text) => (area.value = text), fs.readFileSync(model, "utf8"));
-  await page.focus("dialog textarea");
-  await hold(["Control"], "a");
-  await hold(["Control"], "c");
-  await press("Escape");
+  await copyText(fs.readFileSync(model, "utf8"));
   await hold(["Control"], "v");
   await wait(async () => (await readRows()).length === 12);
   assert.deepEqual(await saveBytes(), fs.readFileSync(model));

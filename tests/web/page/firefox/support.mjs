@@ -278,6 +278,17 @@ export async function fill(label, text, within = "dialog") {
   await settle();
 }
 
+/** Brings a text into the clipboard, as from another program. */
+export async function copyText(text) {
+  await click("Paste");
+  await page.$eval("dialog textarea", (area, given) => (area.value = given), text);
+  await page.focus("dialog textarea");
+  await hold(["Control"], "a");
+  await hold(["Control"], "c");
+  await press("Escape");
+  await wait(async () => !(await isSeen("dialog")));
+}
+
 /** Makes a cell the active one by keys alone. */
 export async function goToCell(row, key) {
   await page.focus(`${view} .grid`);

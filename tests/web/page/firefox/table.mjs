@@ -4,7 +4,7 @@ import fs from "node:fs";
 import path from "node:path";
 import { beforeEach, describe, test } from "node:test";
 
-import { choose, click, edit, fail, fill, goToCell, hold, isSeen, model, openDialog, page, press, read, readCell, readRows, redo, saveBytes, setCell, settle, submit, tick, undo, view } from "./support.mjs";
+import { choose, click, copyText, edit, fail, fill, goToCell, hold, isSeen, model, openDialog, page, press, read, readCell, readRows, redo, saveBytes, setCell, settle, submit, tick, undo, view } from "./support.mjs";
 
 const original = fs.readFileSync(model);
 
@@ -85,6 +85,27 @@ describe("the table", () => {
     await settle();
     assert.equal(await readCell(3, "areaX"), "15000");
     assert.deepEqual(await saveBytes(), edit(model, "set", "4", "areaX=15000"));
+  });
+
+  test("a block of cells is pasted as one step", async () => {
+    await copyText("1\t2\n1\t2\n");
+    await goToCell(2, "areaX");
+    await hold(["Control"], "v");
+    await settle();
+    assert.match(await read("#notices"), /4 values of 2 foundations/);
+    assert.deepEqual(await saveBytes(), edit(model, "set", "3-4", "areaX=1", "areaY=2"));
+    await undo();
+    assert.deepEqual(await saveBytes(), original);
+  });
+
+  test("rows that are selected are copied", async () => {
+    await page.click(cell(4, "tick"));
+    await hold(["Control"], "c");
+    await click("Paste");
+    await page.focus("dialog textarea");
+    await hold(["Control"], "v");
+    const [text] = await page.$$eval("dialog textarea", (areas) => areas.map((area) => area.value));
+    assert.deepEqual(text.split("\t").slice(0, 4), ["5", "Pile cap P1 <4 piles>", "no", "2500"]);
   });
 
   test("a value is given to all rows that are selected", async () => {
