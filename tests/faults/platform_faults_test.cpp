@@ -364,6 +364,20 @@ Operations documents() {
             s.result = KvXmlN::AttributeIn::readString(s.root(), "b").value_or("none");
           },
           plainPrinted + "; gives 1"),
+      makeOperation<DocumentScene>(
+          "ReadString_OfTwoElements", Meets::Memory,
+          [](DocumentScene& s) {
+            std::istringstream in("<a b=\"1\"><c d=\"2\" e=\"3\"/></a>");
+            s.document = std::make_unique<KvXmlN::Document>(in);
+          },
+          [](DocumentScene& s) {
+            const KvXmlN::Data& child = *s.root().getChildren().front();
+            const std::string b = KvXmlN::AttributeIn::readString(s.root(), "b").value_or("none");
+            const std::string e = KvXmlN::AttributeIn::readString(child, "e").value_or("none");
+            s.result = b + e;
+          },
+          {"<a b=\"1\">\n  <c d=\"2\" e=\"3\" />\n</a>\n"},
+          "<a b=\"1\">\n  <c d=\"2\" e=\"3\" />\n</a>\n; gives 13"),
       onDocument(
           "ReadString_WhereThereIsNone", Meets::Memory,
           [](DocumentScene& s) {
