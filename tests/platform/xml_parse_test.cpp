@@ -546,6 +546,11 @@ TEST(XmlDuplicateAttributes, AreFoundWhereverTheFirstOneStands) {
     }
 }
 
+TEST(XmlDuplicateAttributes, AreToldWhereTheFirstRepetitionStands) {
+  expectErrorAt("<a b='' c='' b='' c=''/>", 1, 14);
+  expectErrorAt("<a c='' b='' c='' b=''/>", 1, 14);
+}
+
 TEST(XmlDuplicateAttributes, AreNotSeenInDifferentNames) {
   for (std::size_t count : {1u, 39u, 40u, 41u, 42u, 80u, 300u})
     EXPECT_FALSE(findError("<a" + numberedAttributes(count) + "/>").has_value()) << count;
