@@ -198,6 +198,22 @@ TEST(PlainDocument, TellsNamesApartThatDifferInTheLetterBeforeAnUmlaut) {
   EXPECT_EQ(getInteger(root, "d\xC3\xA4"), 3);
 }
 
+TEST(PlainDocument, FindsAttributesOfElementsBehindSomeWithOthers) {
+  for (const char* const text :
+       {"<r><a x=\"1\"/><a x=\"1\"/><a y=\"2\"/><a y=\"2\"/><a z=\"3\" y=\"2\" x=\"1\"/></r>",
+        "<r><a x='1'/><a x='1'/><a y='2'/><a y='2'/><a z='3' y='2' x='1'/></r>"}) {
+    const auto tree = parse(text);
+    const std::vector<KvXmlData*>& children = tree->findRoot("r", true)->getChildren();
+    EXPECT_EQ(getInteger(*children[1], "x"), 1);
+    EXPECT_EQ(getInteger(*children[1], "y"), -1);
+    EXPECT_EQ(getInteger(*children[2], "x"), -1);
+    EXPECT_EQ(getInteger(*children[2], "y"), 2);
+    EXPECT_EQ(getInteger(*children[3], "y"), 2);
+    EXPECT_EQ(getInteger(*children[4], "x"), 1);
+    EXPECT_EQ(getInteger(*children[4], "z"), 3);
+  }
+}
+
 TEST(PlainDocument, FindsAttributesOfHundredsOfKindsOfElements) {
   for (const std::string quote : {"\"", "'"}) {
     std::string text = "<r>";
