@@ -17,7 +17,7 @@ inline bool isElement(const pugi::xml_node& node, const std::string& name) {
 inline pugi::xml_node findChild(const pugi::xml_node& parent, const std::string& name) {
   for (pugi::xml_node node : parent.children())
     if (isElement(node, name)) return node;
-  return pugi::xml_node();
+  return {};
 }
 
 inline pugi::xml_node findDescendant(const pugi::xml_node& top, const std::string& name) {

@@ -32,7 +32,7 @@ class Origin {
   /// True when `place` lies in the text that was parsed.
   bool contains(const char* place) const {
     const std::less<> isBefore;
-    return begin != nullptr && !isBefore(place, begin) && isBefore(place, begin + size);
+    return !isBefore(place, begin) && isBefore(place, begin + size);
   }
 
  private:
