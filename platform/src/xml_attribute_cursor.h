@@ -78,7 +78,7 @@ class AttributeCursor {
   std::size_t findUnknown(const std::string& name) const {
     for (std::size_t i = next; i < handles.size(); ++i)
       if (get(i).name() == name) return i;
-    for (std::size_t i = 0; i < next && i < handles.size(); ++i)
+    for (std::size_t i = 0; i < next; ++i)
       if (get(i).name() == name) return i;
     return none;
   }
@@ -88,7 +88,7 @@ class AttributeCursor {
   Shape* shape = nullptr;        // that of the element, where it is known
   Shape* longer = nullptr;       // that with the attribute that will be appended
   std::vector<AttributeHandle*> handles;
-  std::size_t next = 0;  // the attribute that will probably be asked for
+  std::size_t next = 0;  // the attribute that will probably be asked for, or the end
 };
 
 }  // namespace KvXmlView

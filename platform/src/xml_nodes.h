@@ -1,9 +1,9 @@
 #pragma once
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 #include <string>
+#include <string_view>
 
 #include <pugixml.hpp>
 
@@ -17,7 +17,7 @@ inline bool isElement(const pugi::xml_node& node, const std::string& name) {
 inline pugi::xml_node findChild(const pugi::xml_node& parent, const std::string& name) {
   for (pugi::xml_node node : parent.children())
     if (isElement(node, name)) return node;
-  return pugi::xml_node();
+  return {};
 }
 
 inline pugi::xml_node findDescendant(const pugi::xml_node& top, const std::string& name) {
@@ -33,25 +33,26 @@ inline pugi::xml_node append(pugi::xml_node parent, const std::string& name) {
   throw std::bad_alloc();
 }
 
-/// When memory runs out, the parser makes a partial copy without an error.
+inline bool haveSameTag(const pugi::xml_node& node, const pugi::xml_node& other) {
+  const auto areSame = [](const pugi::xml_attribute& a, const pugi::xml_attribute& b) {
+    return std::string_view(a.name()) == b.name() && std::string_view(a.value()) == b.value();
+  };
+  return std::string_view(node.name()) == other.name() &&
+         std::equal(node.attributes_begin(), node.attributes_end(), other.attributes_begin(),
+                    other.attributes_end(), areSame);
+}
+
+/// For elements that hold elements alone. When memory runs out, the parser makes a partial copy
+/// without an error; it never copies too much.
 inline bool isFullCopy(pugi::xml_node node, pugi::xml_node copy) {
   const pugi::xml_node top = node;
   while (copy) {
-    const bool isSame = std::strcmp(node.name(), copy.name()) == 0 &&
-                        std::strcmp(node.value(), copy.value()) == 0 &&
-                        std::equal(node.attributes_begin(), node.attributes_end(),
-                                   copy.attributes_begin(), copy.attributes_end(),
-                                   [](const pugi::xml_attribute& a, const pugi::xml_attribute& b) {
-                                     return std::strcmp(a.name(), b.name()) == 0 &&
-                                            std::strcmp(a.value(), b.value()) == 0;
-                                   });
-    if (!isSame) return false;
+    if (!haveSameTag(node, copy)) return false;
     if (node.first_child()) {
       node = node.first_child();
       copy = copy.first_child();
       continue;
     }
-    if (copy.first_child()) return false;
     while (node != top && !node.next_sibling()) {
       node = node.parent();
       copy = copy.parent();

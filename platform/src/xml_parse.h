@@ -32,7 +32,7 @@ class Origin {
   /// True when `place` lies in the text that was parsed.
   bool contains(const char* place) const {
     const std::less<> isBefore;
-    return begin != nullptr && !isBefore(place, begin) && isBefore(place, begin + size);
+    return !isBefore(place, begin) && isBefore(place, begin + size);
   }
 
  private:
@@ -70,7 +70,7 @@ struct Parsed {
   std::string encoding;                       // as declared; empty when it is not
   const CodePages::CodePage* page = nullptr;  // that of `encoding`, where it is a usual one
   bool isAscii = true;
-  bool mayHoldText = false;  // other than in attributes
+  bool mayHoldText = false;  // other than in attributes, or white space that an element preserves
   Origin origin;
   KvXmlView::Shapes shapes;  // of its elements, as far as they are known
 };

@@ -228,9 +228,9 @@ std::size_t check(const XmlSource::Text& text, const XmlSource::LineTable& lines
                   const CodePages::CodePage* page) {
   checkDeclaration(text.get(), lines);
   Cursor cursor(text.get());
-  cursor.take(byteOrderMark);
   // The parser reports whatever is malformed before the document type. Text passes here, since it
-  // may refer to white space; other text is told when the whole is looked at.
+  // may be a byte order mark or refer to white space; other text is told when the whole is looked
+  // at.
   while (!cursor.take("<!DOCTYPE")) {
     if (cursor.take("<!--"))
       cursor.takeThrough("-->");

@@ -62,14 +62,14 @@ class Shape {
  public:
   static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
-  /// The index of the attribute of this name, or none. Searches from `from` on, then from the
-  /// start: hosts mostly ask for attributes in document order.
+  /// The index of the attribute of this name, or none. Searches from `from` on, which is an index
+  /// or the end, then from the start: hosts mostly ask for attributes in document order.
   std::size_t find(std::string_view name, std::size_t from) const {
     const NameKey key(name);
     if ((bits & key.getBit()) == 0) return none;
     for (std::size_t i = from; i < attributes.size(); ++i)
       if (attributes[i].isNamed(name, key)) return i;
-    for (std::size_t i = 0; i < from && i < attributes.size(); ++i)
+    for (std::size_t i = 0; i < from; ++i)
       if (attributes[i].isNamed(name, key)) return i;
     return none;
   }

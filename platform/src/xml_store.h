@@ -85,6 +85,7 @@ struct Store {
     if (!XmlText::isName(name, parsed.page))
       throw std::invalid_argument("\"" + name + "\" is no XML name");
     if (!XmlText::isAscii(name)) parsed.isAscii = false;
+    if (name == "xml:space") parsed.mayHoldText = true;
   }
 
   /// Sets an attribute to a text.
@@ -331,6 +332,7 @@ struct Store {
     const std::vector<pugi::xml_node> copies = copyToNursery(moving);
 
     if (!other.parsed.isAscii) parsed.isAscii = false;
+    if (other.parsed.mayHoldText) parsed.mayHoldText = true;
     takenOver.emplace_back(&other);
     for (std::unique_ptr<Store>& older : other.takenOver) takenOver.push_back(std::move(older));
     other.takenOver.clear();

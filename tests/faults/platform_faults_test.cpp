@@ -131,6 +131,39 @@ Operation withLoose(const std::string& name, const TreeRun& prepare, const TreeR
                                   {plainPrinted + "; loose " + looseName}, completed);
 }
 
+// With texts so long that the parser needs a block of memory for every few elements. A block may
+// end with any part of an element, since the texts differ in length.
+constexpr std::size_t manyElements = 24;
+
+std::string makeLong(char c, std::size_t n) { return std::string(700 + 531 * (n % 11), c); }
+
+KvXmlData& addTo(KvXmlData& parent, const std::string& name) {
+  auto child = std::make_unique<KvXmlData>(name, &parent);
+  parent.addChild(child.get());
+  return *child.release();
+}
+
+/// Each element has one below it, which has one below it, too, and an element beside that.
+void addMany(KvXmlData& top) {
+  for (std::size_t n = 0; n < manyElements; ++n) {
+    KvXmlData& element = addTo(top, makeLong('o', n));
+    element.setAttribute("n", 7, true);
+    element.setAttribute(makeLong('p', n + 2), makeLong('q', n + 5), true);
+    addTo(addTo(element, "two"), "three").setAttribute("m", makeLong('r', n + 7), true);
+    addTo(element, "beside");
+  }
+}
+
+std::string printMany() {
+  std::string text;
+  for (std::size_t n = 0; n < manyElements; ++n) {
+    text += "    <" + makeLong('o', n) + " n=\"7\" " + makeLong('p', n + 2) + "=\"" +
+            makeLong('q', n + 5) + "\">\n      <two>\n        <three m=\"" + makeLong('r', n + 7) +
+            "\" />\n      </two>\n      <beside />\n    </" + makeLong('o', n) + ">\n";
+  }
+  return text;
+}
+
 Operations trees() {
   const auto root = [](TreeScene& s) -> KvXmlData& { return *s.tree->findRoot("a", true); };
   const std::string longChild = "<a b=\"1\">\n  <b />\n  <c>\n    <d e=\"2\" />\n  </c>\n  <" +
@@ -266,6 +299,14 @@ Operations trees() {
           },
           [=](TreeScene& s) { s.addLoose(root(s)); }, "x",
           replaceIn(plainPrinted, "</a>", "  <x y=\"HUGE\">\n    <z w=\"1\" />\n  </x>\n</a>")),
+      withLoose(
+          "AddChild_WithManyBelow",
+          [](TreeScene& s) {
+            s.loose = std::make_unique<KvXmlData>("x", nullptr);
+            addMany(*s.loose);
+          },
+          [=](TreeScene& s) { s.addLoose(root(s)); }, "x",
+          replaceIn(plainPrinted, "</a>", "  <x>\n" + printMany() + "  </x>\n</a>")),
   };
 }
 
@@ -364,6 +405,20 @@ Operations documents() {
             s.result = KvXmlN::AttributeIn::readString(s.root(), "b").value_or("none");
           },
           plainPrinted + "; gives 1"),
+      makeOperation<DocumentScene>(
+          "ReadString_OfTwoElements", Meets::Memory,
+          [](DocumentScene& s) {
+            std::istringstream in("<a b=\"1\"><c d=\"2\" e=\"3\"/></a>");
+            s.document = std::make_unique<KvXmlN::Document>(in);
+          },
+          [](DocumentScene& s) {
+            const KvXmlN::Data& child = *s.root().getChildren().front();
+            const std::string b = KvXmlN::AttributeIn::readString(s.root(), "b").value_or("none");
+            const std::string e = KvXmlN::AttributeIn::readString(child, "e").value_or("none");
+            s.result = b + e;
+          },
+          {"<a b=\"1\">\n  <c d=\"2\" e=\"3\" />\n</a>\n"},
+          "<a b=\"1\">\n  <c d=\"2\" e=\"3\" />\n</a>\n; gives 13"),
       onDocument(
           "ReadString_WhereThereIsNone", Meets::Memory,
           [](DocumentScene& s) {

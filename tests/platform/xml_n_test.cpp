@@ -205,6 +205,16 @@ TEST(NewerXmlAttributes, AreFoundByTheirWholeName) {
   EXPECT_EQ(root.findAttribute("c"), nullptr);
 }
 
+TEST(NewerXmlAttributes, AreTheSameEachTime) {
+  const auto document = parse("<a b='1' c='2'/>");
+  const KvXmlN::Data& root = document->getRoot();
+  const KvXmlN::AttributeData* const b = root.findAttribute("b");
+  const KvXmlN::AttributeData* const c = root.findAttribute("c");
+
+  EXPECT_EQ(root.findAttribute("b"), b);
+  EXPECT_EQ(root.findAttribute("c"), c);
+}
+
 TEST(NewerXmlAttributes, KeepTheirPlaceWhenSetAgain) {
   for (bool flag : {false, true}) {
     const auto document = parse("<a w='0' x='1' y='2' z='3'/>");

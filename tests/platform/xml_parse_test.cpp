@@ -372,6 +372,12 @@ TEST(XmlRefusal, OfWhatIsNoXmlName) {
 TEST(XmlRefusal, OfADeclarationThatEndsInAQuotedText) {
   expectErrorAt("<?xml a=\"?>\" encoding=\"ISO-8859-2\"/><r/>", 1, 1);
   expectErrorAt("\n<?xml a='?><r b='1'/>", 2, 1);
+  expectErrorAt("\xEF\xBB\xBF<?xml a='?><r b='1'/>", 1, 4);
+}
+
+TEST(XmlParsing, LooksForQuotesInTheDeclarationUpToItsEnd) {
+  EXPECT_FALSE(findError("<?xml version='1.0'?><a>it's</a>").has_value());
+  EXPECT_FALSE(findError("<?xml?><?p it's?><a b=\"'\"/>").has_value());
 }
 
 TEST(XmlRefusal, OfReferencesInTheDeclaration) {
@@ -430,10 +436,26 @@ TEST(XmlRefusal, OfDocumentTypesThatAreNotWellFormed) {
 TEST(XmlParsing, TakesDocumentTypesThatAreWellFormed) {
   for (const char* type :
        {" a", "\na\t", " a SYSTEM 'x'", " a SYSTEM \"'\" ", " a PUBLIC 'x-(1)' '>&]['", " a[]",
-        " a [ ] ", " a SYSTEM 'x'[\n]", " a [%p; %q;]", " a [<!ENTITY e ']>'>]",
+        " a [ ] ", " a SYSTEM 'x'[\n]", " a SYSTEM 'x' []", " a [%p; %q;]", " a [<!ENTITY e ']>'>]",
         " a [<!ENTITY e \"'\"><!ELEMENT a ANY>]", " a [<!-- ]> ' - -->]", " a [<?p ]> \" ?>]",
         " a [<?p?><!NOTATION n SYSTEM 'x'><!ATTLIST a b CDATA '<'>]"})
     EXPECT_FALSE(findError("<!DOCTYPE" + std::string(type) + "><a b='&lt;'/>").has_value()) << type;
+}
+
+TEST(XmlParsing, TakesDocumentTypesInCommentsAndInstructionsForNone) {
+  for (const char* text : {"<!-- <!DOCTYPE x --><a/>", "<?p <!DOCTYPE x ?><a/>"})
+    EXPECT_FALSE(findError(text).has_value()) << text;
+}
+
+TEST(XmlParsing, TakesPublicIdentifiersOfTheirCharactersOnly) {
+  const std::string allowed =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 \r\n-'()+,./:=?;!*#@$_%";
+  for (int byte = 1; byte < 256; ++byte) {
+    const char c = static_cast<char>(byte);
+    const bool isAllowed = allowed.find(c) != std::string::npos;
+    const std::string text = std::string("<!DOCTYPE a PUBLIC \"") + c + "\" 'x'><a/>";
+    EXPECT_EQ(findError(text).has_value(), !isAllowed) << byte;
+  }
 }
 
 TEST(XmlRefusal, OfAnAmpersandMindsWhereADocumentTypeEnds) {
@@ -522,6 +544,11 @@ TEST(XmlDuplicateAttributes, AreFoundWhereverTheFirstOneStands) {
       const std::string text = "<a" + attributes + " a" + std::to_string(i) + "='2'/>";
       expectErrorAt(text, 1, attributes.size() + 4);
     }
+}
+
+TEST(XmlDuplicateAttributes, AreToldWhereTheFirstRepetitionStands) {
+  expectErrorAt("<a b='' c='' b='' c=''/>", 1, 14);
+  expectErrorAt("<a c='' b='' c='' b=''/>", 1, 14);
 }
 
 TEST(XmlDuplicateAttributes, AreNotSeenInDifferentNames) {

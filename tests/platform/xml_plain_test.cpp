@@ -2,6 +2,7 @@
 // others are looked through once they were parsed. Nothing of that shows.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,21 @@ namespace {
 int getInteger(const KvXmlData& element, const std::string& name) {
   const KvXmlAttributeData* const attribute = element.findAttribute(name);
   return attribute != nullptr ? attribute->getInteger() : -1;
+}
+
+/// Names of each length up to `longest`; all of a length differ in one letter.
+std::vector<std::string> makeNames(std::size_t longest) {
+  std::vector<std::string> names;
+  const std::string all = "abcdefghijklmnopqrstuvwxyz";
+  for (std::size_t length = 1; length <= longest; ++length) {
+    const std::string name = all.substr(0, length);
+    names.push_back(name);
+    for (std::size_t place = 0; place < length; ++place) {
+      names.push_back(name);
+      names.back()[place] = 'Z';
+    }
+  }
+  return names;
 }
 
 }  // namespace
@@ -44,7 +60,10 @@ TEST(PlainDocument, IsRefusedWhereItIsMalformed) {
       "<r a=\"1\" b=\"2\" a=\"3\"/>",
       "<r><a n=\"1\"/><a n=\"1\" n=\"1\"/></r>",
       "<r a=\"1<2\"/>",
+      "<r a=\"<\"/>",
       "<r a=\"1 & 2\"/>",
+      "<r a=\"&\"/>",
+      "<r><s a=\"/><t b=\"/></r>",
       "<r a=\"&unknown;\"/>",
       "<r a=\"&#0;\"/>",
       "<r a=\"1\"b=\"2\"/>",
@@ -74,6 +93,26 @@ TEST(PlainDocument, IsRefusedWhereItIsMalformed) {
   for (const char* const text : texts) EXPECT_TRUE(findError(text).has_value()) << text;
 }
 
+TEST(PlainDocument, IsNoneWhereValuesHoldWhatLooksLikeTags) {
+  for (const char* const text : {"<r><s a='x\" b=\"'/>\"/></r>", "<r><s a='x\" b='/>\" /></r>"}) {
+    const auto tree = parse(text);
+    const KvXmlData& s = *tree->findRoot("r", true)->findTree("s", false);
+
+    EXPECT_EQ(s.findAttribute("b"), nullptr) << text;
+    EXPECT_EQ(s.getAttributeNames(), std::vector<std::string>{"a"}) << text;
+  }
+}
+
+TEST(PlainDocument, TakesXmlNamesOnlyForNewElements) {
+  for (const char* const text :
+       {"<r/>", "<r n=\"1\"/>", "<r><a/></r>", "<!-- c --><r/>", "<?p?><r n='1'/>"}) {
+    const auto tree = parse(text);
+    tree->open("r", false);
+    for (const char* const name : {"", "1", "a b", "!", "a="})
+      EXPECT_THROW(tree->open(name, false), std::invalid_argument) << text << name;
+  }
+}
+
 TEST(PlainDocument, FindsAttributesOfElementsThatAllHaveOthers) {
   constexpr int count = 1500;
   std::string text = "<r>\n";
@@ -93,6 +132,29 @@ TEST(PlainDocument, FindsAttributesOfElementsThatAllHaveOthers) {
   }
 }
 
+TEST(PlainDocument, FindsAttributesInAnyOrderWhereAllElementsHaveOthers) {
+  constexpr std::size_t count = 1500;
+  for (const std::string first : {"n=\"1\"", "n='1'"}) {
+    std::string text = "<r>\n";
+    for (std::size_t i = 0; i < count; ++i)
+      text += "<a " + first + " n" + std::to_string(i) + "=\"2\" last=\"3\"/>\n";
+    const auto tree = parse(text + "<a " + first + " other=\"4\"/></r>");
+
+    const std::vector<KvXmlData*>& children = tree->findRoot("r", true)->getChildren();
+    ASSERT_EQ(children.size(), count + 1);
+    for (std::size_t i = 0; i < count; ++i) {
+      const KvXmlData& child = *children[i];
+      EXPECT_EQ(getInteger(child, "last"), 3);
+      EXPECT_EQ(getInteger(child, "n" + std::to_string(i)), 2);
+      EXPECT_EQ(getInteger(child, "last"), 3);
+      EXPECT_EQ(getInteger(child, "n"), 1);
+      EXPECT_EQ(getInteger(child, "last"), 3);
+      EXPECT_EQ(getInteger(child, "absent"), -1);
+    }
+    EXPECT_EQ(getInteger(*children.back(), "last"), -1);
+  }
+}
+
 TEST(PlainDocument, FindsWhatWasSetOnItsElements) {
   const auto tree = parse("<r><a n=\"1\"/><a n=\"2\"/></r>");
   const std::vector<KvXmlData*>& children = tree->findRoot("r", true)->getChildren();
@@ -106,6 +168,67 @@ TEST(PlainDocument, FindsWhatWasSetOnItsElements) {
   EXPECT_EQ(print(*tree),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
             "<r>\n  <a n=\"1\" />\n  <a n=\"2\" m=\"4\" />\n</r>\n");
+}
+
+TEST(PlainDocument, TellsNamesApartThatDifferInOneLetter) {
+  const std::vector<std::string> names = makeNames(20);
+  for (const std::string quote : {"\"", "'"}) {
+    std::string text = "<r";
+    for (std::size_t i = 0; i < names.size(); ++i)
+      text += " " + names[i] + "=" + quote + std::to_string(i) + quote;
+    const auto tree = parse(text + "/>");
+
+    const KvXmlData& root = *tree->findRoot("r", true);
+    for (std::size_t i = names.size(); i-- > 0;)
+      EXPECT_EQ(getInteger(root, names[i]), static_cast<int>(i)) << names[i];
+    for (std::string name : names) {
+      name.back() = 'Y';
+      EXPECT_EQ(getInteger(root, name), -1) << name;
+    }
+  }
+}
+
+TEST(PlainDocument, TellsNamesApartThatDifferInTheLetterBeforeAnUmlaut) {
+  const auto tree = parse("<r b\xE4='1' c\xE4='2' d\xC3\xA4='3' e\xC3\xA4='4'/>");
+  const KvXmlData& root = *tree->findRoot("r", true);
+
+  EXPECT_EQ(getInteger(root, "c\xE4"), 2);
+  EXPECT_EQ(getInteger(root, "b\xE4"), 1);
+  EXPECT_EQ(getInteger(root, "e\xC3\xA4"), 4);
+  EXPECT_EQ(getInteger(root, "d\xC3\xA4"), 3);
+}
+
+TEST(PlainDocument, FindsAttributesOfElementsBehindSomeWithOthers) {
+  for (const char* const text :
+       {"<r><a x=\"1\"/><a x=\"1\"/><a y=\"2\"/><a y=\"2\"/><a z=\"3\" y=\"2\" x=\"1\"/></r>",
+        "<r><a x='1'/><a x='1'/><a y='2'/><a y='2'/><a z='3' y='2' x='1'/></r>"}) {
+    const auto tree = parse(text);
+    const std::vector<KvXmlData*>& children = tree->findRoot("r", true)->getChildren();
+    EXPECT_EQ(getInteger(*children[1], "x"), 1);
+    EXPECT_EQ(getInteger(*children[1], "y"), -1);
+    EXPECT_EQ(getInteger(*children[2], "x"), -1);
+    EXPECT_EQ(getInteger(*children[2], "y"), 2);
+    EXPECT_EQ(getInteger(*children[3], "y"), 2);
+    EXPECT_EQ(getInteger(*children[4], "x"), 1);
+    EXPECT_EQ(getInteger(*children[4], "z"), 3);
+  }
+}
+
+TEST(PlainDocument, FindsAttributesOfHundredsOfKindsOfElements) {
+  for (const std::string quote : {"\"", "'"}) {
+    std::string text = "<r>";
+    for (int i = 0; i < 1200; ++i) {
+      const std::string number = std::to_string(i / 2);
+      text += "<e" + number + " n" + number + "=" + quote + number + quote + "/>";
+    }
+    const auto tree = parse(text + "<empty/></r>");
+
+    const std::vector<KvXmlData*>& children = tree->findRoot("r", true)->getChildren();
+    ASSERT_EQ(children.size(), 1201u);
+    for (std::size_t i = 0; i < 1200; ++i)
+      EXPECT_EQ(getInteger(*children[i], "n" + std::to_string(i / 2)), static_cast<int>(i / 2));
+    EXPECT_EQ(getInteger(*children.back(), "n0"), -1);
+  }
 }
 
 TEST(PlainDocument, TellsLongNamesApartThatDifferInTheMiddle) {

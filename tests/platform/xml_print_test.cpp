@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <iomanip>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -87,6 +88,9 @@ const std::vector<Sample> samples = {
     {"a single letter between elements", "<a> <b/>X<c/></a>",
      declaration + "<a> <b />X<c /></a>\n"},
     {"a single sign between elements", "<a> <b/>=<c/></a>", declaration + "<a> <b />=<c /></a>\n"},
+    {"a sign at each place for text", "<a>=<b/>=</a>", declaration + "<a>=<b />=</a>\n"},
+    {"a sign before an element", "<a>!<b/></a>", declaration + "<a>!<b /></a>\n"},
+    {"a letter at each place for text", "<a>x<b>y</b>z</a>\n", declaration + "<a>x<b>y</b>z</a>\n"},
     {"a section between elements", "<a> <b/><![CDATA[x]]><c/></a>",
      declaration + "<a> <b /><![CDATA[x]]><c /></a>\n"},
     {"standalone", "<?xml version='1.0' standalone='yes'?><a/>",
@@ -161,6 +165,36 @@ TEST(XmlPrinting, KeepsStandaloneOfTheDeclaration) {
 TEST(XmlPrinting, DropsWhiteSpaceBetweenElementsOnly) {
   EXPECT_EQ(reprint("<a>\n\n\n<b/>\t<c> </c>     </a>\n\n"),
             declaration + "<a>\n  <b />\n  <c> </c>\n</a>\n");
+}
+
+TEST(XmlPrinting, AddsNoWhiteSpaceWhereAnElementWasSetToPreserveIt) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("a", false);
+  root->setAttribute("xml:space", std::string("preserve"), true);
+  tree.open("b", false);
+  EXPECT_EQ(print(tree), declaration + "<a xml:space=\"preserve\"><b /></a>\n");
+
+  for (const char* const text :
+       {"<r><a n=\"1\"/><c><d/></c></r>", "<r><a n='1'/><c><d/></c></r>"}) {
+    const auto parsed = parse(text);
+    KvXmlData* const c = parsed->findRoot("r", true)->findTree("c", false);
+    c->setAttribute("xml:space", std::string("preserve"), true);
+    EXPECT_NE(print(*parsed).find("\n  <c xml:space=\"preserve\"><d /></c>\n"), std::string::npos);
+  }
+}
+
+TEST(XmlPrinting, AddsNoWhiteSpaceWhereAnElementFromOutsidePreservesIt) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("a", false);
+  auto outside = std::make_unique<KvXmlData>("b", nullptr);
+  outside->setAttribute("xml:space", std::string("preserve"), true);
+  auto below = std::make_unique<KvXmlData>("c", outside.get());
+  outside->addChild(below.get());
+  static_cast<void>(below.release());
+  root->addChild(outside.get());
+  static_cast<void>(outside.release());
+
+  EXPECT_EQ(print(tree), declaration + "<a>\n  <b xml:space=\"preserve\"><c /></b>\n</a>\n");
 }
 
 TEST(XmlPrinting, KeepsWhiteSpaceBetweenCdataSections) {

@@ -94,6 +94,19 @@ TEST(XmlRemoval, ChangesNothingWhenTheTestThrows) {
   EXPECT_EQ(root->getChildren().size(), 2u);
 }
 
+// A new element may stand in memory where one stood that was removed.
+TEST(XmlRemoval, LeavesNoAttributesToNewElements) {
+  KvXmlN::Document document("r");
+  KvXmlN::Data& emptied = *document.getRoot().createChild("emptied");
+  KvXmlN::Data& kept = *document.getRoot().createChild("kept");
+  for (int i = 0; i < 2000; ++i) {
+    emptied.createChild("a")->setAttribute("n", 1, true);
+    emptied.removeChildren([](const KvXmlN::Data&) { return true; });
+
+    ASSERT_EQ(kept.createChild("a")->findAttribute("n"), nullptr) << i;
+  }
+}
+
 TEST(XmlRemoval, IsOfferedByTheNewerLibraryToo) {
   std::istringstream in("<r><b/><a/><b><c/></b></r>");
   KvXmlN::Document document(in);

@@ -211,6 +211,15 @@ TEST(XmlEncoding, ThatWasDeclaredStaysBehindLinesThatAreNotOfTheDocument) {
             "<?xml version=\"1.0\" encoding=\"ISO-8859-2\"?>\n<a />\n");
 }
 
+TEST(XmlEncoding, IsNotTakenFromALineThatOnlyLooksLikeADeclaration) {
+  std::istringstream in("xml version='1.0' encoding='ISO-8859-2'?>\n<a b='\xB1'/>");
+  std::string line;
+  std::getline(in, line);
+
+  EXPECT_EQ(PlatformTest::print(KvXmlTree(in)),
+            "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<a b='\xB1' />\n");
+}
+
 TEST(XmlEncoding, IsUtf8BehindAByteOrderMarkWhateverIsDeclared) {
   const auto tree =
       parse("\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-2'?><a b='\xC3\xA4&#228;'/>");
