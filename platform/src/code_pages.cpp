@@ -405,7 +405,7 @@ bool isOtherThanUtf8(std::string_view encoding) {
 }
 
 std::optional<char> encode(const CodePage& page, std::uint32_t character) {
-  if (character < page.first && character < bytes) return static_cast<char>(character);
+  if (character < page.first) return static_cast<char>(character);
   if (character == noCharacter) return std::nullopt;
   for (std::uint32_t byte = page.first; byte < bytes; ++byte)
     if (page.characters[byte - page.first] == character) return static_cast<char>(byte);

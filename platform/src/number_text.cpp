@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* noFormat = "this is no format for one double";
 
-char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char lowerLetter(char letter) { return static_cast<char>(letter | 0x20); }
 
 char toUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
@@ -88,16 +88,17 @@ struct Conversion {
   bool has(char flag) const { return flags.find(flag) != std::string_view::npos; }
 
   std::string_view flags;
-  std::size_t width = 0;
+  std::size_t width;
   std::optional<int> precision;
-  char letter = 'f';  // in lower case
-  bool isUpperCase = false;
+  char letter;  // in lower case
+  bool isUpperCase;
 };
 
-/// Reads a width or a precision and moves `c` past its digits; empty when it has more than three.
-std::optional<int> takeSize(const char*& c) {
-  const std::size_t digits = std::strspn(c, "0123456789");
-  if (digits > 3) return std::nullopt;
+/// Reads a width or a precision and moves `c` past its digits, but not past a fourth one, which
+/// starts no conversion.
+int takeSize(const char*& c) {
+  constexpr std::size_t longest = 3;
+  const std::size_t digits = std::min(std::strspn(c, "0123456789"), longest);
   int size = 0;
   for (const char* const end = c + digits; c != end; ++c) size = size * 10 + (*c - '0');
   return size;
@@ -105,21 +106,16 @@ std::optional<int> takeSize(const char*& c) {
 
 /// Moves `c` past the conversion behind a '%'. Empty when that is not the conversion of a double.
 std::optional<Conversion> takeConversion(const char*& c) {
-  Conversion conversion;
-  conversion.flags = std::string_view(c, std::strspn(c, "-+ #0"));
-  c += conversion.flags.size();
-  const std::optional<int> width = takeSize(c);
-  if (!width) return std::nullopt;
-  conversion.width = static_cast<std::size_t>(*width);
-  if (*c == '.') {
-    conversion.precision = takeSize(++c);
-    if (!conversion.precision) return std::nullopt;
-  }
+  const std::string_view flags(c, std::strspn(c, "-+ #0"));
+  c += flags.size();
+  const auto width = static_cast<std::size_t>(takeSize(c));
+  std::optional<int> precision;
+  if (*c == '.') precision = takeSize(++c);
   if (*c == 'l') ++c;  // makes no difference
-  if (*c == '\0' || std::strchr("aAeEfFgG", *c) == nullptr) return std::nullopt;
-  conversion.isUpperCase = *c < 'a';
-  conversion.letter = toLower(*c++);
-  return conversion;
+  const char letter = *c;
+  if (letter == '\0' || std::strchr("aAeEfFgG", letter) == nullptr) return std::nullopt;
+  ++c;
+  return Conversion{flags, width, precision, lowerLetter(letter), letter < 'a'};
 }
 
 // fmt::sprintf() differs from std::printf(): its "%#g" may have a digit too many, its "%a" comes
@@ -132,8 +128,7 @@ int readExponent(const std::string& text) { return std::stoi(text.substr(text.fi
 std::string printScientific(double magnitude, int precision) {
   const int printed = std::min(precision, mostDigits - 1);
   std::string text = printShort(FMT_COMPILE("{:.{}e}"), magnitude, printed);
-  if (printed < precision)
-    text.insert(text.find('e'), static_cast<std::size_t>(precision - printed), '0');
+  text.insert(text.find('e'), static_cast<std::size_t>(precision - printed), '0');
   return text;
 }
 
@@ -141,14 +136,12 @@ std::string printFixed(double magnitude, int precision) {
   constexpr int longestInteger = 309;
   if (precision <= mostDigits - longestInteger)
     return printShort(FMT_COMPILE("{:.{}f}"), magnitude, precision);
-  const int place = readExponent(printScientific(magnitude, mostDigits));
-  const std::string text = printScientific(magnitude, precision + place);
-  const int exponent = readExponent(text);
+  // Rounding to so many digits keeps the exponent: no double starts with twenty nines.
+  const int exponent = readExponent(printScientific(magnitude, mostDigits));
+  const std::string text = printScientific(magnitude, precision + exponent);
   std::string digits(static_cast<std::size_t>(std::max(-exponent, 0)), '0');
   digits += text[0] + text.substr(2, text.find('e') - 2);
-  const auto point = static_cast<std::size_t>(std::max(exponent, 0) + 1);
-  digits.insert(point, ".");
-  digits.resize(point + 1 + static_cast<std::size_t>(precision), '0');
+  digits.insert(static_cast<std::size_t>(std::max(exponent, 0) + 1), ".");
   return digits;
 }
 
@@ -192,7 +185,7 @@ std::string printFinite(double magnitude, const Conversion& conversion) {
     text = printShort(FMT_COMPILE("{:.{}g}"), magnitude, precision);
 
   if (conversion.has('#') && text.find('.') == std::string::npos) {
-    const std::size_t exponent = text.find_first_of(conversion.letter == 'a' ? "p" : "e");
+    const std::size_t exponent = text.find(conversion.letter == 'a' ? 'p' : 'e');
     text.insert(std::min(exponent, text.size()), ".");
   }
   return text;
@@ -239,7 +232,7 @@ std::string print(double value) {
   const double magnitude = std::fabs(value);
   std::string other;
   if (text.find('e') != std::string::npos) {
-    if (magnitude > 1.0 && magnitude < 1e22 && text.size() > 16) other = printInteger(value);
+    if (magnitude > 1.0 && magnitude < 1e22) other = printInteger(value);
     if (other.empty() || other.size() > text.size()) return text;
   } else {
     const bool isSmall = magnitude > 0.0 && magnitude < 0.001;

@@ -61,10 +61,10 @@ class GrowingText {
  public:
   /// Reads more; false at the end of the stream.
   bool readFrom(std::streambuf& buffer) {
-    const std::size_t known = countKnown(buffer);
-    if (capacity - text.size < known + Text::margin)
-      grow(std::max(2 * capacity, text.size + known + Text::margin));
-    const std::size_t wanted = known > 0 ? known : capacity - text.size;
+    // One more than is known, so that the end of the stream is found without growing.
+    const std::size_t needed = text.size + countKnown(buffer) + 1 + Text::margin;
+    if (capacity < needed) grow(std::max(2 * capacity, needed));
+    const std::size_t wanted = capacity - Text::margin - text.size;
     const std::streamsize got =
         buffer.sgetn(text.data.get() + text.size, static_cast<std::streamsize>(wanted));
     if (got <= 0) return false;
@@ -72,8 +72,8 @@ class GrowingText {
     return true;
   }
 
+  /// To be called when all is read.
   Text finish() {
-    if (text.size + Text::margin > capacity) grow(text.size + Text::margin);
     std::memset(text.data.get() + text.size, '\0', Text::margin);
     return std::move(text);
   }
@@ -90,7 +90,7 @@ class GrowingText {
     std::unique_ptr<char, FreeText> grown(
         static_cast<char*>(pugi::get_memory_allocation_function()(newCapacity)));
     if (grown == nullptr) throw std::bad_alloc();
-    if (text.size > 0) std::memcpy(grown.get(), text.data.get(), text.size);
+    std::copy_n(text.data.get(), text.size, grown.get());
     text.data = std::move(grown);
     capacity = newCapacity;
   }
@@ -100,11 +100,10 @@ class GrowingText {
 };
 
 Text readAll(std::streambuf& buffer) {
+  buffer.sgetc();  // when a folder was opened as a file, this throws
   GrowingText text;
-  // Peek first: when a folder was opened as a file, the buffer throws here.
-  if (buffer.sgetc() != endOfStream)
-    while (text.readFrom(buffer)) {
-    }
+  while (text.readFrom(buffer)) {
+  }
   return text.finish();
 }
 

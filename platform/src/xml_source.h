@@ -33,10 +33,10 @@ struct Text {
   std::string_view get() const { return std::string_view(data.get(), size); }
 
   std::unique_ptr<char, FreeText> data;
-  std::size_t size = 0;        // without the margin
-  Position start;              // its position in its file
-  std::string before;          // the start of its file, up to where the text begins
-  std::streamoff offset = -1;  // its offset in its stream; negative when unknown
+  std::size_t size = 0;     // without the margin
+  Position start;           // its position in its file
+  std::string before;       // the start of its file, up to where the text begins
+  std::streamoff offset{};  // its offset in its stream; negative when unknown
 };
 
 /// Reads `in` from its position to its end. Throws KvXmlError when that is impossible.

@@ -64,7 +64,7 @@ struct Store {
   pugi::xml_node findRoot() const {
     for (pugi::xml_node node : document.children())
       if (node.type() == pugi::node_element && node != nursery) return node;
-    return pugi::xml_node();
+    return {};
   }
 
   static pugi::xml_node getNode(const Element& element) { return fromHandle(element.view.node); }
@@ -335,10 +335,7 @@ struct Store {
     if (other.parsed.mayHoldText) parsed.mayHoldText = true;
     takenOver.emplace_back(&other);
     for (std::unique_ptr<Store>& older : other.takenOver) takenOver.push_back(std::move(older));
-    other.takenOver.clear();
     other.isEnding = true;
-    other.standalone = nullptr;
-    other.detached.clear();
     for (std::size_t i = 0; i < moving.size(); ++i) {
       moving[i]->view.node = toHandle(copies[i]);
       detached.push_back(moving[i]);
@@ -406,8 +403,7 @@ struct Store {
     for (const Element* element : originals) {
       copies.push_back(nursery.append_copy(getNode(*element)));
       if (XmlNodes::isFullCopy(getNode(*element), copies.back())) continue;
-      for (const pugi::xml_node& copy : copies)
-        if (copy) erase(copy);
+      for (const pugi::xml_node& copy : copies) erase(copy);
       throw std::bad_alloc();
     }
     return copies;

@@ -52,7 +52,7 @@ std::size_t measureAscii(std::string_view text) {
   return i;
 }
 
-/// `text` starts with a byte that is not ASCII.
+/// `text` is empty or starts with a byte that is not ASCII.
 bool isUtf8(std::string_view text) {
   while (!text.empty()) {
     if (takeSequence(text) == noCharacter) return false;
@@ -143,7 +143,6 @@ bool isAscii(std::string_view text) { return measureAscii(text) == text.size(); 
 
 void EncodingChoice::add(std::string_view text) {
   text.remove_prefix(measureAscii(text));
-  if (text.empty()) return;
   constexpr std::string_view undefinedIn1252 = "\x81\x8D\x8F\x90\x9D";
   fitsUtf8 = fitsUtf8 && isUtf8(text);
   fits1252 = fits1252 && text.find_first_of(undefinedIn1252) == std::string_view::npos;

@@ -44,9 +44,8 @@ struct Reference {
 
 /// The reference at the start of `text`, which starts with '&'.
 std::optional<Reference> readReference(std::string_view text) {
-  const std::size_t end =
-      text.find_first_not_of("#0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ", 1);
-  if (end == text.npos || text[end] != ';') return std::nullopt;
+  const std::size_t end = text.find(';');
+  if (end == text.npos) return std::nullopt;
   const std::optional<std::uint32_t> character = findCharacter(text.substr(1, end - 1));
   if (!character) return std::nullopt;
   return Reference{*character, end + 1};

@@ -9,7 +9,7 @@ namespace {
 
 TEST(CodePage, IsFoundByItsNamesInAnyLetterCase) {
   for (const char* name : {"ISO-8859-1", "iso-8859-2", "ISO-8859-15", "windows-1252",
-                           "Windows-1250", "KOI8-R", "koi8-u"})
+                           "Windows-1250", "KOI8-R", "koi8-u", "LATIN2", "Arabic"})
     EXPECT_TRUE(KvCodePage::find(name).has_value()) << name;
 }
 
@@ -38,6 +38,8 @@ TEST(CodePage, TellsTheCharacterOfAByteAndTheByteOfACharacter) {
 
 TEST(CodePage, HasNoAnswerForWhatItLacks) {
   EXPECT_EQ(KvCodePage::find("windows-1252")->decode('\x81'), std::nullopt);
+  EXPECT_EQ(KvCodePage::find("windows-1252")->encode(0x80), std::nullopt);
+  EXPECT_EQ(KvCodePage::find("ISO-8859-1")->encode(0x100), std::nullopt);
   EXPECT_EQ(KvCodePage::find("ISO-8859-1")->encode(0x20AC), std::nullopt);
   EXPECT_EQ(KvCodePage::find("ISO-8859-15")->encode(0xA4), std::nullopt);
   EXPECT_EQ(KvCodePage::find("windows-1252")->encode(0x10FFFF), std::nullopt);

@@ -333,6 +333,7 @@ TEST(NewerXmlFormat, PrintsAsPrintfDoes) {
   EXPECT_EQ(format(1234567.0, "%.10G"), "1234567");
   EXPECT_EQ(format(-1.5, "%e"), "-1.500000e+00");
   EXPECT_EQ(format(1.5, "%E"), "1.500000E+00");
+  EXPECT_EQ(format(1.5, "%F"), "1.500000");
   EXPECT_EQ(format(1.5, "[%8.2f]"), "[    1.50]");
   EXPECT_EQ(format(1.5, "[%-8.2f]"), "[1.50    ]");
   EXPECT_EQ(format(1.5, "%+08.2f"), "+0001.50");
@@ -368,6 +369,7 @@ TEST(NewerXmlFormat, PrintsHexadecimalDigits) {
   EXPECT_EQ(format(-0.0, "%+.2a"), "-0x0.00p+0");
   EXPECT_EQ(format(0.1, "% a"), " 0x1.999999999999ap-4");
   EXPECT_EQ(format(0.1, "%.15a"), "0x1.999999999999a00p-4");
+  EXPECT_EQ(format(0.1, "%A"), "0X1.999999999999AP-4");
   EXPECT_EQ(format(1e300, "%-26A|"), "0X1.7E43C8800759CP+996    |");
 }
 
@@ -416,6 +418,13 @@ TEST(NewerXmlFormat, PrintsEveryDigitOfTheSmallestNumbers) {
   EXPECT_EQ(text.substr(0, 345), "0." + std::string(323, '0') + "49406564584124654417");
   EXPECT_EQ(text.substr(984), "55837389733598994");  // rounded up
   EXPECT_EQ(text.size(), 1001u);
+}
+
+TEST(NewerXmlFormat, PrintsEveryDigitOfTheLongestNumber) {
+  const std::string text = format(2.2250738585072009e-308, "%.999e");
+  EXPECT_EQ(text.substr(0, 22), "2.22507385850720088902");
+  EXPECT_EQ(text.substr(748, 30), "802817344665527343750000000000");
+  EXPECT_EQ(text.size(), 1006u);
 }
 
 TEST(NewerXmlFormat, HoldsQuestionMarksForCharactersThatXmlForbids) {

@@ -29,6 +29,12 @@ TEST(XmlReference, ToACharacterBeyondAsciiIsUtf8WhereNoCodePageIsDeclared) {
   EXPECT_EQ(read("UTF-8", "\xE4&#228;"), "\xE4\xC3\xA4");
 }
 
+TEST(XmlReference, ToTheFirstAndTheLastCharacterOfEachLengthIsUtf8) {
+  EXPECT_EQ(read("UTF-8", "&#x7F;&#x80;&#x7FF;"), "\x7F\xC2\x80\xDF\xBF");
+  EXPECT_EQ(read("UTF-8", "&#x800;&#xFFFD;"), "\xE0\xA0\x80\xEF\xBF\xBD");
+  EXPECT_EQ(read("UTF-8", "&#x10000;&#x10FFFF;"), "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
+}
+
 TEST(XmlReference, ToACharacterOfTheDeclaredCodePageIsItsByte) {
   const struct {
     const char* encoding;

@@ -68,6 +68,37 @@ TEST(XmlRemoval, EndsElementsThatWereAdded) {
   EXPECT_EQ(print(tree), declaration + "<r />\n");
 }
 
+TEST(XmlRemoval, BelowAnElementWithoutAParentLetsThatBeAdded) {
+  KvXmlTree tree;
+  auto taken = std::make_unique<KvXmlData>("a", nullptr);
+  auto below = std::make_unique<KvXmlData>("b", taken.get());
+  below->setAttribute("n", std::string(1000000, 'x'), true);  // memory that is given back at once
+  taken->addChild(below.get());
+  static_cast<void>(below.release());
+  taken->removeChildren(isB);
+
+  tree.open("r", false)->addChild(taken.get());
+  static_cast<void>(taken.release());
+
+  EXPECT_EQ(print(tree), declaration + "<r>\n  <a />\n</r>\n");
+}
+
+TEST(XmlRemoval, BetweenTwoMovesLetsTheTreeEnd) {
+  auto tree = std::make_unique<KvXmlTree>();
+  auto inner = std::make_unique<KvXmlData>("a", nullptr);
+  auto below = std::make_unique<KvXmlData>("b", inner.get());
+  inner->addChild(below.get());
+  static_cast<void>(below.release());
+  auto outer = std::make_unique<KvXmlData>("c", nullptr);
+  outer->addChild(inner.get());
+  inner.release()->removeChildren(isB);
+  tree->open("r", false)->addChild(outer.get());
+  static_cast<void>(outer.release());
+  EXPECT_EQ(print(*tree), declaration + "<r>\n  <c>\n    <a />\n  </c>\n</r>\n");
+
+  tree.reset();
+}
+
 TEST(XmlRemoval, LeavesRoomForNewChildren) {
   const auto tree = parse("<r><b n='1' m='2'/></r>");
   KvXmlData* const root = tree->findRoot("r", true);

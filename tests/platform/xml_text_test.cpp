@@ -99,12 +99,13 @@ TEST(XmlEncoding, IsUtf8ForValidSequencesOfEachLength) {
 }
 
 TEST(XmlEncoding, IsWindows1252ForItsBytes) {
-  for (const char* text : {"\xE4", "\x80", "\xFF",
-                           "Gr\xFC\xDF"
-                           "e",
-                           "a\xA0"
-                           "b",
-                           "\xF6\xE4\xFC"})
+  for (const char* text :
+       {"\xE4", "\x80", "\xFF",
+        "Gr\xFC\xDF"
+        "e",
+        "a\xA0"
+        "b",
+        "\xF6\xE4\xFC", "\xE4 abcdefghijklmnopqrstuvwxyz ABCDEFGHIJKLMNOPQRSTUVWXYZ"})
     EXPECT_EQ(encodingOf(text), "windows-1252") << text;
 }
 
@@ -271,10 +272,13 @@ TEST(XmlEncoding, SeesWhatComesWithElementsThatStoodForThemselves) {
 
 // The control characters of ISO-8859-1 are no letters, so only windows-1252 is left.
 TEST(XmlEncoding, IsWindows1252ForNamesThatLatin1DoesNotHave) {
-  const std::string printed = PlatformTest::reprint("<\x8Ak>\x81</\x8Ak>");
+  for (const std::string name : {"\x8A", "\x9F"}) {
+    const std::string element = "<" + name + ">\x81</" + name + ">";
+    const std::string printed = PlatformTest::reprint(element);
 
-  EXPECT_EQ(printed, "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<\x8Ak>\x81</\x8Ak>\n");
-  EXPECT_EQ(PlatformTest::reprint(printed), printed);
+    EXPECT_EQ(printed, "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n" + element + "\n");
+    EXPECT_EQ(PlatformTest::reprint(printed), printed);
+  }
 }
 
 TEST(XmlEncoding, DoesNotDependOnReferences) {

@@ -391,6 +391,17 @@ TEST(XmlChildren, FollowWhatIsAddedLater) {
   EXPECT_EQ(namesOf(root->getChildren()), (Names{"a", "b", "c", "d"}));
 }
 
+TEST(XmlChildren, MayBeAskedForAgainWhileTheyAreWalked) {
+  const auto tree = parse("<r><a/><b/><c/></r>");
+  KvXmlData* const root = tree->findRoot("r", true);
+  const std::vector<KvXmlData*>& children = root->getChildren();
+  KvXmlData* const* const first = children.data();
+
+  root->getChildren();
+
+  EXPECT_EQ(children.data(), first);
+}
+
 // --- Attributes
 
 TEST(XmlAttributes, AreFoundByTheirWholeName) {
@@ -615,6 +626,18 @@ TEST(XmlAddChild, LetsPointersBelowAnElementWithoutAParentFollowLaterChanges) {
   EXPECT_EQ(print(tree), declaration + "<r>\n  <a n=\"5\" m=\"6\">\n    <b />\n  </a>\n</r>\n");
 }
 
+TEST(XmlAddChild, LetsAttributesOfAnElementWithoutAParentFollowBeforeTheirTextIsAskedFor) {
+  KvXmlTree tree;
+  auto* const child = new KvXmlData("a", nullptr);
+  child->setAttribute("n", 1, true);
+  const KvXmlAttributeData* const n = child->findAttribute("n");
+  tree.open("r", false)->addChild(child);
+
+  child->setAttribute("n", 5, true);
+
+  EXPECT_EQ(n->getInteger(), 5);
+}
+
 TEST(XmlAddChild, TakesAnElementWithoutAParentIntoAnotherOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
@@ -661,6 +684,34 @@ TEST(XmlAddChild, LetsAnElementMadeForOneWithoutAParentEndAfterThatOneWasAdded) 
   root->addChild(outer);
 
   inner.reset();
+
+  EXPECT_EQ(print(tree), declaration + "<r>\n  <a />\n</r>\n");
+}
+
+TEST(XmlAddChild, LetsAnElementMadeForOneWithoutAParentMoveTwice) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("r", false);
+  auto* const outer = new KvXmlData("a", nullptr);
+  auto* const middle = new KvXmlData("b", nullptr);
+  auto* const inner = new KvXmlData("c", middle);
+  inner->setAttribute("n", 1, true);
+  outer->addChild(middle);
+  root->addChild(outer);
+  inner->setAttribute("m", 2, true);
+
+  middle->addChild(inner);
+
+  EXPECT_EQ(print(tree), declaration +
+                             "<r>\n  <a>\n    <b>\n      <c n=\"1\" m=\"2\" />\n    </b>\n"
+                             "  </a>\n</r>\n");
+}
+
+TEST(XmlAddChild, TakesAnElementWithoutAParentForWhichAnotherWasRefused) {
+  KvXmlTree tree;
+  auto* const child = new KvXmlData("a", nullptr);
+  EXPECT_THROW(KvXmlData("no name", child), std::invalid_argument);
+
+  tree.open("r", false)->addChild(child);
 
   EXPECT_EQ(print(tree), declaration + "<r>\n  <a />\n</r>\n");
 }
