@@ -638,6 +638,23 @@ TEST(XmlAddChild, LetsAttributesOfAnElementWithoutAParentFollowBeforeTheirTextIs
   EXPECT_EQ(n->getInteger(), 5);
 }
 
+TEST(XmlAddChild, LetsEachAttributeOfAnElementWithoutAParentStayItself) {
+  KvXmlTree tree;
+  auto* const child = new KvXmlData("a", nullptr);
+  std::vector<const KvXmlAttributeData*> attributes;
+  for (const char* const name : {"k", "l", "m", "n"})
+    child->setAttribute(name, static_cast<int>(name[0]), true);
+  for (const char* const name : {"m", "n", "k", "l"})
+    attributes.push_back(child->findAttribute(name));
+  child->setAttribute("o", static_cast<int>('o'), true);
+  attributes.push_back(child->findAttribute("o"));
+
+  tree.open("r", false)->addChild(child);
+
+  for (std::size_t i = 0; i < attributes.size(); ++i)
+    EXPECT_EQ(attributes[i]->getInteger(), static_cast<int>("mnklo"[i]));
+}
+
 TEST(XmlAddChild, TakesAnElementWithoutAParentIntoAnotherOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);

@@ -117,6 +117,22 @@ TEST(XmlView, OfAnAttributeStaysValidWhileOthersAreAdded) {
   }
 }
 
+TEST(XmlView, OfAnAttributeIsTheSameWhicheverWasAskedForBefore) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("r", false);
+  std::vector<const KvXmlAttributeData*> attributes;
+  for (const char* const name : {"a", "b", "c", "d", "e"}) {
+    root->setAttribute(name, static_cast<int>(attributes.size()), true);
+    attributes.push_back(root->findAttribute(name));
+  }
+
+  EXPECT_EQ(root->findAttribute("c"), attributes[2]);
+  EXPECT_EQ(root->findAttribute("a"), attributes[0]);
+  EXPECT_EQ(root->findAttribute("e"), attributes[4]);
+  EXPECT_EQ(root->findAttribute("b"), attributes[1]);
+  EXPECT_EQ(root->findAttribute("d"), attributes[3]);
+}
+
 TEST(XmlView, OfAnAttributeFollowsChangesMadeAfterOthersWereAdded) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("r", false);
