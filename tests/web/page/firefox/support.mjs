@@ -46,6 +46,9 @@ export async function start() {
       "print.printer_Mozilla_Save_to_PDF.print_to_file": true,
     },
   });
+  // What Firefox tells there is read, or else it waits once there is too much of it.
+  const { stdout, stderr } = browser.process();
+  for (const stream of [stdout, stderr]) stream?.resume();
   page = await browser.newPage();
   page.setDefaultTimeout(patience);
   page.on("pageerror", (error) => errors.push(error.message));
