@@ -141,7 +141,8 @@ std::string printFixed(double magnitude, int precision) {
   const std::string text = printScientific(magnitude, precision + exponent);
   std::string digits(static_cast<std::size_t>(std::max(-exponent, 0)), '0');
   digits += text[0] + text.substr(2, text.find('e') - 2);
-  digits.insert(static_cast<std::size_t>(std::max(exponent, 0) + 1), ".");
+  const auto point = static_cast<std::size_t>(std::max(exponent, 0)) + 1;
+  digits.insert(point, ".");
   return digits;
 }
 

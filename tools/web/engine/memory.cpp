@@ -4,7 +4,7 @@
 namespace {
 
 constexpr std::size_t pageSize = 65536;
-constexpr std::size_t leastStep = 16 * 1024 * 1024 / pageSize;
+constexpr std::size_t leastStep = std::size_t{16} * 1024 * 1024 / pageSize;
 
 bool grow(std::size_t pages) {
   return __builtin_wasm_memory_grow(0, pages) != static_cast<std::size_t>(-1);

@@ -27,6 +27,7 @@ export class ReportPane {
     if (!this.#isOld) return;
     this.#isOld = false;
     const page = await during("Drawing the report …", () => this.doc.report());
+    if (page === undefined) this.#isOld = true; // looking again tries again
     this.#page = page ?? "";
     this.place.replaceChildren(...(page === undefined ? [] : [makeFrame("Report", page)]));
   }
