@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 . scripts/packages.sh
 . scripts/npm.sh
 
-install_packages "${build_packages[@]}" chromium chromium-driver firefox-esr fonts-dejavu-core \
+install_packages "${test_packages[@]}" chromium chromium-driver firefox-esr fonts-dejavu-core \
   poppler-utils python3-selenium
 command -v node >/dev/null || install_packages nodejs
 install_axe
