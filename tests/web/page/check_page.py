@@ -1024,7 +1024,7 @@ class Access(PageTest):
         self.page.choose(MODEL)
         self.page.set_cell(2, "areaZ", "1")
         self.page.click("Undo")
-        self.assertEqual(self.page.run("return document.activeElement.role"), "tab")
+        self.page.wait(lambda: self.page.run("return document.activeElement.role") == "tab")
 
     def test_what_happens_is_told(self):
         self.page.choose(MODEL)
