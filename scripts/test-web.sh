@@ -33,7 +33,7 @@ test_in_chromium() {
 
 # A browser waits for the other end of its tests much of the time, so both are at work at once.
 log=build/web/firefox.log
-NODE_PATH=$PWD/build/firefox/node_modules node --test-reporter=spec tests/web/page/firefox.mjs >"$log" 2>&1 &
+NODE_PATH=$PWD/build/firefox/node_modules node tests/web/page/firefox.mjs >"$log" 2>&1 &
 firefox=$!
 trap 'kill "$firefox" 2>/dev/null || true' EXIT
 failed=()

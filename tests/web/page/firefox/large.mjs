@@ -105,7 +105,7 @@ describe("many foundations", () => {
     await runAsBrowser(`new Promise((resolve) => ${manager}.minimizeMemoryUsage(resolve))`);
     return Number(
       await runAsBrowser(`ChromeUtils.requestProcInfo().then(({ children }) => children.find(({ windows }) =>
-        windows.some(({ documentURI }) => documentURI.spec === "${page.url()}")).memory)`),
+        windows.some(({ documentURI }) => documentURI.equals(Services.io.newURI("${page.url()}")))).memory)`),
     );
   }
 
