@@ -44,6 +44,22 @@ class Pipe : public std::streambuf {
   std::size_t place = 0;
 };
 
+/// Has more text each time that it is positioned anew.
+class GrowingBuffer : public std::stringbuf {
+ public:
+  GrowingBuffer(const std::string& text, std::string addedText)
+      : std::stringbuf(text, std::ios::in), added(std::move(addedText)) {}
+
+ protected:
+  pos_type seekpos(pos_type place, std::ios::openmode which) override {
+    str(str() + added);
+    return std::stringbuf::seekpos(place, which);
+  }
+
+ private:
+  std::string added;
+};
+
 /// Fails after a few characters.
 template <class Failure>
 class BrokenBuffer : public std::streambuf {
@@ -526,6 +542,8 @@ TEST(XmlParsing, TakesAnEncodingFromTheAttributeOfThatWholeNameOnly) {
   EXPECT_EQ(reprint("<?xml version='1.0' encodingX='KOI8-R'?><a/>"), printed + "<a />\n");
   EXPECT_EQ(reprint("<?xmlX encoding='KOI8-R'?><a/>"),
             printed + "<?xmlX encoding='KOI8-R'?>\n<a />\n");
+  EXPECT_EQ(reprint("<?xmlX a='1' encoding='KOI8-R'?><a/>"),
+            printed + "<?xmlX a='1' encoding='KOI8-R'?>\n<a />\n");
 }
 
 // --- Attributes given twice
@@ -742,6 +760,20 @@ TEST(XmlErrorPlace, OfWhatIsNotClosedComesWithTheReason) {
   }
   EXPECT_EQ(findError("<a></a")->getReason(), "this end tag is malformed or not closed");
   EXPECT_EQ(findError("<a></")->getReason(), "this end tag is malformed or not closed");
+}
+
+TEST(XmlErrorPlace, OfWhatIsNotClosedIsTheEndWhereAStreamCannotBeReadAgain) {
+  Pipe pipe("<a>\n<b>\n  ");
+  std::istream in(&pipe);
+
+  expectErrorAt(in, 3, 3);
+}
+
+TEST(XmlErrorPlace, OfWhatIsNotClosedIsTheEndWhereAStreamGrewMeanwhile) {
+  GrowingBuffer buffer("<a>\n<b>\n  ", "</b>");
+  std::istream in(&buffer);
+
+  expectErrorAt(in, 3, 3);
 }
 
 TEST(XmlErrorPlace, OfALessThanSignInAnAttributeIsThatAttribute) {
