@@ -262,6 +262,13 @@ TEST(XmlEncoding, SeesWhatIsSetAndWhatIsSetAnew) {
   EXPECT_NE(PlatformTest::print(tree).find("windows-1252"), std::string::npos);
 }
 
+TEST(XmlEncoding, SeesANameThatIsAllOfADocument) {
+  KvXmlTree tree;
+  tree.open("\xE4", false);
+
+  EXPECT_NE(PlatformTest::print(tree).find("windows-1252"), std::string::npos);
+}
+
 TEST(XmlEncoding, SeesWhatComesWithElementsThatStoodForThemselves) {
   KvXmlTree tree;
   auto* const child = new KvXmlData("\xE4", nullptr);
