@@ -234,6 +234,17 @@ TEST(XmlCursor, CloseGoesToTheParentOfAnElementThatWasAdded) {
   EXPECT_EQ(tree.getCurrent(), root);
 }
 
+TEST(XmlCursor, CloseGoesToTheParentOfAnElementThatIsNotAddedYet) {
+  KvXmlTree tree;
+  KvXmlData* const root = tree.open("a", false);
+  KvXmlData child("b", root);
+  tree.setCurrent(&child);
+
+  tree.close();
+
+  EXPECT_EQ(tree.getCurrent(), root);
+}
+
 TEST(XmlCursor, CloseGoesToTheParentOfAnElementAddedWithoutOne) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("a", false);
@@ -462,6 +473,24 @@ TEST(XmlAttributes, KeepTheirPlaceWhenSetAgain) {
   }
 }
 
+TEST(XmlAttributes, AreTheSameEachTimeAlsoWhenOthersWereSetMeanwhile) {
+  const auto tree = parse("<r a='1' b='2'/>");
+  KvXmlData* const root = tree->findRoot("r", true);
+  const KvXmlAttributeData* const a = root->findAttribute("a");
+  const KvXmlAttributeData* const b = root->findAttribute("b");
+  root->setAttribute("c", 3, true);
+  const KvXmlAttributeData* const c = root->findAttribute("c");
+  root->setAttribute("d", 4, true);
+  const KvXmlAttributeData* const d = root->findAttribute("d");
+
+  EXPECT_EQ(root->findAttribute("a"), a);
+  EXPECT_EQ(root->findAttribute("b"), b);
+  EXPECT_EQ(root->findAttribute("c"), c);
+  EXPECT_EQ(root->findAttribute("d"), d);
+  EXPECT_EQ(a->getInteger(), 1);
+  EXPECT_EQ(d->getInteger(), 4);
+}
+
 TEST(XmlAttributes, AreSetInAnyOrderOnSeveralElementsByTurns) {
   const auto tree = parse("<r><a x='' y='' z=''/><b z='' y='' x=''/></r>");
   KvXmlData* const a = tree->findRoot("r", true)->findTree("a", false);
@@ -636,6 +665,36 @@ TEST(XmlAddChild, LetsAttributesOfAnElementWithoutAParentFollowBeforeTheirTextIs
   child->setAttribute("n", 5, true);
 
   EXPECT_EQ(n->getInteger(), 5);
+}
+
+TEST(XmlAddChild, LetsEachAttributeOfAnElementWithoutAParentFollowLaterChanges) {
+  KvXmlTree tree;
+  auto* const child = new KvXmlData("a", nullptr);
+  for (const char* const name : {"k", "l", "m"}) child->setAttribute(name, 0, true);
+  const KvXmlAttributeData* const l = child->findAttribute("l");
+  const KvXmlAttributeData* const m = child->findAttribute("m");
+  tree.open("r", false)->addChild(child);
+
+  child->setAttribute("l", 1, true);
+  child->setAttribute("m", 2, true);
+
+  EXPECT_EQ(l->getInteger(), 1);
+  EXPECT_EQ(m->getInteger(), 2);
+}
+
+TEST(XmlAddChild, LeavesAttributesAloneThatWereAskedForAfterThoseBelow) {
+  KvXmlTree tree;
+  auto* const child = new KvXmlData("a", nullptr);
+  child->setAttribute("n", 1, true);
+  KvXmlData* const grandchild = addNew(child, "b");
+  grandchild->setAttribute("m", 2, true);
+  const KvXmlAttributeData* const m = grandchild->findAttribute("m");
+  const KvXmlAttributeData* const n = child->findAttribute("n");
+
+  tree.open("r", false)->addChild(child);
+
+  EXPECT_EQ(n->getInteger(), 1);
+  EXPECT_EQ(m->getInteger(), 2);
 }
 
 TEST(XmlAddChild, LetsEachAttributeOfAnElementWithoutAParentStayItself) {
