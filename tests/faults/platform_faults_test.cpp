@@ -300,6 +300,16 @@ Operations trees() {
           [=](TreeScene& s) { s.addLoose(root(s)); }, "x",
           replaceIn(plainPrinted, "</a>", "  <x y=\"HUGE\">\n    <z w=\"1\" />\n  </x>\n</a>")),
       withLoose(
+          "AddChild_ThatTookAnother",
+          [](TreeScene& s) {
+            s.loose = std::make_unique<KvXmlData>("x", nullptr);
+            auto inner = std::make_unique<KvXmlData>("y", nullptr);
+            s.loose->addChild(inner.get());
+            static_cast<void>(inner.release());
+          },
+          [=](TreeScene& s) { s.addLoose(root(s)); }, "x",
+          replaceIn(plainPrinted, "</a>", "  <x>\n    <y />\n  </x>\n</a>")),
+      withLoose(
           "AddChild_WithManyBelow",
           [](TreeScene& s) {
             s.loose = std::make_unique<KvXmlData>("x", nullptr);
@@ -527,6 +537,81 @@ TEST(ParserMemory, MeetsFaultsToo) {
   root.setAttribute("t", hugeName, true);
 
   EXPECT_EQ(countBlocks(), blocksBefore + 1);
+}
+
+TEST(TreeMemory, IsGivenBackWhereElementsWereAddedBelowAddedOnes) {
+  const long blocksBefore = countBlocks();
+  {
+    KvXmlTree tree;
+    addMany(addTo(*tree.open("a", false), "x"));
+  }
+  EXPECT_EQ(countBlocks(), blocksBefore);
+}
+
+TEST(TreeMemory, IsGivenBackWhereAnElementWasRemovedBetweenTwoMoves) {
+  const long blocksBefore = countBlocks();
+  {
+    KvXmlTree tree;
+    auto inner = std::make_unique<KvXmlData>("b", nullptr);
+    addTo(*inner, "removed");
+    auto outer = std::make_unique<KvXmlData>("c", nullptr);
+    outer->addChild(inner.get());
+    inner.release()->removeChildren([](const KvXmlData&) { return true; });
+    tree.open("a", false)->addChild(outer.get());
+    static_cast<void>(outer.release());
+  }
+  EXPECT_EQ(countBlocks(), blocksBefore);
+}
+
+constexpr int mostFaults = 10000;
+
+TEST(TreeMemory, ThatRunsOutLetsAnElementBeAddedToAnotherTree) {
+  int n = 1;
+  for (bool failed = true; failed && n < mostFaults; ++n) {
+    SCOPED_TRACE("fault " + std::to_string(n));
+    KvXmlTree full;
+    KvXmlTree other;
+    KvXmlData* const fullRoot = full.open("a", false);
+    auto loose = std::make_unique<KvXmlData>("x", nullptr);
+    failed = fails(n, [&] { fullRoot->addChild(loose.get()); });
+    if (failed) other.open("b", false)->addChild(loose.get());
+    static_cast<void>(loose.release());
+
+    EXPECT_EQ(print(full), failed ? "<a />\n" : "<a>\n  <x />\n</a>\n");
+    EXPECT_EQ(print(other), failed ? "<b>\n  <x />\n</b>\n" : "");
+  }
+  EXPECT_GT(n, 2);
+  EXPECT_LT(n, mostFaults);
+}
+
+/// Elements that each stand in the one before.
+std::unique_ptr<KvXmlData> makeLevels(std::size_t count) {
+  auto top = std::make_unique<KvXmlData>("level", nullptr);
+  KvXmlData* last = top.get();
+  for (std::size_t i = 1; i < count; ++i) last = &addTo(*last, "level");
+  return top;
+}
+
+// The parser takes its memory in blocks. The first ends among the levels that are added, at another
+// part of a level with each length of the text before them.
+TEST(TreeMemory, ThatRunsOutAddsAllLevelsOrNone) {
+  constexpr std::size_t levels = 40;
+  for (std::size_t length = 0; length < 96; length += 8) {
+    int n = 1;
+    for (bool failed = true; failed && n < mostFaults; ++n) {
+      SCOPED_TRACE("length " + std::to_string(length) + ", fault " + std::to_string(n));
+      KvXmlTree tree;
+      KvXmlData* const root = tree.open("a", false);
+      for (const char c : std::string("bcdefghijklmnopq"))
+        root->setAttribute(std::string(1, c), std::string(1850 + (c == 'b' ? length : 0), c), true);
+      std::unique_ptr<KvXmlData> loose = makeLevels(levels);
+      failed = fails(n, [&] { root->addChild(loose.get()); });
+      if (!failed) static_cast<void>(loose.release());
+
+      ASSERT_EQ(count(print(tree), "<level"), failed ? 0 : levels);
+    }
+    EXPECT_LT(n, mostFaults);
+  }
 }
 
 Operations malformedFiles() {

@@ -1,6 +1,7 @@
 #include "support/allocation_faults.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdlib>
 
 namespace Found::Tests {
@@ -17,11 +18,18 @@ bool isFailureDue() {
   return left == 1;
 }
 
+/// Stands before each block.
+struct alignas(std::max_align_t) Header {
+  std::size_t size;
+};
+
 void* allocate(std::size_t size) noexcept {
   if (isFailureDue()) return nullptr;
-  void* const block = std::malloc(size > 0 ? size : 1);
-  if (block != nullptr) ++liveBlocks;
-  return block;
+  auto* const header = static_cast<Header*>(std::malloc(sizeof(Header) + size));
+  if (header == nullptr) return nullptr;
+  ++liveBlocks;
+  header->size = size;
+  return header + 1;
 }
 
 void* allocateOrThrow(std::size_t size) {
@@ -30,11 +38,21 @@ void* allocateOrThrow(std::size_t size) {
   return block;
 }
 
+/// Whoever still uses what stood here shall not find it. Volatile, or the compiler leaves it out.
+/// Not sanitized, since the compiler guards the number that it puts before the elements of an
+/// array.
+[[gnu::no_sanitize_address]] void overwrite(void* block, std::size_t size) noexcept {
+  volatile auto* const bytes = static_cast<unsigned char*>(block);
+  for (std::size_t i = 0; i < size; ++i) bytes[i] = 0xDD;
+}
+
 void release(void* block) noexcept {
   if (block == nullptr) return;
   if (ReleaseLog* const log = activeLog) log->note(block);
   --liveBlocks;
-  std::free(block);
+  Header* const header = static_cast<Header*>(block) - 1;
+  overwrite(block, header->size);
+  std::free(header);
 }
 
 }  // namespace
