@@ -12,6 +12,7 @@
 using PlatformTest::findError;
 using PlatformTest::parse;
 using PlatformTest::print;
+using PlatformTest::repeat;
 
 namespace {
 
@@ -55,6 +56,31 @@ TEST(PlainDocument, IsReadWhateverWhiteSpaceStandsAmongItsTags) {
   }
 }
 
+// White space between tags means nothing where no element holds text, whatever the values hold:
+// none is left when the elements are removed that it stood between.
+TEST(PlainDocument, KeepsNoWhiteSpaceAmongItsTags) {
+  const struct {
+    std::string text;
+    std::string root;
+  } rows[] = {
+      {"<r a=\">x\"> <b/>\n<b/>\r\n\t</r>", "<r a=\">x\" />"},
+      {"<?xml version=\"1.0\"?>\n<r\na=\">x\"\tb=\"\" >\n<b/>\n</r>\n", "<r a=\">x\" b=\"\" />"},
+      {"<r a=\"&gt;>x\">\n<bc d=\"1\" ef=\"2\"/>\n<bc d=\"3\" />\n</r >", "<r a=\"&gt;>x\" />"},
+      {"<r a=\">x\">\n<b c=\"1\">\n<b c=\"2\"></b>\n</b>\n<c></c>\n</r>", "<r a=\">x\" />"},
+      {"<r a=\"xml:space\">\n<b c=\"1\"/>\n<b cd=\"2\"/>\n</r>", "<r a=\"xml:space\" />"},
+      {"<r a='1'> <b/>\n<b/>\t<b/>\r</r>", "<r a='1' />"},
+      {"<r>\r\n<b/>\n\n<b/> \t \r</r>", "<r />"},
+  };
+
+  for (const auto& row : rows) {
+    const auto tree = parse(row.text);
+    tree->findRoot("r", true)->removeChildren([](const KvXmlData&) { return true; });
+
+    EXPECT_EQ(print(*tree), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + row.root + "\n")
+        << row.text;
+  }
+}
+
 TEST(PlainDocument, IsRefusedWhereItIsMalformed) {
   const char* const texts[] = {
       "<r a=\"1\" b=\"2\" a=\"3\"/>",
@@ -88,9 +114,31 @@ TEST(PlainDocument, IsRefusedWhereItIsMalformed) {
       "<?p <r a=\"?>\"/>",
       "<?p <r/>",
       "<?xml version=\"&#49;.0\"?><r/>",
+      "<r a=\"1\" a=\"2\"><?p?></r>",
+      "<?p?><r a=\"1\" a=\"2\"><?q?>X</r>",
+      "<r a=\"< b=\">\"></r>",
+      "<\xD7r/>",
   };
 
   for (const char* const text : texts) EXPECT_TRUE(findError(text).has_value()) << text;
+}
+
+TEST(PlainDocument, IsRefusedOneLevelTooDeepWhateverItsTagsLookLike) {
+  constexpr std::size_t levels = 999;
+  for (const std::string start : {"<a>", "<a0>", "<a b=\"/\">"}) {
+    const std::string end = start == "<a0>" ? "</a0>" : "</a>";
+    const std::string inside = repeat("<x/>", levels);
+    const std::string deep = repeat(start, levels) + inside + repeat(end, levels);
+
+    EXPECT_TRUE(findError("<r>" + deep + "</r>").has_value()) << start;
+    EXPECT_FALSE(findError(deep).has_value()) << start;
+  }
+}
+
+TEST(PlainDocument, IsNoneWhereATextLooksLikeTheEndOfATag) {
+  const std::string printed = print(*parse("<r>><a>></a></r>"));
+
+  EXPECT_EQ(printed, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<r>><a>></a></r>\n");
 }
 
 TEST(PlainDocument, IsNoneWhereValuesHoldWhatLooksLikeTags) {
@@ -101,6 +149,15 @@ TEST(PlainDocument, IsNoneWhereValuesHoldWhatLooksLikeTags) {
     EXPECT_EQ(s.findAttribute("b"), nullptr) << text;
     EXPECT_EQ(s.getAttributeNames(), std::vector<std::string>{"a"}) << text;
   }
+}
+
+TEST(PlainDocument, FindsAttributesWhereOtherElementsHaveOneOfTheSameLength) {
+  const auto tree = parse("<r><a x=\"1\"/><a y=\"2\"/><a x=\"3\"/></r>");
+  const std::vector<KvXmlData*>& children = tree->findRoot("r", true)->getChildren();
+
+  EXPECT_EQ(getInteger(*children[1], "y"), 2);
+  EXPECT_EQ(getInteger(*children[1], "x"), -1);
+  EXPECT_EQ(getInteger(*children[2], "x"), 3);
 }
 
 TEST(PlainDocument, TakesXmlNamesOnlyForNewElements) {
@@ -228,6 +285,19 @@ TEST(PlainDocument, FindsAttributesOfHundredsOfKindsOfElements) {
     for (std::size_t i = 0; i < 1200; ++i)
       EXPECT_EQ(getInteger(*children[i], "n" + std::to_string(i / 2)), static_cast<int>(i / 2));
     EXPECT_EQ(getInteger(*children.back(), "n0"), -1);
+  }
+}
+
+TEST(PlainDocument, FindsAttributesWhereverTheKindsOfElementsGrowTooMany) {
+  for (int kinds = 1020; kinds < 1027; ++kinds) {
+    std::string text = "<r>";
+    for (int i = 0; i < kinds; ++i) text += "<e" + std::to_string(i) + "/>";
+    const auto tree = parse(text + "<e0 n=\"1\"/></r>");
+
+    const std::vector<KvXmlData*>& children = tree->findRoot("r", true)->getChildren();
+    ASSERT_EQ(children.size(), static_cast<std::size_t>(kinds) + 1);
+    EXPECT_EQ(getInteger(*children.front(), "n"), -1) << kinds;
+    EXPECT_EQ(getInteger(*children.back(), "n"), 1) << kinds;
   }
 }
 
