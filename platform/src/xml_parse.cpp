@@ -15,6 +15,7 @@
 #include "xml_raw_check.h"
 #include "xml_source.h"
 #include "xml_unclosed.h"
+#include "xml_white_space.h"
 
 namespace XmlParse {
 namespace {
@@ -118,6 +119,7 @@ Parsed parse(std::istream& in, pugi::xml_document& document, Root root) {
   }
   if (plainTags) keepShapes(begin, *plainTags);
   XmlInspection::inspect(document, begin, lines, parsed, plainTags.has_value());
+  if (parsed.mayHoldText) XmlWhiteSpace::drop(document);
   const bool needsRoot = root == Root::required || contentStart > 0;  // behind a document type
   if (needsRoot && !document.document_element())
     fail("the document has no root element", lines.find(size));

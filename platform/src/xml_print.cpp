@@ -10,8 +10,8 @@
 
 #include "code_pages.h"
 #include "xml_text.h"
-#include "xml_value.h"
 #include "xml_walk.h"
+#include "xml_white_space.h"
 
 namespace XmlPrint {
 namespace {
@@ -53,16 +53,6 @@ class Output {
   std::size_t used = 0;
 };
 
-bool isWhiteSpace(const pugi::xml_node& node) {
-  const char* const text = node.value();
-  return node.type() == pugi::node_pcdata && text[std::strspn(text, " \t\r\n")] == '\0';
-}
-
-bool isText(const pugi::xml_node& node) {
-  return node.type() == pugi::node_cdata ||
-         (node.type() == pugi::node_pcdata && !isWhiteSpace(node));
-}
-
 /// Prints a top-level node and everything below it. An element that holds text keeps its white
 /// space, and so does everything below it; the children of other elements get a line each.
 class Printer {
@@ -74,7 +64,7 @@ class Printer {
   void print(const pugi::xml_node& top) {
     pugi::xml_node node = top;
     for (level = 0; node; node = follow(node, top)) {
-      const bool isOmitted = !kept && isWhiteSpace(node);
+      const bool isOmitted = !kept && XmlWhiteSpace::isWhiteSpace(node);
       if (!isOmitted) printStart(node);
     }
     out << '\n';
@@ -84,7 +74,7 @@ class Printer {
   /// The next node in document order. Prints the end tags of the elements that it leaves.
   pugi::xml_node follow(pugi::xml_node node, const pugi::xml_node& top) {
     if (node.first_child()) {
-      if (!kept && holdsText(node)) kept = node;
+      if (!kept && keepsWhiteSpace(node)) kept = node;
       ++level;
       return node.first_child();
     }
@@ -96,13 +86,9 @@ class Printer {
     return node != top ? node.next_sibling() : pugi::xml_node();
   }
 
-  bool holdsText(const pugi::xml_node& element) const {
-    const pugi::xml_node first = element.first_child();
-    if (first.type() == pugi::node_pcdata && !first.next_sibling()) return true;
-    if (!parsed.mayHoldText) return false;
-    for (const pugi::xml_node child : element.children())
-      if (isText(child)) return true;
-    return XmlValue::resolve(element.attribute("xml:space").value(), nullptr) == "preserve";
+  bool keepsWhiteSpace(const pugi::xml_node& element) const {
+    return XmlWhiteSpace::isTextAlone(element) ||
+           (parsed.mayHoldText && XmlWhiteSpace::isKeptIn(element));
   }
 
   void startLine() {

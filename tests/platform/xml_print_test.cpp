@@ -183,6 +183,19 @@ TEST(XmlPrinting, AddsNoWhiteSpaceWhereAnElementWasSetToPreserveIt) {
   }
 }
 
+// Also where there is text elsewhere, or what might end a tag.
+TEST(XmlPrinting, DropsWhiteSpaceBetweenElementsForGood) {
+  for (const char* const start : {"<t />", "<t>text</t>", "<t><![CDATA[]]></t>", "<t n='>' />",
+                                  "<t n=\">\" />", "<t>text</t><!-- --><?p?>"}) {
+    const std::string before = std::string("<r> ") + start + "\n<a> <b> <c /> </b>\r<c /> <!----> ";
+    const auto tree = parse(before + "</a> </r>");
+    tree->open("r", false)->setAttribute("xml:space", std::string("preserve"), true);
+
+    EXPECT_EQ(print(*tree), declaration + "<r xml:space=\"preserve\">" + start +
+                                "<a><b><c /></b><c /><!----></a></r>\n");
+  }
+}
+
 TEST(XmlPrinting, AddsNoWhiteSpaceWhereAnElementFromOutsidePreservesIt) {
   KvXmlTree tree;
   KvXmlData* const root = tree.open("a", false);

@@ -125,6 +125,25 @@ TEST(XmlRemoval, ChangesNothingWhenTheTestThrows) {
   EXPECT_EQ(root->getChildren().size(), 2u);
 }
 
+TEST(XmlRemoval, LeavesNoWhiteSpaceThatStoodBetweenElements) {
+  for (const char* const text :
+       {"<b/></r>", " <b/></r>", "<b/> </r>", "\n<b> </b>\n</r>", " <b/> <b>text</b> </r>"}) {
+    const auto tree = parse("<r n='>'>" + std::string(text));
+
+    tree->findRoot("r", true)->removeChildren(isB);
+
+    EXPECT_EQ(print(*tree), declaration + "<r n='>' />\n") << text;
+  }
+}
+
+TEST(XmlRemoval, LeavesWhiteSpaceThatCounts) {
+  const auto tree = parse("<r xml:space='preserve'> <b/>\n</r>");
+
+  tree->findRoot("r", true)->removeChildren(isB);
+
+  EXPECT_EQ(print(*tree), declaration + "<r xml:space='preserve'> \n</r>\n");
+}
+
 // A new element may stand in memory where one stood that was removed.
 TEST(XmlRemoval, LeavesNoAttributesToNewElements) {
   KvXmlN::Document document("r");
