@@ -100,7 +100,6 @@ class GrowingText {
 };
 
 Text readAll(std::streambuf& buffer) {
-  buffer.sgetc();  // when a folder was opened as a file, this throws
   GrowingText text;
   while (text.readFrom(buffer)) {
   }
