@@ -198,6 +198,15 @@ TEST(XmlParsing, TurnsWhiteSpaceOfAnAttributeIntoSpaces) {
   EXPECT_EQ(tree->findRoot("a", true)->findAttribute("b")->getData(), "1 2 3 4");
 }
 
+TEST(XmlParsing, TurnsAnAttributeOfWhiteSpaceAloneIntoSpaces) {
+  const auto tree = parse("<a b='\t' c='\n' d='\r\n\t'/>");
+  const KvXmlData& root = *tree->findRoot("a", true);
+
+  EXPECT_EQ(root.findAttribute("b")->getData(), " ");
+  EXPECT_EQ(root.findAttribute("c")->getData(), " ");
+  EXPECT_EQ(root.findAttribute("d")->getData(), "  ");
+}
+
 TEST(XmlParsing, TurnsEachLineEndOfAnAttributeIntoOneSpace) {
   const auto tree = parse("<a b='\r\n1\r\n\r\n2\n\r3&amp;\r\n'/>");
 
@@ -735,6 +744,7 @@ TEST(XmlErrorPlace, OfWhatIsNotClosedIsWhereItOpens) {
   expectErrorAt("<a>\n<b x='/'>\n<c x='>'/>\n", 2, 1);
   expectErrorAt("<a>\n<b x=''>\n<c x=\"\"/>\n", 2, 1);
   expectErrorAt("<a>\n<b>t</b>u<c>v<!-- </c> --><?p </c>?><![CDATA[</c>]]>", 2, 10);
+  expectErrorAt("<a>\n<b>\n<!--<--><?p <?><![CDATA[<]]>\n", 2, 1);
   expectErrorAt("<!DOCTYPE a [<!ENTITY e '<z>'>]>\n<a>\n<b/>", 2, 1);
   expectErrorAt("<a>\n <!-- x\n", 2, 2);
   expectErrorAt("<a>\n text <!-- x\n", 2, 7);
