@@ -79,6 +79,8 @@ const std::vector<Sample> samples = {
      declaration + "<a>one <b /> <c />\n</a>\n"},
     {"white space as a reference", "<a><b/>&#32;<c/></a>",
      declaration + "<a><b />&#32;<c /></a>\n"},
+    {"white space that is all of an element", "<a><b> </b>\n<c>t</c></a>",
+     declaration + "<a>\n  <b> </b>\n  <c>t</c>\n</a>\n"},
     {"white space that counts", "<a xml:space='preserve'> <b> <c/> </b></a>",
      declaration + "<a xml:space='preserve'> <b> <c /> </b></a>\n"},
     {"white space that counts in a document of tags alone",
