@@ -262,6 +262,12 @@ class Table(PageTest):
         self.run_program("remove", "model.xml", "1-2")
         self.assertEqual(self.page.save()[1], self.path.read_bytes())
 
+    def test_rows_that_are_made_anew_show_that_they_are_selected(self):
+        self.page.click("Select shown", VIEW)
+        self.assertEqual(len(self.page.find_all(f"{VIEW} .grid [data-row][aria-selected=true]")), 12)
+        self.page.press(Keys.TAB, Keys.ESCAPE)
+        self.assertEqual(len(self.page.find_all(f"{VIEW} .grid [data-row][aria-selected=false]")), 12)
+
     def test_rows_that_moved_are_no_longer_selected(self):
         self.page.go_to_cell(0, "number")
         self.page.hold([Keys.SHIFT], Keys.SPACE)

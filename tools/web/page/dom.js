@@ -3,7 +3,8 @@
 
 /**
  * @typedef {Record<string, string | number | boolean | ((event: any) => void)>} Attributes
- * where a function is called on the event of that name, true stands for "", and false for "not there"
+ * where a function is called on the event of that name, true stands for "", and false for "not there";
+ * those of ARIA want the words instead
  */
 
 /**
@@ -17,6 +18,7 @@ export function make(tag, attributes = {}, ...children) {
   const element = document.createElement(tag);
   for (const [name, value] of Object.entries(attributes)) {
     if (typeof value === "function") element.addEventListener(name, value);
+    else if (name.startsWith("aria-")) element.setAttribute(name, String(value));
     else if (value !== false) element.setAttribute(name, value === true ? "" : String(value));
   }
   element.append(...children);
