@@ -869,6 +869,31 @@ class Failing(PageTest):
         self.page.click("Close", "#notices")
         self.require_all_kept()
 
+    def test_what_could_not_be_shown_is_shown_when_one_tries_again(self):
+        self.fail_at_the_report(times=2)
+        self.page.click("Try again", "#notices")
+        self.assertEqual(self.page.find_all("#notices .notice"), [])
+        self.page.find("iframe")
+        self.page.run("window.failures = 2")
+        self.page.open_tab("Document")
+        self.page.run("window.failures = 0")
+        self.assertEqual(self.page.find_all(f"{VIEW} .source"), [])
+        self.page.click("Try again", f"{VIEW} .pane")
+        self.assertIn("28 lines", self.page.read_shown(f"{VIEW} .panel:not([hidden]) .soft"))
+        self.assertEqual(self.page.find_all(f"{VIEW} .empty"), [])
+        self.page.click("Close", "#notices")
+        self.require_all_kept()
+
+    def test_a_check_that_failed_does_not_count_as_one_that_found_nothing(self):
+        self.page.click("Undo")
+        self.page.run("window.failures = 1")
+        self.page.open_tab("Findings")
+        self.assertEqual(self.page.read_shown(f"{VIEW} .panel:not([hidden]) .empty p"), "The document could not be checked.")
+        self.assertEqual(self.page.find_all(f"{VIEW} .tabs .chip"), [])
+        self.page.click("Try again", f"{VIEW} .pane")
+        self.assertIn("finds nothing", self.page.read_shown(f"{VIEW} .lead"))
+        self.page.click("Close", "#notices")
+
 
 TOP = f'return document.querySelector("{VIEW} .grid").scrollTop'
 

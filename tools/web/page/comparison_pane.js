@@ -3,7 +3,7 @@
 
 import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
 import { makeDifferences } from "./differences.js";
-import { during, say, tell } from "./notices.js";
+import { during, makeFailed, say, tell } from "./notices.js";
 import { makeFrame } from "./report_pane.js";
 
 /** @typedef {import("./types.js").Comparison} Comparison */
@@ -100,8 +100,9 @@ export class ComparisonPane {
         ? [makeFrame("Comparison", await this.view.doc.comparePage(other.doc, options))]
         : this.#describe(await this.view.doc.compare(other.doc, options), other.name),
     );
+    const failed = makeFailed("The documents could not be compared.", () => this.#compare());
     this.result.classList.toggle("frame", this.way.value === "page");
-    this.result.replaceChildren(...(parts ?? []));
+    this.result.replaceChildren(...(parts ?? [failed]));
   }
 
   /** @param {Comparison} comparison @param {string} other the name of the other document */

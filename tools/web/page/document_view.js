@@ -47,11 +47,12 @@ export class DocumentView {
     /** @type {import("./types.js").Finding[]} */
     this.findings = [];
     this.table = new TablePane(this);
+    this.checked = new FindingsPane(this);
     this.lines = new LinesPane(this);
     this.report = new ReportPane(this);
     this.#panes = [
       this.table,
-      new FindingsPane(this),
+      this.checked,
       this.lines,
       this.report,
       new ComparisonPane(this),
@@ -92,6 +93,12 @@ export class DocumentView {
     // The rows are seen before the check, which takes longer.
     await paint();
     await this.requireCheck();
+  }
+
+  /** Shows anew what could not be shown. */
+  async lookAgain() {
+    for (const pane of this.#panes) pane.outdate();
+    await this.show();
   }
 
   /** @param {string} label of the pane */
@@ -187,14 +194,15 @@ export class DocumentView {
     try {
       this.findings = await this.doc.check();
     } catch (error) {
+      this.#isChecked = false;
+      this.findings = [];
       tellProblem(error);
     }
     this.table.setFindings(this.findings);
     this.lines.setFindings(this.findings);
     this.#showTabs();
-    const pane = this.#panes[1];
-    pane.outdate();
-    if (this.current === pane) pane.show();
+    this.checked.outdate();
+    if (this.current === this.checked) this.checked.draw();
   }
 
   /** Makes the findings those of the document as it stands. */
@@ -207,7 +215,7 @@ export class DocumentView {
 
   #checkSoon() {
     clearTimeout(this.#timer);
-    const isFindings = this.current === this.#panes[1];
+    const isFindings = this.current === this.checked;
     if (this.doc.count > mostCheckedAtOnce && !isFindings) return;
     this.#timer = window.setTimeout(() => this.check(), delay);
   }

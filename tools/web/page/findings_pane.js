@@ -3,7 +3,7 @@
 
 import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
 import { makeExcerpt } from "./excerpt.js";
-import { capitalise } from "./notices.js";
+import { capitalise, makeFailed } from "./notices.js";
 
 /** @typedef {import("./types.js").Finding} Finding */
 
@@ -22,9 +22,11 @@ export class FindingsPane {
     this.filter = make("div", { class: "filter" }, makeLabel("Rule", this.rule));
     this.list = make("ol", { class: "findings" });
     this.rest = make("p", { class: "rest" });
+    this.failed = make("div");
     this.element = make(
       "div",
       { class: "pane scrolling", tabindex: 0, role: "region", "aria-label": "Findings" },
+      this.failed,
       this.lead,
       this.filter,
       this.list,
@@ -34,17 +36,20 @@ export class FindingsPane {
 
   async show() {
     await this.view.requireCheck();
-    if (!this.#isOld) return;
-    this.#isOld = false;
-    this.#draw();
+    if (this.#isOld) this.draw();
   }
 
   outdate() {
     this.#isOld = true;
   }
 
-  #draw() {
-    const { findings } = this.view;
+  /** Shows what the last check found. */
+  draw() {
+    const { findings, isChecked } = this.view;
+    this.#isOld = !isChecked;
+    const failed = makeFailed("The document could not be checked.", () => this.show());
+    this.failed.replaceChildren(...(isChecked ? [] : [failed]));
+    this.lead.hidden = !isChecked;
     const isGood = findings.length === 0;
     this.lead.textContent = isGood
       ? "✓ The check finds nothing."

@@ -17,6 +17,7 @@ import { Instance, decode, makeText } from "./instance.js";
 
 /** What requests do, in words; the others look at the document. */
 const deeds = new Map([
+  ["open", "reading the document"],
   ["set", "setting a value"],
   ["fill", "pasting values"],
   ["add", "adding a foundation"],
@@ -241,7 +242,7 @@ export class KeptDocument {
  * @param {unknown} error
  */
 function tellFailure(name, error) {
-  return `the engine failed at ${deeds.get(name) ?? "reading the document"} (${tellReason(error)})`;
+  return `the engine failed at ${deeds.get(name) ?? "looking at the document"} (${tellReason(error)})`;
 }
 
 /** @param {unknown} error */

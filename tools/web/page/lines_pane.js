@@ -2,7 +2,7 @@
 /** The document itself, line by line, as it would be saved. */
 
 import { count, make, makeButton, makeLabel } from "./dom.js";
-import { capitalise, during, say } from "./notices.js";
+import { capitalise, during, makeFailed, say } from "./notices.js";
 import { Scroller } from "./scroller.js";
 
 const rowHeight = 1.5;
@@ -38,15 +38,19 @@ export class LinesPane {
       makeButton("Next finding", () => this.#goToNext()),
       this.total,
     );
-    this.problem = make("div", { class: "problem" });
-    this.element = make("div", { class: "pane table" }, form, this.problem, this.port);
+    this.failed = makeFailed("The document could not be shown.", () => this.show());
+    this.failed.hidden = true;
+    this.element = make("div", { class: "pane table" }, form, this.failed, this.port);
   }
 
   async show() {
     if (!this.#isOld) return;
-    this.#isOld = false;
     this.#known.clear();
-    await during("Writing the document …", () => this.#fetch(0));
+    const isRead = await during("Writing the document …", () => this.#fetch(0).then(() => true));
+    this.#isOld = isRead !== true; // looking again tries again
+    this.port.hidden = this.#isOld;
+    this.failed.hidden = !this.#isOld;
+    if (this.#isOld) return;
     this.total.textContent = `${count(this.#total, "line")}, as they would be saved`;
     this.line.max = String(this.#total);
     this.scroller.setCount(this.#total);
@@ -66,6 +70,8 @@ export class LinesPane {
 
   /** @param {number} line */
   async goTo(line) {
+    await this.show();
+    if (this.#isOld) return;
     this.#marked = line;
     this.line.value = String(line);
     await this.#fetch(Math.floor((line - 1) / block));

@@ -4,7 +4,7 @@
 import { getOpenDialog } from "./dialog.js";
 import { get, make } from "./dom.js";
 import * as engine from "./engine.js";
-import { during, tellProblem } from "./notices.js";
+import { during, setTryAgain, tellProblem } from "./notices.js";
 import { openText, showPasting } from "./pasting.js";
 import { startPrinting } from "./printing.js";
 import { showKeys } from "./keys.js";
@@ -128,6 +128,7 @@ async function start() {
     event.preventDefault();
     event.returnValue = true; // which older browsers ask for
   });
+  setTryAgain(() => workspace.current?.view?.lookAgain());
   addEventListener("error", ({ error }) => tellEngineError(error));
   addEventListener("unhandledrejection", ({ reason }) => tellEngineError(reason));
   try {

@@ -21,13 +21,29 @@ export function tell(sentence) {
   setTimeout(() => notice.remove(), 1000 * seconds);
 }
 
+let tryAgain = () => {};
+
+/** @param {() => void} act what looks again at what is shown, where the engine could not go on */
+export function setTryAgain(act) {
+  tryAgain = act;
+}
+
 /**
  * Shows what could not be done until the user has seen it.
  * @param {unknown} error
  */
 export function tellProblem(error) {
   const notice = make("div", { class: "notice problem", role: "alert" }, ...describe(error));
-  notice.append(makeButton("Close", () => notice.remove(), { class: "plain" }));
+  const buttons = make("p", { class: "together" });
+  if (error instanceof EngineError && error.isFatal) {
+    const again = () => {
+      notice.remove();
+      tryAgain();
+    };
+    buttons.append(makeButton("Try again", again));
+  }
+  buttons.append(makeButton("Close", () => notice.remove(), { class: "plain" }));
+  notice.append(buttons);
   const place = get("notices", HTMLElement);
   for (const other of place.querySelectorAll(".problem"))
     if (other.textContent === notice.textContent) other.remove(); // told once is enough
@@ -43,6 +59,15 @@ export function describe(error) {
   const parts = [make("p", { class: "sentence" }, capitalise(message))];
   const details = error instanceof EngineError ? error.details : [];
   return details.length === 0 ? parts : [...parts, listLines(details)];
+}
+
+/**
+ * What stands where something could not be shown.
+ * @param {string} sentence
+ * @param {() => void} again
+ */
+export function makeFailed(sentence, again) {
+  return make("div", { class: "empty" }, make("p", {}, sentence), makeButton("Try again", again));
 }
 
 const mostLines = 200;

@@ -3,7 +3,7 @@
 
 import { make, makeButton } from "./dom.js";
 import { download } from "./download.js";
-import { during, tell } from "./notices.js";
+import { during, makeFailed, tell } from "./notices.js";
 
 export class ReportPane {
   label = "Report";
@@ -29,7 +29,11 @@ export class ReportPane {
     const page = await during("Drawing the report …", () => this.doc.report());
     if (page === undefined) this.#isOld = true; // looking again tries again
     this.#page = page ?? "";
-    this.place.replaceChildren(...(page === undefined ? [] : [makeFrame("Report", page)]));
+    this.place.replaceChildren(
+      page === undefined
+        ? makeFailed("The report could not be made.", () => this.show())
+        : makeFrame("Report", page),
+    );
   }
 
   outdate() {

@@ -76,8 +76,8 @@ export class TablePane {
 
   show() {
     if (!this.#isOld) return;
-    this.#isOld = false;
     this.#filter();
+    this.#isOld = false; // or else looking again tries again
   }
 
   outdate() {
@@ -123,7 +123,7 @@ export class TablePane {
         order = order.filter((index) => set.has(index));
       }
     } catch (error) {
-      if (!(error instanceof EngineError)) throw error;
+      if (!(error instanceof EngineError) || error.isFatal) throw error;
       this.numbers.setAttribute("aria-invalid", "true");
       this.shown.value = capitalise(error.message);
       return;
