@@ -165,6 +165,7 @@ class Opening(PageTest):
         path.write_bytes(b"")
         self.page.choose(path)
         self.assertIn("cannot be read", self.page.read_shown(VIEW))
+        self.assertEqual(self.page.find_all(f"{VIEW} .excerpt"), [])  # there is no line to be shown
 
 
 class Table(PageTest):

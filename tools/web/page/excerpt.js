@@ -23,3 +23,8 @@ export function makeExcerpt(excerpt, line) {
     ),
   );
 }
+
+/** @param {{line: number, column: number}} place which may be all of its line */
+export function namePlace({ line, column }) {
+  return column > 0 ? `Line ${line}, column ${column}` : `Line ${line}`;
+}

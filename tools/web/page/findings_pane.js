@@ -2,7 +2,7 @@
 /** What the check finds, each with the line of the document beside it. */
 
 import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
-import { makeExcerpt } from "./excerpt.js";
+import { makeExcerpt, namePlace } from "./excerpt.js";
 import { capitalise, makeFailed } from "./notices.js";
 
 /** @typedef {import("./types.js").Finding} Finding */
@@ -85,7 +85,7 @@ export class FindingsPane {
 
   /** @param {Finding} finding */
   #makeItem(finding) {
-    const { line, column, index, foundation } = finding;
+    const { line, index, foundation } = finding;
     const places = make(
       "p",
       { class: "places" },
@@ -93,7 +93,7 @@ export class FindingsPane {
     );
     if (line > 0)
       places.append(
-        makeButton(`Line ${line}, column ${column}`, () => this.view.goToLine(line), {
+        makeButton(namePlace(finding), () => this.view.goToLine(line), {
           class: "link",
         }),
       );

@@ -2,7 +2,7 @@
 /** What is shown in place of a document that cannot be read. */
 
 import { make, makeButton, makeChoice, makeLabel } from "./dom.js";
-import { makeExcerpt } from "./excerpt.js";
+import { makeExcerpt, namePlace } from "./excerpt.js";
 import { describe } from "./notices.js";
 
 /** @typedef {import("./types.js").OpenOptions} OpenOptions */
@@ -22,7 +22,7 @@ export function makeProblem(name, error, readAgain, close) {
   );
   if (error.line > 0)
     card.append(make("p", { class: "soft" }, `${namePlace(error)}:`));
-  if (error.excerpt) card.append(makeExcerpt(error.excerpt, error.line));
+  if (error.excerpt && hasText(error.excerpt)) card.append(makeExcerpt(error.excerpt, error.line));
   return make(
     "section",
     { class: "unread", "aria-label": name },
@@ -32,9 +32,9 @@ export function makeProblem(name, error, readAgain, close) {
   );
 }
 
-/** @param {import("./engine.js").EngineError} error which may be about all of its line */
-function namePlace({ line, column }) {
-  return column > 0 ? `Line ${line}, column ${column}` : `Line ${line}`;
+/** @param {import("./types.js").Excerpt} excerpt of a line, which may be empty */
+function hasText({ before, marked, after }) {
+  return before + marked + after !== "";
 }
 
 /** @param {(options: OpenOptions) => void} readAgain */
