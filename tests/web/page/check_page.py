@@ -623,6 +623,9 @@ class Merging(PageTest):
         self.page.select("Foundations of", "odd.xml")
         self.page.select("Where numbers or names clash", "put the other one in its place")
         self.assertIn("still clash", self.page.read_shown(".preview"))
+        told = self.page.read_shown(".preview .warning").splitlines()
+        self.assertEqual(told[0], "Clashes (1)")
+        self.assertIn('" clashes with number 3 "Raft on stiff clay" in model.xml:14:5', told[1])
         self.assertFalse(self.page.find("dialog .primary").is_enabled())
 
     def test_what_would_change_is_shown_and_then_done(self):
@@ -665,7 +668,11 @@ class Pruning(PageTest):
     def test_a_list_that_fits_nothing_is_told(self):
         self.page.tick("all but those of a list")
         self.page.fill("Numbers or names that stay", "99")
-        self.assertIn("names none of the foundations", self.page.read_shown("dialog .problem").lower())
+        self.assertIn("The list names none of the foundations; nothing is removed",
+                      self.page.read_shown("dialog .problem"))
+        self.page.fill("Numbers or names that stay", "3\n99")
+        self.assertIn("The list names foundations that the document lacks; nothing is removed",
+                      self.page.read_shown("dialog .problem"))
 
 
 class Saving(PageTest):

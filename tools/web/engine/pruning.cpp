@@ -38,9 +38,9 @@ std::vector<std::string> requireMatches(KeepList& list, const Found::FoundationM
   for (const Foundation* foundation : manager.getFoundations()) list.usesFoundation(foundation);
   std::vector<std::string> unmatched = describe(list.listUnmatched());
   if (!unmatched.empty() && !list.hasMatched())
-    throw DetailedError("names none of the foundations; nothing was removed", unmatched);
+    throw DetailedError("the list names none of the foundations; nothing is removed", unmatched);
   if (!unmatched.empty() && !ignoresMissing)
-    throw DetailedError("names foundations that the document lacks; nothing was removed",
+    throw DetailedError("the list names foundations that the document lacks; nothing is removed",
                         unmatched);
   return unmatched;
 }

@@ -1,5 +1,5 @@
 // @ts-check
-import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
+import { make, makeButton, makeChoice, makeLabel } from "./dom.js";
 import { Dialog } from "./dialog.js";
 import { makeDifferences } from "./differences.js";
 import { capitalise, listLines } from "./notices.js";
@@ -94,7 +94,7 @@ function describeMerging(merging, rule) {
         ? `This would change: ${summary}.`
         : rule === "refuse"
           ? "Numbers or names clash: say what to do with them."
-          : "Numbers or names still clash that way: choose another one.",
+          : "Numbers or names still clash that way: choose another way.",
     ),
   ];
   parts.push(...makePart("Clashes", clashes.map(tellRefusal), true));
@@ -108,12 +108,12 @@ function describeMerging(merging, rule) {
 /** @param {Refusal} refusal */
 function tellRefusal({ file, line, foundation, sentence }) {
   const place = line > 0 ? `${file}, line ${line}` : file;
-  return [place, foundation, sentence].filter((part) => part !== "").join(": ");
+  return `${place}: ${foundation} ${sentence}`;
 }
 
 /** @param {string} title @param {string[]} lines @param {boolean} isWarning */
 function makePart(title, lines, isWarning) {
   if (lines.length === 0) return [];
-  const heading = make("h3", {}, isWarning ? `${title} (${count(lines.length, "line")})` : title);
+  const heading = make("h3", {}, isWarning ? `${title} (${lines.length})` : title);
   return [make("div", { class: isWarning ? "told warning" : "told" }, heading, listLines(lines))];
 }

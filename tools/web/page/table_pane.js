@@ -14,7 +14,7 @@ const parts = /** @type {Array<[string, string]>} */ ([
 ]);
 
 const patternHint =
-  "As a pattern, in which * stands for any characters and ? for one, it is for whole names, and case matters.";
+  "With * for any characters or ? for one it is a pattern for whole names, in which case matters.";
 
 export class TablePane {
   label = "Table";
