@@ -1089,6 +1089,19 @@ class Access(PageTest):
             setTimeout(() => done([first, document.activeElement.className]), 500)""")
         self.assertEqual(focused, ["model.xml", "grid"])
 
+    def test_a_document_that_is_opened_takes_the_focus_of_what_is_no_longer_seen(self):
+        self.page.run("document.getElementById('example').focus()")
+        self.page.press(Keys.ENTER)
+        self.page.wait(lambda: self.page.read_focus().startswith("made-"))
+        self.assertEqual(self.page.run("return document.activeElement.firstChild.data"), "Table")
+        self.page.open_tab("Compare")
+        self.page.run(f"document.querySelector('{VIEW} .result button').focus()")
+        self.page.choose(EXAMPLES / "beddings.xml")
+        self.assertEqual(self.page.run("return document.activeElement.firstChild.data"), "Table")
+        self.page.run(f"document.querySelector('{VIEW} .grid').focus()")
+        self.page.choose(self.write("broken.xml", ("Ground anchor beam", "Ground <anchor")))
+        self.assertEqual(self.page.run("return document.activeElement.title"), "broken.xml")
+
     def test_the_list_of_documents_keeps_the_focus_while_it_changes(self):
         self.page.choose(MODEL)
         self.page.set_cell(2, "areaZ", "1")

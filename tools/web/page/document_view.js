@@ -145,7 +145,10 @@ export class DocumentView {
   /** A button that can no longer be used would take the focus with it. */
   #keepFocus() {
     const focused = document.activeElement;
-    if (!(focused instanceof HTMLButtonElement) || !focused.disabled) return;
+    if (focused instanceof HTMLButtonElement && focused.disabled) this.focus();
+  }
+
+  focus() {
     const tab = this.tabs.querySelector("[aria-selected=true]");
     if (tab instanceof HTMLElement) tab.focus();
   }

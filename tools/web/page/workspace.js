@@ -159,6 +159,7 @@ export class Workspace {
     this.start.hidden = entry !== null;
     this.refresh();
     document.title = entry ? `${entry.name} – KvFound` : "KvFound";
+    if (entry) this.#keepFocus(entry);
     await entry?.view?.show();
   }
 
@@ -197,6 +198,17 @@ export class Workspace {
       title: "Close",
     });
     return make("li", { class: isCurrent ? "current" : "" }, button, close);
+  }
+
+  /**
+   * What is no longer seen would take the focus with it.
+   * @param {Entry} entry
+   */
+  #keepFocus(entry) {
+    const focused = document.activeElement;
+    if (focused && focused !== document.body && focused.checkVisibility()) return;
+    if (entry.view) entry.view.focus();
+    else this.#focus(entry);
   }
 
   /** @param {Entry} entry */
