@@ -1042,6 +1042,20 @@ class Access(PageTest):
                     self.page.load()
                     self.assess_states(f"{scheme}-{width}")
 
+    def test_a_narrow_page_shows_what_one_goes_to_and_cuts_nothing_off(self):
+        self.page.browser.resize(320, 640)
+        self.addCleanup(self.page.browser.resize, 1280, 800)
+        self.page.choose(self.copy().rename(self.folder / f"{'a name without an end ' * 5}.xml"))
+        self.page.choose(self.write("odd.xml", *ODD))
+        self.page.open_tab("Findings")
+        self.page.click("Line 15, column 12", VIEW)
+        bottom = self.page.run(f"return document.querySelector('{VIEW} .marked').getBoundingClientRect().bottom")
+        self.assertLessEqual(bottom, 640)
+        self.page.open_tab("Compare")
+        ends = self.page.run(f"""return [...document.querySelectorAll("{VIEW} :is(h1, select, input, .field)")]
+            .map(e => e.getBoundingClientRect().right)""")
+        self.assertLessEqual(max(ends), 320)
+
     def test_every_control_is_reached_by_tab_and_shows_that_it_is(self):
         self.page.choose(MODEL)
         self.page.set_cell(2, "areaZ", "1")

@@ -255,7 +255,7 @@ export class DocumentView {
         }),
       ),
     );
-    this.heading = make("h1", {}, make("bdi", {}, this.name));
+    this.heading = make("h1", { title: this.name }, make("bdi", {}, this.name));
     this.state = make("span", { class: "chip warn", hidden: true }, "not saved");
     return make(
       "div",

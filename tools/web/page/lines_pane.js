@@ -78,6 +78,7 @@ export class LinesPane {
     this.scroller.redraw();
     this.scroller.reveal(Math.min(this.#total - 1, line + 3));
     this.scroller.reveal(Math.max(0, line - 1));
+    this.port.scrollIntoView({ block: "nearest" }); // where the page scrolls as a whole
     this.port.focus({ preventScroll: true });
     say(`Line ${line}`);
   }
