@@ -674,6 +674,12 @@ class Pruning(PageTest):
         self.assertIn("The list names foundations that the document lacks; nothing is removed",
                       self.page.read_shown("dialog .problem"))
 
+    def test_what_changes_nothing_says_so(self):
+        self.page.tick("all but those of a list")
+        self.page.fill("Numbers or names that stay", "\n".join(map(str, range(1, 13))))
+        self.assertEqual(self.page.read_shown(".preview"), "Nothing would change.")
+        self.assertFalse(self.page.find("dialog .primary").is_enabled())
+
 
 class Saving(PageTest):
     def setUp(self):

@@ -3,7 +3,7 @@
 
 import { count, make, makeButton, makeChoice, makeLabel } from "./dom.js";
 import { makeDifferences } from "./differences.js";
-import { during, makeFailed, say, tell } from "./notices.js";
+import { capitalise, during, makeFailed, say, tell } from "./notices.js";
 import { makeFrame } from "./report_pane.js";
 
 /** @typedef {import("./types.js").Comparison} Comparison */
@@ -124,7 +124,7 @@ export class ComparisonPane {
       );
     if (unitNote !== "")
       parts.push(make("p", { class: isUnitWarning ? "warning" : "soft" }, unitNote));
-    if (current !== "") parts.push(make("p", {}, current));
+    if (current !== "") parts.push(make("p", {}, capitalise(current)));
     if (differences.length > 0) {
       const names = [this.view.name, other].map((name) => make("bdi", {}, name));
       parts.push(make("p", { class: "soft" }, "Before: ", names[0], ", after: ", names[1]));

@@ -2,7 +2,7 @@
 import { make, makeButton, makeChoice, makeLabel } from "./dom.js";
 import { Dialog } from "./dialog.js";
 import { makeDifferences } from "./differences.js";
-import { capitalise, listLines } from "./notices.js";
+import { listLines } from "./notices.js";
 
 /** @typedef {import("./types.js").Merging} Merging */
 /** @typedef {import("./types.js").Refusal} Refusal */
@@ -85,24 +85,32 @@ export async function showMerging(view) {
 
 /** @param {Merging} merging @param {string} rule what was said to do with clashes */
 function describeMerging(merging, rule) {
-  const { summary, differences, clashes, leftOut, losses, unitNotes, isPossible } = merging;
+  const { differences, clashes, leftOut, losses, unitNotes, isPossible } = merging;
   const parts = [
     make(
       "p",
       { class: "lead" },
-      isPossible
-        ? `This would change: ${summary}.`
-        : rule === "refuse"
-          ? "Numbers or names clash: say what to do with them."
-          : "Numbers or names still clash that way: choose another way.",
+      isPossible ? tellChange(merging) : tellClash(rule),
     ),
   ];
   parts.push(...makePart("Clashes", clashes.map(tellRefusal), true));
   parts.push(...makePart("Left out", leftOut.map(tellRefusal), true));
   parts.push(...makePart("Lost, since the document has no place for it", losses, true));
-  parts.push(...makePart("Units", unitNotes.map(capitalise), false));
+  parts.push(...makePart("Units", unitNotes, false));
   if (isPossible && differences.length > 0) parts.push(makeDifferences(differences));
   return parts;
+}
+
+/** @param {Merging} merging */
+function tellChange({ summary, differences }) {
+  return differences.length === 0 ? "Nothing would change." : `This would change: ${summary}.`;
+}
+
+/** @param {string} rule */
+function tellClash(rule) {
+  return rule === "refuse"
+    ? "Numbers or names clash: say what to do with them."
+    : "Numbers or names still clash that way: choose another way.";
 }
 
 /** @param {Refusal} refusal */

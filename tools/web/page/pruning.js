@@ -69,7 +69,9 @@ export async function showPruning(view) {
 
 /** @param {import("./types.js").Pruning} pruning */
 function describePruning({ summary, removed, renumbered, warnings }) {
-  const parts = [make("p", { class: "lead" }, `This would change: ${summary}.`)];
+  const isNothing = removed.length + renumbered.length === 0;
+  const sentence = isNothing ? "Nothing would change." : `This would change: ${summary}.`;
+  const parts = [make("p", { class: "lead" }, sentence)];
   if (warnings.length > 0)
     parts.push(
       make(

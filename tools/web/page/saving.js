@@ -67,7 +67,7 @@ export async function showSaving(view) {
       "label",
       { class: "tick" },
       radios[i],
-      make("span", {}, i === 0 ? capitalise(form.label) : form.label),
+      make("span", {}, nameForm(form, info.form)),
     ),
   );
   dialog.body.append(
@@ -77,6 +77,11 @@ export async function showSaving(view) {
   );
   await show();
   return dialog.show();
+}
+
+/** @param {{form: Form | "", label: string}} offered @param {Form} own that the document has */
+function nameForm({ form, label }, own) {
+  return form === own ? `${label} with other signs` : capitalise(label);
 }
 
 /** @param {boolean} isChanged */
