@@ -661,6 +661,7 @@ class Pruning(PageTest):
         self.assertIn("10 removed, 2 kept", self.page.read_shown(".preview"))
         self.page.find("dialog .primary").click()
         self.page.settle()
+        self.assertEqual(self.page.read_notices(), "Done: pruning. Undo takes it back.")
         (self.folder / "list").write_text("3\nGround anchor beam\n")
         self.run_program("prune", "model.xml", "model.xml", "--used-by", "list")
         self.assertEqual(self.page.save()[1], self.path.read_bytes())
@@ -1128,6 +1129,13 @@ class Access(PageTest):
         self.page.run("document.querySelector('#documents .close').focus()")
         self.page.undo()
         self.assertEqual(self.page.run("return document.activeElement.ariaLabel"), "Close model.xml")
+
+    def test_only_the_last_of_what_is_told_for_a_while_is_shown(self):
+        self.page.choose(MODEL)
+        self.page.set_cell(2, "areaZ", "1")
+        self.page.undo()
+        self.page.redo()
+        self.assertEqual(self.page.read_all("#notices .notice"), ['Done again: Area z of number 3 "Raft on stiff clay"'])
 
     def test_what_is_told_for_a_while_is_in_nobodys_way(self):
         self.page.choose(MODEL)

@@ -2,7 +2,7 @@
 import { make, makeButton, makeChoice, makeLabel } from "./dom.js";
 import { Dialog } from "./dialog.js";
 import { makeDifferences } from "./differences.js";
-import { listLines } from "./notices.js";
+import { listLines, tell } from "./notices.js";
 
 /** @typedef {import("./types.js").Merging} Merging */
 /** @typedef {import("./types.js").Refusal} Refusal */
@@ -29,6 +29,7 @@ export async function showMerging(view) {
     if (!source) return false;
     const change = await view.doc.merge(source.doc, getOptions());
     view.took(change);
+    tell(`Done: ${change.label}. Undo takes it back.`);
     return true;
   });
   const getOptions = () => ({ onClash: /** @type {import("./types.js").OnClash} */ (rule.value) });

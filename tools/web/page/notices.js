@@ -13,10 +13,12 @@ export function say(sentence) {
   place.textContent = place.textContent === sentence ? `${sentence}\u00A0` : sentence;
 }
 
-/** @param {string} sentence shown for a while */
+/** @param {string} sentence shown for a while, or until something else is told */
 export function tell(sentence) {
   const notice = make("p", { class: "notice" }, sentence);
-  get("notices", HTMLElement).append(notice);
+  const place = get("notices", HTMLElement);
+  for (const other of place.querySelectorAll("p.notice")) other.remove(); // or they would pile up
+  place.append(notice);
   say(sentence);
   setTimeout(() => notice.remove(), 1000 * seconds);
 }

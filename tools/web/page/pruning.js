@@ -1,7 +1,7 @@
 // @ts-check
 import { make, makeLabel, makeTick } from "./dom.js";
 import { Dialog } from "./dialog.js";
-import { capitalise, listLines } from "./notices.js";
+import { capitalise, listLines, tell } from "./notices.js";
 
 /**
  * Removes what nothing needs, once one has seen what goes.
@@ -33,7 +33,9 @@ export async function showPruning(view) {
       : { ...options, usedBy: list.value, ignoreMissing: missing.checked };
   };
   const dialog = new Dialog(`Prune ${view.name}`, "Prune", async () => {
-    view.took(await view.doc.prune(read()));
+    const change = await view.doc.prune(read());
+    view.took(change);
+    tell(`Done: ${change.label}. Undo takes it back.`);
   });
   const show = async () => {
     onlyListed.disabled = all.checked;
