@@ -183,6 +183,14 @@ class Table(PageTest):
         self.assertNotEqual(self.path.read_bytes(), MODEL.read_bytes())
         self.assertEqual(self.page.save(), ("model.xml", self.path.read_bytes()))
 
+    def test_every_cell_that_was_changed_is_tinted(self):
+        for row, key in ((1, "number"), (1, "name"), (1, "areaZ")):
+            self.page.set_cell(row, key, "77")
+        tints = self.page.run(f"""return [...document.querySelectorAll("{VIEW} .grid .changed")]
+            .map(cell => getComputedStyle(cell).backgroundColor)""")
+        self.assertEqual(len(tints), 3)
+        self.assertEqual(len(set(tints)), 1)
+
     def test_typing_starts_a_value_and_escape_leaves_the_old_one(self):
         self.page.go_to_cell(2, "areaZ")
         self.page.press("77")
