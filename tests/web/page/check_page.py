@@ -577,6 +577,17 @@ class Looking(PageTest):
         self.page.open_tab("Compare")
         self.assertIn("1 foundation differs: 1 changed.", self.page.read_shown(f"{VIEW} .result"))
 
+    def test_a_share_that_is_none_is_told(self):
+        self.page.choose(MODEL)
+        self.page.choose(self.copy())
+        self.page.open_tab("Compare")
+        self.page.fill("Values may differ by", "500", VIEW)
+        self.page.press(Keys.TAB)
+        self.assertEqual(self.page.read_shown(f"{VIEW} .result"), "Values may differ by 0 to 100 %.")
+        self.page.fill("Values may differ by", "10", VIEW)
+        self.page.press(Keys.TAB)
+        self.assertIn("are the same", self.page.read_shown(f"{VIEW} .result"))
+
     def test_the_sheet_that_is_printed_holds_all_foundations(self):
         self.page.choose(MODEL)
         self.page.wait(lambda: self.page.find_all(f"{VIEW} .tabs .chip"))

@@ -93,6 +93,9 @@ export class ComparisonPane {
       );
       return;
     }
+    const isShare = this.share.checkValidity();
+    this.share.setAttribute("aria-invalid", String(!isShare));
+    if (!isShare) return this.#refuseShare();
     const by = /** @type {"" | "number" | "name"} */ (this.by.value);
     const options = { by, relative: (Number(this.share.value) || 0) / 100 };
     const parts = await during("Comparing …", async () =>
@@ -103,6 +106,12 @@ export class ComparisonPane {
     const failed = makeFailed("The documents could not be compared.", () => this.#compare());
     this.result.classList.toggle("frame", this.way.value === "page");
     this.result.replaceChildren(...(parts ?? [failed]));
+  }
+
+  #refuseShare() {
+    const sentence = "Values may differ by 0 to 100 %.";
+    this.result.classList.remove("frame");
+    this.result.replaceChildren(make("p", { class: "warning", role: "alert" }, sentence));
   }
 
   /** @param {Comparison} comparison @param {string} other the name of the other document */
