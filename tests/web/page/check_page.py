@@ -1141,6 +1141,17 @@ class Access(PageTest):
         self.page.run(f"document.querySelector('{VIEW} .grid').focus()")
         self.page.choose(self.write("broken.xml", ("Ground anchor beam", "Ground <anchor")))
         self.assertEqual(self.page.run("return document.activeElement.title"), "broken.xml")
+        self.page.choose(EXAMPLES / "model.xml")
+        self.assertEqual(self.page.run("return document.activeElement.firstChild.data"), "Table")
+
+    def test_the_document_that_is_shown_stands_in_the_list_in_view(self):
+        for i in range(9):
+            self.page.choose(self.copy().rename(self.folder / f"{i}.xml"))
+        self.page.run("document.querySelector('#documents .close').focus()")
+        self.page.choose(self.copy())
+        edges = self.page.run("""return ["#documents ul", "#documents .current"]
+            .map(s => document.querySelector(s).getBoundingClientRect().right)""")
+        self.assertLessEqual(edges[1], edges[0])
 
     def test_the_list_of_documents_keeps_the_focus_while_it_changes(self):
         self.page.choose(MODEL)

@@ -174,7 +174,7 @@ export class Workspace {
     this.list.replaceChildren(list);
     list.scrollLeft = scrollLeft;
     list.querySelector(".current")?.scrollIntoView({ block: "nearest", inline: "nearest" });
-    listButtons()[focused]?.focus();
+    listButtons()[focused]?.focus({ preventScroll: true });
   }
 
   /** @param {Entry} entry */
@@ -206,7 +206,8 @@ export class Workspace {
    */
   #keepFocus(entry) {
     const focused = document.activeElement;
-    if (focused && focused !== document.body && focused.checkVisibility()) return;
+    const isOther = focused?.matches("#documents .open:not([aria-current])"); // of what one leaves
+    if (focused && focused !== document.body && focused.checkVisibility() && !isOther) return;
     if (entry.view) entry.view.focus();
     else this.#focus(entry);
   }
