@@ -17,7 +17,7 @@ export class ReportPane {
     const bar = make(
       "div",
       { class: "filter" },
-      make("span", { class: "soft" }, "A page of its own, to be kept, sent or printed."),
+      make("span", { class: "soft" }, "A page of its own: save it to keep it, send it or print it."),
       makeButton("Save the report", () => this.#save()),
     );
     this.element = make("div", { class: "pane table" }, bar, this.place);
