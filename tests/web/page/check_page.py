@@ -233,6 +233,20 @@ class Table(PageTest):
         self.page.press(Keys.ESCAPE)
         self.assertEqual(self.page.save()[1], MODEL.read_bytes())
 
+    def test_why_a_value_is_refused_stands_beside_it(self):
+        self.page.browser.resize(1280, 600)
+        self.addCleanup(self.page.browser.resize, 1280, 800)
+        measure = f"""return ["{VIEW} .editor", ".bubble"].map(s => {{
+            const {{top, bottom}} = document.querySelector(s).getBoundingClientRect();
+            return [Math.round(top), Math.round(bottom)]}})"""
+        self.page.set_cell(8, "areaZ", "1x")
+        for state in ("before", "scrolled"):
+            (top, bottom), bubble = self.page.run(measure)
+            self.assertTrue(bubble[1] == top - 4 or bubble[0] == bottom + 4, (state, top, bottom, bubble))
+            self.page.browser.run_async(f"""const grid = document.querySelector("{VIEW} .grid");
+                grid.scrollTop = 40; grid.scrollLeft = 40; requestAnimationFrame(arguments[0])""")
+        self.page.press(Keys.ESCAPE)
+
     def test_what_the_document_cannot_hold_is_not_written(self):
         self.page.choose(EXAMPLES / "beddings-1.0.xml")
         self.page.go_to_cell(0, "generated")

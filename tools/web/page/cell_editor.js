@@ -9,6 +9,7 @@ export class CellEditor {
   #field = null;
   /** @type {HTMLElement | null} */
   #bubble = null;
+  #follow = () => {}; // keeps it beside its cell
   #before = "";
   /** Whether the value is being taken, while the row is made anew and the field leaves the page. */
   #isTaking = false;
@@ -148,17 +149,18 @@ export class CellEditor {
   #showBubble(cell, sentence) {
     this.#closeBubble();
     const bubble = make("p", { class: "bubble", role: "alert", id: makeId() }, sentence);
-    const place = cell.getBoundingClientRect();
-    bubble.style.top = `${Math.min(place.bottom + 4, innerHeight - 80)}px`;
-    bubble.style.left = `${Math.max(8, Math.min(place.left, innerWidth - 330))}px`;
     document.body.append(bubble);
     this.#bubble = bubble;
+    this.#follow = () => place(bubble, cell.getBoundingClientRect());
+    this.#follow();
+    document.addEventListener("scroll", this.#follow, { capture: true, passive: true });
     return bubble;
   }
 
   #closeBubble() {
     this.#bubble?.remove();
     this.#bubble = null;
+    document.removeEventListener("scroll", this.#follow, { capture: true });
   }
 
   /** What was written is taken, or else the field stays open. */
@@ -189,6 +191,21 @@ export class CellEditor {
     const forAll = event.ctrlKey || event.metaKey;
     if (this.commit(forAll) && !forAll) this.grid.step(rows, columns);
   }
+}
+
+const gap = 4; // px
+
+/**
+ * Puts a bubble below a cell, or above it where there is no room.
+ * @param {HTMLElement} bubble
+ * @param {DOMRect} cell
+ */
+function place(bubble, cell) {
+  const { offsetHeight: height, offsetWidth: width, style } = bubble;
+  const below = cell.bottom + gap;
+  const top = below + height <= innerHeight ? below : Math.max(gap, cell.top - gap - height);
+  style.top = `${top}px`;
+  style.left = `${Math.max(2 * gap, Math.min(cell.left, innerWidth - width - 2 * gap))}px`;
 }
 
 /** @param {KeyboardEvent} event whether it saves or opens documents */
