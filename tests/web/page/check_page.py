@@ -1163,9 +1163,13 @@ class Access(PageTest):
             self.page.choose(self.copy().rename(self.folder / f"{i}.xml"))
         self.page.run("document.querySelector('#documents .close').focus()")
         self.page.choose(self.copy())
-        edges = self.page.run("""return ["#documents ul", "#documents .current"]
-            .map(s => document.querySelector(s).getBoundingClientRect().right)""")
-        self.assertLessEqual(edges[1], edges[0])
+        self.addCleanup(self.page.browser.resize, 1280, 800)
+        for width in (1280, 640):
+            self.page.browser.resize(width, 800)
+            self.page.settle()
+            edges = self.page.run("""return ["#documents ul", "#documents .current"]
+                .map(s => document.querySelector(s).getBoundingClientRect().right)""")
+            self.assertLessEqual(edges[1], edges[0])
 
     def test_the_list_of_documents_keeps_the_focus_while_it_changes(self):
         self.page.choose(MODEL)

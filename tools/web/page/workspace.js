@@ -33,6 +33,7 @@ export class Workspace {
     this.files = get("files", HTMLInputElement);
     for (const event of ["change", "cancel"])
       this.files.addEventListener(event, () => this.#takeFiles());
+    new ResizeObserver(() => this.#revealCurrent()).observe(this.list);
   }
 
   /** Those that could be read. */
@@ -173,8 +174,13 @@ export class Workspace {
     this.list.hidden = items.length === 0;
     this.list.replaceChildren(list);
     list.scrollLeft = scrollLeft;
-    list.querySelector(".current")?.scrollIntoView({ block: "nearest", inline: "nearest" });
+    this.#revealCurrent();
     listButtons()[focused]?.focus({ preventScroll: true });
+  }
+
+  #revealCurrent() {
+    const item = this.list.querySelector(".current");
+    item?.scrollIntoView({ block: "nearest", inline: "nearest" });
   }
 
   /** @param {Entry} entry */
