@@ -506,6 +506,14 @@ class Checking(PageTest):
         self.assertIn('FXAREA="-8000"', self.page.read_all(f"{VIEW} .findings mark"))
         self.shoot("findings")
 
+    def test_what_reading_skipped_is_told_with_its_line(self):
+        self.page.choose(self.write("skipped.xml", ('Number="2" ', ""), source=EXAMPLES / "beddings.xml"))
+        self.page.find(f"{VIEW} .notes summary").click()
+        self.assertEqual(self.page.read_shown(f"{VIEW} .notes li"), "Line 5: a <CurveBedding> has no number, or one "
+                         "that cannot be read; it was skipped")
+        self.page.click("Line 5", f"{VIEW} .notes")
+        self.assertIn("Strip footing, axis D", self.page.read_shown(f"{VIEW} .marked"))
+
     def test_what_reading_skipped_in_silence_is_told_by_the_findings(self):
         self.page.choose(self.write("skipped.xml", ("</FOUNDATIONS>", "<BLA/></FOUNDATIONS>")))
         self.assertEqual(self.page.read_shown(f"{VIEW} .notes"),

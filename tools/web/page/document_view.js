@@ -288,7 +288,7 @@ export class DocumentView {
   /** @param {import("./types.js").Note} note */
   #makeNote(note) {
     const link = makeButton(`Line ${note.line}`, () => this.goToLine(note.line), { class: "link" });
-    return make("li", {}, note.line > 0 ? link : "", " ", note.sentence);
+    return make("li", {}, ...(note.line > 0 ? [link, ": "] : []), note.sentence);
   }
 
   #makeTabs() {
