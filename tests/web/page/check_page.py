@@ -308,6 +308,16 @@ class Table(PageTest):
         self.run_program("add", "model.xml", "Neu & <b>")
         self.assertEqual(self.page.save()[1], self.path.read_bytes())
 
+    def test_what_is_added_but_hidden_is_told(self):
+        self.page.fill("Number or name", "raft", VIEW)
+        self.page.open_dialog("Add")
+        self.page.fill("Name", "Pad 7")
+        self.page.find("dialog .primary").click()
+        self.page.settle()
+        self.assertEqual(self.page.read_notices(), "What was changed is not shown: the fields above hide it.")
+        self.page.click("Clear", VIEW)
+        self.assertIn(["13", "Pad 7"], self.page.read_rows())
+
     def test_what_is_not_shown_is_narrowed_down(self):
         self.page.fill("Number or name", "STRIP", VIEW)
         self.assertEqual([number for number, _ in self.page.read_rows()], ["1", "2"])

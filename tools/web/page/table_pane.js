@@ -86,7 +86,9 @@ export class TablePane {
 
   /** @param {number[]} indexes of rows that a change was about */
   lookAt(indexes) {
-    if (indexes.length > 0 && this.view.current === this) this.grid.goTo(indexes[0], false);
+    if (indexes.length === 0 || this.view.current !== this) return;
+    if (!this.grid.goTo(indexes[0], false) && indexes[0] < this.doc.count)
+      tell("What was changed is not shown: the fields above hide it.");
   }
 
   /** @param {number} index */
