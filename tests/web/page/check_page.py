@@ -538,6 +538,16 @@ class Checking(PageTest):
         self.assertIn("-8000", self.page.read(f"{VIEW} .source .marked code"))
         self.shoot("lines")
 
+    def test_the_lines_lead_from_finding_to_finding(self):
+        self.page.open_tab("Document")
+        for line in ("15", "19", "15"):
+            self.page.click("Next finding", VIEW)
+            self.assertEqual(self.page.read(f"{VIEW} .marked .number"), line)
+        self.page.choose(MODEL)
+        self.page.open_tab("Document")
+        self.page.click("Next finding", VIEW)
+        self.assertEqual(self.page.read_notices(), "There is no finding in any line.")
+
     def test_a_finding_leads_to_its_row(self):
         self.page.open_tab("Findings")
         self.page.click("number 8", VIEW)

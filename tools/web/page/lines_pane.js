@@ -2,7 +2,7 @@
 /** The document itself, line by line, as it would be saved. */
 
 import { count, make, makeButton, makeLabel } from "./dom.js";
-import { capitalise, during, makeFailed, say } from "./notices.js";
+import { capitalise, during, makeFailed, say, tell } from "./notices.js";
 import { Scroller } from "./scroller.js";
 
 const rowHeight = 1.5;
@@ -20,6 +20,7 @@ export class LinesPane {
 
   /** @param {import("./document_view.js").DocumentView} view */
   constructor(view) {
+    this.view = view;
     this.doc = view.doc;
     this.layer = make("div", { class: "layer" });
     this.port = make(
@@ -90,11 +91,13 @@ export class LinesPane {
     if (line >= 1 && line <= this.#total) this.goTo(line);
   }
 
-  #goToNext() {
-    const lines = [...this.#findings.keys()].sort((a, b) => a - b);
+  async #goToNext() {
+    await this.view.requireCheck();
+    if (!this.view.isChecked) return; // which was told
+    const lines = [...this.#findings.keys()].filter((line) => line > 0).sort((a, b) => a - b);
     const next = lines.find((line) => line > this.#marked) ?? lines[0];
     if (next) this.goTo(next);
-    else say("The check finds nothing");
+    else tell("There is no finding in any line.");
   }
 
   /** @param {number} place of a block */
