@@ -82,15 +82,19 @@ class Opening(PageTest):
         other.mkdir()
         path = self.write("other/model.xml", ('FZAREA="15000"', 'FZAREA="16500"'))
         self.page.choose(MODEL, path, MODEL)
-        names = ["model.xml", "model.xml (2)", "model.xml (3)"]
+        names = ["model.xml", "model (2).xml", "model (3).xml"]
         self.page.wait(lambda: self.page.read_all("#documents bdi") == names)
         self.assertEqual(self.page.read_shown(f"{VIEW} h1"), names[2])
         self.page.open_tab("Compare")
         others = f"{VIEW} .panel:not([hidden]) .filter .field:first-child option"
         self.assertEqual(self.page.read_all(others), names[:2])
         self.page.select("With", names[1], VIEW)
-        self.assertIn("Before: model.xml (3), after: model.xml (2)", self.page.read_shown(f"{VIEW} .result"))
+        self.assertIn("Before: model (3).xml, after: model (2).xml", self.page.read_shown(f"{VIEW} .result"))
+        self.page.select("Show", "page with pictures", VIEW)
+        page = self.page.wait(lambda: self.page.run(f"return document.querySelector('{VIEW} iframe')?.srcdoc"))
+        self.assertIn("<title>Changes from model (3).xml to model (2).xml", page)
         self.assertEqual(self.page.save(), ("model.xml", MODEL.read_bytes()))
+        self.assertEqual(self.page.save("Exchange document")[0], "model-exchange.xml")
         self.page.find("#documents .close").click()
         self.page.choose(path)
         self.page.wait(lambda: self.page.read_all("#documents bdi") == [*names[1:], names[0]])
@@ -870,7 +874,7 @@ class Safety(PageTest):
         self.page.wait(lambda: len(self.page.read_all("#documents bdi")) == len(paths))
         shown = self.page.run_file("look_at_all.js")
         # Those of the same name are numbered.
-        names = [re.sub(r" \(\d+\)$", "", document["name"]) for document in shown]
+        names = [re.sub(r" \(\d+\)(?=\.[^.]*$|$)", "", document["name"]) for document in shown]
         self.assertEqual(names, [path.name for path in paths])
         for document in shown:
             name = document["name"]

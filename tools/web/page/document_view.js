@@ -36,13 +36,14 @@ export class DocumentView {
   /**
    * @param {import("./engine.js").Doc} doc
    * @param {import("./workspace.js").Workspace} workspace
-   * @param {string} name what it is called here
+   * @param {string} fileName
    */
-  constructor(doc, workspace, name) {
+  constructor(doc, workspace, fileName) {
     this.doc = doc;
-    this.name = name;
+    this.fileName = fileName;
     this.workspace = workspace;
     this.info = doc.info();
+    this.name = this.info.name; // which tells it from others of the same file name
     this.#count = doc.count;
     /** @type {import("./types.js").Finding[]} */
     this.findings = [];
@@ -62,7 +63,7 @@ export class DocumentView {
     this.tabs = this.#makeTabs();
     this.element = make(
       "section",
-      { class: "document", "aria-label": name },
+      { class: "document", "aria-label": this.name },
       this.#makeTop(),
       this.#makeNotes(),
       this.tabs,
@@ -180,6 +181,18 @@ export class DocumentView {
     this.change(() => this.doc.remove(indexes)).then((isDone) => {
       if (isDone) tell(`${count(indexes.length, "foundation")} removed. Undo brings them back.`);
     });
+  }
+
+  /**
+   * A name for a file of this form, without what was put into that of the document.
+   * @param {import("./types.js").Form | "report" | ""} form
+   */
+  suggestName(form) {
+    const { name, fileName } = this;
+    let place = 0;
+    while (place < fileName.length && name[place] === fileName[place]) ++place;
+    const suggested = this.doc.suggestName(form);
+    return suggested.slice(0, place) + suggested.slice(place + name.length - fileName.length);
   }
 
   async save() {

@@ -12,6 +12,7 @@ export class ReportPane {
 
   /** @param {import("./document_view.js").DocumentView} view */
   constructor(view) {
+    this.view = view;
     this.doc = view.doc;
     this.place = make("div", { class: "frame" });
     const bar = make(
@@ -43,7 +44,7 @@ export class ReportPane {
   async #save() {
     await this.show();
     if (this.#page === "") return;
-    const name = this.doc.suggestName("report");
+    const name = this.view.suggestName("report");
     download(name, new TextEncoder().encode(this.#page));
     tell(`Handed to the browser as ${name}`);
   }

@@ -42,7 +42,7 @@ export async function showSaving(view) {
   const dialog = new Dialog(`Save ${view.name}`, "Save", async () => {
     const { form } = getForm();
     const bytes = await doc.save(form, getOptions());
-    const name = doc.suggestName(form);
+    const name = view.suggestName(form);
     download(name, bytes);
     if (form === "") doc.markSaved();
     tell(`Handed to the browser as ${name}`);
@@ -50,7 +50,7 @@ export async function showSaving(view) {
   const show = async () => {
     const { form, isTable } = getForm();
     tableField.hidden = !isTable;
-    dialog.action.textContent = `Save ${doc.suggestName(form)}`;
+    dialog.action.textContent = `Save ${view.suggestName(form)}`;
     dialog.problem.replaceChildren();
     try {
       told.replaceChildren(

@@ -119,8 +119,8 @@ export class Workspace {
   async #read(name, bytes, options) {
     const id = makeId();
     try {
-      const doc = await open(name, bytes, options);
-      const view = new DocumentView(doc, this, this.#tellApart(doc.info().name));
+      const [doc, fileName] = await this.#open(name, bytes, options);
+      const view = new DocumentView(doc, this, fileName);
       say(`${view.name}: ${count(doc.count, "foundation")}`);
       return { id, name: view.name, view, element: view.element };
     } catch (error) {
@@ -136,14 +136,32 @@ export class Workspace {
   }
 
   /**
+   * Opens a document by a name of its own: comparisons and merges name it, too.
+   * @param {string} name
+   * @param {Uint8Array} bytes
+   * @param {OpenOptions} options
+   * @returns {Promise<[import("./engine.js").Doc, string]>} the document, and the name of its file
+   */
+  async #open(name, bytes, options) {
+    const doc = await open(name, bytes, options);
+    const shown = doc.info().name;
+    const apart = this.#tellApart(shown);
+    if (apart === shown) return [doc, shown];
+    doc.close();
+    return [await open(apart, bytes, options), shown];
+  }
+
+  /**
    * What a document is called here: its name, with a number where another one has that.
    * @param {string} name
    */
   #tellApart(name) {
     const isTaken = (/** @type {string} */ other) =>
       this.entries.some((entry) => entry.name === other);
+    const dot = name.lastIndexOf(".");
+    const end = dot > 0 ? dot : name.length; // its ending tells the form
     let apart = name;
-    for (let i = 2; isTaken(apart); ++i) apart = `${name} (${i})`;
+    for (let i = 2; isTaken(apart); ++i) apart = `${name.slice(0, end)} (${i})${name.slice(end)}`;
     return apart;
   }
 

@@ -42,7 +42,7 @@ test("seeds of the fuzzers do no harm", async () => {
     await choose(...files);
     await wait(async () => (await readAll("#documents bdi")).length === files.length);
     const shown = await runFile("look_at_all.js");
-    const names = shown.map(({ name }) => name.replace(/ \(\d+\)$/, "")); // which tells those of one name apart
+    const names = shown.map(({ name }) => name.replace(/ \(\d+\)(?=\.[^.]*$|$)/, "")); // which tells those of one name apart
     assert.deepEqual(names, files.map((file) => path.basename(file)));
     for (const { name, title, state, harm } of shown) {
       assert.equal(title, `${name} – KvFound`);
