@@ -3,14 +3,21 @@ import assert from "node:assert/strict";
 import fs from "node:fs";
 import { test } from "node:test";
 
-import { choose, edit, focusPage, hold, isSeen, load, model, openDialog, openTab, page, press, read, readAll, readRows, runAsBrowser, setCell, settle, takeDownload, view, wait, write } from "./support.mjs";
+import { choose, edit, focusPage, hold, isSeen, load, model, openDialog, openTab, page, press, read, readAll, readRows, runAsBrowser, setCell, settle, takeDownload, view, wait, waitFor, write } from "./support.mjs";
+
+/** Comes to the page's begin, as behind the browser's own controls. */
+async function enterPage() {
+  await focusPage();
+  await page.evaluate(() => getSelection().collapse(document.body, 0));
+  await press("Tab");
+}
 
 /** Presses Tab until what has the focus says this. */
 async function tabTo(words) {
   const said = [];
   for (let i = 0; i < 80; ++i) {
     await press("Tab");
-    if (!(await page.evaluate(() => document.hasFocus()))) await focusPage(); // as behind the browser's own controls
+    if (!(await page.evaluate(() => document.hasFocus()))) await enterPage();
     const [name, outline] = await page.evaluate(() => {
       const e = document.activeElement;
       const field = e.closest(".field, .tick")?.textContent.trim();
@@ -45,7 +52,7 @@ test("a document is opened, looked at, changed, narrowed down and saved by keys 
   await tabTo("KvFound, to the start"); // round the page
   await tabTo("Save …");
   await press("Enter");
-  await page.waitForSelector("dialog[open]");
+  await waitFor("dialog[open]");
   await press("Enter");
   const { name, bytes } = await takeDownload();
   assert.equal(name, "model.xml");

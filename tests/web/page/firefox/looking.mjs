@@ -4,7 +4,7 @@ import { execFileSync } from "node:child_process";
 import path from "node:path";
 import { beforeEach, describe, test } from "node:test";
 
-import { choose, click, fill, model, openTab, page, press, printTo, read, readAll, readRows, run, select, setCell, settle, takeDownload, view, wait, write } from "./support.mjs";
+import { choose, click, fill, model, openTab, page, press, printTo, read, readAll, readRows, run, select, setCell, settle, takeDownload, view, wait, waitFor, write } from "./support.mjs";
 
 const odd = [
   ['NUMBER="4" NAME="Slab on dense sand" FXAREA="8000"', 'NUMBER="3" NAME="Slab" FXAREA="-8000"'],
@@ -65,8 +65,8 @@ function stripTime(text) {
 test("the report is that of the program, with pictures", async () => {
   await choose(model);
   await openTab("Report");
-  const frame = await (await page.waitForSelector(`${view} iframe`)).contentFrame();
-  await frame.waitForSelector("#find", { visible: true }); // which its script shows
+  const frame = await (await waitFor(`${view} iframe`)).contentFrame();
+  await wait(async () => (await frame.$("#find"))?.evaluate((field) => field.checkVisibility())); // which its script shows
   assert.ok((await frame.$$("svg")).length > 0);
   await click("Save the report", view);
   const { name, bytes } = await takeDownload();

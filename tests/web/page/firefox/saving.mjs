@@ -4,7 +4,7 @@ import fs from "node:fs";
 import path from "node:path";
 import { beforeEach, describe, test } from "node:test";
 
-import { answerWith, choose, click, isSeen, makeFolder, model, openDialog, page, press, read, readAll, readCell, run, save, setCell, takeDownload, tell, tick, undo, view, wait } from "./support.mjs";
+import { answerWith, choose, click, isSeen, makeFolder, model, openDialog, page, press, read, readAll, readCell, run, save, setCell, takeDownload, tell, tick, undo, view, wait, waitFor } from "./support.mjs";
 
 const unsaved = `${view} .top .chip.warn`;
 
@@ -63,7 +63,7 @@ describe("saving", () => {
     await page.keyboard.down("Control");
     await press("s");
     await page.keyboard.up("Control");
-    await page.waitForSelector("dialog[open]");
+    await waitFor("dialog[open]");
     await press("Enter");
     await takeDownload();
     assert.equal(await isSeen(unsaved), false);

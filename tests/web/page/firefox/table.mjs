@@ -4,7 +4,7 @@ import fs from "node:fs";
 import path from "node:path";
 import { beforeEach, describe, test } from "node:test";
 
-import { choose, click, copyText, edit, fail, fill, goToCell, hold, isSeen, model, openDialog, page, press, read, readCell, readRows, redo, saveBytes, setCell, settle, submit, tick, undo, view } from "./support.mjs";
+import { choose, click, copyText, edit, fail, fill, goToCell, hold, isSeen, model, openDialog, page, press, read, readCell, readRows, redo, saveBytes, setCell, settle, submit, tick, undo, view, waitFor } from "./support.mjs";
 
 const original = fs.readFileSync(model);
 
@@ -69,7 +69,7 @@ describe("the table", () => {
     await goToCell(2, "areaZ");
     await page.keyboard.type("12abc");
     await press("Enter");
-    await page.waitForSelector(".bubble");
+    await waitFor(".bubble");
     const told = fail(path.dirname(model), "set", "model.xml", "3", "areaZ=12abc");
     assert.ok(told.includes(await read(".bubble")), told);
     assert.equal(await page.$eval(".editor", (field) => field.value), "12abc");
