@@ -131,21 +131,25 @@ export class DocumentView {
 
   /** @param {Change} change that was done */
   took(change) {
+    const focused = document.activeElement;
     if (change.label !== "") say(`Done: ${change.label}`);
     this.#keepSelection();
     this.#isChecked = false;
     this.#showState();
     for (const pane of this.#panes) pane.outdate();
     this.current.show();
-    this.#keepFocus();
+    this.#keepFocus(focused);
     this.table.lookAt(change.indexes);
     this.workspace.refresh();
     this.#checkSoon();
   }
 
-  /** A button that can no longer be used would take the focus with it. */
-  #keepFocus() {
-    const focused = document.activeElement;
+  /**
+   * A button that can no longer be used loses the focus, in some browsers at once.
+   *
+   * @param {Element | null} focused what had it before
+   */
+  #keepFocus(focused) {
     if (focused instanceof HTMLButtonElement && focused.disabled) this.focus();
   }
 
