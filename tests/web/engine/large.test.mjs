@@ -86,6 +86,19 @@ test("is looked at and changed without a wait", async () => {
   doc.close();
 });
 
+test("names and numbers of all rows are pasted without a wait", async () => {
+  const doc = await engine.open("large.xml", bytes);
+  const indexes = Array.from({ length: count }, (_, i) => i);
+  let round = 0;
+  const time = await measure(() => {
+    ++round;
+    doc.fill(indexes, ["number", "name"], indexes.map((i) => [`${count * round + i}`, `Pad ${round}.${i}`]));
+  });
+  assert.ok(time <= 1500, `it took ${time} ms`);
+  assert.equal(doc.rows([count - 1])[0].cells[1], `Pad ${round}.${count - 1}`);
+  doc.close();
+});
+
 test("gives its memory back when it is closed", async () => {
   const use = async () => {
     const doc = await engine.open("large.xml", bytes);

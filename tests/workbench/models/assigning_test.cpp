@@ -65,6 +65,22 @@ TEST(Assigning, RefusesNumbersAndNamesThatAreTaken) {
   EXPECT_EQ(assign("areaZ", "1"), "");
 }
 
+TEST(Assigning, RefusesOneNameForSeveral) {
+  const std::vector<Change> changes = {Assigning::read("name", "C")};
+  Found::FoundationManager manager;
+  Foundation& first = *manager.giveFoundation(Foundation(), false);
+  Foundation& second = *manager.giveFoundation(Foundation(), false);
+  Assigning::apply(changes, first);
+  Assigning::apply(changes, second);
+  first.setNumber(1);
+  second.setNumber(2);
+
+  EXPECT_EQ(tellError([&] {
+              Assigning::requireUnique(manager, {&first, &second}, changes);
+            }),
+            "the name \"C\" is taken by number 1; nothing was changed");
+}
+
 TEST(Assigning, RefusesNumbersWhereThereAreNone) {
   const auto require = [](Documents::Form form, const char* field) {
     return tellError(

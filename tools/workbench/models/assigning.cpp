@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string_view>
 
 #include <fmt/format.h>
 
@@ -52,17 +53,22 @@ void requireUnique(const Found::FoundationManager& manager,
                    const std::set<const Foundation*>& changed, const std::vector<Change>& changes) {
   const bool setsNumber = sets(changes, Fields::Type::integer);
   const bool setsName = sets(changes, Fields::Type::text);
-  if (!setsNumber && !setsName) return;
-  for (const Foundation* foundation : manager.getFoundations())
-    for (const Foundation* other : changed) {
-      if (foundation == other) continue;
-      if (setsNumber && foundation->getNumber() == other->getNumber())
-        failAtTaken(fmt::format("number {}", other->getNumber()),
-                    '"' + DisplayText::fromName(foundation->getName()) + '"');
-      if (setsName && foundation->getName() == other->getName())
-        failAtTaken(fmt::format("the name \"{}\"", DisplayText::fromName(other->getName())),
-                    fmt::format("number {}", foundation->getNumber()));
-    }
+  std::multiset<int> numbers;
+  std::multiset<std::string_view> names;
+  for (const Foundation* foundation : changed) {
+    if (setsNumber) numbers.insert(foundation->getNumber());
+    if (setsName) names.insert(foundation->getName());
+  }
+  for (const Foundation* foundation : manager.getFoundations()) {
+    const std::size_t own = changed.count(foundation);  // it does not take these from itself
+    const int number = foundation->getNumber();
+    const std::string& name = foundation->getName();
+    if (numbers.count(number) > own)
+      failAtTaken(fmt::format("number {}", number), '"' + DisplayText::fromName(name) + '"');
+    if (names.count(name) > own)
+      failAtTaken(fmt::format("the name \"{}\"", DisplayText::fromName(name)),
+                  fmt::format("number {}", number));
+  }
 }
 
 }  // namespace Assigning
