@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 #include <random>
@@ -19,6 +20,9 @@ class Random {
 
   /// 0 to `end` - 1.
   std::size_t below(std::size_t end) { return static_cast<std::size_t>(engine() % end); }
+
+  /// Any of all that 32 bits can be.
+  std::uint32_t bits() { return static_cast<std::uint32_t>(engine()); }
 
   /// `first` to `last`, of which there must be fewer than an int can count.
   int between(int first, int last) {

@@ -122,8 +122,8 @@ TEST(ScalingFactor, KeepsTheSignOfWhatBecomesZero) {
 
 /// Any double but those that are not finite.
 double drawValue(TestSupport::Random& random) {
-  const auto high = static_cast<std::uint64_t>(random.below(0x100000000));
-  const auto low = static_cast<std::uint64_t>(random.below(0x100000000));
+  const std::uint64_t high = random.bits();
+  const std::uint64_t low = random.bits();
   const double value = fromBits(high << 32 | low);
   return std::isfinite(value) ? value : 1.0;
 }
@@ -157,7 +157,7 @@ TEST(ScalingFactor, IsUndoneByItsInverseWhereTheProductIsExact) {
   const Factor there(makeRatio("1000"), makeRatio("0.1"), 2);  // 100,000
   const Factor back(makeRatio("0.001"), makeRatio("10"), 2);
   for (int i = 0; i < 10000; ++i) {
-    const auto value = static_cast<double>(random.below(0x100000000));
+    const double value = random.bits();
     EXPECT_EQ(there.multiply(value), value * 100000);
     EXPECT_EQ(back.multiply(there.multiply(value)), value);
   }
