@@ -1,5 +1,6 @@
 // Random edits, done in the engine and saved once, against the same edits by runs of the program on a
-// file. KVFOUND_SEQUENCES says how many for each document, KVFOUND_SEED where they start.
+// file. KVFOUND_SEQUENCES says how many for each document, KVFOUND_SEED where they start; with KVFOUND_EACH they
+// are compared after each edit, which tells the one that differs.
 import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
 import fs from "node:fs";
