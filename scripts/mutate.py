@@ -18,7 +18,7 @@ from typing import NamedTuple
 
 from mutations import Source
 
-COPIED = ("CMakeLists.txt", "cmake", "fuzz", "include", "platform", "src", "tests", "tools")
+COPIED = ("CMakeLists.txt", "cmake", "examples", "fuzz", "include", "platform", "src", "tests", "tools")
 OPTIONS = ("-DKVFOUND_TESTS=ON", "-DKVFOUND_TOOLS=OFF", "-DKVFOUND_EXAMPLES=OFF",
            "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -D_GLIBCXX_ASSERTIONS",
            # The programs need no new link when only the shared library is new.
