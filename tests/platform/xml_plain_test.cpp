@@ -117,8 +117,8 @@ TEST(PlainDocument, IsRefusedWhereItIsMalformed) {
       "<r a=\"1\" a=\"2\"><?p?></r>",
       "<?p?><r a=\"1\" a=\"2\"><?q?>X</r>",
       "<r a=\"< b=\">\"></r>",
-      "<r><a x=\"1\" abc=\"1\"/><a y=\"1\"/><b x=\"1\" abc=\"1\"/><b y=\"1\"/>"
-      "<a x=\"=\" abc=\"/><b x=\" k=\" abc=\"/></r>",
+      ("<r><a x=\"1\" abc=\"1\"/><a y=\"1\"/><b x=\"1\" abc=\"1\"/><b y=\"1\"/>"
+       "<a x=\"=\" abc=\"/><b x=\" k=\" abc=\"/></r>"),
       "<\xD7r/>",
   };
 
