@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-install_packages "${python_build_packages[@]}" debhelper dh-python dpkg-dev fakeroot
+install_packages "${python_build_packages[@]}" build-essential debhelper dh-python dpkg-dev fakeroot
 mkdir -p "${1:-build/packages}"
 folder=$(realpath "${1:-build/packages}")
 version=$(dpkg-parsechangelog -S Version)
