@@ -16,7 +16,7 @@ grep -qx "  VERSION $version" CMakeLists.txt ||
 sources=$folder/sources
 rm -rf "$sources" "$folder"/*.{deb,buildinfo,changes}
 mkdir "$sources"
-tar -c --exclude ./build --exclude ./.git . | tar -x -C "$sources"
+tar -c --exclude ./build --exclude ./.git --exclude __pycache__ . | tar -x -C "$sources"
 jobs=$(nproc)
 export DEB_BUILD_OPTIONS="noautodbgsym nocheck parallel=$jobs"
 export DEB_CXXFLAGS_STRIP=-g
