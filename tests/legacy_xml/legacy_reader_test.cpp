@@ -362,6 +362,13 @@ TEST(LegacyNames, ThatAreTakenArePassedOver) {
             "1 Found0002, 2 Found0003, 3 Found0004");
 }
 
+TEST(LegacyNames, ThatOnlyLookLikeGivenOnesAreNotTaken) {
+  EXPECT_EQ(readList("<FOUND NAME='Found2'/><FOUND/>"), "1 Found2, 2 Found0002");
+  EXPECT_EQ(readList("<FOUND NAME='Found00002'/><FOUND/>"), "1 Found00002, 2 Found0002");
+  EXPECT_EQ(readList("<FOUND NUMBER='0' NAME='Found99999999999999999999'/><FOUND/>"),
+            "0 Found99999999999999999999, 1 Found0001");
+}
+
 TEST(LegacyCurrent, IsTheFoundationOfThisName) {
   EXPECT_EQ(readList("<FOUND NAME='A'/><FOUND NAME='B'/>", " CURRENT='B'"), "1 A, 2 B; current B");
 }
