@@ -125,6 +125,11 @@ TEST_P(CraftedReading, TakesNoLongerWhereAllNamesHashAlike) {
 
 INSTANTIATE_TEST_SUITE_P(Times, CraftedReading, testing::Values(1, 2));
 
+TEST(CraftedNameReading, TakesNoLongerWhereAllHaveOneName) {
+  EXPECT_LT(measureBeddings(Names(count, "A"), 1),
+            mostTimes * measureBeddings(makeOrdinaryNames(8), 1));
+}
+
 // --- Numbers
 
 double measureCurves(int numberOf(int)) {
