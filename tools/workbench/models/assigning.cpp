@@ -53,6 +53,7 @@ void requireUnique(const Found::FoundationManager& manager,
                    const std::set<const Foundation*>& changed, const std::vector<Change>& changes) {
   const bool setsNumber = sets(changes, Fields::Type::integer);
   const bool setsName = sets(changes, Fields::Type::text);
+  if (!setsNumber && !setsName) return;
   std::multiset<int> numbers;
   std::multiset<std::string_view> names;
   for (const Foundation* foundation : changed) {
