@@ -5,7 +5,7 @@ import { test } from "node:test";
 
 import { choose, edit, focusPage, hold, isSeen, load, model, openDialog, openTab, page, press, read, readAll, readRows, runAsBrowser, setCell, settle, takeDownload, view, wait, waitFor, write } from "./support.mjs";
 
-/** Comes to the page's begin, as behind the browser's own controls. */
+/** Goes to the start of the page, where one comes in from the browser's own controls. */
 async function enterPage() {
   await focusPage();
   await page.evaluate(() => getSelection().collapse(document.body, 0));
